@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/win32.h"
+
+namespace lunara {
+
+class UserData;
+
+/// What a view implements to be asked about changes of the data set, and told of them. The base
+/// allows everything and does nothing. A can-change operation returns 0 to refuse.
+class DataObserver {
+  public:
+    DataObserver() = default;
+    DataObserver(const DataObserver&) = delete;
+    DataObserver& operator=(const DataObserver&) = delete;
+    virtual ~DataObserver() = default;
+
+    virtual int CanChangeDate(UserData& /*data*/, const SYSTEMTIME& /*current*/,
+                              const SYSTEMTIME& /*wanted*/) {
+        return 1;
+    }
+    virtual void DateChanged(UserData& /*data*/, const SYSTEMTIME& /*old*/,
+                             const SYSTEMTIME& /*current*/) {}
+    virtual int CanChangeTemperature(UserData& /*data*/, std::int32_t /*old*/,
+                                     std::int32_t /*wanted*/) {
+        return 1;
+    }
+    virtual void TemperatureChanged(UserData& /*data*/, std::int32_t /*value*/) {}
+    virtual int CanChangeBleeding(UserData& /*data*/, std::int32_t /*old*/,
+                                  std::int32_t /*wanted*/) {
+        return 1;
+    }
+    virtual void BleedingChanged(UserData& /*data*/, std::int32_t /*value*/) {}
+    virtual int CanChangeNoteFlags(UserData& /*data*/, std::int32_t /*old*/,
+                                   std::int32_t /*wanted*/) {
+        return 1;
+    }
+    virtual void NoteFlagsChanged(UserData& /*data*/, std::int32_t /*flags*/) {}
+    /// `old` is null when the day has no note, `wanted` when it is to be deleted.
+    virtual int CanChangeNoteText(UserData& /*data*/, const WCHAR* /*old*/,
+                                  const WCHAR* /*wanted*/) {
+        return 1;
+    }
+    virtual void NoteTextChanged(UserData& /*data*/, const WCHAR* /*text*/) {}
+};
+
+}  // namespace lunara

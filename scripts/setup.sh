@@ -1,0 +1,52 @@
+#!/bin/bash
+# Installs what building and testing Lunara needs and this machine lacks.
+#
+# Usage: scripts/setup.sh [native|all|bench]
+#   native  the portable core, the companion and their tests, with the checkers
+#   all     native, the Windows cross compiler, Wine and a virtual display (the default)
+#   bench   all, and the cipher libraries that the benchmarks compare with
+#
+# Only Debian packages are used. Nothing is printed and nothing is asked when all is there.
+set -euo pipefail
+
+profile="${1:-all}"
+
+packages=(g++ clang clang-format clang-tidy libclang-rt-14-dev cmake ninja-build git
+          googletest libgtest-dev libcli11-dev nlohmann-json3-dev)
+if [[ $profile != native ]]; then
+    packages+=(g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64 xvfb xauth faketime
+               xdotool imagemagick fonts-dejavu-core fonts-liberation procps)
+fi
+if [[ $profile == bench ]]; then
+    packages+=(libbenchmark-dev libssl-dev libgcrypt20-dev nettle-dev)
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+    state=$(dpkg-query -W -f='${db:Status-Abbrev}' "$package" 2>/dev/null || true)
+    [[ $state == ii* ]] || missing+=("$package")
+done
+if ((${#missing[@]} == 0)); then
+    exit 0
+fi
+
+as_root=()
+if ((EUID != 0)); then
+    if ! command -v sudo >/dev/null; then
+        echo "setup: these packages are missing and there is no sudo to install them:" >&2
+        echo "  ${missing[*]}" >&2
+        exit 1
+    fi
+    as_root=(sudo)
+fi
+
+echo "setup: installing ${missing[*]}"
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
+if ! { "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update &&
+       "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+           apt-get install -y --no-install-recommends "${missing[@]}"; } >"$log" 2>&1; then
+    tail -n 30 "$log" >&2
+    echo "setup: apt-get could not install them (its last lines stand above)" >&2
+    exit 1
+fi
