@@ -1,7 +1,7 @@
 #pragma once
 
-// Day status flags: what is special about a day (first bleeding day, cycle start, ...), and the text
-// that says so. Bit i has the text of string 5 + i.
+// Day status flags: what is special about a day (first bleeding day, cycle start, ...), and the
+// text that says so. Bit i has the text of string 5 + i.
 
 #include <initializer_list>
 
@@ -42,20 +42,20 @@ inline constexpr std::uint32_t BleedingStatusBits = 0x1F8;
 
 /// Marks one day: flags = (flags without clearBits) | setBits; for a day without an entry just
 /// setBits. Arguments, when there are any, become the arguments of the day's text.
-void SetDayFlags(CyclePredictor& state, std::uint32_t setBits, std::uint32_t clearBits, DateKey date,
-                 std::initializer_list<std::int32_t> arguments = {});
+void SetDayFlags(CyclePredictor& state, std::uint32_t setBits, std::uint32_t clearBits,
+                 DateKey date, std::initializer_list<std::int32_t> arguments = {});
 
 /// Marks all days from the computed lists and the valid cycles of `state`.
 void MarkDays(CyclePredictor& state, const SYSTEMTIME& today);
 
-/// The texts of the day's bits inside `mask`, in bit order, with their arguments filled in. Returns 0
-/// with an empty text when there are none or they do not fit into `textSize` characters (>= 1).
+/// The texts of the day's bits inside `mask`, in bit order, with their arguments filled in. Returns
+/// 0 with an empty text when there are none or they do not fit into `textSize` characters (>= 1).
 int GetDayStatusText(UserData& data, const SYSTEMTIME& date, WCHAR* text, int textSize,
                      std::uint32_t mask);
 
 /// Rewrites printf placeholders as the numbered inserts of FormatMessage: the n-th "%d" becomes
-/// "%n!d!"; "%%" stays. At most `capacity` units with the terminator; false, with `target` a copy of
-/// `source`, when the text ends inside a placeholder.
+/// "%n!d!"; "%%" stays. At most `capacity` units with the terminator; false, with `target` a copy
+/// of `source`, when the text ends inside a placeholder.
 bool NumberPlaceholders(const WCHAR* source, WCHAR* target, int capacity);
 
 }  // namespace lunara

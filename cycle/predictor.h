@@ -14,8 +14,8 @@ namespace lunara {
 /// 1. With `showMessages` the composed warning, if any, goes to the data set's warning sink.
 int UpdatePrediction(UserData& data, int showMessages);
 
-/// The value stored for the day, 0 when it has none: the expected or recorded bleeding level (0..3),
-/// and probabilities in 0..1 (the pregnancy weight may exceed 1).
+/// The value stored for the day, 0 when it has none: the expected or recorded bleeding level
+/// (0..3), and probabilities in 0..1 (the pregnancy weight may exceed 1).
 float GetBleedingLevel(UserData& data, const SYSTEMTIME& date);
 float GetPeriodProbability(UserData& data, const SYSTEMTIME& date);
 float GetOvulationProbability(UserData& data, const SYSTEMTIME& date);

@@ -12,7 +12,7 @@ class Window;
 /// control up by id and move one value in the exchange's direction; a dialog lists its fields once.
 class DataExchange {
   public:
-    DataExchange(bool save, Window& owner) : save(save), owner(owner) {}
+    DataExchange(bool saving, Window& window) : save(saving), owner(window) {}
 
     bool IsSaving() const { return save; }
     /// The control with that id, which becomes the current control; null when there is none.
@@ -27,8 +27,8 @@ class DataExchange {
 
 /// `maxChars` code units with the terminator.
 void ExchangeText(DataExchange& exchange, int controlId, WCHAR* buffer, int maxChars);
-/// Limits what can be typed into the current control. When saving a text longer than `maxChars`, does
-/// nothing and returns the length; otherwise returns 0.
+/// Limits what can be typed into the current control. When saving a text longer than `maxChars`,
+/// does nothing and returns the length; otherwise returns 0.
 int LimitText(DataExchange& exchange, const WCHAR* text, int maxChars);
 /// A value outside 0..2 is loaded, and stored back, as 0.
 void ExchangeCheck(DataExchange& exchange, int controlId, int& value);

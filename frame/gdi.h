@@ -1,7 +1,7 @@
 #pragma once
 
-// Drawing objects. Owners are move-only and delete what they own; scopes undo themselves. Declare the
-// object before the scope that selects it, so that it is never deleted while selected.
+// Drawing objects. Owners are move-only and delete what they own; scopes undo themselves. Declare
+// the object before the scope that selects it, so that it is never deleted while selected.
 //
 // Owners are counted per kind (Wine reports no counts of its own); every UI test ends by asserting
 // that none is left over.
@@ -27,7 +27,7 @@ template <typename Handle, GdiKind Kind>
 class GdiOwner {
   public:
     GdiOwner() = default;
-    explicit GdiOwner(Handle handle) : handle(handle) {
+    explicit GdiOwner(Handle owned) : handle(owned) {
         if (handle != nullptr) {
             detail::CountGdiObject(Kind, 1);
         }
@@ -107,7 +107,8 @@ class WindowDcScope {
 /// Selects an object (owned or stock) and puts the previous one back.
 class SelectScope {
   public:
-    SelectScope(HDC dc, HGDIOBJ object) : dc(dc), previous(::SelectObject(dc, object)) {}
+    SelectScope(HDC target, HGDIOBJ object)
+        : dc(target), previous(::SelectObject(target, object)) {}
     SelectScope(const SelectScope&) = delete;
     SelectScope& operator=(const SelectScope&) = delete;
     ~SelectScope() { ::SelectObject(dc, previous); }
@@ -122,7 +123,7 @@ class SelectScope {
 /// Sets the background mode and puts the previous one back.
 class BackgroundModeScope {
   public:
-    BackgroundModeScope(HDC dc, int mode) : dc(dc), previous(::SetBkMode(dc, mode)) {}
+    BackgroundModeScope(HDC target, int mode) : dc(target), previous(::SetBkMode(target, mode)) {}
     BackgroundModeScope(const BackgroundModeScope&) = delete;
     BackgroundModeScope& operator=(const BackgroundModeScope&) = delete;
     ~BackgroundModeScope() { ::SetBkMode(dc, previous); }

@@ -1,7 +1,7 @@
 #pragma once
 
-// How a custom control talks to its owner: it hands a record that begins with an NMHDR to each of its
-// sinks in the order in which they were attached.
+// How a custom control talks to its owner: it hands a record that begins with an NMHDR to each of
+// its sinks in the order in which they were attached.
 
 #include <vector>
 

@@ -34,8 +34,8 @@ HINSTANCE AppInstance();
 
 class Window;
 
-/// The one top-level window object of the program, which dialogs without a parent get as owner; null
-/// before it is set and after it is gone.
+/// The one top-level window object of the program, which dialogs without a parent get as owner;
+/// null before it is set and after it is gone.
 void SetMainWindow(Window* window);
 Window* GetMainWindow();
 

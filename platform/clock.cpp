@@ -49,8 +49,8 @@ SYSTEMTIME SystemNow() {
     result.wHour = static_cast<WORD>(local.tm_hour);
     result.wMinute = static_cast<WORD>(local.tm_min);
     result.wSecond = static_cast<WORD>(local.tm_sec);
-    result.wMilliseconds = static_cast<WORD>(
-        std::chrono::duration_cast<std::chrono::milliseconds>(fraction).count());
+    result.wMilliseconds =
+        static_cast<WORD>(std::chrono::duration_cast<std::chrono::milliseconds>(fraction).count());
     return result;
 }
 
@@ -64,13 +64,9 @@ DWORD SystemTicks() {
 
 }  // namespace
 
-SYSTEMTIME LocalNow() {
-    return FixedNow() ? *FixedNow() : SystemNow();
-}
+SYSTEMTIME LocalNow() { return FixedNow() ? *FixedNow() : SystemNow(); }
 
-DWORD TickCount() {
-    return FixedTicks() ? *FixedTicks() : SystemTicks();
-}
+DWORD TickCount() { return FixedTicks() ? *FixedTicks() : SystemTicks(); }
 
 void SetLocalNow(SYSTEMTIME now) {
     FILETIME fileTime{};
@@ -79,9 +75,7 @@ void SetLocalNow(SYSTEMTIME now) {
     FixedNow() = now;
 }
 
-void SetTickCount(DWORD ticks) {
-    FixedTicks() = ticks;
-}
+void SetTickCount(DWORD ticks) { FixedTicks() = ticks; }
 
 void ReleaseClock() {
     FixedNow().reset();

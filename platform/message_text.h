@@ -1,7 +1,7 @@
 #pragma once
 
-// A bounded UTF-16 text builder. Whatever is stored, the text never exceeds its capacity, and a text
-// that had to be cut says so: its last three units are "...".
+// A bounded UTF-16 text builder. Whatever is stored, the text never exceeds its capacity, and a
+// text that had to be cut says so: its last three units are "...".
 
 #include <memory>
 
@@ -13,8 +13,8 @@ class MessageText {
   public:
     using Store = void (MessageText::*)(const WCHAR* text);
 
-    /// `capacity` in UTF-16 units with the terminator, >= 0; with 0 there is no buffer and every store
-    /// does nothing. Capacities under 4 cut without the dots that do not fit.
+    /// `capacity` in UTF-16 units with the terminator, >= 0; with 0 there is no buffer and every
+    /// store does nothing. Capacities under 4 cut without the dots that do not fit.
     explicit MessageText(int capacity);
     MessageText(const MessageText&) = delete;
     MessageText& operator=(const MessageText&) = delete;
@@ -28,8 +28,8 @@ class MessageText {
     /// Puts the text in front; one that fills the buffer by itself replaces the old text, cut.
     void Prepend(const WCHAR* text);
 
-    /// Formats string `id` (up to 511 units, and as many after formatting) with printf-style arguments
-    /// and hands it to `store`; "Resource message 0x%08X\n" when there is no such string.
+    /// Formats string `id` (up to 511 units, and as many after formatting) with printf-style
+    /// arguments and hands it to `store`; "Resource message 0x%08X\n" when there is no such string.
     void FormatResource(Store store, UINT id, ...);
     /// The system's text of an error code; "System message 0x%08X\n" when it has none.
     void FormatSystem(Store store, DWORD code);

@@ -14,9 +14,7 @@ bool IsHighSurrogate(char32_t unit) {
     return unit >= FirstHighSurrogate && unit < FirstLowSurrogate;
 }
 
-bool IsLowSurrogate(char32_t unit) {
-    return unit >= FirstLowSurrogate && unit < PastSurrogates;
-}
+bool IsLowSurrogate(char32_t unit) { return unit >= FirstLowSurrogate && unit < PastSurrogates; }
 
 void AppendUtf8(std::string& bytes, char32_t code) {
     const auto put = [&bytes](char32_t value) { bytes.push_back(static_cast<char>(value)); };
@@ -66,7 +64,7 @@ std::optional<char32_t> TakeUtf8(std::string_view bytes, std::size_t& position) 
 /// Collects formatted output, of which only what fits is kept.
 class BoundedOutput {
   public:
-    BoundedOutput(WCHAR* target, std::size_t size) : target(target), room(size - 1) {}
+    BoundedOutput(WCHAR* buffer, std::size_t size) : target(buffer), room(size - 1) {}
 
     void Put(WCHAR unit) {
         if (length < room) {
@@ -107,8 +105,7 @@ int TakeNumber(const WCHAR*& format, std::string& flags) {
 
 Conversion TakeConversion(const WCHAR*& format) {
     Conversion conversion;
-    while (*format == '-' || *format == '+' || *format == ' ' || *format == '#' ||
-           *format == '0') {
+    while (*format == '-' || *format == '+' || *format == ' ' || *format == '#' || *format == '0') {
         conversion.leftAligned = conversion.leftAligned || *format == '-';
         conversion.flags.push_back(static_cast<char>(*format++));
     }
@@ -213,9 +210,9 @@ int FormatTextV(WCHAR* target, std::size_t size, const WCHAR* format, va_list ar
         switch (conversion.kind) {
             case 'd':
             case 'i':
-                PutNumber(output, conversion,
-                          conversion.longs > 1 ? va_arg(arguments, long long)
-                                               : va_arg(arguments, int));
+                PutNumber(
+                    output, conversion,
+                    conversion.longs > 1 ? va_arg(arguments, long long) : va_arg(arguments, int));
                 break;
             case 'u':
             case 'x':

@@ -69,14 +69,16 @@ class RecordArray {
     Record* Data() { return records; }
     const Record* Data() const { return records; }
 
-    /// Makes room for `wanted` records and keeps the old ones; 0 (nothing changed) without memory.
-    /// New memory is zero.
-    int Resize(std::int32_t wanted);
+    /// Makes room for `wanted` records, of which the first `inUse` are kept and the rest is zero. 0
+    /// (nothing changed) without memory.
+    int Resize(std::int32_t wanted, std::int32_t inUse);
 
     /// Takes over `block`, allocated with malloc for `allocatedRecords`, and frees the old array.
     void Adopt(Record* block, std::int32_t allocatedRecords);
 
   private:
+    bool Reallocate(std::int64_t wanted);
+
     Record* records = nullptr;
     std::int32_t allocated = 0;
 };
@@ -123,8 +125,12 @@ class DateSortedList {
 
     /// The record at `index`, in [0, count).
     const Record& At(std::int32_t index) const { return array.Data()[index]; }
-    const Record* begin() const { return array.Data(); }         // NOLINT(readability-identifier-naming): range-for
-    const Record* end() const { return array.Data() + count; }   // NOLINT(readability-identifier-naming): range-for
+    const Record* begin() const {
+        return array.Data();
+    }  // NOLINT(readability-identifier-naming): range-for
+    const Record* end() const {
+        return array.Data() + count;
+    }  // NOLINT(readability-identifier-naming): range-for
 
     /// Overwrites all but the date of the record at `index`, in [0, count).
     void ReplaceAt(std::int32_t index, const Record& record) { array.Data()[index] = record; }
@@ -151,7 +157,7 @@ class DateSortedList {
 template <typename Record>
 class SteppedList {
   public:
-    explicit SteppedList(std::int32_t growthStep) : growthStep(growthStep) {}
+    explicit SteppedList(std::int32_t step) : growthStep(step) {}
     SteppedList(const SteppedList&) = delete;
     SteppedList& operator=(const SteppedList&) = delete;
     virtual ~SteppedList() = default;
@@ -178,8 +184,12 @@ class SteppedList {
     std::int32_t Count() const { return count; }
     std::int32_t Capacity() const { return capacity; }
     const Record& At(std::int32_t index) const { return array.Data()[index]; }
-    const Record* begin() const { return array.Data(); }         // NOLINT(readability-identifier-naming): range-for
-    const Record* end() const { return array.Data() + count; }   // NOLINT(readability-identifier-naming): range-for
+    const Record* begin() const {
+        return array.Data();
+    }  // NOLINT(readability-identifier-naming): range-for
+    const Record* end() const {
+        return array.Data() + count;
+    }  // NOLINT(readability-identifier-naming): range-for
 
     /// As `DateSortedList::dirty`.
     bool dirty = false;

@@ -22,16 +22,16 @@ enum DataFileError : DWORD {
 
 /// Fills the list from the file. 1 on success, and also (with `DataFileMissing` in the last error)
 /// when there is no file: the list is then empty. 0 on failure, with the list empty and the last
-/// error a `DataFileError`; the last error is 0 when the file ends inside its header. A file that is
-/// there but cannot be opened is refused as `DataFileCorrupt`, so that nothing is ever saved over it.
-/// `password` is UTF-16, "" (or null) for none.
+/// error a `DataFileError`; the last error is 0 when the file ends inside its header. A file that
+/// is there but cannot be opened is refused as `DataFileCorrupt`, so that nothing is ever saved
+/// over it. `password` is UTF-16, "" (or null) for none.
 int LoadDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password);
 int LoadNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
 
 /// Writes the list when its `dirty` flag is set, and clears the flag; an empty list deletes the
-/// file. The records go to a sibling file that then takes the old one's place, so that whatever goes
-/// wrong the file on disk is the old one or the new one. 1 on success and when nothing had to be
-/// written; 0 when any step failed, with `dirty` and the old file as they were and the system's
+/// file. The records go to a sibling file that then takes the old one's place, so that whatever
+/// goes wrong the file on disk is the old one or the new one. 1 on success and when nothing had to
+/// be written; 0 when any step failed, with `dirty` and the old file as they were and the system's
 /// error in the last error.
 int SaveDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password);
 int SaveNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);

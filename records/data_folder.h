@@ -8,8 +8,8 @@ namespace lunara {
 
 /// The user's name as one folder name. Characters that a folder name cannot hold, or with which it
 /// would reach out of the program's folder, are percent-escaped (docs/file-format.md), and so is a
-/// '%' that would read as an escape: two different names never share a folder name. Other names stay
-/// as they are.
+/// '%' that would read as an escape: two different names never share a folder name. Other names
+/// stay as they are.
 WideString FolderNameOfUser(WideView userName);
 
 /// The program's folder followed by `FolderNameOfUser`, cut at `PathCapacity` - 1 characters.

@@ -36,10 +36,10 @@ class UserData {
     /// 0 when it is not attached; the others keep their order.
     int DetachObserver(DataObserver& observer);
 
-    /// Reads temperature, bleeding, note flags and note pages, in this order, from the folder of the
-    /// user (see records/data_folder.h). 1 and the loaded flag on success; 0 at the first failure with
-    /// its `DataFileError` in the last error (0 for a file that ends inside its header). What was read
-    /// before the failure stays in memory: unload, or load again.
+    /// Reads temperature, bleeding, note flags and note pages, in this order, from the folder of
+    /// the user (see records/data_folder.h). 1 and the loaded flag on success; 0 at the first
+    /// failure with its `DataFileError` in the last error (0 for a file that ends inside its
+    /// header). What was read before the failure stays in memory: unload, or load again.
     int Load(const WCHAR* userName, const WCHAR* password);
     /// Creates the folder and its parents, then writes what is dirty, in the same order. 0 at the
     /// first failure, with the system's error in the last error.
@@ -47,7 +47,8 @@ class UserData {
     /// The same with the folder itself (no separator at its end) instead of the user's name.
     int LoadFolder(const WCHAR* folder, const WCHAR* password);
     int SaveFolder(const WCHAR* folder, const WCHAR* password);
-    /// Empties the four collections, their dirty flags included, and the loaded flag. Saves nothing.
+    /// Empties the four collections, their dirty flags included, and the loaded flag. Saves
+    /// nothing.
     void Unload();
     bool IsLoaded() const { return loaded; }
 
@@ -67,8 +68,8 @@ class UserData {
     /// A new text that the caller frees with delete[], or null when the day has no note.
     WCHAR* GetNoteText(const SYSTEMTIME* date = nullptr);
 
-    // Setters: 1, or 0 when an observer refused and nothing changed. Temperature and bleeding are set
-    // for the current day; setting the none-value deletes the day's record.
+    // Setters: 1, or 0 when an observer refused and nothing changed. Temperature and bleeding are
+    // set for the current day; setting the none-value deletes the day's record.
     int SetTemperature(std::int32_t value);
     int SetBleeding(std::int32_t value);
     int SetNoteFlags(std::int32_t flags, const SYSTEMTIME* date = nullptr);
@@ -97,7 +98,7 @@ class UserData {
     const SYSTEMTIME& LastValidPeriodStart() const { return predictor.lastValidPeriodStart; }
 
   private:
-    int ApplyValue(DayValueList& list, DateKey key, std::int32_t value, std::int32_t none);
+    void ApplyValue(DayValueList& list, DateKey key, std::int32_t value, std::int32_t none);
     void ApplyNoteText(DateKey key, const WCHAR* text);
     SYSTEMTIME DateOrCurrent(const SYSTEMTIME* date) const;
 

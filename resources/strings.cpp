@@ -12,8 +12,6 @@ constexpr StringResource Strings[] = {
 
 }  // namespace
 
-std::span<const StringResource> StringResources() {
-    return Strings;
-}
+std::span<const StringResource> StringResources() { return Strings; }
 
 }  // namespace lunara

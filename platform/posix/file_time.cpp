@@ -17,17 +17,13 @@ constexpr int LastYear = 30827;
 constexpr std::array<int, 13> DaysBeforeMonth = {0,   31,  59,  90,  120, 151, 181,
                                                  212, 243, 273, 304, 334, 365};
 
-bool IsLeapYear(int year) {
-    return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-}
+bool IsLeapYear(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
 
 int DaysBefore(int month, bool leap) {
     return DaysBeforeMonth[static_cast<std::size_t>(month) - 1] + (leap && month > 2 ? 1 : 0);
 }
 
-int DaysIn(int month, bool leap) {
-    return DaysBefore(month + 1, leap) - DaysBefore(month, leap);
-}
+int DaysIn(int month, bool leap) { return DaysBefore(month + 1, leap) - DaysBefore(month, leap); }
 
 }  // namespace
 
@@ -60,8 +56,8 @@ BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return FALSE;
     }
-    const auto units = static_cast<LONGLONG>(ULONGLONG{fileTime->dwHighDateTime} << 32 |
-                                             fileTime->dwLowDateTime);
+    const auto units =
+        static_cast<LONGLONG>(ULONGLONG{fileTime->dwHighDateTime} << 32 | fileTime->dwLowDateTime);
     const LONGLONG days = units / UnitsPerDay;
     auto milliseconds = static_cast<int>(units % UnitsPerDay / UnitsPerMillisecond);
 

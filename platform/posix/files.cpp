@@ -117,8 +117,7 @@ BOOL ReadFile(HANDLE file, void* buffer, DWORD bytes, DWORD* read, void* /*overl
     return TRUE;
 }
 
-BOOL WriteFile(HANDLE file, const void* buffer, DWORD bytes, DWORD* written,
-               void* /*overlapped*/) {
+BOOL WriteFile(HANDLE file, const void* buffer, DWORD bytes, DWORD* written, void* /*overlapped*/) {
     *written = 0;
     while (*written < bytes) {
         const ssize_t put = ::write(DescriptorOf(file), static_cast<const char*>(buffer) + *written,

@@ -6,13 +6,9 @@ thread_local DWORD lastError = ERROR_SUCCESS;
 
 }  // namespace
 
-DWORD GetLastError() {
-    return lastError;
-}
+DWORD GetLastError() { return lastError; }
 
-void SetLastError(DWORD error) {
-    lastError = error;
-}
+void SetLastError(DWORD error) { lastError = error; }
 
 void* SecureZeroMemory(void* memory, std::size_t bytes) {
     auto* byte = static_cast<volatile unsigned char*>(memory);

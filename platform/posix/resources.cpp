@@ -6,7 +6,8 @@
 
 namespace {
 
-/// Reads the decimal number at `source` and moves past it; at most two digits, as the platform does.
+/// Reads the decimal number at `source` and moves past it; at most two digits, as the platform
+/// does.
 int TakeInsertNumber(const WCHAR*& source) {
     int number = 0;
     for (int digit = 0; digit < 2 && *source >= '0' && *source <= '9'; ++digit) {
