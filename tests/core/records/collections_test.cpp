@@ -153,7 +153,8 @@ TEST(DayValueList, BehavesLikeAMapUnderRandomUse) {
         DateKey ascending = FirstDay;
         for (int i = 0; i < operations; ++i) {
             const bool ascend = random() % 3 != 0;
-            const DateKey key = ascend ? ++ascending : FirstDay - 40 + random() % 80;
+            const DateKey key =
+                ascend ? ++ascending : FirstDay - 40 + static_cast<DateKey>(random() % 80);
             const auto value = static_cast<std::int32_t>(random());
             switch (random() % 8) {
                 case 0: {

@@ -12,7 +12,7 @@ using test::RawDate;
 using test::Utf8;
 
 constexpr std::int32_t DaysTo2501 = 328'718;      // 1 January 1601 to 1 January 2501
-constexpr std::int32_t DaysTo30828 = 10'674'941;  // the end of the platform's conversions
+constexpr std::int32_t DaysTo30828 = 10'674'942;  // the end of the platform's conversions
 
 TEST(DateKey, OfLastDayOf2006) {
     EXPECT_EQ(ToDateKey(RawDate(2006, 12, 3, 31)), 0x07D60C1FU);

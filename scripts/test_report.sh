@@ -1,0 +1,69 @@
+# Running steps and test programs and counting what they said. Sourced by ./test.
+#
+# Output of every step goes to build/logs/; what failed shows its last lines.
+
+mkdir -p build/logs
+passed=0
+failed=0
+skipped=0
+broken=()
+
+section() { printf '\n== %s\n' "$1"; }
+
+log_of() { echo "build/logs/$(tr -cs 'a-zA-Z0-9' '-' <<<"$1").log"; }
+
+# step NAME COMMAND...: runs it; a failure is remembered and ends up in the exit status.
+step() {
+    local name="$1" log start=$SECONDS
+    shift
+    log=$(log_of "$name")
+    if "$@" >"$log" 2>&1; then
+        printf '   ok      %-40s %4d s\n' "$name" $((SECONDS - start))
+        tail -n 1 "$log" | grep -E '^(fuzz|lint|format):' | sed 's/^/           /'
+        return 0
+    fi
+    printf '   FAILED  %-40s %4d s, %s\n' "$name" $((SECONDS - start)) "$log"
+    tail -n 40 "$log"
+    broken+=("$name")
+    return 1
+}
+
+# gtest NAME COMMAND...: a GoogleTest program, whose own counts are added up. A program that ends
+# without its closing lines, or fails without a failed test, counts as one failed test.
+gtest() {
+    local name="$1" log start=$SECONDS status ok bad left
+    shift
+    log=$(log_of "$name")
+    "$@" >"$log" 2>&1
+    status=$?
+    sed -i 's/\r$//' "$log"
+    ok=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) test.*/\1/p' "$log" | tail -n 1)
+    bad=$(sed -n 's/^\[  FAILED  \] \([0-9]*\) test.*, listed below:/\1/p' "$log" | tail -n 1)
+    left=$(sed -n 's/^\[  SKIPPED \] \([0-9]*\) test.*, listed below:/\1/p' "$log" | tail -n 1)
+    if [[ -z $ok ]] || { ((status != 0)) && ((${bad:-0} == 0)); }; then
+        bad=$((${bad:-0} + 1))
+    fi
+    passed=$((passed + ${ok:-0}))
+    failed=$((failed + ${bad:-0}))
+    skipped=$((skipped + ${left:-0}))
+    if ((${bad:-0} == 0)); then
+        printf '   ok      %-40s %4d s  %5d passed\n' "$name" $((SECONDS - start)) "$ok"
+    else
+        printf '   FAILED  %-40s %4d s  %5d passed, %d failed, status %d, %s\n' "$name" \
+            $((SECONDS - start)) "${ok:-0}" "$bad" "$status" "$log"
+        grep -E 'Failure|^\[  FAILED  \]' "$log" | head -n 20
+        tail -n 30 "$log"
+    fi
+}
+
+finish() {
+    section "result"
+    ((${#broken[@]})) && printf '   not clean: %s\n' "${broken[@]}"
+    if ((skipped)); then
+        echo "tests: $passed passed, $failed failed, $skipped skipped"
+    else
+        echo "tests: $passed passed, $failed failed"
+    fi
+    ((failed == 0 && ${#broken[@]} == 0 && passed > 0))
+    exit
+}
