@@ -12,7 +12,7 @@ set -euo pipefail
 profile="${1:-all}"
 
 packages=(g++ clang clang-format clang-tidy libclang-rt-14-dev cmake ninja-build git
-          googletest libgtest-dev libcli11-dev nlohmann-json3-dev)
+          googletest libcli11-dev nlohmann-json3-dev)
 if [[ $profile != native ]]; then
     packages+=(g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64 xvfb xauth faketime
                xdotool imagemagick fonts-dejavu-core fonts-liberation procps)
