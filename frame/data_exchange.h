@@ -1,7 +1,5 @@
 #pragma once
 
-#include <vector>
-
 #include "platform/win32.h"
 
 namespace lunara {

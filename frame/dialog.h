@@ -8,8 +8,8 @@ namespace lunara {
 
 class Dialog : public Window {
   public:
-    /// `parent` null means the program's main window.
-    explicit Dialog(UINT templateId, Window* parent = nullptr);
+    /// `shapeId` is the template's resource id; `owner` null means the program's main window.
+    explicit Dialog(UINT shapeId, Window* owner = nullptr);
 
     /// Runs the dialog and returns its end code: 1 OK, 2 Cancel, -1 when it could not be made.
     virtual INT_PTR DoModal();
@@ -24,7 +24,7 @@ class Dialog : public Window {
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
     /// Whether a dialog window was made; it is not visible yet unless its template says so.
-    static bool CreateModeless(Dialog& dialog, UINT templateId, Window* parent = nullptr);
+    static bool CreateModeless(Dialog& dialog, UINT shapeId, Window* owner = nullptr);
 
     bool fullScreen = true;
 

@@ -73,7 +73,7 @@ using MemoryDc = GdiOwner<HDC, GdiKind::MemoryDc>;
 /// BeginPaint to EndPaint, with the shell font selected.
 class PaintScope {
   public:
-    explicit PaintScope(HWND window);
+    explicit PaintScope(HWND painted);
     PaintScope(const PaintScope&) = delete;
     PaintScope& operator=(const PaintScope&) = delete;
     ~PaintScope();
@@ -91,7 +91,7 @@ class PaintScope {
 /// GetDC to ReleaseDC, with the shell font selected.
 class WindowDcScope {
   public:
-    explicit WindowDcScope(HWND window);
+    explicit WindowDcScope(HWND drawn);
     WindowDcScope(const WindowDcScope&) = delete;
     WindowDcScope& operator=(const WindowDcScope&) = delete;
     ~WindowDcScope();
@@ -107,8 +107,7 @@ class WindowDcScope {
 /// Selects an object (owned or stock) and puts the previous one back.
 class SelectScope {
   public:
-    SelectScope(HDC target, HGDIOBJ object)
-        : dc(target), previous(::SelectObject(target, object)) {}
+    SelectScope(HDC target, HGDIOBJ object) : dc(target), previous(::SelectObject(dc, object)) {}
     SelectScope(const SelectScope&) = delete;
     SelectScope& operator=(const SelectScope&) = delete;
     ~SelectScope() { ::SelectObject(dc, previous); }
@@ -123,7 +122,7 @@ class SelectScope {
 /// Sets the background mode and puts the previous one back.
 class BackgroundModeScope {
   public:
-    BackgroundModeScope(HDC target, int mode) : dc(target), previous(::SetBkMode(target, mode)) {}
+    BackgroundModeScope(HDC target, int mode) : dc(target), previous(::SetBkMode(dc, mode)) {}
     BackgroundModeScope(const BackgroundModeScope&) = delete;
     BackgroundModeScope& operator=(const BackgroundModeScope&) = delete;
     ~BackgroundModeScope() { ::SetBkMode(dc, previous); }

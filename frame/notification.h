@@ -44,12 +44,16 @@ class NotifyingControl : public Window {
     /// Hands the record to every sink and calls `answered` after each non-zero answer.
     template <typename Answered>
     void NotifyEach(NMHDR& record, Answered answered) {
-        for (NotificationSink* sink : sinks) {
-            if (sink->Notify(record) != 0) {
+        // By index: a sink that is being asked may attach another one.
+        for (std::size_t index = 0; index < sinks.size(); ++index) {
+            if (sinks[index]->Notify(record) != 0) {
                 answered();
             }
         }
     }
+
+    /// Asks every sink for the range, the last answer winning; whether at least one answered.
+    bool AskRange(NMHDR& record, int& minimum, int& maximum);
 
     std::vector<NotificationSink*> sinks;
 

@@ -38,6 +38,12 @@ class Window;
 /// null before it is set and after it is gone.
 void SetMainWindow(Window* window);
 Window* GetMainWindow();
+/// Its handle; null when there is none.
+HWND MainWindowHandle();
+
+/// The window procedure of the framework's class and of every subclassed window. A control that
+/// registers a class of its own in `PreCreateWindow` gives it this procedure.
+LRESULT CALLBACK FrameworkWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 class Window {
   public:
@@ -59,7 +65,8 @@ class Window {
     /// Moves values between the object's fields and its controls; the base does nothing.
     virtual void DoDataExchange(DataExchange& exchange);
 
-    /// Binds the object to the window; 0 when another object (or this one) is bound to it already.
+    /// Binds the object to the window; 0 when an object is bound to that window already, when this
+    /// object is bound to another one, or when there is no window.
     int Attach(HWND window);
     /// `Attach`, then routes the window's messages here. 0 when `Attach` failed.
     int Subclass(HWND window);
@@ -69,7 +76,8 @@ class Window {
     static Window* FromHandle(HWND window);
 
     /// Creates a window and binds it while it handles WM_CREATE. A null class name means the
-    /// framework's class. 1, or 0 when `PreCreateWindow`, the system or WM_CREATE refused.
+    /// framework's class. 1, or 0 when `PreCreateWindow`, the system or WM_CREATE refused, or when
+    /// the class is not handled by `FrameworkWindowProc`; then no window is left.
     int Create(DWORD exStyle, const WCHAR* className, const WCHAR* title, DWORD style, int x, int y,
                int width, int height, HWND parent, HMENU menuOrId, void* parameter = nullptr);
     /// Whether the framework's class exists; it is registered on first use.

@@ -1,0 +1,61 @@
+#include "frame/gdi.h"
+
+#include <array>
+#include <numeric>
+
+#include "frame/window.h"
+
+namespace lunara {
+namespace {
+
+std::array<int, static_cast<std::size_t>(GdiKind::Count)> liveObjects{};
+
+HFONT MakeShellFont() {
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof(metrics);
+    if (::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0) != FALSE) {
+        if (HFONT font = ::CreateFontIndirectW(&metrics.lfMessageFont); font != nullptr) {
+            return font;
+        }
+    }
+    return static_cast<HFONT>(::GetStockObject(DEFAULT_GUI_FONT));
+}
+
+}  // namespace
+
+int LiveGdiObjects(GdiKind kind) { return liveObjects[static_cast<std::size_t>(kind)]; }
+
+int LiveGdiObjects() { return std::accumulate(liveObjects.begin(), liveObjects.end(), 0); }
+
+void detail::CountGdiObject(GdiKind kind, int change) {
+    liveObjects[static_cast<std::size_t>(kind)] += change;
+}
+
+PaintScope::PaintScope(HWND painted)
+    : window(painted),
+      dc(::BeginPaint(window, &paint)),
+      previousFont(::SelectObject(dc, ShellFont())) {}
+
+PaintScope::~PaintScope() {
+    ::SelectObject(dc, previousFont);
+    ::EndPaint(window, &paint);
+}
+
+WindowDcScope::WindowDcScope(HWND drawn)
+    : window(drawn), dc(::GetDC(window)), previousFont(::SelectObject(dc, ShellFont())) {}
+
+WindowDcScope::~WindowDcScope() {
+    ::SelectObject(dc, previousFont);
+    ::ReleaseDC(window, dc);
+}
+
+HFONT ShellFont() {
+    static const HFONT MadeOnce = MakeShellFont();
+    return MadeOnce;
+}
+
+Bitmap LoadBitmapResource(UINT id) {
+    return Bitmap(::LoadBitmapW(AppInstance(), MAKEINTRESOURCEW(id)));
+}
+
+}  // namespace lunara
