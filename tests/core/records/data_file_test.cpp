@@ -438,11 +438,20 @@ TEST_F(DataFileTest, FileThatCannotBeOpenedIsRefusedAndNotTakenAsMissing) {
     ::CloseHandle(lock);
 }
 
+/// A header and so many bytes without a place on the disk.
+void WriteEmptyRecords(const path& file, std::int64_t bytes) {
+    WriteBytes(file, Header());
+    std::fstream stream(file, std::ios::binary | std::ios::in | std::ios::out);
+    stream.seekp(static_cast<std::streamoff>(4 + bytes - 1));
+    stream.put(0);
+    EXPECT_TRUE(stream.flush());
+}
+
 TEST_F(DataFileTest, SizesBeyondAllSenseAreRefusedWithoutReading) {
     const struct {
         const char* label;
-        std::uintmax_t records;
-        DWORD days;
+        std::int64_t records;
+        DWORD error;
     } cases[] = {
         // All days of 900 years and one more cannot ascend.
         {"more records than days", 334'801, DataFileWrongPassword},
@@ -452,12 +461,10 @@ TEST_F(DataFileTest, SizesBeyondAllSenseAreRefusedWithoutReading) {
         {"2^32 and one", 0x100000001, DataFileCorrupt},
     };
     for (const auto& [label, records, error] : cases) {
-        WriteBytes(file, Header());
-        std::filesystem::resize_file(file, 4 + 8 * records);
+        WriteEmptyRecords(file, 8 * records);
         EXPECT_EQ(Load(days, file, NoPassword), (Outcome{0, error})) << label;
     }
-    WriteBytes(file, Header());
-    std::filesystem::resize_file(file, 4 + 72 * std::uintmax_t{0x80000000});
+    WriteEmptyRecords(file, 72 * std::int64_t{0x80000000});
     EXPECT_EQ(Load(pages, file, NoPassword), (Outcome{0, DataFileCorrupt}));
 }
 
