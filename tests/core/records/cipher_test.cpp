@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <random>
 #include <string>
 
 #include "file_support.h"
+#include "records/cipher_gather.h"
 #include "reference_cipher.h"
 
 namespace lunara::test {
@@ -157,8 +159,8 @@ TEST(CipherTest, KeyedStateIsThatOfTheReference) {
 TEST(CipherTest, EnciphersEveryLengthAsTheReferenceDoesAndLeavesTheRemainder) {
     CipherState state;
     InitCipher(state, "secret");
-    // Past three times the blocks that are taken side by side, at every remainder and alignment.
-    for (std::size_t length = 0; length <= 200; ++length) {
+    // Past twice the most blocks that are taken together, with every remainder, and unaligned.
+    for (std::size_t length = 0; length <= 600; ++length) {
         Bytes buffer = RandomBytes(length + 3);
         Bytes expected = EncipheredByReference("secret", Bytes(buffer.begin() + 3, buffer.end()));
         EncipherBlocks(state, buffer.data() + 3, length);
@@ -171,7 +173,7 @@ TEST(CipherTest, DecipheringReturnsWhatWasEnciphered) {
     InitCipher(state,
                "Gr\xFC\xDF"
                "e");
-    for (std::size_t length = 0; length <= 200; ++length) {
+    for (std::size_t length = 0; length <= 600; ++length) {
         const Bytes original = RandomBytes(length);
         Bytes bytes = original;
         EncipherBlocks(state, bytes.data(), length);
@@ -180,6 +182,27 @@ TEST(CipherTest, DecipheringReturnsWhatWasEnciphered) {
         }
         DecipherBlocks(state, bytes.data(), length);
         ASSERT_EQ(bytes, original) << length;
+    }
+}
+
+// Whichever way this processor is faster with, both are right on it.
+TEST(CipherTest, GatheredBlocksAreThoseOfTheReference) {
+    if (!HasGathers()) {
+        GTEST_SKIP() << "this processor has no gathers";
+    }
+    CipherState state;
+    InitCipher(state, "secret");
+    for (std::size_t blocks = 0; blocks <= 3 * GatherBlocks; ++blocks) {
+        const Bytes original = RandomBytes(blocks * CipherBlockBytes);
+        Bytes bytes = original;
+        const std::size_t done =
+            RunBlocksGathered(state.subkeys, state.boxes, bytes.data(), bytes.size());
+        ASSERT_EQ(done, blocks / GatherBlocks * GatherBlocks * CipherBlockBytes);
+        const auto end = static_cast<std::ptrdiff_t>(done);
+        Bytes expected =
+            EncipheredByReference("secret", Bytes(original.begin(), original.begin() + end));
+        expected.insert(expected.end(), original.begin() + end, original.end());
+        ASSERT_EQ(bytes, expected) << blocks;
     }
 }
 
