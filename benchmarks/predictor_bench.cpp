@@ -26,8 +26,11 @@ constexpr char Name4Years[] = "UpdatePrediction/4_years";
 constexpr char NameSums[] = "sums_of_one_prediction";
 constexpr char NameStarts[] = "sums_of_the_starts_alone";
 
-/// Fills the diary with 13 cycles a year of 25 to 31 days with 4 to 6 days of bleeding, and sets
-/// the clock to the 12th day of the last one. Always the same diary.
+/// One period in twenty has each of these lengths; 5.2 days on average.
+constexpr std::string_view BleedingDays = "44444555555556666677";
+
+/// Fills the diary with 13 cycles a year of 25 to 31 days, and sets the clock to the 13th day of the
+/// last one. Always the same diary.
 void FillDiary(UserData& data, int years) {
     std::uint32_t state = 1;
     const auto next = [&state](std::uint32_t below) {
