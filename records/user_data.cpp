@@ -273,12 +273,15 @@ void UserData::ApplyNoteText(DateKey key, const WCHAR* text) {
 
 void UserData::StoreDayWeights(const float* values, std::int32_t length, const SYSTEMTIME& start,
                                DayValueList& target) {
+    constexpr DateKey LastDayOfEveryMonth = 28;
     const std::int32_t first = DayNumber(ToDateKey(start));
+    DateKey key = KeyOfDayNumber(first);
     for (std::int32_t i = 0; i < length; ++i) {
         if (values[i] >= SmallestStoredWeight) {
-            target.Set(KeyOfDayNumber(first + i), std::bit_cast<std::int32_t>(values[i]));
+            target.Set(key, std::bit_cast<std::int32_t>(values[i]));
             target.dirty = true;
         }
+        key = (key & 0xFF) < LastDayOfEveryMonth ? key + 1 : KeyOfDayNumber(first + i + 1);
     }
 }
 
