@@ -8,9 +8,9 @@
 
 namespace lunara {
 
-/// The arguments without the program's own name, as UTF-8. Windows is asked for its own command line,
-/// because what `main` receives there is in the system's 8-bit code page. Elsewhere they are the
-/// bytes that `main` received, UTF-8 or not.
+/// The arguments without the program's own name, as UTF-8. Windows is asked for its own command
+/// line, because what `main` receives there is in the system's 8-bit code page. Elsewhere they are
+/// the bytes that `main` received, UTF-8 or not.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
 
 /// Standard input and output no longer turn line ends into anything else.

@@ -22,8 +22,7 @@ int RunCheck(const Options& options, const WideString& password, const Streams& 
     }
     UserData data;
     for (const DiaryFile& file : DiaryFiles()) {
-        const std::optional<Failure> failure =
-            LoadDiaryFile(file, data, options.folder, password);
+        const std::optional<Failure> failure = LoadDiaryFile(file, data, options.folder, password);
         if (failure) {
             streams.out.flush();
             return Report(*failure, streams);

@@ -1,7 +1,7 @@
 #pragma once
 
-// The five commands. Each returns the exit code, ExitDone or ExitData, and says on `streams.err` why
-// it failed.
+// The five commands. Each returns the exit code, ExitDone or ExitData, and says on `streams.err`
+// why it failed.
 
 #include "companion.h"
 #include "files.h"

@@ -24,10 +24,10 @@ struct CsvCell {
 
 using CsvRow = std::vector<CsvCell>;
 
-/// Reads a text row by row. Lines end with LF or CR LF, the last one with neither, too. A line without
-/// any character is skipped. A cell in quotes may hold commas, line breaks and doubled quotes; a quote
-/// in a cell that does not begin with one, text behind a closing quote, a quote that is never closed
-/// and a CR without its LF outside quotes are faults.
+/// Reads a text row by row. Lines end with LF or CR LF, the last one with neither, too. A line
+/// without any character is skipped. A cell in quotes may hold commas, line breaks and doubled
+/// quotes; a quote in a cell that does not begin with one, text behind a closing quote, a quote
+/// that is never closed and a CR without its LF outside quotes are faults.
 class CsvReader {
   public:
     enum class Result { Row, End, Bad };

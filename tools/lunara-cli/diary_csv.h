@@ -30,8 +30,8 @@ struct DayChange {
 
 struct DiaryCsv {
     std::vector<DayChange> changes;  // in the order of the rows
-    /// Cells that were taken although they are probably slips: no such day, a value that the program
-    /// itself does not offer.
+    /// Cells that were taken although they are probably slips: no such day, a value that the
+    /// program itself does not offer.
     std::vector<CsvFault> oddities;
 };
 

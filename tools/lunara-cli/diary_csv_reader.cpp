@@ -180,9 +180,9 @@ class DiaryReader {
         }
         for (const CsvCell& cell : row) {
             const int number = static_cast<int>(columns.size()) + 1;
-            const auto* column = std::find_if(
-                std::begin(Columns), std::end(Columns),
-                [&cell](const Column& known) { return known.name == cell.text; });
+            const auto* column =
+                std::find_if(std::begin(Columns), std::end(Columns),
+                             [&cell](const Column& known) { return known.name == cell.text; });
             if (column == std::end(Columns)) {
                 return Refuse(cell.line, number, "unknown column " + Quoted(cell.text));
             }
@@ -223,8 +223,11 @@ class DiaryReader {
         std::string_view oddity;
         const char* refusal = column.take(cell.text, change, oddity);
         const auto reasonOf = [&](std::string_view why) {
-            return std::string(column.name).append(": ").append(why).append(": ").append(
-                Quoted(cell.text));
+            return std::string(column.name)
+                .append(": ")
+                .append(why)
+                .append(": ")
+                .append(Quoted(cell.text));
         };
         if (refusal != nullptr) {
             return Refuse(cell.line, number, reasonOf(refusal));

@@ -42,9 +42,7 @@ constexpr DiaryFile Files[] = {
     },
 };
 
-bool IsSeparator(WCHAR unit) {
-    return unit == '/' || unit == '\\';
-}
+bool IsSeparator(WCHAR unit) { return unit == '/' || unit == '\\'; }
 
 std::optional<Failure> CheckLength(const WideString& path) {
     if (path.size() < PathCapacity) {
@@ -71,9 +69,7 @@ void PutBack(const std::vector<OldFile>& files) {
 
 }  // namespace
 
-std::span<const DiaryFile> DiaryFiles() {
-    return Files;
-}
+std::span<const DiaryFile> DiaryFiles() { return Files; }
 
 WideString PathInFolder(const WideString& folder, const WCHAR* name) {
     WideString path = folder;

@@ -10,11 +10,33 @@
 namespace lunara {
 namespace {
 
-constexpr DWORD FileTooLarge = 223;  // ERROR_FILE_TOO_LARGE
+constexpr DWORD FileTooLarge = 223;   // ERROR_FILE_TOO_LARGE
+constexpr DWORD BadPathSyntax = 123;  // ERROR_INVALID_NAME
 constexpr DWORD FirstMessageId = 57344;
 constexpr DWORD LastMessageId = 57359;
 constexpr int ReasonCapacity = 512;
 constexpr std::size_t ChunkBytes = 64 * 1024;
+
+struct KnownReason {
+    DWORD code;
+    const char* text;
+};
+
+// The errors that a folder or a file gives in ordinary life, in the same words on every system and
+// in the language of all the other messages.
+constexpr KnownReason KnownReasons[] = {
+    {ERROR_FILE_NOT_FOUND, "there is no such file or folder"},
+    {ERROR_PATH_NOT_FOUND, "there is no such folder"},
+    {ERROR_ACCESS_DENIED, "access is denied"},
+    {ERROR_WRITE_FAULT, "it cannot be written"},
+    {ERROR_READ_FAULT, "it cannot be read"},
+    {ERROR_SHARING_VIOLATION, "another program uses it"},
+    {ERROR_DISK_FULL, "there is no room left on the disk"},
+    {BadPathSyntax, "no file can have such a name"},
+    {ERROR_ALREADY_EXISTS, "there is something of this name already"},
+    {ERROR_FILENAME_EXCED_RANGE, "the path is too long"},
+    {FileTooLarge, "it is too long"},
+};
 
 /// Closes on leaving its scope and keeps the last error of what happened before.
 class OpenFile {
@@ -67,8 +89,8 @@ bool WriteBytes(HANDLE file, std::string_view bytes) {
 bool IsSpecialFile(const WideString& path) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
-    return !error && std::filesystem::exists(status) &&
-           !std::filesystem::is_regular_file(status) && !std::filesystem::is_directory(status);
+    return !error && std::filesystem::exists(status) && !std::filesystem::is_regular_file(status) &&
+           !std::filesystem::is_directory(status);
 }
 
 bool WriteFileAt(const WideString& path, std::string_view bytes, bool flush) {
@@ -84,6 +106,11 @@ std::string ReasonText(DWORD code) {
     if (code >= FirstMessageId && code <= LastMessageId &&
         ::LoadStringW(nullptr, code, text, ReasonCapacity) > 0) {
         return ToUtf8(text);
+    }
+    for (const KnownReason& known : KnownReasons) {
+        if (known.code == code) {
+            return known.text;
+        }
     }
     MessageText message(ReasonCapacity);
     message.FormatSystem(&MessageText::Set, code);

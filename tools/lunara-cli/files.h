@@ -17,12 +17,12 @@ struct Failure {
     std::string reason;
 };
 
-/// The text of an error code: the program's own string for one of its message ids, else the
-/// system's text, on one line.
+/// The text of an error code on one line: the program's own string for one of its message ids, our
+/// own words for the common errors of files, the system's text for the rest.
 std::string ReasonText(DWORD code);
 
-/// Reads the file. False, with the system's error in the last error, when it cannot be read, or when
-/// it holds more than `limit` bytes (ERROR_FILE_TOO_LARGE).
+/// Reads the file. False, with the system's error in the last error, when it cannot be read, or
+/// when it holds more than `limit` bytes (ERROR_FILE_TOO_LARGE).
 bool ReadWholeFile(const WideString& path, std::size_t limit, std::string& bytes);
 
 /// The same with a stream; false when it fails or holds more.

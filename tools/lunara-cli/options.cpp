@@ -116,8 +116,8 @@ ParsedOptions ParseOptions(std::vector<std::string> arguments) {
         parsed.text = used.empty() ? app.help() : used.front()->help();
     } catch (const CLI::Error& error) {
         parsed.exitCode = ExitUsage;
-        parsed.text = std::string("lunara-cli: ") + error.what() +
-                      "\nRun lunara-cli --help for the usage.\n";
+        parsed.text =
+            std::string("lunara-cli: ") + error.what() + "\nRun lunara-cli --help for the usage.\n";
     }
     return parsed;
 }

@@ -37,8 +37,8 @@ struct PredictionReport {
 /// replaced for the call.
 PredictionReport MakePredictionReport(UserData& data);
 
-/// One JSON object, indented, with a line end. Reading a number back as a 32-bit float gives exactly
-/// the float that was computed.
+/// One JSON object, indented, with a line end. Reading a number back as a 32-bit float gives
+/// exactly the float that was computed.
 std::string ReportAsJson(const PredictionReport& report);
 
 /// For people: the summary, and a table of the next `ReportTableDays` days, today first.

@@ -34,17 +34,16 @@ std::string WithoutTrailingBlanks(std::string text) {
 std::string CycleSummary(const PredictionReport& report) {
     std::string text = "Valid cycles:      " + std::to_string(report.cycles.size());
     if (!report.cycles.empty()) {
-        const auto [shortest, longest] = std::minmax_element(
-            report.cycles.begin(), report.cycles.end(),
-            [](const CycleRecord& a, const CycleRecord& b) {
-                return a.cycleLength < b.cycleLength;
-            });
+        const auto [shortest, longest] =
+            std::minmax_element(report.cycles.begin(), report.cycles.end(),
+                                [](const CycleRecord& a, const CycleRecord& b) {
+                                    return a.cycleLength < b.cycleLength;
+                                });
         text += ", of " + std::to_string(shortest->cycleLength) + " to " +
                 std::to_string(longest->cycleLength) + " days";
     }
     return text + "\nLeft out:          " + std::to_string(report.discardedPeriods) +
-           " discarded period(s), " + std::to_string(report.invalidCycles) +
-           " invalid cycle(s)\n";
+           " discarded period(s), " + std::to_string(report.invalidCycles) + " invalid cycle(s)\n";
 }
 
 std::string DayLine(const SYSTEMTIME& date, const DayReport& day) {
@@ -73,9 +72,9 @@ std::string ReportAsTable(const PredictionReport& report) {
 
     SYSTEMTIME date{};
     FromDateKey(report.today, date);
-    auto day = std::lower_bound(
-        report.days.begin(), report.days.end(), report.today,
-        [](const DayReport& entry, DateKey key) { return entry.date < key; });
+    auto day =
+        std::lower_bound(report.days.begin(), report.days.end(), report.today,
+                         [](const DayReport& entry, DateKey key) { return entry.date < key; });
     for (int i = 0; i < ReportTableDays; ++i, AddDays(date, 1, date)) {
         const DateKey key = ToDateKey(date);
         // An entry may have a date that is no day (31 February) and that no step arrives at.

@@ -17,16 +17,16 @@ struct SampleCycle {
 // The first 27 cycles of the first woman of Fehring et al., Menstrual Cycle Data, Marquette
 // University, 2012: regular and without a gap, 24 to 32 days long. The last one is the open cycle.
 constexpr SampleCycle Cycles[] = {
-    {29, 17, "33211"},  {27, 15, "33211"},  {29, 15, "33211"}, {27, 15, "33321"},
-    {28, 16, "33221"},  {26, 15, "33211"},  {29, 16, "33211"}, {24, 14, "3321"},
-    {28, 16, "133221"}, {28, 17, "33211"},  {26, 14, "33211"}, {29, 16, "33211"},
-    {27, 15, "332211"}, {28, 16, "23221"},  {30, 18, "3221"},  {28, 16, "33211"},
-    {26, 14, "33311"},  {26, 14, "33221"},  {24, 12, "3321"},  {27, 15, "23211"},
-    {28, 16, "3321"},   {26, 14, "2321"},   {27, 14, "3221"},  {27, 15, "3321"},
-    {25, 14, "3221"},   {32, 19, "2321"},   {27, 16, "2321"},
+    {29, 17, "33211"}, {27, 15, "33211"}, {29, 15, "33211"},  {27, 15, "33321"},  {28, 16, "33221"},
+    {26, 15, "33211"}, {29, 16, "33211"}, {24, 14, "3321"},   {28, 16, "133221"}, {28, 17, "33211"},
+    {26, 14, "33211"}, {29, 16, "33211"}, {27, 15, "332211"}, {28, 16, "23221"},  {30, 18, "3221"},
+    {28, 16, "33211"}, {26, 14, "33311"}, {26, 14, "33221"},  {24, 12, "3321"},   {27, 15, "23211"},
+    {28, 16, "3321"},  {26, 14, "2321"},  {27, 14, "3221"},   {27, 15, "3321"},   {25, 14, "3221"},
+    {32, 19, "2321"},  {27, 16, "2321"},
 };
 constexpr std::int32_t OpenCycle = static_cast<std::int32_t>(std::size(Cycles)) - 1;
-// Late enough for the open cycle's bleeding to be over, early enough for everything else to lie ahead.
+// Late enough for the open cycle's bleeding to be over, early enough for everything else to lie
+// ahead.
 constexpr std::int32_t TodaysCycleDay = 12;
 
 struct SampleNote {
@@ -105,7 +105,8 @@ std::int32_t TemperatureOn(std::int32_t cycle, std::int32_t day) {
     return value == NoTemperature ? value + EntryStep : value;
 }
 
-/// Cramps on the first days of a period that begins heavily, PMS on some of the last days of a cycle.
+/// Cramps on the first days of a period that begins heavily, PMS on some of the last days of a
+/// cycle.
 std::int32_t MarksOn(std::int32_t cycle, std::int32_t day) {
     const SampleCycle& facts = Cycles[cycle];
     std::int32_t marks = 0;
@@ -133,8 +134,8 @@ int FillDay(UserData& data, DateKey key, std::int32_t cycle, std::int32_t day) {
     for (const SampleNote& note : Notes) {
         if (note.cycle == cycle && note.day == day) {
             const WideView text = note.text;
-            stored &= data.notePages.AppendText(key, note.text,
-                                                static_cast<std::int32_t>(text.size()));
+            stored &=
+                data.notePages.AppendText(key, note.text, static_cast<std::int32_t>(text.size()));
         }
     }
     return stored;
