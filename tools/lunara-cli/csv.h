@@ -32,8 +32,8 @@ class CsvReader {
   public:
     enum class Result { Row, End, Bad };
 
-    /// `text` must outlive the reader.
-    explicit CsvReader(std::string_view text) : text(text) {}
+    /// `whole` must outlive the reader.
+    explicit CsvReader(std::string_view whole) : text(whole) {}
 
     /// Fills `row` (at least one cell) with the next row. After End or Bad the same comes again.
     Result Next(CsvRow& row);

@@ -142,8 +142,8 @@ std::string Quoted(std::string_view text) {
 
 class DiaryReader {
   public:
-    DiaryReader(std::string_view text, DiaryCsv& csv, CsvFault& fault)
-        : rows(text), csv(csv), fault(fault) {}
+    DiaryReader(std::string_view text, DiaryCsv& target, CsvFault& whatIsWrong)
+        : rows(text), csv(target), fault(whatIsWrong) {}
 
     bool Read() {
         if (!ReadHeader()) {

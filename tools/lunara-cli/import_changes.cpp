@@ -10,8 +10,8 @@ namespace {
 /// A list under change. Looking days up in the list itself would sort it again for every new day.
 class ValuesByDay {
   public:
-    explicit ValuesByDay(DayValueList& list) : list(list) {
-        for (const DayValue& record : list) {
+    explicit ValuesByDay(DayValueList& changed) : list(changed) {
+        for (const DayValue& record : changed) {
             stored.emplace_hint(stored.end(), record.date, record.value);
         }
         values = stored;

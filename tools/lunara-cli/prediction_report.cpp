@@ -6,6 +6,7 @@
 #include "cycle/day_status.h"
 #include "cycle/predictor.h"
 #include "platform/clock.h"
+#include "platform/text.h"
 
 namespace lunara {
 namespace {
