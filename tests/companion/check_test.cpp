@@ -12,7 +12,7 @@ TEST_F(Check, OneLineForEachFileInLoadOrder) {
     PutInDiary("Temperature.dat", DayFile({{Day, 9800}, {Day + 1, 9810}}));
     PutInDiary("Bleeding.dat", DayFile({{Day, 3}}));
     PutInDiary("Notes.dat", DayFile({}));
-    const Outcome outcome = Run({"check", Diary()});
+    const Outcome outcome = RunCli({"check", Diary()});
     EXPECT_EQ(outcome.code, ExitDone);
     EXPECT_EQ(outcome.out,
               "Temperature.dat: good, 2 records\n"
@@ -24,7 +24,7 @@ TEST_F(Check, OneLineForEachFileInLoadOrder) {
 
 TEST_F(Check, EmptyFolderIsAnEmptyDiary) {
     std::filesystem::create_directory(root / "diary");
-    EXPECT_EQ(Run({"check", Diary()}).code, ExitDone);
+    EXPECT_EQ(RunCli({"check", Diary()}).code, ExitDone);
     EXPECT_EQ(Export(), Header);
 }
 
@@ -36,7 +36,7 @@ TEST_F(Check, FolderThatDoesNotExistIsSaidSo) {
         for (const std::string& folder : {Diary(), Shown(Diary(), "deeper"), file}) {
             std::vector<std::string> line = arguments;
             line.push_back(folder);
-            const Outcome outcome = Run(line);
+            const Outcome outcome = RunCli(line);
             EXPECT_EQ(outcome.code, ExitData) << arguments[0];
             EXPECT_EQ(outcome.err, folder + ": The file does not exist\n") << arguments[0];
             EXPECT_EQ(outcome.out, "") << arguments[0];
@@ -54,7 +54,7 @@ TEST_F(Check, FolderWithATooLongPathIsRefused) {
         if (command == std::string("import")) {
             line.insert(line.end(), {"--csv", "-"});
         }
-        const Outcome outcome = Run(line, "date,bleeding\n2006-01-02,1\n");
+        const Outcome outcome = RunCli(line, "date,bleeding\n2006-01-02,1\n");
         EXPECT_EQ(outcome.code, ExitData) << command;
         EXPECT_NE(outcome.err.find("the path is too long"), std::string::npos) << outcome.err;
     }
@@ -114,7 +114,7 @@ TEST_F(Check, BadFileIsNamedWithItsMessageAndStaysAsItIs) {
             {"import", Diary(), "--csv", csv},
         };
         for (const std::vector<std::string>& line : lines) {
-            const Outcome outcome = Run(line);
+            const Outcome outcome = RunCli(line);
             EXPECT_EQ(outcome.code, ExitData) << bad.label << ' ' << line[0];
             EXPECT_EQ(outcome.err, Shown(Diary(), bad.name) + ": " + bad.message + "\n")
                 << bad.label << ' ' << line[0];
@@ -127,7 +127,7 @@ TEST_F(Check, BadFileIsNamedWithItsMessageAndStaysAsItIs) {
 TEST_F(Check, StopsAtTheFirstBadFile) {
     PutInDiary("Bleeding.dat", "foreign");
     PutInDiary("Notes.dat", "foreign");
-    const Outcome outcome = Run({"check", Diary()});
+    const Outcome outcome = RunCli({"check", Diary()});
     EXPECT_EQ(outcome.out, "Temperature.dat: no file, nothing recorded\n");
     EXPECT_EQ(outcome.err, Shown(Diary(), "Bleeding.dat") + ": Not a valid Lunara data file\n");
 }

@@ -57,7 +57,7 @@ TEST_F(Export, NoteOfSeveralPagesIsOneText) {
 TEST_F(Export, FileIsReplacedWhole) {
     PutInDiary("Bleeding.dat", DayFile({{Day, 3}}));
     const std::string csv = Beside("out.csv", std::string(1000, 'o'));
-    const Outcome outcome = Run({"export", Diary(), "--csv", csv});
+    const Outcome outcome = RunCli({"export", Diary(), "--csv", csv});
     EXPECT_EQ(outcome.code, ExitDone) << outcome.err;
     EXPECT_EQ(outcome.out + outcome.err, "");
     EXPECT_EQ(ReadBytes(root / "out.csv"), std::string(Header) + "2006-01-02,3,,,,\r\n");
@@ -68,10 +68,10 @@ TEST_F(Export, FileThatCannotBeWrittenIsNamed) {
     PutInDiary("Bleeding.dat", DayFile({{Day, 3}}));
     const auto before = Snapshot();
     const std::string missing = Utf8(root / "nowhere" / "out.csv");
-    const Outcome outcome = Run({"export", Diary(), "--csv", missing});
+    const Outcome outcome = RunCli({"export", Diary(), "--csv", missing});
     EXPECT_EQ(outcome.code, ExitData);
     EXPECT_EQ(outcome.err.rfind(missing + ": there is no such ", 0), 0U) << outcome.err;
-    const Outcome onFolder = Run({"export", Diary(), "--csv", Diary()});
+    const Outcome onFolder = RunCli({"export", Diary(), "--csv", Diary()});
     EXPECT_EQ(onFolder.code, ExitData);
     EXPECT_EQ(onFolder.err.rfind(Diary() + ": ", 0), 0U) << onFolder.err;
     EXPECT_EQ(Snapshot(), before);
@@ -80,7 +80,7 @@ TEST_F(Export, FileThatCannotBeWrittenIsNamed) {
 TEST_F(Export, DataFileIsNeverOverwrittenWithCsv) {
     PutInDiary("Bleeding.dat", DayFile({{Day, 3}}));
     const auto before = Snapshot();
-    const Outcome outcome = Run({"export", Diary(), "--csv", Utf8(InDiary("Bleeding.dat"))});
+    const Outcome outcome = RunCli({"export", Diary(), "--csv", Utf8(InDiary("Bleeding.dat"))});
     EXPECT_EQ(outcome.code, ExitData);
     EXPECT_NE(outcome.err.find("a data file of the diary itself"), std::string::npos);
     EXPECT_EQ(Snapshot(), before);
@@ -116,9 +116,9 @@ TEST_F(Export, LocaleChangesNothing) {
     const Outcome import = Import(csv);
     EXPECT_EQ(import.code, ExitDone) << import.err;
     EXPECT_EQ(CompanionTest::Export(), csv);
-    const Outcome json = Run({"predict", Diary(), "--json", "--today", "2006-01-02"});
+    const Outcome json = RunCli({"predict", Diary(), "--json", "--today", "2006-01-02"});
     EXPECT_NE(json.out.find("\"bleedingLevel\": 123456.0"), std::string::npos) << json.out;
-    const Outcome table = Run({"predict", Diary(), "--today", "2006-01-02"});
+    const Outcome table = RunCli({"predict", Diary(), "--today", "2006-01-02"});
     EXPECT_NE(table.out.find(" 123456.00 "), std::string::npos) << table.out;
     const Outcome bad = Import("date\n" + std::string(1233, '\n') + "x\n");
     EXPECT_NE(bad.err.find("line 1235, column 1"), std::string::npos) << bad.err;

@@ -34,7 +34,7 @@ std::filesystem::path NewFolder() {
 
 }  // namespace
 
-Outcome Run(const std::vector<std::string>& arguments, const std::string& input) {
+Outcome RunCli(const std::vector<std::string>& arguments, const std::string& input) {
     std::istringstream in(input);
     std::ostringstream out;
     std::ostringstream err;
@@ -94,11 +94,11 @@ void CompanionTest::PutInDiary(const std::string& name, const std::string& bytes
 }
 
 Outcome CompanionTest::Import(const std::string& csv) const {
-    return Run({"import", Diary(), "--csv", "-"}, csv);
+    return RunCli({"import", Diary(), "--csv", "-"}, csv);
 }
 
 std::string CompanionTest::Export() const {
-    const Outcome outcome = Run({"export", Diary(), "--csv", "-"});
+    const Outcome outcome = RunCli({"export", Diary(), "--csv", "-"});
     EXPECT_EQ(outcome.code, ExitDone) << outcome.err;
     return outcome.out;
 }

@@ -20,7 +20,7 @@ struct Outcome {
 };
 
 /// Runs a command line inside this process.
-Outcome Run(const std::vector<std::string>& arguments, const std::string& input = "");
+Outcome RunCli(const std::vector<std::string>& arguments, const std::string& input = "");
 
 /// UTF-8 of a path, as it stands on a command line.
 std::string Utf8(const std::filesystem::path& path);

@@ -18,7 +18,8 @@ constexpr DateKey Day = MakeDateKey(2006, 1, 2);
 
 TEST_F(Import, CreatesTheFolderAndItsParents) {
     const std::string folder = Utf8(root / "a" / "b" / "c");
-    const Outcome outcome = Run({"import", folder, "--csv", "-"}, "date,bleeding\n2006-01-02,3\n");
+    const Outcome outcome =
+        RunCli({"import", folder, "--csv", "-"}, "date,bleeding\n2006-01-02,3\n");
     EXPECT_EQ(outcome.code, ExitDone) << outcome.err;
     EXPECT_EQ(outcome.out + outcome.err, "");
     EXPECT_EQ(ReadBytes(root / "a" / "b" / "c" / "Bleeding.dat"), DayFile({{Day, 3}}));
@@ -28,7 +29,7 @@ TEST_F(Import, HeaderAloneCreatesTheFolder) { EXPECT_EQ(After("date\n"), ""); }
 
 TEST_F(Import, ReadsAFileOrStandardInput) {
     const std::string csv = Beside("in.csv", "date,bleeding\r\n2006-01-02,3\r\n");
-    EXPECT_EQ(Run({"import", Diary(), "--csv", csv}).code, ExitDone);
+    EXPECT_EQ(RunCli({"import", Diary(), "--csv", csv}).code, ExitDone);
     EXPECT_EQ(After("date,bleeding\n2006-01-03,2"), "2006-01-02,3,,,,\r\n2006-01-03,2,,,,\r\n");
 }
 
@@ -157,7 +158,7 @@ TEST_F(Import, BadCsvChangesNothing) {
 
 TEST_F(Import, BadCsvCreatesNoFolder) {
     EXPECT_EQ(CompanionTest::Import("date,foo\n").code, ExitData);
-    EXPECT_EQ(Run({"import", Diary(), "--csv", Utf8(root / "no.csv")}).err,
+    EXPECT_EQ(RunCli({"import", Diary(), "--csv", Utf8(root / "no.csv")}).err,
               Utf8(root / "no.csv") + ": The file does not exist\n");
     EXPECT_TRUE(Snapshot().empty());
 }
@@ -165,7 +166,7 @@ TEST_F(Import, BadCsvCreatesNoFolder) {
 TEST_F(Import, FolderThatCannotBeMadeIsNamed) {
     const std::string folder = Shown(Beside("file", "x"), "diary");
     const auto before = Snapshot();
-    const Outcome outcome = Run({"import", folder, "--csv", "-"}, "date,pms\n2006-01-02,1\n");
+    const Outcome outcome = RunCli({"import", folder, "--csv", "-"}, "date,pms\n2006-01-02,1\n");
     EXPECT_EQ(outcome.code, ExitData);
     EXPECT_EQ(outcome.err.rfind(folder + ": ", 0), 0U) << outcome.err;
     EXPECT_GT(outcome.err.size(), folder.size() + 5);

@@ -9,7 +9,7 @@ class Password : public CompanionTest {
     Outcome RunWith(std::vector<std::string> arguments, const std::string& passwordBytes,
                     const std::string& input = "") const {
         arguments.insert(arguments.end(), {"--password-file", Beside("password", passwordBytes)});
-        return Run(arguments, input);
+        return RunCli(arguments, input);
     }
 
     void MakeDiary(const std::string& passwordBytes) const {
@@ -21,7 +21,8 @@ class Password : public CompanionTest {
 
 TEST_F(Password, DiaryOpensWithTheRightPasswordOnly) {
     MakeDiary("right\n");
-    EXPECT_EQ(ReadBytes(InDiary("NotePages.dat")).find("s\0e\0c\0"), std::string::npos);
+    constexpr std::string_view PlainWord("s\0e\0c\0r\0e\0t", 11);
+    EXPECT_EQ(ReadBytes(InDiary("NotePages.dat")).find(PlainWord), std::string::npos);
     EXPECT_EQ(RunWith({"check", Diary()}, "right").code, ExitDone);
     const Outcome read = RunWith({"export", Diary(), "--csv", "-"}, "right\r\n");
     EXPECT_EQ(read.out, std::string(Header) + "2006-01-02,3,,,,secret words\r\n");
@@ -62,7 +63,7 @@ TEST_F(Password, FilesThatHoldTheSamePassword) {
         MakeDiary(pair.written);
         const Outcome outcome = RunWith({"check", Diary()}, pair.read);
         EXPECT_EQ(outcome.code, ExitDone) << pair.label << ": " << outcome.err;
-        EXPECT_EQ(Run({"check", Diary()}).code, ExitData) << pair.label;
+        EXPECT_EQ(RunCli({"check", Diary()}).code, ExitData) << pair.label;
         std::filesystem::remove_all(root / "diary");
     }
 }
@@ -70,7 +71,7 @@ TEST_F(Password, FilesThatHoldTheSamePassword) {
 TEST_F(Password, EmptyFileIsTheEmptyPassword) {
     for (const char* empty : {"", "\n", "\r\n", "\xEF\xBB\xBF\r\n"}) {
         MakeDiary(empty);
-        EXPECT_EQ(Run({"check", Diary()}).code, ExitDone);
+        EXPECT_EQ(RunCli({"check", Diary()}).code, ExitDone);
         std::filesystem::remove_all(root / "diary");
     }
 }
@@ -103,7 +104,7 @@ TEST_F(Password, FileThatHoldsNoPasswordIsRefused) {
 
 TEST_F(Password, MissingFileIsRefused) {
     const std::string missing = Utf8(root / "missing");
-    const Outcome outcome = Run({"sample", Diary(), "--password-file", missing});
+    const Outcome outcome = RunCli({"sample", Diary(), "--password-file", missing});
     EXPECT_EQ(outcome.code, ExitData);
     EXPECT_EQ(outcome.err, missing + ": The file does not exist\n");
     EXPECT_TRUE(Snapshot().empty());

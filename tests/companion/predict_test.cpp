@@ -7,6 +7,7 @@
 #include "cycle/day_status.h"
 #include "cycle/predictor.h"
 #include "fixture.h"
+#include "iso_date.h"
 #include "platform/clock.h"
 #include "platform/text.h"
 
@@ -18,7 +19,7 @@ using Json = nlohmann::ordered_json;
 class Predict : public CompanionTest {
   protected:
     Json PredictJson(const std::string& today) const {
-        const Outcome outcome = Run({"predict", Diary(), "--json", "--today", today});
+        const Outcome outcome = RunCli({"predict", Diary(), "--json", "--today", today});
         EXPECT_EQ(outcome.code, ExitDone) << outcome.err;
         EXPECT_EQ(outcome.err, "");
         return Json::parse(outcome.out);
@@ -28,10 +29,9 @@ class Predict : public CompanionTest {
     void PutPeriods(std::initializer_list<const char*> starts) const {
         std::string csv = "date,bleeding\n";
         for (const char* start : starts) {
-            const std::string text(start);
-            const int first = std::stoi(text.substr(8));
-            for (int day = first; day < first + 5; ++day) {
-                csv += text.substr(0, 8) + (day < 10 ? "0" : "") + std::to_string(day) + ",2\n";
+            const std::int32_t first = DayNumber(ParseIsoDate(start).value());
+            for (std::int32_t day = first; day < first + 5; ++day) {
+                csv += IsoDate(KeyOfDayNumber(day)) + ",2\n";
             }
         }
         const Outcome outcome = Import(csv);
@@ -119,8 +119,8 @@ TEST_F(Predict, DaysSayOnlyWhatTheyHave) {
 }
 
 TEST_F(Predict, NumbersReadBackAsTheVeryFloats) {
-    ASSERT_EQ(Run({"sample", Diary(), "--today", "2006-11-20"}).code, ExitDone);
-    const Outcome outcome = Run({"predict", Diary(), "--json", "--today", "2006-11-20"});
+    ASSERT_EQ(RunCli({"sample", Diary(), "--today", "2006-11-20"}).code, ExitDone);
+    const Outcome outcome = RunCli({"predict", Diary(), "--json", "--today", "2006-11-20"});
     const Json report = Json::parse(outcome.out);
 
     SYSTEMTIME today{};
@@ -141,14 +141,12 @@ TEST_F(Predict, NumbersReadBackAsTheVeryFloats) {
     for (const auto& [key, list] : lists) {
         EXPECT_GT(list->Count(), 100) << key;
         for (const DayValue& record : *list) {
-            WCHAR date[16] = {};
-            FormatText(date, 16, TEXT("%04d-%02d-%02d"), record.date >> 16, record.date >> 8 & 0xFF,
-                       record.date & 0xFF);
-            dates.insert(ToUtf8(date));
-            const Json* day = DayOf(report, ToUtf8(date));
-            ASSERT_NE(day, nullptr) << ToUtf8(date);
+            const std::string date = IsoDate(record.date);
+            dates.insert(date);
+            const Json* day = DayOf(report, date);
+            ASSERT_NE(day, nullptr) << date;
             const float read = static_cast<float>(day->at(key).get<double>());
-            EXPECT_EQ(std::bit_cast<std::int32_t>(read), record.value) << key << ToUtf8(date);
+            EXPECT_EQ(std::bit_cast<std::int32_t>(read), record.value) << key << date;
         }
     }
     EXPECT_EQ(report["days"].size(), dates.size());
@@ -210,13 +208,13 @@ TEST_F(Predict, Stored31FebruaryDoesNoHarm) {
                                         {MakeDateKey(2006, 3, 1), 2}}));
     const Json report = PredictJson("2006-02-20");
     EXPECT_NE(DayOf(report, "2006-01-31"), nullptr);
-    EXPECT_EQ(Run({"predict", Diary(), "--today", "2006-02-20"}).code, ExitDone);
-    EXPECT_EQ(Run({"predict", Diary(), "--today", "2006-03-10"}).code, ExitDone);
+    EXPECT_EQ(RunCli({"predict", Diary(), "--today", "2006-02-20"}).code, ExitDone);
+    EXPECT_EQ(RunCli({"predict", Diary(), "--today", "2006-03-10"}).code, ExitDone);
 }
 
 TEST_F(Predict, TableShowsTheNext60Days) {
-    ASSERT_EQ(Run({"sample", Diary(), "--today", "2006-11-20"}).code, ExitDone);
-    const Outcome outcome = Run({"predict", Diary(), "--today", "2006-11-20"});
+    ASSERT_EQ(RunCli({"sample", Diary(), "--today", "2006-11-20"}).code, ExitDone);
+    const Outcome outcome = RunCli({"predict", Diary(), "--today", "2006-11-20"});
     EXPECT_EQ(outcome.code, ExitDone);
     std::vector<std::string> lines;
     std::istringstream text(outcome.out);
@@ -237,7 +235,7 @@ TEST_F(Predict, TableShowsTheNext60Days) {
 
 TEST_F(Predict, TableShowsTheWarning) {
     std::filesystem::create_directory(root / "diary");
-    const Outcome outcome = Run({"predict", Diary(), "--today", "2006-11-20"});
+    const Outcome outcome = RunCli({"predict", Diary(), "--today", "2006-11-20"});
     EXPECT_NE(outcome.out.find("Last period start: none\n"), std::string::npos);
     EXPECT_NE(outcome.out.find("Warning:           No statistical data.\n"), std::string::npos);
 }
@@ -248,7 +246,7 @@ TEST_F(Predict, ClockIsGivenBack) {
     FromDateKey(MakeDateKey(2006, 1, 3), now);
     PredictJson("2006-01-20");
     SetLocalNow(now);
-    const Json report = Json::parse(Run({"predict", Diary(), "--json"}).out);
+    const Json report = Json::parse(RunCli({"predict", Diary(), "--json"}).out);
     EXPECT_EQ(report["today"], "2006-01-03");
     EXPECT_EQ(ToDateKey(LocalNow()), MakeDateKey(2006, 1, 3));
     ReleaseClock();

@@ -18,12 +18,16 @@ class Program : public CompanionTest {
         const auto program =
             (std::filesystem::path(folder.data()) / LUNARA_CLI_FROM_TESTS).lexically_normal();
         Beside("stdin", input);
-        // The outer quotes are for the shell of Windows, which takes a first and a last quote off.
-        const std::string redirected = "\"" + Utf8(program) + "\" " + arguments + " <\"" +
-                                       Utf8(root / "stdin") + "\" >\"" + Utf8(root / "stdout") +
-                                       "\" 2>\"" + Utf8(root / "stderr") + "\"";
-        const bool isPosix = std::filesystem::path::preferred_separator == '/';
-        const int status = std::system((isPosix ? redirected : "\"" + redirected + "\"").c_str());
+        std::string line = Quoted(program);
+        line.append(" ").append(arguments);
+        line.append(" <").append(Quoted(root / "stdin"));
+        line.append(" >").append(Quoted(root / "stdout"));
+        line.append(" 2>").append(Quoted(root / "stderr"));
+        if (std::filesystem::path::preferred_separator != '/') {
+            // The shell of Windows takes a first and a last quote off.
+            line.insert(0, 1, '"').push_back('"');
+        }
+        const int status = std::system(line.c_str());
         Outcome outcome;
         outcome.code =
             status > 0xFF ? status >> 8 : status;  // POSIX: the code is in the second byte
@@ -32,42 +36,44 @@ class Program : public CompanionTest {
         return outcome;
     }
 
-    std::string Quoted(const std::string& name) const {
-        return "\"" + Utf8(root / std::filesystem::path(std::u8string(name.begin(), name.end()))) +
-               "\"";
+    static std::string Quoted(const std::filesystem::path& path) {
+        std::string quoted(1, '"');
+        return quoted.append(Utf8(path)).append(1, '"');
     }
+
+    std::string InTests(const char* name) const { return Quoted(root / name); }
 };
 
 TEST_F(Program, ExitCodesReachTheShell) {
-    EXPECT_EQ(RunProgram("sample " + Quoted("diary") + " --today 2006-11-20").code, ExitDone);
-    const Outcome again = RunProgram("sample " + Quoted("diary"));
+    EXPECT_EQ(RunProgram("sample " + InTests("diary") + " --today 2006-11-20").code, ExitDone);
+    const Outcome again = RunProgram("sample " + InTests("diary"));
     EXPECT_EQ(again.code, ExitData);
     EXPECT_NE(again.err.find("Temperature.dat: there is a diary already"), std::string::npos);
     EXPECT_EQ(RunProgram("").code, ExitUsage);
-    EXPECT_EQ(RunProgram("check " + Quoted("diary") + " --fast").code, ExitUsage);
-    const Outcome missing = RunProgram("check " + Quoted("missing"));
+    EXPECT_EQ(RunProgram("check " + InTests("diary") + " --fast").code, ExitUsage);
+    const Outcome missing = RunProgram("check " + InTests("missing"));
     EXPECT_EQ(missing.code, ExitData);
     EXPECT_NE(missing.err.find("missing: The file does not exist\n"), std::string::npos);
-    const Outcome check = RunProgram("check " + Quoted("diary"));
+    const Outcome check = RunProgram("check " + InTests("diary"));
     EXPECT_EQ(check.code, ExitDone);
     EXPECT_EQ(check.out.rfind("Temperature.dat: good, ", 0), 0U) << check.out;
 }
 
 TEST_F(Program, LineEndsPassTheStandardStreamsUnchanged) {
     const std::string csv = std::string(Header) + "2006-01-02,3,,,,\"a\nb\r\nc\"\r\n";
-    ASSERT_EQ(RunProgram("import " + Quoted("diary") + " --csv -", csv).code, ExitDone);
-    EXPECT_EQ(RunProgram("export " + Quoted("diary") + " --csv -").out, csv);
+    ASSERT_EQ(RunProgram("import " + InTests("diary") + " --csv -", csv).code, ExitDone);
+    EXPECT_EQ(RunProgram("export " + InTests("diary") + " --csv -").out, csv);
 }
 
 TEST_F(Program, FoldersMayHaveAnyName) {
     const std::string name = "caf\xC3\xA9 \xE6\x9C\x88";
     const std::string csv = "date,pms\n2006-01-02,1\n";
-    ASSERT_EQ(
-        Run({"import", Utf8(root / std::filesystem::path(std::u8string(name.begin(), name.end()))),
-             "--csv", "-"},
-            csv)
-            .code,
-        ExitDone);
+    ASSERT_EQ(RunCli({"import",
+                      Utf8(root / std::filesystem::path(std::u8string(name.begin(), name.end()))),
+                      "--csv", "-"},
+                     csv)
+                  .code,
+              ExitDone);
     EXPECT_TRUE(std::filesystem::exists(root / u8"caf\u00E9 \u6708" / "Notes.dat"));
     EXPECT_EQ(RunProgram("--help").code, ExitDone);
 }

@@ -16,8 +16,8 @@ constexpr DateKey Today = MakeDateKey(2006, 11, 20);
 constexpr char TodayText[] = "2006-11-20";
 
 TEST_F(Sample, GivesAProperPrediction) {
-    ASSERT_EQ(Run({"sample", Diary(), "--today", TodayText}).code, ExitDone);
-    const Outcome outcome = Run({"predict", Diary(), "--today", TodayText, "--json"});
+    ASSERT_EQ(RunCli({"sample", Diary(), "--today", TodayText}).code, ExitDone);
+    const Outcome outcome = RunCli({"predict", Diary(), "--today", TodayText, "--json"});
     ASSERT_EQ(outcome.code, ExitDone) << outcome.err;
     const auto json = nlohmann::json::parse(outcome.out);
     EXPECT_EQ(json["warning"], "");
@@ -31,7 +31,7 @@ TEST_F(Sample, GivesAProperPrediction) {
 }
 
 TEST_F(Sample, EndsTodayAndBeginsTwoYearsBefore) {
-    ASSERT_EQ(Run({"sample", Diary(), "--today", TodayText}).code, ExitDone);
+    ASSERT_EQ(RunCli({"sample", Diary(), "--today", TodayText}).code, ExitDone);
     UserData data;
     ASSERT_EQ(data.LoadFolder(FromUtf8(Diary())->c_str(), TEXT("")), 1);
     EXPECT_EQ(data.bleeding.At(0).date, MakeDateKey(2004, 11, 28));
@@ -91,11 +91,11 @@ TEST_F(Sample, TemperaturesRiseAfterOvulation) {
 }
 
 TEST_F(Sample, SameTodayGivesTheSameFiles) {
-    ASSERT_EQ(Run({"sample", Diary(), "--today", TodayText}).code, ExitDone);
+    ASSERT_EQ(RunCli({"sample", Diary(), "--today", TodayText}).code, ExitDone);
     const auto first = Snapshot();
     EXPECT_EQ(first.size(), 5U);
     std::filesystem::remove_all(root / "diary");
-    ASSERT_EQ(Run({"sample", Diary(), "--today", TodayText}).code, ExitDone);
+    ASSERT_EQ(RunCli({"sample", Diary(), "--today", TodayText}).code, ExitDone);
     EXPECT_EQ(Snapshot(), first);
 }
 
@@ -103,7 +103,7 @@ TEST_F(Sample, WithoutTodayItEndsOnTheClocksDay) {
     SYSTEMTIME now{};
     FromDateKey(MakeDateKey(2020, 2, 29), now);
     SetLocalNow(now);
-    EXPECT_EQ(Run({"sample", Diary()}).code, ExitDone);
+    EXPECT_EQ(RunCli({"sample", Diary()}).code, ExitDone);
     ReleaseClock();
     EXPECT_NE(Export().find("\r\n2020-02-29,"), std::string::npos);
     EXPECT_EQ(Export().find("\r\n2020-03-01,"), std::string::npos);
@@ -113,36 +113,36 @@ TEST_F(Sample, AnExistingDiaryIsNotTouched) {
     for (const char* name : {"Temperature.dat", "Bleeding.dat", "Notes.dat", "NotePages.dat"}) {
         PutInDiary(name, "anything");
         const auto before = Snapshot();
-        const Outcome outcome = Run({"sample", Diary()});
+        const Outcome outcome = RunCli({"sample", Diary()});
         EXPECT_EQ(outcome.code, ExitData) << name;
         EXPECT_EQ(outcome.err.rfind(Shown(Diary(), name) + ": there is a diary already", 0), 0U)
             << outcome.err;
         EXPECT_EQ(Snapshot(), before) << name;
         std::filesystem::remove(InDiary(name));
     }
-    EXPECT_EQ(Run({"sample", Diary()}).code, ExitDone);  // into the folder that is there
+    EXPECT_EQ(RunCli({"sample", Diary()}).code, ExitDone);  // into the folder that is there
 }
 
 TEST_F(Sample, DiaryThatWouldBeginBefore1601IsRefused) {
-    const Outcome outcome = Run({"sample", Diary(), "--today", "1602-12-01"});
+    const Outcome outcome = RunCli({"sample", Diary(), "--today", "1602-12-01"});
     EXPECT_EQ(outcome.code, ExitData);
     EXPECT_TRUE(Snapshot().empty());
-    EXPECT_EQ(Run({"sample", Diary(), "--today", "2500-12-31"}).code, ExitDone);
+    EXPECT_EQ(RunCli({"sample", Diary(), "--today", "2500-12-31"}).code, ExitDone);
 }
 
 TEST_F(Sample, IsEncipheredWithThePassword) {
     const std::string password = Beside("password", "moon\n");
-    ASSERT_EQ(Run({"sample", Diary(), "--password-file", password}).code, ExitDone);
-    EXPECT_EQ(Run({"check", Diary(), "--password-file", password}).code, ExitDone);
-    EXPECT_EQ(Run({"check", Diary()}).code, ExitData);
+    ASSERT_EQ(RunCli({"sample", Diary(), "--password-file", password}).code, ExitDone);
+    EXPECT_EQ(RunCli({"check", Diary(), "--password-file", password}).code, ExitDone);
+    EXPECT_EQ(RunCli({"check", Diary()}).code, ExitData);
 }
 
 TEST_F(Sample, SurvivesExportAndImport) {
-    ASSERT_EQ(Run({"sample", Diary(), "--today", TodayText}).code, ExitDone);
+    ASSERT_EQ(RunCli({"sample", Diary(), "--today", TodayText}).code, ExitDone);
     const std::string csv = Export();
     const std::string copy = Utf8(root / "copy");
-    ASSERT_EQ(Run({"import", copy, "--csv", "-"}, csv).code, ExitDone);
-    EXPECT_EQ(Run({"export", copy, "--csv", "-"}).out, csv);
+    ASSERT_EQ(RunCli({"import", copy, "--csv", "-"}, csv).code, ExitDone);
+    EXPECT_EQ(RunCli({"export", copy, "--csv", "-"}).out, csv);
     for (const char* name : {"Temperature.dat", "Bleeding.dat", "Notes.dat", "NotePages.dat"}) {
         EXPECT_EQ(ReadBytes(root / "copy" / name), ReadBytes(InDiary(name))) << name;
     }
