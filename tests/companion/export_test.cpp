@@ -1,5 +1,6 @@
 #include <clocale>
 #include <locale>
+#include <sstream>
 
 #include "companion.h"
 #include "fixture.h"
@@ -75,6 +76,16 @@ TEST_F(Export, FileThatCannotBeWrittenIsNamed) {
     EXPECT_EQ(onFolder.code, ExitData);
     EXPECT_EQ(onFolder.err.rfind(Diary() + ": ", 0), 0U) << onFolder.err;
     EXPECT_EQ(Snapshot(), before);
+}
+
+TEST_F(Export, StandardOutputThatCannotBeWrittenIsAnError) {
+    PutInDiary("Bleeding.dat", DayFile({{Day, 3}}));
+    std::istringstream in;
+    std::ostringstream out;
+    std::ostringstream err;
+    out.setstate(std::ios::badbit);
+    EXPECT_EQ(RunCompanion({"export", Diary(), "--csv", "-"}, {in, out, err}), ExitData);
+    EXPECT_EQ(err.str(), "-: standard output could not be written\n");
 }
 
 TEST_F(Export, DataFileIsNeverOverwrittenWithCsv) {

@@ -1,5 +1,6 @@
 #include "companion.h"
 #include "fixture.h"
+#include "records/replacement_file.h"
 
 namespace lunara::companion_tests {
 namespace {
@@ -104,6 +105,90 @@ TEST_F(Import, ChangedNoteMovesToTheEndAndOthersKeepTheirOrder) {
     After("date,note\n2006-01-02,new\n2006-01-03,b\n");
     EXPECT_EQ(ReadBytes(InDiary("NotePages.dat")),
               PageFile({Page(Day + 2, "c"), Page(Day + 1, "b"), Page(Day, "new")}));
+}
+
+/// File calls of which one step fails, for the files whose names end in `name`.
+class FailingCalls : public FileCalls {
+  public:
+    enum class Step { Create, Write, Flush, Close, Replace, Remove };
+
+    FailingCalls(Step failingStep, WideView failingName) : step(failingStep), name(failingName) {
+        UseFileCalls(this);
+    }
+    FailingCalls(const FailingCalls&) = delete;
+    FailingCalls& operator=(const FailingCalls&) = delete;
+    ~FailingCalls() override { UseFileCalls(nullptr); }
+
+    HANDLE Create(const WCHAR* path) override {
+        isTarget = WideView(path).ends_with(name);
+        return Fails(Step::Create) ? INVALID_HANDLE_VALUE : FileCalls::Create(path);
+    }
+    BOOL Write(HANDLE file, const void* bytes, DWORD count, DWORD& written) override {
+        return Fails(Step::Write) ? FALSE : FileCalls::Write(file, bytes, count, written);
+    }
+    BOOL Flush(HANDLE file) override { return Fails(Step::Flush) ? FALSE : FileCalls::Flush(file); }
+    BOOL Close(HANDLE file) override {
+        const BOOL closed = FileCalls::Close(file);
+        return Fails(Step::Close) ? FALSE : closed;
+    }
+    BOOL Replace(const WCHAR* from, const WCHAR* to) override {
+        return Fails(Step::Replace) ? FALSE : FileCalls::Replace(from, to);
+    }
+    BOOL Remove(const WCHAR* path) override {
+        const bool fails = step == Step::Remove && WideView(path).ends_with(name);
+        return fails ? FALSE : FileCalls::Remove(path);
+    }
+
+  private:
+    bool Fails(Step now) const {
+        if (!isTarget || now != step) {
+            return false;
+        }
+        ::SetLastError(ERROR_DISK_FULL);
+        return true;
+    }
+
+    Step step;
+    WideView name;
+    bool isTarget = false;
+};
+
+TEST_F(Import, SaveThatFailsAtAnyStepPutsEveryFileBack) {
+    PutInDiary("Temperature.dat", DayFile({{Day, 9800}}));
+    PutInDiary("Bleeding.dat", DayFile({{Day, 1}}));
+    PutInDiary("Notes.dat", DayFile({{Day, 1}}));
+    const auto before = Snapshot();
+    using Step = FailingCalls::Step;
+    for (const Step step : {Step::Create, Step::Write, Step::Flush, Step::Close, Step::Replace}) {
+        const FailingCalls calls(step, TEXT("NotePages.new"));
+        const Outcome outcome = CompanionTest::Import(
+            "date,bleeding,temperature_f,cramps,note\n2006-01-02,2,97.5,0,note\n");
+        EXPECT_EQ(outcome.code, ExitData);
+        EXPECT_EQ(outcome.err,
+                  Shown(Diary(), "NotePages.dat") + ": there is no room left on the disk\n");
+        EXPECT_EQ(Snapshot(), before) << static_cast<int>(step);
+    }
+}
+
+TEST_F(Import, FileThatCannotBeDeletedIsNamed) {
+    PutInDiary("Temperature.dat", DayFile({{Day, 9800}}));
+    PutInDiary("Notes.dat", DayFile({{Day, 1}}));
+    const auto before = Snapshot();
+    const FailingCalls calls(FailingCalls::Step::Remove, TEXT("Notes.dat"));
+    const Outcome outcome = CompanionTest::Import("date,temperature_f,cramps\n2006-01-02,99,0\n");
+    EXPECT_EQ(outcome.code, ExitData);
+    EXPECT_EQ(outcome.err, Shown(Diary(), "Notes.dat") + ": it could not be deleted\n");
+    EXPECT_EQ(Snapshot(), before);
+}
+
+TEST_F(Import, SiblingNameThatIsTakenByAFolderIsASaveThatFails) {
+    PutInDiary("Temperature.dat", DayFile({{Day, 9800}}));
+    std::filesystem::create_directories(InDiary("Bleeding.new"));
+    const auto before = Snapshot();
+    const Outcome outcome = CompanionTest::Import("date,bleeding,temperature_f\n2006-01-02,1,99\n");
+    EXPECT_EQ(outcome.code, ExitData);
+    EXPECT_EQ(outcome.err, Shown(Diary(), "Bleeding.dat") + ": access is denied\n");
+    EXPECT_EQ(Snapshot(), before);
 }
 
 struct RoundTrip {

@@ -110,6 +110,8 @@ TEST(Options, HelpIsNoError) {
         EXPECT_NE(all.text.find(command), std::string::npos) << command;
         const ParsedOptions one = ParseOptions({command, "--help"});
         EXPECT_EQ(one.exitCode, ExitDone) << command;
+        EXPECT_NE(one.text.find("Usage: lunara-cli " + std::string(command)), std::string::npos)
+            << one.text;
         EXPECT_NE(one.text.find("--password-file"), std::string::npos) << command;
     }
 }

@@ -147,6 +147,11 @@ std::optional<Failure> SaveDiary(UserData& data, const WideString& folder,
             PutBack(saved);
             return Failure{old.path, ReasonText(error)};
         }
+        // An empty list deletes its file, and does not say when that fails.
+        if (file.count(data) == 0 && FileExists(old.path)) {
+            PutBack(saved);
+            return Failure{old.path, "it could not be deleted"};
+        }
         saved.push_back(std::move(old));
     }
     return std::nullopt;

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "platform/message_text.h"
+#include "records/replacement_file.h"
 
 namespace lunara {
 namespace {
@@ -41,8 +42,8 @@ constexpr KnownReason KnownReasons[] = {
 /// Closes on leaving its scope and keeps the last error of what happened before.
 class OpenFile {
   public:
-    OpenFile(const WideString& path, DWORD access, DWORD disposition)
-        : handle(::CreateFileW(path.c_str(), access, FILE_SHARE_READ, nullptr, disposition,
+    OpenFile(const WideString& path, DWORD access)
+        : handle(::CreateFileW(path.c_str(), access, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                FILE_ATTRIBUTE_NORMAL, nullptr)) {}
     OpenFile(const OpenFile&) = delete;
     OpenFile& operator=(const OpenFile&) = delete;
@@ -93,10 +94,9 @@ bool IsSpecialFile(const WideString& path) {
            !std::filesystem::is_directory(status);
 }
 
-bool WriteFileAt(const WideString& path, std::string_view bytes, bool flush) {
-    OpenFile file(path, GENERIC_WRITE, flush ? CREATE_ALWAYS : OPEN_EXISTING);
-    return file.IsOpen() && WriteBytes(file.Handle(), bytes) &&
-           (!flush || ::FlushFileBuffers(file.Handle()) != 0) && file.Close();
+bool WriteToSpecialFile(const WideString& path, std::string_view bytes) {
+    OpenFile file(path, GENERIC_WRITE);
+    return file.IsOpen() && WriteBytes(file.Handle(), bytes) && file.Close();
 }
 
 }  // namespace
@@ -123,7 +123,7 @@ std::string ReasonText(DWORD code) {
 
 bool ReadWholeFile(const WideString& path, std::size_t limit, std::string& bytes) {
     bytes.clear();
-    const OpenFile file(path, GENERIC_READ, OPEN_EXISTING);
+    const OpenFile file(path, GENERIC_READ);
     if (!file.IsOpen()) {
         return false;
     }
@@ -161,18 +161,11 @@ bool ReadWholeStream(std::istream& stream, std::size_t limit, std::string& bytes
 
 bool ReplaceWholeFile(const WideString& path, std::string_view bytes) {
     if (IsSpecialFile(path)) {
-        return WriteFileAt(path, bytes, false);
+        return WriteToSpecialFile(path, bytes);
     }
-    const WideString sibling = path + TEXT(".lunara-new");
-    if (!WriteFileAt(sibling, bytes, true) ||
-        ::MoveFileExW(sibling.c_str(), path.c_str(),
-                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
-        const DWORD error = ::GetLastError();
-        ::DeleteFileW(sibling.c_str());
-        ::SetLastError(error);
-        return false;
-    }
-    return true;
+    ReplacementFile file(path.c_str());
+    return file.Create() != 0 && file.Write(bytes.data(), bytes.size()) != 0 &&
+           file.PutInPlace() != 0;
 }
 
 }  // namespace lunara

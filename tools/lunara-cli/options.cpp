@@ -112,8 +112,7 @@ ParsedOptions ParseOptions(std::vector<std::string> arguments) {
             }
         }
     } catch (const CLI::CallForHelp&) {
-        const std::vector<CLI::App*> used = app.get_subcommands();
-        parsed.text = used.empty() ? app.help() : used.front()->help();
+        parsed.text = app.help();  // of the command, when one was given
     } catch (const CLI::Error& error) {
         parsed.exitCode = ExitUsage;
         parsed.text =
