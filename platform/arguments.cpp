@@ -31,6 +31,7 @@ std::vector<std::string> ProgramArguments(int /*argc*/, char** /*argv*/) {
 void MakeStandardStreamsBinary() {
     ::_setmode(::_fileno(stdin), _O_BINARY);
     ::_setmode(::_fileno(stdout), _O_BINARY);
+    ::_setmode(::_fileno(stderr), _O_BINARY);
 }
 
 #else

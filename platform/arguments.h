@@ -13,7 +13,7 @@ namespace lunara {
 /// the bytes that `main` received, UTF-8 or not.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
 
-/// Standard input and output no longer turn line ends into anything else.
+/// Standard input, output and error no longer turn line ends into anything else.
 void MakeStandardStreamsBinary();
 
 /// What stands between a folder and a file in a path that is shown to a person.

@@ -241,6 +241,25 @@ TEST(DiaryCsv, ProbableSlipsAreTakenAndNamed) {
     EXPECT_TRUE(csv.oddities.empty());
 }
 
+struct CalendarDay {
+    unsigned year;
+    unsigned month;
+    unsigned day;
+    bool isReal;
+};
+
+TEST(DiaryCsv, RealDaysAreKnownOnEverySystem) {
+    constexpr CalendarDay Days[] = {
+        {1601, 1, 1, true},   {2500, 12, 31, true}, {2004, 2, 29, true},  {2006, 2, 28, true},
+        {2006, 2, 29, false}, {2100, 2, 29, false}, {2000, 2, 29, true},  {2004, 2, 30, false},
+        {2006, 2, 31, false}, {2006, 4, 30, true},  {2006, 4, 31, false}, {2006, 12, 31, true},
+    };
+    for (const CalendarDay& day : Days) {
+        const DateKey key = MakeDateKey(day.year, day.month, day.day);
+        EXPECT_EQ(IsRealDay(key), day.isReal) << IsoDate(key);
+    }
+}
+
 TEST(DiaryCsv, EveryDateOfADataFileIsReadBack) {
     for (unsigned year : {1601U, 2006U, 2500U}) {
         for (unsigned month = 1; month <= 12; ++month) {

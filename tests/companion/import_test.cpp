@@ -26,6 +26,14 @@ TEST_F(Import, CreatesTheFolderAndItsParents) {
     EXPECT_EQ(ReadBytes(root / "a" / "b" / "c" / "Bleeding.dat"), DayFile({{Day, 3}}));
 }
 
+TEST_F(Import, FolderMayHaveAnyName) {
+    const std::filesystem::path folder = root / u8"caf\u00E9 \u6708";
+    const Outcome outcome =
+        RunCli({"import", Utf8(folder), "--csv", "-"}, "date,pms\n2006-01-02,1\n");
+    EXPECT_EQ(outcome.code, ExitDone) << outcome.err;
+    EXPECT_EQ(ReadBytes(folder / "Notes.dat"), DayFile({{Day, 2}}));
+}
+
 TEST_F(Import, HeaderAloneCreatesTheFolder) { EXPECT_EQ(After("date\n"), ""); }
 
 TEST_F(Import, ReadsAFileOrStandardInput) {

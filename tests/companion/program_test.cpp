@@ -65,18 +65,5 @@ TEST_F(Program, LineEndsPassTheStandardStreamsUnchanged) {
     EXPECT_EQ(RunProgram("export " + InTests("diary") + " --csv -").out, csv);
 }
 
-TEST_F(Program, FoldersMayHaveAnyName) {
-    const std::string name = "caf\xC3\xA9 \xE6\x9C\x88";
-    const std::string csv = "date,pms\n2006-01-02,1\n";
-    ASSERT_EQ(RunCli({"import",
-                      Utf8(root / std::filesystem::path(std::u8string(name.begin(), name.end()))),
-                      "--csv", "-"},
-                     csv)
-                  .code,
-              ExitDone);
-    EXPECT_TRUE(std::filesystem::exists(root / u8"caf\u00E9 \u6708" / "Notes.dat"));
-    EXPECT_EQ(RunProgram("--help").code, ExitDone);
-}
-
 }  // namespace
 }  // namespace lunara::companion_tests

@@ -44,8 +44,8 @@ std::optional<DateKey> ParseIsoDate(std::string_view text) {
 }
 
 bool IsRealDay(DateKey key) {
-    SYSTEMTIME date{};
-    return FromDateKey(key, date) != 0;
+    // Not by the system's conversion: Wine's takes 29 February in every year.
+    return KeyOfDayNumber(DayNumber(key)) == key;
 }
 
 }  // namespace lunara
