@@ -25,7 +25,7 @@ std::string FileOf(std::initializer_list<Record> records) {
 std::filesystem::path NewFolder() {
     static int number = 0;
     const auto ticks = std::chrono::steady_clock::now().time_since_epoch().count();
-    const std::filesystem::path folder =
+    std::filesystem::path folder =
         std::filesystem::temp_directory_path() /
         ("lunara-companion-" + std::to_string(ticks) + "-" + std::to_string(++number));
     std::filesystem::create_directories(folder);

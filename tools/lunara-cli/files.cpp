@@ -16,7 +16,7 @@ constexpr DWORD BadPathSyntax = 123;  // ERROR_INVALID_NAME
 constexpr DWORD FirstMessageId = 57344;
 constexpr DWORD LastMessageId = 57359;
 constexpr int ReasonCapacity = 512;
-constexpr std::size_t ChunkBytes = 64 * 1024;
+constexpr std::size_t ChunkBytes = std::size_t{64} * 1024;
 
 struct KnownReason {
     DWORD code;

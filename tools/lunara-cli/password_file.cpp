@@ -5,7 +5,7 @@
 namespace lunara {
 namespace {
 
-constexpr std::size_t LongestPasswordFile = 64 * 1024;
+constexpr std::size_t LongestPasswordFile = std::size_t{64} * 1024;
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 /// Surrogates written as three bytes each: `FromUtf8` takes them back for file names and notes, but
@@ -29,6 +29,23 @@ std::string_view WithoutLineEnd(std::string_view text) {
     return text;
 }
 
+/// Takes the password out of the file's bytes; the reason when they hold none.
+const char* TakePassword(std::string_view text, WideString& password) {
+    if (text.substr(0, ByteOrderMark.size()) == ByteOrderMark) {
+        text.remove_prefix(ByteOrderMark.size());
+    }
+    text = WithoutLineEnd(text);
+    std::optional<WideString> wide = FromUtf8(text);
+    if (!wide || HoldsSurrogate(text)) {
+        return "the password is not UTF-8";
+    }
+    if (wide->find(WCHAR{0}) != WideString::npos) {
+        return "a password cannot hold a zero character";
+    }
+    password.swap(*wide);
+    return nullptr;
+}
+
 }  // namespace
 
 std::optional<Failure> ReadPasswordFile(const WideString& path, WideString& password) {
@@ -39,25 +56,9 @@ std::optional<Failure> ReadPasswordFile(const WideString& path, WideString& pass
         const bool missing = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
         return Failure{path, ReasonText(missing ? DWORD{DataFileMissing} : error)};
     }
-    std::string_view text = bytes;
-    if (text.substr(0, ByteOrderMark.size()) == ByteOrderMark) {
-        text.remove_prefix(ByteOrderMark.size());
-    }
-    text = WithoutLineEnd(text);
-    std::optional<WideString> wide = FromUtf8(text);
-    std::optional<Failure> failure;
-    if (!wide || HoldsSurrogate(text)) {
-        failure = Failure{path, "the password is not UTF-8"};
-    } else if (wide->find(WCHAR{0}) != WideString::npos) {
-        failure = Failure{path, "a password cannot hold a zero character"};
-    } else {
-        password = *wide;
-    }
-    if (wide) {
-        ::SecureZeroMemory(wide->data(), wide->size() * sizeof(WCHAR));
-    }
+    const char* reason = TakePassword(bytes, password);
     ::SecureZeroMemory(bytes.data(), bytes.size());
-    return failure;
+    return reason != nullptr ? std::optional(Failure{path, reason}) : std::nullopt;
 }
 
 }  // namespace lunara
