@@ -75,6 +75,8 @@ constexpr BadCsv BadTexts[] = {
     {"lone carriage return", "a,b\rc\n", 0, 1, 2, "a carriage return without a line feed"},
     {"carriage return at the end", "a\r", 0, 1, 1, "a carriage return without a line feed"},
     {"carriage return behind quotes", "\"a\"\r", 0, 1, 1, "text behind a closing quote"},
+    {"carriage return and line feed count once", "a\r\n\r\nb\r\nc\"\r\n", 2, 4, 1,
+     "a quote inside a cell that does not begin with one"},
     {"line breaks in quotes count", "\"a\nb\"\n\nc,\"d\n\",e\"\n", 1, 5, 3,
      "a quote inside a cell that does not begin with one"},
 };

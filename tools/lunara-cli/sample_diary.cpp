@@ -82,7 +82,7 @@ std::uint32_t Scatter(std::int32_t cycle, std::int32_t day, std::uint32_t purpos
     return bits ^ bits >> 13;
 }
 
-/// `NoTemperature` for a forgotten morning.
+/// `NoTemperature` for a forgotten morning, and where it happens to be the day's value.
 std::int32_t TemperatureOn(std::int32_t cycle, std::int32_t day) {
     if (Scatter(cycle, day, 0) % ForgottenMornings == 0) {
         return NoTemperature;
@@ -101,8 +101,7 @@ std::int32_t TemperatureOn(std::int32_t cycle, std::int32_t day) {
     }
     constexpr std::uint32_t Steps = 2 * Spread / EntryStep + 1;
     value += static_cast<std::int32_t>(Scatter(cycle, day, 1) % Steps) * EntryStep - Spread;
-    // The value that stands for none cannot be recorded.
-    return value == NoTemperature ? value + EntryStep : value;
+    return value;
 }
 
 /// Cramps on the first days of a period that begins heavily, PMS on some of the last days of a
