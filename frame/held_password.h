@@ -1,7 +1,7 @@
 #pragma once
 
-// The signed-in user's password while the program runs. It is in clear only between `Unmask` and the
-// following `Mask` or `Wipe`.
+// The signed-in user's password while the program runs. It is in clear only between `Unmask` and
+// the following `Mask` or `Wipe`.
 //
 // Masked and wiped are the first 16 characters only; the rest of a longer password stays in clear.
 // That looks like a slip, but it is what the mask covers on purpose: do not extend it to all 32.

@@ -1,7 +1,5 @@
 #include "frame/main_window.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <array>
 #include <memory>
@@ -14,6 +12,7 @@
 #include "frame/settings.h"
 #include "platform/clock.h"
 #include "platform/pocketpc/aygshell.h"
+#include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/owner_name.h"
 #include "platform/pocketpc/top_level_window.h"
 #include "platform/text.h"
@@ -29,8 +28,7 @@ constexpr int TitleCapacity = 128;
 
 }  // namespace
 
-MainWindow::MainWindow()
-    : graphView(data), diaryView(data), startDate(LocalNow()) {
+MainWindow::MainWindow() : graphView(data), diaryView(data), startDate(LocalNow()) {
     activation.cbSize = sizeof(activation);
     data.predictor.warningSink = this;
     diaryView.AttachListener(*this);
@@ -56,7 +54,8 @@ int MainWindow::PreCreateWindow(CREATESTRUCTW& parameters) {
     return RegisterFrameworkClass() != 0 ? Window::PreCreateWindow(parameters) : 0;
 }
 
-// ---- Creation and end ----------------------------------------------------------------------------
+// ---- Creation and end
+// ----------------------------------------------------------------------------
 
 LRESULT MainWindow::OnCreate() {
     constexpr LRESULT Refused = -1;
@@ -139,7 +138,8 @@ void MainWindow::WriteSettings() {
     settings.WriteString(LastUserValue, userName);
 }
 
-// ---- Messages ------------------------------------------------------------------------------------
+// ---- Messages
+// ------------------------------------------------------------------------------------
 
 void MainWindow::OnPaint() {
     const PaintScope paint(Handle());
@@ -202,7 +202,8 @@ bool MainWindow::OnCommand(UINT id) {
     return true;
 }
 
-// ---- Commands ------------------------------------------------------------------------------------
+// ---- Commands
+// ------------------------------------------------------------------------------------
 
 void MainWindow::Exit() {
     const HWND self = Handle();
@@ -257,7 +258,8 @@ void MainWindow::ChangePasswordCommand() { ChangePassword(*this, User()); }
 
 void MainWindow::Help() { StartHelp(HelpAnchor); }
 
-// ---- Views ---------------------------------------------------------------------------------------
+// ---- Views
+// ---------------------------------------------------------------------------------------
 
 RECT MainWindow::ViewArea() const {
     RECT area{};
@@ -309,7 +311,8 @@ void MainWindow::ToggleInGraph(UINT command, void (GraphView::*setter)(bool)) {
     CheckButton(command, (graphView.GetShowFlags() & flag) != 0);
 }
 
-// ---- What the core reports -----------------------------------------------------------------------
+// ---- What the core reports
+// -----------------------------------------------------------------------
 
 void MainWindow::PostPredictionWarning(const WCHAR* text) {
     const std::size_t size = WideView(text).size() + 1;
@@ -321,7 +324,8 @@ void MainWindow::PostPredictionWarning(const WCHAR* text) {
     }
 }
 
-// ---- Message switch ------------------------------------------------------------------------------
+// ---- Message switch
+// ------------------------------------------------------------------------------
 
 bool MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
     LRESULT answer = 0;

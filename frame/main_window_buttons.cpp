@@ -1,10 +1,9 @@
 // The main window's menu and menu bar.
 
-#include <commctrl.h>
-
 #include "frame/commands.h"
 #include "frame/main_window.h"
 #include "platform/pocketpc/aygshell.h"
+#include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/menu_bar.h"
 
 namespace lunara {
@@ -12,8 +11,8 @@ namespace {
 
 constexpr int ImageCount = 5;
 constexpr int OptionsPosition = 7;
-constexpr const WCHAR* ToolTips[] = {TEXT(""),          TEXT("Notes"),     TEXT("Bleeding"),
-                                     TEXT("Period"),    TEXT("Ovulation"), TEXT("Pregnancy"),
+constexpr const WCHAR* ToolTips[] = {TEXT(""),           TEXT("Notes"),     TEXT("Bleeding"),
+                                     TEXT("Period"),     TEXT("Ovulation"), TEXT("Pregnancy"),
                                      TEXT("Temperature")};
 
 TBBUTTONINFOW ButtonInfo(DWORD mask) {
@@ -70,8 +69,7 @@ HMENU MainWindow::ToolsMenu() const {
 HMENU MainWindow::OptionsMenu() const { return ::GetSubMenu(ToolsMenu(), OptionsPosition); }
 
 void MainWindow::CheckOption(UINT command, bool checked) {
-    ::CheckMenuItem(OptionsMenu(), command,
-                    MF_BYCOMMAND | (checked ? MF_CHECKED : MF_UNCHECKED));
+    ::CheckMenuItem(OptionsMenu(), command, MF_BYCOMMAND | (checked ? MF_CHECKED : MF_UNCHECKED));
 }
 
 void MainWindow::EnableOption(UINT command, bool enabled) {
@@ -94,7 +92,7 @@ void MainWindow::SetUpButtons(DWORD view, std::uint32_t flags) {
         CheckOption(command.id, checked);
         TBBUTTONINFOW info = ButtonInfo(TBIF_STATE | TBIF_STYLE);
         info.fsStyle = view == ViewDiary ? BYTE{TBSTYLE_CHECK} : BYTE{TBSTYLE_CHECKGROUP};
-        info.fsState = flag == 0  ? BYTE{TBSTATE_HIDDEN}
+        info.fsState = flag == 0 ? BYTE{TBSTATE_HIDDEN}
                        : checked ? BYTE{TBSTATE_ENABLED | TBSTATE_CHECKED}
                                  : BYTE{TBSTATE_ENABLED};
         ::SendMessageW(menuBar.Handle(), TB_SETBUTTONINFOW, command.id,
@@ -129,7 +127,8 @@ void MainWindow::CheckButton(UINT command, bool checked) {
     ChangeButtonState(command, TBSTATE_CHECKED, checked ? BYTE{TBSTATE_CHECKED} : BYTE{0});
 }
 
-// ---- What the views report -----------------------------------------------------------------------
+// ---- What the views report
+// -----------------------------------------------------------------------
 
 void MainWindow::ShownChanged(UINT command, bool shown) {
     CheckOption(command, shown);
@@ -153,9 +152,7 @@ void MainWindow::GraphSelected(UINT shown, UINT other) {
     CheckButton(other, false);
 }
 
-void MainWindow::BleedingGraphSelected() {
-    GraphSelected(IDM_SHOW_BLEEDING, IDM_SHOW_TEMPERATURE);
-}
+void MainWindow::BleedingGraphSelected() { GraphSelected(IDM_SHOW_BLEEDING, IDM_SHOW_TEMPERATURE); }
 
 void MainWindow::TemperatureGraphSelected() {
     GraphSelected(IDM_SHOW_TEMPERATURE, IDM_SHOW_BLEEDING);

@@ -31,7 +31,8 @@ void SetPanelFlags(HWND dialog, DWORD flags) {
 
 }  // namespace
 
-// ---- PasswordDialog ------------------------------------------------------------------------------
+// ---- PasswordDialog
+// ------------------------------------------------------------------------------
 
 BOOL PasswordDialog::OnInitDialog() {
     const BOOL result = Dialog::OnInitDialog();
@@ -56,8 +57,8 @@ bool PasswordDialog::CheckLength(const WCHAR* password, int controlId) {
         return true;
     }
     std::array<WCHAR, MessageCapacity> text{};
-    FormatText(text.data(), text.size(),
-               TEXT("Password should be at least %d long if specified!"), LeastPasswordLength);
+    FormatText(text.data(), text.size(), TEXT("Password should be at least %d long if specified!"),
+               LeastPasswordLength);
     Warn(text.data());
     ::SetFocus(::GetDlgItem(Handle(), controlId));
     return false;
@@ -85,9 +86,10 @@ bool PasswordDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESU
     return Dialog::OnMessage(message, wParam, lParam, result);
 }
 
-// ---- LoginDialog ---------------------------------------------------------------------------------
+// ---- LoginDialog
+// ---------------------------------------------------------------------------------
 
-LoginDialog::LoginDialog(Window* parent) : PasswordDialog(IDD_LOGIN, parent) {}
+LoginDialog::LoginDialog(Window* owner) : PasswordDialog(IDD_LOGIN, owner) {}
 
 LoginDialog::~LoginDialog() { ::SecureZeroMemory(password, sizeof(password)); }
 
@@ -111,10 +113,11 @@ void LoginDialog::DoDataExchange(DataExchange& exchange) {
 
 bool LoginDialog::IsPasswordEdit(int controlId) const { return controlId == IDC_PASSWORD; }
 
-// ---- ChangePasswordDialog ------------------------------------------------------------------------
+// ---- ChangePasswordDialog
+// ------------------------------------------------------------------------
 
-ChangePasswordDialog::ChangePasswordDialog(Window* parent)
-    : PasswordDialog(IDD_CHANGE_PASSWORD, parent) {}
+ChangePasswordDialog::ChangePasswordDialog(Window* owner)
+    : PasswordDialog(IDD_CHANGE_PASSWORD, owner) {}
 
 ChangePasswordDialog::~ChangePasswordDialog() {
     ::SecureZeroMemory(oldPassword, sizeof(oldPassword));

@@ -27,7 +27,8 @@ class PasswordDialog : public Dialog {
   protected:
     virtual bool IsPasswordEdit(int controlId) const = 0;
     void Warn(const WCHAR* text);
-    /// Whether the password may be used: empty or long enough. Warns if not, and goes to `controlId`.
+    /// Whether the password may be used: empty or long enough. Warns if not, and goes to
+    /// `controlId`.
     bool CheckLength(const WCHAR* password, int controlId);
 
   private:
@@ -38,7 +39,7 @@ class PasswordDialog : public Dialog {
 
 class LoginDialog : public PasswordDialog {
   public:
-    explicit LoginDialog(Window* parent = nullptr);
+    explicit LoginDialog(Window* owner = nullptr);
     LoginDialog(const LoginDialog&) = delete;
     LoginDialog& operator=(const LoginDialog&) = delete;
     ~LoginDialog() override;
@@ -55,7 +56,7 @@ class LoginDialog : public PasswordDialog {
 
 class ChangePasswordDialog : public PasswordDialog {
   public:
-    explicit ChangePasswordDialog(Window* parent = nullptr);
+    explicit ChangePasswordDialog(Window* owner = nullptr);
     ChangePasswordDialog(const ChangePasswordDialog&) = delete;
     ChangePasswordDialog& operator=(const ChangePasswordDialog&) = delete;
     ~ChangePasswordDialog() override;

@@ -64,9 +64,8 @@ int Login(DialogHost& main, SignedInUser user) {
 
 int ChangePassword(DialogHost& main, SignedInUser user) {
     ChangePasswordDialog dialog(&main.Frame());
-    if (RunDialog(main, dialog, IDD_CHANGE_PASSWORD, [&dialog, &user] {
-            return CheckOldPassword(dialog, user.password);
-        }) == 0) {
+    if (RunDialog(main, dialog, IDD_CHANGE_PASSWORD,
+                  [&dialog, &user] { return CheckOldPassword(dialog, user.password); }) == 0) {
         return 0;
     }
     KeepPassword(user.password, dialog.newPassword);

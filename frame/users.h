@@ -21,8 +21,8 @@ struct SignedInUser {
 /// with the diary loaded and name and password kept, 0 when the user gave up.
 int Login(DialogHost& main, SignedInUser user);
 
-/// Asks for the old and the new password. Returns 1 when the new one took the old one's place; every
-/// file is then written anew at the next save, which enciphers it with the new one.
+/// Asks for the old and the new password. Returns 1 when the new one took the old one's place;
+/// every file is then written anew at the next save, which enciphers it with the new one.
 int ChangePassword(DialogHost& main, SignedInUser user);
 
 }  // namespace lunara

@@ -43,7 +43,8 @@ class GraphView : public Window, public DataObserver {
     void DateChanged(UserData& changed, const SYSTEMTIME& old, const SYSTEMTIME& current) override;
 
     std::uint32_t GetShowFlags() const { return mode; }
-    /// Change over to that graph. With false, or for the graph that is shown already, nothing happens.
+    /// Change over to that graph. With false, or for the graph that is shown already, nothing
+    /// happens.
     void SetShowBleeding(bool shown);
     void SetShowTemperature(bool shown);
     std::uint32_t GetMeasure() const { return measure; }

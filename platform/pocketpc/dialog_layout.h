@@ -1,8 +1,8 @@
 #pragma once
 
-// Where the controls of a full-screen dialog go. Templates are laid out for a small portrait screen;
-// a desktop window is larger, so the whole sheet grows evenly and stands in the middle, below a strip
-// with the dialog's title. Pure geometry, in pixels.
+// Where the controls of a full-screen dialog go. Templates are laid out for a small portrait
+// screen; a desktop window is larger, so the whole sheet grows evenly and stands in the middle,
+// below a strip with the dialog's title. Pure geometry, in pixels.
 
 #include "platform/win32.h"
 

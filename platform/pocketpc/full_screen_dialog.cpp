@@ -1,9 +1,7 @@
-// Full-screen dialogs. The device lets them cover its screen and shows their title in its top bar. On
-// a desktop they cover the client area of the program's window, carry a title strip of their own,
-// and go where the window goes. The window is disabled meanwhile and cannot be dragged, so the strip
-// takes its caption's place: dragging the strip moves the window.
-
-#include <commctrl.h>
+// Full-screen dialogs. The device lets them cover its screen and shows their title in its top bar.
+// On a desktop they cover the client area of the program's window, carry a title strip of their
+// own, and go where the window goes. The window is disabled meanwhile and cannot be dragged, so the
+// strip takes its caption's place: dragging the strip moves the window.
 
 #include <algorithm>
 #include <array>
@@ -12,6 +10,7 @@
 #include <vector>
 
 #include "platform/pocketpc/aygshell.h"
+#include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/dialog_layout.h"
 #include "platform/pocketpc/top_level_window.h"
 
@@ -60,7 +59,8 @@ RECT ClientOnScreen(HWND window) {
     return client;
 }
 
-// ---- Layout --------------------------------------------------------------------------------------
+// ---- Layout
+// --------------------------------------------------------------------------------------
 
 void ScaleFonts(FullScreenState& state, double scale) {
     if (state.fontScale == scale) {
@@ -118,7 +118,8 @@ void OwnerFollows(const FullScreenState& state) {
     }
 }
 
-// ---- Painting ------------------------------------------------------------------------------------
+// ---- Painting
+// ------------------------------------------------------------------------------------
 
 void EraseWithTitle(const FullScreenState& state, HDC dc) {
     RECT client{};
@@ -149,7 +150,8 @@ LRESULT WhiteBackground(HDC dc) {
     return reinterpret_cast<LRESULT>(::GetStockObject(WHITE_BRUSH));
 }
 
-// ---- Messages ------------------------------------------------------------------------------------
+// ---- Messages
+// ------------------------------------------------------------------------------------
 
 LRESULT CALLBACK FollowProc(HWND owner, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                             DWORD_PTR reference) {
@@ -201,7 +203,8 @@ LRESULT CALLBACK FullScreenProc(HWND dialog, UINT message, WPARAM wParam, LPARAM
         case WM_CTLCOLORDLG:
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORBTN:
-            return WhiteBackground(reinterpret_cast<HDC>(wParam));  // the text colour is the dialog's
+            return WhiteBackground(
+                reinterpret_cast<HDC>(wParam));  // the text colour is the dialog's
         case WM_NCHITTEST:
             return HitTest(state, lParam, inner);
         case WM_SIZE:
@@ -221,7 +224,8 @@ LRESULT CALLBACK FullScreenProc(HWND dialog, UINT message, WPARAM wParam, LPARAM
     return inner;
 }
 
-// ---- Taking a dialog over ------------------------------------------------------------------------
+// ---- Taking a dialog over
+// ------------------------------------------------------------------------
 
 void RememberDesign(FullScreenState& state) {
     RECT client{};
@@ -240,8 +244,7 @@ void RememberDesign(FullScreenState& state) {
     }
     ::GetObjectW(font, sizeof(state.face), &state.face);
     LOGFONTW title = state.face;
-    title.lfHeight =
-        static_cast<LONG>(std::lround(static_cast<double>(title.lfHeight) * 1.25));
+    title.lfHeight = static_cast<LONG>(std::lround(static_cast<double>(title.lfHeight) * 1.25));
     title.lfWeight = FW_BOLD;
     state.titleFont.reset(::CreateFontIndirectW(&title));
 }
@@ -269,8 +272,8 @@ void MakeFullScreen(HWND dialog, HWND owner) {
     if (::SetPropW(dialog, StateProperty, state.get()) == FALSE) {
         return;
     }
-    state->previous = reinterpret_cast<WNDPROC>(::SetWindowLongPtrW(
-        dialog, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&FullScreenProc)));
+    state->previous = reinterpret_cast<WNDPROC>(
+        ::SetWindowLongPtrW(dialog, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&FullScreenProc)));
     static_cast<void>(state.release());  // freed when the dialog is destroyed
     ::SetWindowSubclass(owner, &FollowProc, reinterpret_cast<UINT_PTR>(dialog),
                         reinterpret_cast<DWORD_PTR>(dialog));
@@ -286,8 +289,7 @@ void MakeFullScreen(HWND dialog, HWND owner) {
 }  // namespace
 
 BOOL SHInitDialog(SHINITDLGINFO* info) {
-    if (info == nullptr || (info->dwMask & SHIDIM_FLAGS) == 0 ||
-        ::IsWindow(info->hDlg) == FALSE) {
+    if (info == nullptr || (info->dwMask & SHIDIM_FLAGS) == 0 || ::IsWindow(info->hDlg) == FALSE) {
         return FALSE;
     }
     if ((info->dwFlags & SHIDIF_SIPDOWN) != 0) {

@@ -1,12 +1,11 @@
 #include "platform/pocketpc/menu_bar.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 #include <array>
 #include <memory>
 
 #include "platform/pocketpc/aygshell.h"
+#include "platform/pocketpc/common_controls.h"
 #include "platform/text.h"
 #include "resources/ids.h"
 
@@ -66,7 +65,8 @@ struct MenuBar {
     }
 };
 
-// ---- What it is made of --------------------------------------------------------------------------
+// ---- What it is made of
+// --------------------------------------------------------------------------
 
 std::optional<MenuBarDescription> LoadDescription(HINSTANCE instance, UINT id) {
     const HRSRC resource =
@@ -84,11 +84,11 @@ std::optional<MenuBarDescription> LoadDescription(HINSTANCE instance, UINT id) {
 }
 
 /// The bitmap cut into squares. Its first pixel has the colour that stands for "transparent". The
-/// count in the caller's record is not asked: the program's own says one less than the bitmap holds,
-/// and the last button would stay blank.
+/// count in the caller's record is not asked: the program's own says one less than the bitmap
+/// holds, and the last button would stay blank.
 HIMAGELIST LoadImages(HINSTANCE instance, UINT bitmapId) {
-    const auto bitmap = static_cast<HBITMAP>(::LoadImageW(
-        instance, MAKEINTRESOURCEW(bitmapId), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+    const auto bitmap = static_cast<HBITMAP>(::LoadImageW(instance, MAKEINTRESOURCEW(bitmapId),
+                                                          IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
     BITMAP shape{};
     if (bitmap == nullptr || ::GetObjectW(bitmap, sizeof(shape), &shape) == 0 ||
         shape.bmHeight <= 0) {
@@ -101,9 +101,8 @@ HIMAGELIST LoadImages(HINSTANCE instance, UINT bitmapId) {
     ::SelectObject(dc, previous);
     ::DeleteDC(dc);
 
-    const HIMAGELIST images = ::ImageList_Create(shape.bmHeight, shape.bmHeight,
-                                                 ILC_COLOR24 | ILC_MASK,
-                                                 shape.bmWidth / shape.bmHeight, 0);
+    const HIMAGELIST images = ::ImageList_Create(
+        shape.bmHeight, shape.bmHeight, ILC_COLOR24 | ILC_MASK, shape.bmWidth / shape.bmHeight, 0);
     if (images != nullptr) {
         ::ImageList_AddMasked(images, bitmap, transparent);
     }
@@ -129,7 +128,8 @@ void AddButtons(const MenuBar& bar, HINSTANCE instance) {
     }
 }
 
-// ---- What it does --------------------------------------------------------------------------------
+// ---- What it does
+// --------------------------------------------------------------------------------
 
 void PlaceAtBottom(const MenuBar& bar) {
     RECT client{};
@@ -255,11 +255,11 @@ LRESULT CALLBACK BarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam
 }
 
 HWND CreateToolbar(const SHMENUBARINFO& info) {
-    const HWND window = ::CreateWindowExW(
-        0, TOOLBARCLASSNAMEW, nullptr,
-        WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | CCS_NODIVIDER | CCS_NORESIZE |
-            CCS_NOPARENTALIGN | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS,
-        0, 0, 0, 0, info.hwndParent, nullptr, info.hInstRes, nullptr);
+    const HWND window =
+        ::CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr,
+                          WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | CCS_NODIVIDER | CCS_NORESIZE |
+                              CCS_NOPARENTALIGN | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS,
+                          0, 0, 0, 0, info.hwndParent, nullptr, info.hInstRes, nullptr);
     if (window != nullptr) {
         ::SendMessageW(window, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
         ::SendMessageW(window, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);

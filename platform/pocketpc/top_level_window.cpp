@@ -1,8 +1,8 @@
 #include "platform/pocketpc/top_level_window.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
+
+#include "platform/pocketpc/common_controls.h"
 
 namespace lunara {
 namespace {

@@ -11,11 +11,12 @@ namespace lunara {
 inline constexpr SIZE PortraitClient{480, 640};
 inline constexpr SIZE LeastClient{300, 400};
 
-/// Turns the parameters of a bare visible window into those of a portrait window with caption, close
-/// and minimise boxes and a resizable frame. A screen that is too small makes it smaller.
+/// Turns the parameters of a bare visible window into those of a portrait window with caption,
+/// close and minimise boxes and a resizable frame. A screen that is too small makes it smaller.
 void PrepareTopLevelWindow(CREATESTRUCTW& parameters);
 
-/// Gives the window its icon (resource `iconId`) and its least size. To be called while it is created.
+/// Gives the window its icon (resource `iconId`) and its least size. To be called while it is
+/// created.
 void EquipTopLevelWindow(HWND window, HINSTANCE instance, UINT iconId);
 
 /// The window equipped last, while it exists; else null.
