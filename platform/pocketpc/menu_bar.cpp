@@ -39,8 +39,9 @@ namespace {
 constexpr UINT_PTR BarHook = 1;
 constexpr UINT_PTR ParentHook = 2;
 constexpr int LabelCapacity = 64;
-constexpr WORD ButtonWidthPx = 40;
-constexpr WORD ButtonHeightPx = 32;
+constexpr WORD PaddingXPx = 11;  // left and right of a picture together
+constexpr WORD PaddingYPx = 14;  // above and below
+constexpr int DividerPx = 4;     // the line along the upper edge, and air around the buttons
 constexpr WPARAM KeyMenuSpace = TEXT(' ');
 
 /// What a bar owns besides its window. Lives from the bar's creation to its destruction.
@@ -125,6 +126,18 @@ void AddButtons(const MenuBar& bar, HINSTANCE instance) {
                             : BYTE{BTNS_CHECK};
         shape.iString = label[0] == 0 ? -1 : reinterpret_cast<INT_PTR>(label.data());
         ::SendMessageW(bar.window, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&shape));
+        if (button.kind == MENU_BAR_CHECK) {
+            // All as wide as a picture with its padding, not as the widest label.
+            int width = 0;
+            int height = 0;
+            ::ImageList_GetIconSize(bar.images, &width, &height);
+            TBBUTTONINFOW size{};
+            size.cbSize = sizeof(size);
+            size.dwMask = TBIF_SIZE;
+            size.cx = static_cast<WORD>(width + PaddingXPx);
+            ::SendMessageW(bar.window, TB_SETBUTTONINFOW, button.command,
+                           reinterpret_cast<LPARAM>(&size));
+        }
     }
 }
 
@@ -257,7 +270,7 @@ LRESULT CALLBACK BarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam
 HWND CreateToolbar(const SHMENUBARINFO& info) {
     const HWND window =
         ::CreateWindowExW(0, TOOLBARCLASSNAMEW, nullptr,
-                          WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | CCS_NODIVIDER | CCS_NORESIZE |
+                          WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | CCS_NORESIZE |
                               CCS_NOPARENTALIGN | TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_TOOLTIPS,
                           0, 0, 0, 0, info.hwndParent, nullptr, info.hInstRes, nullptr);
     if (window != nullptr) {
@@ -293,11 +306,12 @@ BOOL SHCreateMenuBar(SHMENUBARINFO* info) {
         return FALSE;
     }
     ::SendMessageW(bar->window, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(bar->images));
-    ::SendMessageW(bar->window, TB_SETBUTTONSIZE, 0,
-                   MAKELPARAM(lunara::ButtonWidthPx, lunara::ButtonHeightPx));
+    ::SendMessageW(bar->window, TB_SETPADDING, 0,
+                   MAKELPARAM(lunara::PaddingXPx, lunara::PaddingYPx));
     lunara::AddButtons(*bar, info->hInstRes);
     const auto size = static_cast<DWORD>(::SendMessageW(bar->window, TB_GETBUTTONSIZE, 0, 0));
-    ::SetWindowPos(bar->window, nullptr, 0, 0, 0, HIWORD(size) + 4, SWP_NOZORDER | SWP_NOACTIVATE);
+    ::SetWindowPos(bar->window, nullptr, 0, 0, 0, HIWORD(size) + lunara::DividerPx,
+                   SWP_NOZORDER | SWP_NOACTIVATE);
 
     MenuBar* placed = bar.release();  // freed when the bar is destroyed
     const auto reference = reinterpret_cast<DWORD_PTR>(placed);
