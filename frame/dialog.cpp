@@ -55,14 +55,14 @@ LOGFONTW FontOf(HWND window) {
     return face;
 }
 
-/// A template names a face of its own; the program's dialogs all speak in the shell's.
+/// A template names a face of its own; the program's dialogs all speak in the shell's. Only the
+/// controls draw text: the dialog manager keeps the template's face for its measurements.
 void UseShellFont(HWND dialog) {
     const LOGFONTW own = FontOf(dialog);
     LOGFONTW shell{};
     ::GetObjectW(ShellFont(), sizeof(shell), &shell);
     if (own.lfHeight != shell.lfHeight || own.lfWeight != shell.lfWeight ||
         ::lstrcmpiW(own.lfFaceName, shell.lfFaceName) != 0) {
-        SetShellFont(dialog, 0);
         ::EnumChildWindows(dialog, &SetShellFont, 0);
     }
 }

@@ -146,6 +146,9 @@ Window* Window::FromHandle(HWND window) {
 
 int Window::Create(DWORD exStyle, const WCHAR* className, const WCHAR* title, DWORD style, int x,
                    int y, int width, int height, HWND parent, HMENU menuOrId, void* parameter) {
+    if (handle != nullptr) {
+        return 0;
+    }
     CREATESTRUCTW creation{};
     creation.lpCreateParams = parameter;
     creation.hInstance = AppInstance();
@@ -169,11 +172,17 @@ int Window::Create(DWORD exStyle, const WCHAR* className, const WCHAR* title, DW
         creation.hwndParent, creation.hMenu, creation.hInstance, creation.lpCreateParams);
     const bool taken = pendingWindow == nullptr;
     pendingWindow = nullptr;
-    if (created != nullptr && !taken) {
+    if (created == nullptr) {
+        // A window that refuses WM_CREATE gets its WM_DESTROY on Windows, but not under Wine.
+        Detach();
+        return 0;
+    }
+    if (!taken) {
         // A class that is not the framework's: nobody would ever own this window.
         ::DestroyWindow(created);
+        return 0;
     }
-    return created != nullptr && taken ? 1 : 0;
+    return 1;
 }
 
 int Window::RegisterFrameworkClass() {

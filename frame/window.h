@@ -77,7 +77,8 @@ class Window {
 
     /// Creates a window and binds it while it handles WM_CREATE. A null class name means the
     /// framework's class. 1, or 0 when `PreCreateWindow`, the system or WM_CREATE refused, or when
-    /// the class is not handled by `FrameworkWindowProc`; then no window is left.
+    /// the class is not handled by `FrameworkWindowProc`, or when the object is bound already; then
+    /// no new window is left, and an unbound object may be created again.
     int Create(DWORD exStyle, const WCHAR* className, const WCHAR* title, DWORD style, int x, int y,
                int width, int height, HWND parent, HMENU menuOrId, void* parameter = nullptr);
     /// Whether the framework's class exists; it is registered on first use.

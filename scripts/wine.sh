@@ -39,12 +39,13 @@ export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=;winemenubuilder.exe
 shared="${LUNARA_SHARED:-0}"
 timeout_seconds="${LUNARA_TIMEOUT:-600}"
 display_server=
-display_dir=
+scratch=$(mktemp -d)
 child=
 
 # Ends what this script started and nothing else.
+# shellcheck disable=SC2317  # called by the traps
 clean_up() {
-    trap - EXIT INT TERM HUP
+    trap - EXIT INT TERM HUP PIPE
     if [[ -n $child ]] && kill -0 "$child" 2>/dev/null; then
         kill -TERM "$child" 2>/dev/null || true
         wait "$child" 2>/dev/null || true
@@ -56,14 +57,13 @@ clean_up() {
         kill "$display_server" 2>/dev/null || true
         wait "$display_server" 2>/dev/null || true
     fi
-    if [[ -n $display_dir ]]; then
-        rm -rf "$display_dir"
-    fi
+    rm -rf "$scratch"
 }
 trap clean_up EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM
 trap 'exit 129' HUP
+trap 'exit 141' PIPE
 
 stop_server() {
     [[ -d $WINEPREFIX ]] || return 0
@@ -73,17 +73,16 @@ stop_server() {
 
 # Starts a display on a free number, which the server itself chooses, and waits until it answers.
 start_display() {
-    display_dir=$(mktemp -d)
-    mkfifo "$display_dir/number"
+    mkfifo "$scratch/display"
     Xvfb -displayfd 3 -screen 0 "${LUNARA_SCREEN:-1024x900x24}" -nolisten tcp -noreset \
-        3>"$display_dir/number" >"$display_dir/log" 2>&1 </dev/null &
+        3>"$scratch/display" >"$scratch/display.log" 2>&1 </dev/null &
     display_server=$!
     local number=
     # A server that gives up closes its end, and the read ends with nothing.
-    read -r -t 60 number <"$display_dir/number" || true
+    read -r -t 60 number <"$scratch/display" || true
     if [[ -z $number ]]; then
         echo "wine.sh: the virtual display did not start:" >&2
-        cat "$display_dir/log" >&2
+        cat "$scratch/display.log" >&2
         exit 1
     fi
     export DISPLAY=":$number"
@@ -95,8 +94,9 @@ make_prefix() {
     mkdir -p "$(dirname "$WINEPREFIX")"
     local fresh=1
     [[ -e $WINEPREFIX/system.reg ]] && fresh=0
-    if ! timeout -k 10 300 wine wineboot -i >/dev/null 2>&1 </dev/null; then
-        echo "wine.sh: Wine could not make $WINEPREFIX" >&2
+    if ! timeout -k 10 300 wine wineboot -i >"$scratch/wineboot.log" 2>&1 </dev/null; then
+        echo "wine.sh: Wine could not make $WINEPREFIX:" >&2
+        cat "$scratch/wineboot.log" >&2
         exit 1
     fi
     wineserver -w

@@ -69,14 +69,15 @@ TEST_F(SettingsTest, WithoutAKeyNothingIsReadOrWritten) {
 }
 
 TEST_F(SettingsTest, ARootThatRefusesGivesWayToTheUsersKey) {
-    // A key opened for reading only stands for a machine's key that the user may not write.
-    HKEY readOnly = nullptr;
+    // A key that is closed again stands for the machine's key of a user who may not write there:
+    // Wine grants every right.
+    HKEY refusing = nullptr;
     ASSERT_EQ(
         ::RegCreateKeyExW(HKEY_CURRENT_USER, TEXT("SOFTWARE\\LunaraTests\\Refusing"), 0, nullptr,
-                          REG_OPTION_VOLATILE, KEY_QUERY_VALUE, nullptr, &readOnly, nullptr),
+                          REG_OPTION_NON_VOLATILE, KEY_READ, nullptr, &refusing, nullptr),
         ERROR_SUCCESS);
-    ::RegCloseKey(readOnly);  // from here on an invalid root
-    SetSettingsLocation(SettingsLocation{readOnly, HKEY_CURRENT_USER, Path});
+    ::RegCloseKey(refusing);
+    SetSettingsLocation(SettingsLocation{refusing, HKEY_CURRENT_USER, Path});
     Settings settings;
     ASSERT_TRUE(settings.IsOpen());
     ASSERT_TRUE(settings.WriteDword(TEXT("CurrentView"), 3000));

@@ -187,6 +187,15 @@ TEST_F(WindowTest, RefusedCreationUnbindsAndTheObjectCanBeCreatedLater) {
     EXPECT_EQ(window.Make(), 1);
 }
 
+TEST_F(WindowTest, ABoundObjectIsNotCreatedASecondTime) {
+    ScriptedWindow window;
+    ASSERT_EQ(window.Make(), 1);
+    const HWND handle = window.Handle();
+    EXPECT_EQ(window.Make(), 0);
+    EXPECT_EQ(window.Handle(), handle);
+    EXPECT_EQ(window.CountOf(WM_CREATE), 1);
+}
+
 TEST_F(WindowTest, CreatingAChildWhileBeingCreatedBindsBoth) {
     ScriptedWindow parent;
     ScriptedWindow child;
