@@ -41,10 +41,11 @@ int RunDialog(DialogHost& host, Dialog& dialog, UINT templateId,
         ::ShowWindow(dialog.Handle(), SW_SHOW);
         SHSipPreference(dialog.Handle(), SIP_UP);
         result = RunLoop(dialog, accept);
-        SHSipPreference(dialog.Handle(), SIP_FORCEDOWN);
         // A desktop activates another program's window when the active one goes and its owner is
-        // still disabled, as here; so the owner is activated first.
+        // still disabled, as here; so the owner is activated first. The field that loses the focus
+        // by it raises the panel once more.
         ::SetActiveWindow(main);
+        SHSipPreference(dialog.Handle(), SIP_FORCEDOWN);
         ::DestroyWindow(dialog.Handle());
         host.ShowButtons();
     }

@@ -66,11 +66,16 @@ bool PasswordDialog::CheckLength(const WCHAR* password, int controlId) {
 
 void PasswordDialog::OnPasswordFocus(bool gained) {
     if (gained) {
-        panelFlags = PanelInfo().fdwFlags;
+        // A field is told twice that it has the focus when the dialog comes up with it: the second
+        // time the flags are ours already.
+        if (!completionOff) {
+            panelFlags = PanelInfo().fdwFlags;
+        }
         SetPanelFlags(Handle(), panelFlags | SIPF_DISABLECOMPLETION);
     } else {
         SetPanelFlags(Handle(), panelFlags);
     }
+    completionOff = gained;
 }
 
 bool PasswordDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {

@@ -35,6 +35,7 @@ class PasswordDialog : public Dialog {
     void OnPasswordFocus(bool gained);
 
     DWORD panelFlags = 0;  // as they were before completion was turned off
+    bool completionOff = false;
 };
 
 class LoginDialog : public PasswordDialog {

@@ -2,6 +2,35 @@
 
 #include "platform/pocketpc/aygshell.h"
 
+namespace {
+
+struct Search {
+    HWND root;
+    HWND found;
+};
+
+BOOL CALLBACK TakeEnabledPopup(HWND window, LPARAM parameter) {
+    auto& search = *reinterpret_cast<Search*>(parameter);
+    if (::GetAncestor(window, GA_ROOTOWNER) != search.root || ::IsWindowVisible(window) == FALSE ||
+        ::IsWindowEnabled(window) == FALSE) {
+        return TRUE;
+    }
+    search.found = window;
+    return FALSE;
+}
+
+/// A disabled window is behind a dialog, or a dialog's dialog, and that is where the user goes on.
+HWND WindowInFront(HWND window) {
+    if (::IsWindowEnabled(window) != FALSE) {
+        return window;
+    }
+    Search search{window, window};
+    ::EnumWindows(&TakeEnabledPopup, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+}  // namespace
+
 BOOL SHHandleWMSettingChange(HWND window, WPARAM /*wParam*/, LPARAM /*lParam*/,
                              SHACTIVATEINFO* info) {
     // The record's bits follow the input panel on the device; without a panel nothing moves.
@@ -18,6 +47,5 @@ BOOL SHSetForegroundWindow(HWND window) {
     if (::IsIconic(target) != FALSE) {
         ::ShowWindow(target, SW_RESTORE);
     }
-    // A disabled window is behind a dialog of its own, and that is where the user has to go on.
-    return ::SetForegroundWindow(::GetLastActivePopup(target));
+    return ::SetForegroundWindow(WindowInFront(target));
 }
