@@ -58,19 +58,11 @@ int MainWindow::PreCreateWindow(CREATESTRUCTW& parameters) {
 // ----------------------------------------------------------------------------
 
 LRESULT MainWindow::OnCreate() {
-    constexpr LRESULT Refused = -1;
-    EquipTopLevelWindow(Handle(), AppInstance(), IDI_LUNARA);
-    INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_WIN95_CLASSES | ICC_DATE_CLASSES};
-    ::InitCommonControlsEx(&controls);
-    if (!CreateBar()) {
-        return Refused;
-    }
-    ReadSettings();
-    if (Login(*this, User()) == 0) {
-        return Refused;
-    }
-    if (!CreateViews()) {
-        return Refused;
+    if (!SetUp()) {
+        // Not every system tells the children of a window that refuses its creation, and the bar's
+        // object must be free for the next try.
+        ::DestroyWindow(menuBar.Handle());
+        return -1;
     }
     // Neither branch touches `currentView`: a stray value shows the graph, and is kept and written
     // back until the user chooses a view.
@@ -83,6 +75,17 @@ LRESULT MainWindow::OnCreate() {
     }
     ::SetTimer(Handle(), DayTimerId, DayTimerPeriodMs, nullptr);
     return 0;
+}
+
+bool MainWindow::SetUp() {
+    EquipTopLevelWindow(Handle(), AppInstance(), IDI_LUNARA);
+    INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_WIN95_CLASSES | ICC_DATE_CLASSES};
+    ::InitCommonControlsEx(&controls);
+    if (!CreateBar()) {
+        return false;
+    }
+    ReadSettings();
+    return Login(*this, User()) != 0 && CreateViews();
 }
 
 void MainWindow::OnDestroy() {

@@ -55,6 +55,7 @@ class MainWindow : public Window,
 
     // Messages
     LRESULT OnCreate();
+    bool SetUp();
     void OnDestroy();
     void OnPaint();
     void OnEraseBackground(HDC dc);

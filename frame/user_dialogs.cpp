@@ -36,7 +36,7 @@ void SetPanelFlags(HWND dialog, DWORD flags) {
 
 BOOL PasswordDialog::OnInitDialog() {
     const BOOL result = Dialog::OnInitDialog();
-    panelFlags = PanelInfo().fdwFlags;
+    KeepPanelFlags();
     return result;
 }
 
@@ -64,13 +64,17 @@ bool PasswordDialog::CheckLength(const WCHAR* password, int controlId) {
     return false;
 }
 
+void PasswordDialog::KeepPanelFlags() {
+    // A dialog that comes up with a password field gives it the focus while it is still being set
+    // up, and once more when it is shown. The flags then are this dialog's own already.
+    if (!completionOff) {
+        panelFlags = PanelInfo().fdwFlags;
+    }
+}
+
 void PasswordDialog::OnPasswordFocus(bool gained) {
     if (gained) {
-        // A field is told twice that it has the focus when the dialog comes up with it: the second
-        // time the flags are ours already.
-        if (!completionOff) {
-            panelFlags = PanelInfo().fdwFlags;
-        }
+        KeepPanelFlags();
         SetPanelFlags(Handle(), panelFlags | SIPF_DISABLECOMPLETION);
     } else {
         SetPanelFlags(Handle(), panelFlags);

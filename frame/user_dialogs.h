@@ -33,6 +33,7 @@ class PasswordDialog : public Dialog {
 
   private:
     void OnPasswordFocus(bool gained);
+    void KeepPanelFlags();
 
     DWORD panelFlags = 0;  // as they were before completion was turned off
     bool completionOff = false;
