@@ -1,6 +1,6 @@
 #include "frame/window_map.h"
 
-#include <algorithm>
+#include <array>
 
 #include "tests/ui/ui_test.h"
 
@@ -80,10 +80,10 @@ TEST(WindowMap, InsertingExistingHandleReplacesObjectAndDoesNotGrow) {
     }
     ASSERT_EQ(map.Lookup(Key(1)), 0);  // sorts
     map.Insert(Key(5), objects.At(20));
+    EXPECT_FALSE(map.IsUnsorted()) << "a replacement keeps the order";
     EXPECT_EQ(map.Find(Key(5)), objects.At(20));
     EXPECT_EQ(map.Count(), 10);
     EXPECT_EQ(map.Capacity(), 10);
-    EXPECT_FALSE(map.IsUnsorted()) << "a replacement keeps the order";
 }
 
 TEST(WindowMap, ReplacingInAnUnsortedMapLeavesItUnsorted) {

@@ -347,17 +347,19 @@ TEST_F(WindowTest, SubclassOfABoundWindowLeavesItsProcedure) {
 }
 
 TEST_F(WindowTest, ADestroyedSubclassedWindowGetsItsProcedureBack) {
-    const HWND edit = MakeEdit();
+    const HWND button = ::CreateWindowExW(0, TEXT("BUTTON"), TEXT(""), WS_POPUP, 0, 0, 50, 20,
+                                          nullptr, nullptr, AppInstance(), nullptr);
     ScriptedWindow window;
-    ASSERT_EQ(window.Subclass(edit), 1);
-    ::DestroyWindow(edit);
+    ASSERT_EQ(window.Subclass(button), 1);
+    ASSERT_NE(::SendMessageW(button, WM_GETDLGCODE, 0, 0), 0);
+    ::DestroyWindow(button);
     EXPECT_EQ(window.Handle(), nullptr);
     EXPECT_EQ(window.CountOf(WM_DESTROY), 1);
     EXPECT_EQ(window.CountOf(WM_NCDESTROY), 0);
     ASSERT_EQ(window.Make(), 1);
     // The second window has no earlier procedure to fall back to.
     EXPECT_EQ(ProcedureOf(window.Handle()), &FrameworkWindowProc);
-    EXPECT_EQ(::SendMessageW(window.Handle(), EM_GETLIMITTEXT, 0, 0), 0);
+    EXPECT_EQ(::SendMessageW(window.Handle(), WM_GETDLGCODE, 0, 0), 0);
 }
 
 TEST_F(WindowTest, HandledMessagesReturnTheHandlersResult) {
