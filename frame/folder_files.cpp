@@ -1,6 +1,8 @@
 #include "frame/folder_files.h"
 
 #include <functional>
+#include <utility>
+#include <vector>
 
 #include "frame/messages.h"
 
@@ -8,6 +10,8 @@ namespace lunara {
 namespace {
 
 constexpr WCHAR AllFiles[] = TEXT("*.*");
+constexpr WCHAR DeleteFileFailed[] = TEXT("Fail to delete file '%s'");
+constexpr WCHAR DeleteFolderFailed[] = TEXT("Fail to delete folder '%s'");
 
 bool BeginsWithDot(const WIN32_FIND_DATAW& entry) { return entry.cFileName[0] == '.'; }
 
@@ -61,7 +65,7 @@ bool DeleteEntry(const WCHAR* folder, const WCHAR* name, bool quiet) {
         return true;
     }
     if (!quiet) {
-        ShowFailure(TEXT("Fail to delete file '%s'"), path.c_str());
+        ShowFailure(DeleteFileFailed, path.c_str());
     }
     return false;
 }
@@ -114,7 +118,7 @@ int DeleteFolderFiles(const WCHAR* folder, const WCHAR* pattern, bool removeFold
         if (quiet) {
             return 2;
         }
-        ShowFailure(TEXT("Fail to delete folder '%s'"), folder);
+        ShowFailure(DeleteFolderFailed, folder);
     }
     return 0;
 }
@@ -139,10 +143,29 @@ void MarkFilesForArchive(const WCHAR* folder) {
     }
 }
 
-int MoveFolderFiles(const WCHAR* source, const WCHAR* target) {
-    return TransferFiles(source, target, AllFiles, [](const WCHAR* from, const WCHAR* to) {
-        return ::MoveFileExW(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
-    });
+int MoveFolderFiles(const WCHAR* source, const WCHAR* target, OnMoveFailure onFailure) {
+    constexpr DWORD Flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    std::vector<std::pair<WideString, WideString>> moved;
+    bool all = true;
+    const int finished =
+        TransferFiles(source, target, AllFiles, [&](const WCHAR* from, const WCHAR* to) {
+            if (::MoveFileExW(from, to, Flags) != FALSE) {
+                moved.emplace_back(from, to);
+                return true;
+            }
+            all = false;
+            if (onFailure == OnMoveFailure::ShowAndGoOn) {
+                ShowFailure(DeleteFileFailed, from);
+                return true;
+            }
+            return false;
+        });
+    if (finished == 0 && onFailure == OnMoveFailure::UndoAndStop) {
+        for (const auto& [from, to] : moved) {
+            ::MoveFileExW(to.c_str(), from.c_str(), Flags);
+        }
+    }
+    return finished != 0 && all ? 1 : 0;
 }
 
 }  // namespace lunara

@@ -29,8 +29,12 @@ int CopyFolderFiles(const WCHAR* source, const WCHAR* target, const WCHAR* patte
 /// would pass over them. Gives such files of the folder the archive attribute back.
 void MarkFilesForArchive(const WCHAR* folder);
 
+/// What to do about a file that cannot be moved: show it ("Fail to delete file '%s'") and go on, or
+/// move back what was moved and stop.
+enum class OnMoveFailure { ShowAndGoOn, UndoAndStop };
+
 /// Moves every file of `source` that `CopyFolderFiles` would copy into `target`, replacing files
-/// there. The first failure ends it with 0; what was moved by then stays there.
-int MoveFolderFiles(const WCHAR* source, const WCHAR* target);
+/// there. 1 when all were moved, else 0.
+int MoveFolderFiles(const WCHAR* source, const WCHAR* target, OnMoveFailure onFailure);
 
 }  // namespace lunara
