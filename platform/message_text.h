@@ -15,14 +15,15 @@ class MessageText {
 
     /// `capacity` in UTF-16 units with the terminator, >= 0; with 0 there is no buffer and every
     /// store does nothing. Capacities under 4 cut without the dots that do not fit.
-    explicit MessageText(int capacity);
+    explicit MessageText(int startCapacity);
     MessageText(const MessageText&) = delete;
     MessageText& operator=(const MessageText&) = delete;
     ~MessageText() = default;
 
-    /// Keeps as much of the text as fits. 0 frees the buffer.
+    /// Keeps as much of the text as fits. 0 frees the buffer. Without memory nothing changes.
     void Resize(int newCapacity);
 
+    // What is stored must not be a part of the builder's own text.
     void Set(const WCHAR* text);
     void Append(const WCHAR* text);
     /// Puts the text in front; one that fills the buffer by itself replaces the old text, cut.
@@ -35,7 +36,7 @@ class MessageText {
     void FormatSystem(Store store, DWORD code);
 
     /// At most `size` units (>= 1), terminated, a cut copy marked like a cut text.
-    void CopyTo(WCHAR* buffer, int size) const;
+    void CopyTo(WCHAR* target, int size) const;
 
     const WCHAR* Text() const { return buffer ? buffer.get() : TEXT(""); }
     bool IsEmpty() const { return Text()[0] == 0; }

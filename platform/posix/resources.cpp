@@ -69,6 +69,10 @@ int LoadStringW(HINSTANCE /*instance*/, UINT id, LPWSTR buffer, int size) {
 
 DWORD FormatMessageW(DWORD flags, const void* source, DWORD /*messageId*/, DWORD /*languageId*/,
                      LPWSTR buffer, DWORD size, va_list* arguments) {
+    if ((flags & FORMAT_MESSAGE_FROM_SYSTEM) != 0) {
+        SetLastError(ERROR_MR_MID_NOT_FOUND);
+        return 0;
+    }
     if (flags != (FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY)) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return 0;

@@ -72,6 +72,7 @@ inline constexpr DWORD ERROR_DISK_FULL = 112;
 inline constexpr DWORD ERROR_INSUFFICIENT_BUFFER = 122;
 inline constexpr DWORD ERROR_ALREADY_EXISTS = 183;
 inline constexpr DWORD ERROR_FILENAME_EXCED_RANGE = 206;
+inline constexpr DWORD ERROR_MR_MID_NOT_FOUND = 317;
 inline constexpr DWORD ERROR_RESOURCE_NAME_NOT_FOUND = 1814;
 
 inline constexpr DWORD GENERIC_READ = 0x80000000;
@@ -87,7 +88,9 @@ inline constexpr DWORD MOVEFILE_REPLACE_EXISTING = 1;
 inline constexpr DWORD MOVEFILE_WRITE_THROUGH = 8;
 inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(~std::uintptr_t{0});
 
+inline constexpr DWORD FORMAT_MESSAGE_IGNORE_INSERTS = 0x200;
 inline constexpr DWORD FORMAT_MESSAGE_FROM_STRING = 0x400;
+inline constexpr DWORD FORMAT_MESSAGE_FROM_SYSTEM = 0x1000;
 inline constexpr DWORD FORMAT_MESSAGE_ARGUMENT_ARRAY = 0x2000;
 
 DWORD GetLastError();
@@ -119,7 +122,8 @@ DWORD GetModuleFileNameW(HINSTANCE module, LPWSTR path, DWORD size);
 /// Looks the id up in the program's one list of strings; `instance` is not looked at.
 int LoadStringW(HINSTANCE instance, UINT id, LPWSTR buffer, int size);
 
-/// FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY only. Returns the characters stored,
+/// FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY only; asked for a text of the system's
+/// own, it has none (ERROR_MR_MID_NOT_FOUND). Returns the characters stored,
 /// 0 on failure (an insert beyond 99, a bad conversion, a text that does not fit).
 DWORD FormatMessageW(DWORD flags, const void* source, DWORD messageId, DWORD languageId,
                      LPWSTR buffer, DWORD size, va_list* arguments);

@@ -1,0 +1,160 @@
+#include "cycle/periods.h"
+
+#include <array>
+
+namespace lunara {
+namespace {
+
+/// Two bleeding days this far apart still belong to one period: one day without bleeding between
+/// them is bridged.
+constexpr std::int32_t LargestGapInPeriod = 2;
+
+constexpr std::int32_t ShortestValidPeriod = 2;
+constexpr std::int32_t LongestValidPeriod = 7;
+
+/// Length given to the cycle that has not ended. No valid cycle is that long, so that the open
+/// cycle always counts as invalid.
+constexpr std::int32_t OpenCycleLength = LongestCycle + 1;
+
+/// A period and the day number of its start.
+struct Period {
+    CycleRecord record;
+    std::int32_t startNumber;
+};
+
+std::vector<Period> SplitIntoPeriods(const RecordedDays& days) {
+    std::vector<Period> periods;
+    if (days.Count() == 0) {
+        return periods;
+    }
+    DateKey start = days.Record(0).date;
+    std::int32_t startNumber = days.Number(0);
+    std::int32_t previous = startNumber;
+    // Not simply the difference of the ends: a record of an impossible date counts as day 0 and
+    // makes the run negative, which discards the period.
+    std::int32_t run = 1;
+    for (std::size_t i = 1; i < days.Count(); ++i) {
+        const std::int32_t number = days.Number(i);
+        const std::int32_t gap = number - previous;
+        previous = number;
+        if (gap <= LargestGapInPeriod) {
+            run += gap;
+            continue;
+        }
+        periods.push_back({{run, gap + run - 1, start}, startNumber});
+        start = days.Record(i).date;
+        startNumber = number;
+        run = 1;
+    }
+    periods.push_back({{run, OpenCycleLength, start}, startNumber});
+    return periods;
+}
+
+bool IsOfValidLength(const CycleRecord& period) {
+    return period.periodLength >= ShortestValidPeriod && period.periodLength <= LongestValidPeriod;
+}
+
+/// A single day is no period, unless it is today's or yesterday's and may still go on.
+bool IsKept(const Period& period, std::int32_t today) {
+    const std::int32_t length = period.record.periodLength;
+    const std::int32_t age = today - period.startNumber;
+    return length <= LongestValidPeriod &&
+           (length >= ShortestValidPeriod || (age >= 0 && age < length + 1));
+}
+
+/// Removes the discarded periods; the cycle before each is bridged over it.
+void DiscardPeriods(std::vector<Period>& periods, std::int32_t today, CyclePredictor& state) {
+    std::size_t kept = 0;
+    for (const Period& period : periods) {
+        if (IsKept(period, today)) {
+            periods[kept++] = period;
+            continue;
+        }
+        if (kept > 0) {
+            periods[kept - 1].record.cycleLength += period.record.cycleLength;
+        }
+        for (std::int32_t i = 0; i < period.record.periodLength; ++i) {
+            state.discardedDays.Set(KeyOfDayNumber(period.startNumber + i), 1);
+        }
+        ++state.discardedPeriods;
+    }
+    periods.resize(kept);
+}
+
+}  // namespace
+
+RecordedDays::RecordedDays(const DayValueList& bleeding, DateKey today) : records(bleeding.begin()) {
+    numbers.reserve(static_cast<std::size_t>(bleeding.Count()));
+    // Days up to the 28th of a month that is known to be real need no conversion.
+    constexpr DateKey LastDayOfEveryMonth = 28;
+    constexpr DateKey NoMonth = 0xFFFF'FFFF;
+    DateKey month = NoMonth;
+    std::int32_t beforeMonth = 0;
+    for (const DayValue& record : bleeding) {
+        if (record.date > today) {
+            break;
+        }
+        const DateKey day = record.date & 0xFF;
+        std::int32_t number = beforeMonth + static_cast<std::int32_t>(day);
+        if (record.date >> 8 != month || day - 1 >= LastDayOfEveryMonth) {
+            number = DayNumber(record.date);
+            month = number > 0 ? record.date >> 8 : NoMonth;
+            beforeMonth = number - static_cast<std::int32_t>(day);
+        }
+        numbers.push_back(number);
+    }
+}
+
+void FindPeriods(const RecordedDays& days, DateKey today, CyclePredictor& state) {
+    std::vector<Period> periods = SplitIntoPeriods(days);
+    for (std::size_t i = periods.size(); i-- > 0;) {
+        if (IsOfValidLength(periods[i].record)) {
+            FromDateKey(periods[i].record.start, state.lastValidPeriodStart);
+            break;
+        }
+    }
+    DiscardPeriods(periods, DayNumber(today), state);
+    for (const Period& period : periods) {
+        const std::int32_t length = period.record.cycleLength;
+        if (length >= ShortestCycle && length <= LongestCycle) {
+            state.validCycles.SetAt(state.validCycles.Count(), period.record);
+        } else {
+            ++state.invalidCycles;
+        }
+    }
+}
+
+PeriodProfile MeasurePeriodProfile(std::span<const CycleRecord> validCycles,
+                                   const RecordedDays& days) {
+    std::array<std::int64_t, ProfileDays> levelSum{};
+    std::array<std::int32_t, ProfileDays> dayCount{};
+    std::size_t first = 0;
+    for (const CycleRecord& cycle : validCycles) {
+        while (first < days.Count() && days.Record(first).date != cycle.start) {
+            ++first;
+        }
+        if (first == days.Count()) {
+            break;
+        }
+        const std::int32_t start = days.Number(first);
+        for (; first < days.Count(); ++first) {
+            const std::int32_t t = days.Number(first) - start;
+            if (t >= ProfileDays) {
+                break;
+            }
+            if (t >= 0) {  // an impossible date inside the period lies before it
+                levelSum[static_cast<std::size_t>(t)] += days.Record(first).value;
+                ++dayCount[static_cast<std::size_t>(t)];
+            }
+        }
+    }
+    PeriodProfile profile;
+    const auto cycles = static_cast<float>(validCycles.size());
+    for (std::size_t t = 0; t < ProfileDays; ++t) {
+        profile.meanLevel[t] = static_cast<float>(levelSum[t]) / cycles;
+        profile.bleedShare[t] = static_cast<float>(dayCount[t]) / cycles;
+    }
+    return profile;
+}
+
+}  // namespace lunara

@@ -1,0 +1,308 @@
+#include "cycle/predictor.h"
+
+#include <array>
+#include <bit>
+#include <optional>
+#include <span>
+
+#include "cycle/day_status.h"
+#include "cycle/day_walk.h"
+#include "cycle/distribution.h"
+#include "cycle/periods.h"
+#include "platform/clock.h"
+#include "platform/message_text.h"
+
+namespace lunara {
+namespace {
+
+constexpr int WarningCapacity = 1024;
+constexpr DWORD WarningPauseMs = 3'600'000;
+
+/// The warnings, as string resources.
+enum WarningText : UINT {
+    InsufficientData = 50001,
+    NoData = 50002,
+    TooFewCycles = 50003,
+    TooFarFromStart = 50004,
+    AfterExpectedLength = 50005,
+    DiscardedCounts = 50006,
+    PredictionNotAvailable = 50029,
+    PredictionNotMeaningful = 50030,
+};
+
+/// With this many valid cycles or fewer the user is told that the prediction is not stable.
+constexpr std::int32_t FewCycles = 3;
+
+/// What a recomputation came to; each outcome has its warnings.
+enum class Outcome { NoRecords, NoValidCycle, TooFar, AfterExpected, Predicted };
+
+std::span<const CycleRecord> CyclesOf(const CyclePredictor& state) {
+    return {state.validCycles.begin(), static_cast<std::size_t>(state.validCycles.Count())};
+}
+
+/// Everything but the time of the last warning and its receiver.
+void ForgetResults(CyclePredictor& state) {
+    state.lastValidPeriodStart = SYSTEMTIME{};
+    state.todayIsBleeding = false;
+    for (DayValueList* list :
+         {&state.bleedingLevels, &state.periodProbabilities, &state.ovulationProbabilities,
+          &state.pregnancyProbabilities, &state.discardedDays}) {
+        list->Clear();
+    }
+    state.dayFlags.Clear();
+    state.dayFlagArgs.Clear();
+    state.validCycles.Clear();
+    state.discardedPeriods = 0;
+    state.invalidCycles = 0;
+}
+
+// ---- The past -------------------------------------------------------------------------------------
+
+/// Weights of the days around an ovulation, from the day of the kernel's first entry on.
+using PregnancyAroundOvulation = std::array<float, 6>;
+
+/// Sums as over the days of a whole cycle, of which only the kernel's own are not zero.
+constexpr PregnancyAroundOvulation SpreadKernel(const OvulationKernel& kernel) {
+    PregnancyAroundOvulation weights{};
+    for (std::size_t i = 0; i < weights.size(); ++i) {
+        for (std::size_t j = 0; j < PregnancyKernel.size(); ++j) {
+            const std::size_t ahead = i + 3;
+            if (ahead >= j && ahead - j < kernel.size()) {
+                weights[i] += kernel[ahead - j] * PregnancyKernel[j];
+            }
+        }
+    }
+    return weights;
+}
+
+constexpr PregnancyAroundOvulation EvenPregnancy = SpreadKernel(EvenOvulationKernel);
+constexpr PregnancyAroundOvulation OddPregnancy = SpreadKernel(OddOvulationKernel);
+
+void SetWeight(DayValueList& list, DateKey date, float weight) {
+    list.Set(date, std::bit_cast<std::int32_t>(weight));
+}
+
+/// Recorded days are certain, and so are the ovulations of the valid cycles that have ended.
+void StorePast(const RecordedDays& days, CyclePredictor& state) {
+    for (const DayValue& record : days.Records()) {
+        SetWeight(state.bleedingLevels, record.date, static_cast<float>(record.value));
+    }
+    for (const DayValue& record : days.Records()) {
+        SetWeight(state.periodProbabilities, record.date, record.value != 0 ? 1.0F : 0.0F);
+    }
+    for (const CycleRecord& cycle : CyclesOf(state)) {
+        const bool even = cycle.cycleLength % 2 == 0;
+        const OvulationKernel& ovulation = OvulationKernelOf(cycle.cycleLength);
+        const PregnancyAroundOvulation& pregnancy = even ? EvenPregnancy : OddPregnancy;
+        DayWalk day(DayNumber(cycle.start) + OvulationKernelDay(cycle.cycleLength));
+        for (std::size_t i = 0; i < pregnancy.size(); ++i, day.Next()) {
+            if (i < ovulation.size() && ovulation[i] > 0) {
+                SetWeight(state.ovulationProbabilities, day.Key(), ovulation[i]);
+            }
+            if (pregnancy[i] > 0) {
+                SetWeight(state.pregnancyProbabilities, day.Key(), pregnancy[i]);
+            }
+        }
+    }
+}
+
+// ---- The prediction -------------------------------------------------------------------------------
+
+/// Stores the weights of at least 0.01 for the days from the last valid period start on. A day that
+/// has an entry already keeps it: what is known of the past goes before what is expected.
+void StorePredicted(UserData& data, HorizonValues& values, DayValueList& list) {
+    const SYSTEMTIME& start = data.predictor.lastValidPeriodStart;
+    const std::int32_t startNumber = DayNumber(ToDateKey(start));
+    for (std::int32_t i = list.Count(); i-- > 0;) {
+        const std::int32_t day = DayNumber(list.At(i).date) - startNumber;
+        if (day < 0) {
+            break;
+        }
+        if (day < HorizonDays) {
+            values[static_cast<std::size_t>(day)] = 0;
+        }
+    }
+    data.StoreDayWeights(values.data(), HorizonDays, start, list);
+}
+
+Outcome Predict(UserData& data, const RecordedDays& days, std::int32_t daysPassed) {
+    CyclePredictor& state = data.predictor;
+    if (daysPassed > LongestCycle) {
+        return Outcome::TooFar;
+    }
+    const LengthShares shares = MeasureLengthShares(CyclesOf(state));
+    const PeriodProfile profile = MeasurePeriodProfile(CyclesOf(state), days);
+    HorizonValues starts;
+    if (!PredictStarts(shares, daysPassed, starts)) {
+        return Outcome::AfterExpected;
+    }
+    HorizonValues values;
+    SpreadOverPeriod(profile.meanLevel, starts, daysPassed, values);
+    StorePredicted(data, values, state.bleedingLevels);
+    SpreadOverPeriod(profile.bleedShare, starts, daysPassed, values);
+    StorePredicted(data, values, state.periodProbabilities);
+    HorizonValues ovulation;
+    PredictOvulation(MeasureOvulationOffsets(shares), starts, ovulation);
+    PredictPregnancy(ovulation, values);
+    StorePredicted(data, ovulation, state.ovulationProbabilities);
+    StorePredicted(data, values, state.pregnancyProbabilities);
+    return Outcome::Predicted;
+}
+
+/// Makes room at once for what the lists will hold.
+void ReserveLists(const RecordedDays& days, CyclePredictor& state) {
+    const auto records = static_cast<std::int32_t>(days.Count());
+    const std::int32_t cycles = state.validCycles.Count();
+    state.bleedingLevels.Reserve(records + HorizonDays);
+    state.periodProbabilities.Reserve(records + HorizonDays);
+    state.ovulationProbabilities.Reserve(2 * cycles + HorizonDays);
+    state.pregnancyProbabilities.Reserve(5 * cycles + HorizonDays);
+}
+
+Outcome Recompute(UserData& data, const SYSTEMTIME& today) {
+    CyclePredictor& state = data.predictor;
+    ForgetResults(state);
+    if (data.bleeding.Count() == 0) {
+        return Outcome::NoRecords;
+    }
+    const DateKey todayKey = ToDateKey(today);
+    state.todayIsBleeding = data.bleeding.Find(todayKey) >= 0;
+    const RecordedDays days(data.bleeding, todayKey);
+    FindPeriods(days, todayKey, state);
+    ReserveLists(days, state);
+    StorePast(days, state);
+    Outcome outcome = Outcome::NoValidCycle;
+    if (state.validCycles.Count() > 0) {
+        outcome = Predict(data, days, DaysBetween(today, state.lastValidPeriodStart));
+    }
+    MarkDays(state, today);
+    return outcome;
+}
+
+// ---- The warning ----------------------------------------------------------------------------------
+
+void ComposeWarning(const CyclePredictor& state, Outcome outcome, MessageText& text) {
+    const auto append = [&text](UINT id) { text.FormatResource(&MessageText::Append, id); };
+    if (outcome == Outcome::NoRecords) {
+        append(NoData);
+        return;
+    }
+    if (outcome == Outcome::NoValidCycle) {
+        append(InsufficientData);
+    } else if (state.validCycles.Count() <= FewCycles) {
+        append(TooFewCycles);
+    }
+    if (state.discardedPeriods > 0) {
+        text.FormatResource(&MessageText::Append, DiscardedCounts, state.discardedPeriods,
+                            state.invalidCycles);
+    }
+    if (outcome == Outcome::TooFar) {
+        append(TooFarFromStart);
+        append(PredictionNotMeaningful);
+    } else if (outcome == Outcome::AfterExpected) {
+        append(AfterExpectedLength);
+    }
+    if (outcome == Outcome::NoValidCycle || outcome == Outcome::AfterExpected) {
+        append(PredictionNotAvailable);
+    }
+}
+
+void PostWarning(const CyclePredictor& state, Outcome outcome) {
+    if (state.warningSink == nullptr) {
+        return;
+    }
+    MessageText text(WarningCapacity);
+    ComposeWarning(state, outcome, text);
+    if (!text.IsEmpty()) {
+        state.warningSink->PostPredictionWarning(text.Text());
+    }
+}
+
+/// The weight stored for the date, 0 when there is none.
+float WeightOf(DayValueList& list, const SYSTEMTIME& date) {
+    const std::int32_t index = list.Find(ToDateKey(date));
+    return index < 0 ? 0 : std::bit_cast<float>(list.At(index).value);
+}
+
+/// Of the dates that `edge` takes from the bleeding and the temperature list, the one that `goesBefore`
+/// prefers.
+template <typename Edge, typename Preference>
+int EdgeRecordDate(UserData& data, Edge edge, Preference goesBefore, SYSTEMTIME& date) {
+    std::optional<DateKey> best;
+    for (DayValueList* list : {&data.bleeding, &data.temperature}) {
+        if (list->Count() == 0) {
+            continue;
+        }
+        list->Sort();
+        const DateKey candidate = edge(*list);
+        if (!best || goesBefore(candidate, *best)) {
+            best = candidate;
+        }
+    }
+    if (!best) {
+        return 0;
+    }
+    FromDateKey(*best, date);
+    return 1;
+}
+
+}  // namespace
+
+int UpdatePrediction(UserData& data, int showMessages) {
+    CyclePredictor& state = data.predictor;
+    const SYSTEMTIME today = LocalNow();
+    if (state.predictionUpToDate && state.computedFor == ToDateKey(today)) {
+        return 1;
+    }
+    const Outcome outcome = Recompute(data, today);
+    if (showMessages != 0) {
+        PostWarning(state, outcome);
+    }
+    state.computedFor = ToDateKey(today);
+    state.predictionUpToDate = true;
+    return 1;
+}
+
+float GetBleedingLevel(UserData& data, const SYSTEMTIME& date) {
+    return WeightOf(data.predictor.bleedingLevels, date);
+}
+
+float GetPeriodProbability(UserData& data, const SYSTEMTIME& date) {
+    return WeightOf(data.predictor.periodProbabilities, date);
+}
+
+float GetOvulationProbability(UserData& data, const SYSTEMTIME& date) {
+    return WeightOf(data.predictor.ovulationProbabilities, date);
+}
+
+float GetPregnancyProbability(UserData& data, const SYSTEMTIME& date) {
+    return WeightOf(data.predictor.pregnancyProbabilities, date);
+}
+
+int IsBleedingDayCounted(UserData& data, const SYSTEMTIME& date) {
+    DayValueList& discarded = data.predictor.discardedDays;
+    const std::int32_t index = discarded.Find(ToDateKey(date));
+    return index < 0 || (discarded.At(index).value & 1) == 0 ? 1 : 0;
+}
+
+int GetFirstRecordDate(UserData& data, SYSTEMTIME& date) {
+    return EdgeRecordDate(
+        data, [](DayValueList& list) { return list.At(0).date; },
+        [](DateKey a, DateKey b) { return a < b; }, date);
+}
+
+int GetLastRecordDate(UserData& data, SYSTEMTIME& date) {
+    return EdgeRecordDate(
+        data, [](DayValueList& list) { return list.At(list.Count() - 1).date; },
+        [](DateKey a, DateKey b) { return a > b; }, date);
+}
+
+bool TakeWarningTurn(CyclePredictor& state, DWORD tick) {
+    if (static_cast<DWORD>(tick - state.lastWarningTick) <= WarningPauseMs) {
+        return false;
+    }
+    state.lastWarningTick = tick;
+    return true;
+}
+
+}  // namespace lunara
