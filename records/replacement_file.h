@@ -1,0 +1,63 @@
+#pragma once
+
+// A file that is written whole beside the one that it replaces, so that whatever stops the program
+// or the machine, the old file or the new one is there under its name.
+
+#include <cstddef>
+
+#include "platform/text.h"
+
+namespace lunara {
+
+/// The system calls that change files. Tests put in others, to make each step fail.
+class FileCalls {
+  public:
+    FileCalls() = default;
+    FileCalls(const FileCalls&) = delete;
+    FileCalls& operator=(const FileCalls&) = delete;
+    virtual ~FileCalls() = default;
+
+    // As the system's calls of the same name, with its last error.
+    virtual HANDLE Create(const WCHAR* path);
+    virtual BOOL Write(HANDLE file, const void* bytes, DWORD count, DWORD& written);
+    virtual BOOL Flush(HANDLE file);
+    virtual BOOL Close(HANDLE file);
+    virtual BOOL Replace(const WCHAR* from, const WCHAR* to);
+    virtual BOOL Remove(const WCHAR* path);
+};
+
+/// The calls in use.
+FileCalls& CurrentFileCalls();
+
+/// From here on `calls` are used, or the system's own when null.
+void UseFileCalls(FileCalls* calls);
+
+/// The name under which the new content of `path` is written: ".new" in place of ".dat", or behind
+/// any other name. It is no longer than the name of a data file, so that it fits where that does.
+WideString SiblingPath(WideView path);
+
+class ReplacementFile {
+  public:
+    explicit ReplacementFile(const WCHAR* target);
+    ReplacementFile(const ReplacementFile&) = delete;
+    ReplacementFile& operator=(const ReplacementFile&) = delete;
+    /// A file that was not put in place is removed; the last error stays.
+    ~ReplacementFile();
+
+    // Each is called only after the one before it returned 1. 0 on failure with the system's error,
+    // never 0, in the last error.
+    int Create();
+    int Write(const void* bytes, std::size_t count);
+    /// Flushes the new file to the disk, closes it, and gives it the old one's name.
+    int PutInPlace();
+
+  private:
+    int Close();
+
+    WideString path;
+    WideString sibling;
+    HANDLE file = INVALID_HANDLE_VALUE;
+    bool toBeRemoved = false;
+};
+
+}  // namespace lunara
