@@ -1,0 +1,48 @@
+#!/bin/bash
+# Runs the end-to-end tests: the built program, driven from outside, with a date that the tests set.
+#
+# Usage: scripts/e2e.sh [PROGRAM.exe [GOOGLETEST ARGUMENTS...]]
+#   PROGRAM.exe  build/windows/tests/e2e/lunara_e2e.exe unless given
+#
+# Pictures of the steps are left in <build folder>/e2e/pictures, as PNG where ImageMagick is installed.
+#
+# The Wine server is started first and outside of the date's reach: it keeps the timers. Only the clock
+# of the day is changed, not the one that counts on, so timers and tick counts run as always.
+set -euo pipefail
+
+project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+if [[ ${1:-} == --inside ]]; then
+    program=$2
+    shift 2
+    library=$(find /usr/lib -name libfaketime.so.1 -print -quit)
+    if [[ -z $library ]]; then
+        echo "e2e.sh: libfaketime is missing (package faketime)" >&2
+        exit 1
+    fi
+    folder=$(dirname "$program")
+    date_file=$folder/e2e-date.txt
+    echo "2006-03-05 12:00:00" >"$date_file"
+    # A first program starts the server, and Wine's own programs, in the real time.
+    wine cmd /c exit >/dev/null 2>&1
+    LUNARA_E2E_DATE_FILE=$(winepath -w "$date_file" 2>/dev/null) \
+        TZ=UTC FAKETIME_TIMESTAMP_FILE=$date_file FAKETIME_NO_CACHE=1 \
+        DONT_FAKE_MONOTONIC=1 FAKETIME_DONT_FAKE_MONOTONIC=1 NO_FAKE_STAT=1 \
+        LD_PRELOAD=$library wine "$program" "$@"
+    exit
+fi
+
+program=${1:-$project/build/windows/tests/e2e/lunara_e2e.exe}
+(($# == 0)) || shift
+program=$(realpath "$program")
+pictures=$(dirname "$(dirname "$(dirname "$program")")")/e2e/pictures
+rm -rf "$pictures"
+
+status=0
+LUNARA_TIMEOUT=${LUNARA_TIMEOUT:-1800} \
+    "$project/scripts/wine.sh" with "$project/scripts/e2e.sh" --inside "$program" "$@" || status=$?
+
+if [[ -d $pictures ]] && command -v mogrify >/dev/null; then
+    (cd "$pictures" && mogrify -format png ./*.bmp && rm -f ./*.bmp) || true
+fi
+exit "$status"

@@ -1,0 +1,478 @@
+#include "tests/e2e/driver.h"
+
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstring>
+
+#include "tests/e2e/remote.h"
+#include "tests/e2e/wait.h"
+
+namespace lunara::e2e {
+namespace {
+
+struct Search {
+    DWORD process;
+    const WCHAR* className;
+    const WCHAR* title;  // null: any
+    bool visible;
+    HWND found;
+};
+
+bool HasClass(HWND window, const WCHAR* className) {
+    std::array<WCHAR, 64> name{};
+    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    return ::lstrcmpiW(name.data(), className) == 0;
+}
+
+/// A title, without asking the window's own thread, which may be busy.
+bool HasTitle(HWND window, const WCHAR* title) {
+    std::array<WCHAR, 64> text{};
+    ::InternalGetWindowText(window, text.data(), static_cast<int>(text.size()));
+    return title == nullptr || ::lstrcmpW(text.data(), title) == 0;
+}
+
+BOOL CALLBACK Match(HWND window, LPARAM lParam) {
+    auto& search = *reinterpret_cast<Search*>(lParam);
+    DWORD process = 0;
+    ::GetWindowThreadProcessId(window, &process);
+    if (process == search.process && HasClass(window, search.className) &&
+        HasTitle(window, search.title) && (!search.visible || ::IsWindowVisible(window) != 0)) {
+        search.found = window;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+HWND FindTopLevel(DWORD process, const WCHAR* className, const WCHAR* title, bool visible) {
+    Search search{process, className, title, visible, nullptr};
+    ::EnumWindows(Match, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+HWND FindChild(HWND parent, DWORD process, const WCHAR* className, const WCHAR* title) {
+    Search search{process, className, title, false, nullptr};
+    ::EnumChildWindows(parent, Match, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+INPUT KeyInput(WORD key, WORD scan, DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = key;
+    input.ki.wScan = scan;
+    input.ki.dwFlags = flags;
+    return input;
+}
+
+INPUT MouseInput(DWORD flags) {
+    INPUT input{};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flags;
+    return input;
+}
+
+/// The agenda's request for a row, laid out as the control lays it out.
+struct RowRequest {
+    NMHDR header;
+    std::int32_t index;
+    std::int32_t height;
+    std::array<WCHAR, 128> text;
+    std::int32_t count;
+    std::array<Row::Cell, 5> cells;
+};
+
+/// The calendar's answer to a hit test.
+struct CalendarHit {
+    POINT point;
+    SYSTEMTIME date;
+    RECT cell;
+};
+constexpr UINT CalendarHitTest = WM_USER + 3;
+
+constexpr WCHAR DialogClass[] = L"#32770";
+constexpr WCHAR MenuClass[] = L"#32768";
+
+}  // namespace
+
+Program::~Program() {
+    Kill();
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
+}
+
+bool Program::Fail(const std::wstring& what) const {
+    ADD_FAILURE() << ToUtf8(what) << (IsRunning() ? "" : " (the program has ended)");
+    return false;
+}
+
+// ---- Its life ------------------------------------------------------------------------------------
+
+bool Program::Start(WORD showCommand) {
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESHOWWINDOW;
+    startup.wShowWindow = showCommand;
+    std::wstring command = L"\"" + folder.Program() + L"\"";
+    if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                         folder.Path().c_str(), &startup, &process) == 0) {
+        return Fail(L"the program does not start");
+    }
+    return true;
+}
+
+bool Program::IsRunning() const {
+    return process.hProcess != nullptr &&
+           ::WaitForSingleObject(process.hProcess, 0) == WAIT_TIMEOUT;
+}
+
+bool Program::WaitForEnd() {
+    if (::WaitForSingleObject(process.hProcess, PatienceMs) != WAIT_OBJECT_0) {
+        return Fail(L"the program does not end");
+    }
+    return true;
+}
+
+DWORD Program::ExitCode() const {
+    DWORD code = 0;
+    ::GetExitCodeProcess(process.hProcess, &code);
+    return code;
+}
+
+void Program::Kill() {
+    if (IsRunning()) {
+        ::TerminateProcess(process.hProcess, 99);
+        ::WaitForSingleObject(process.hProcess, PatienceMs);
+    }
+}
+
+// ---- Windows -------------------------------------------------------------------------------------
+
+HWND Program::FindMain() const {
+    return FindTopLevel(process.dwProcessId, MainClass, MainTitle, false);
+}
+
+HWND Program::FindDialog(const WCHAR* title) const {
+    return FindTopLevel(process.dwProcessId, DialogClass, title, true);
+}
+
+HWND Program::FindAnyDialog() const {
+    return FindDialog(nullptr);
+}
+
+HWND Program::WaitForDialog(const WCHAR* title) {
+    HWND dialog = nullptr;
+    const bool came = WaitFor([&] {
+        dialog = FindDialog(title);
+        return dialog != nullptr || !IsRunning();
+    });
+    if (!came || dialog == nullptr) {
+        Fail(std::wstring(L"no dialog \"") + title + L"\"");
+    }
+    return dialog;
+}
+
+bool Program::WaitForNoDialog(const WCHAR* title) {
+    if (!WaitFor([&] { return FindDialog(title) == nullptr; })) {
+        return Fail(std::wstring(L"the dialog \"") + title + L"\" stays");
+    }
+    return true;
+}
+
+HWND Program::FindView(const WCHAR* title) const {
+    return FindChild(main, process.dwProcessId, MainClass, title);
+}
+
+bool Program::IsOnTop(HWND view) const {
+    HWND window = ::GetWindow(main, GW_CHILD);
+    while (window != nullptr && window != Diary() && window != Graph()) {
+        window = ::GetWindow(window, GW_HWNDNEXT);
+    }
+    return view != nullptr && window == view;
+}
+
+HWND Program::MenuBar() const {
+    return FindChild(main, process.dwProcessId, TOOLBARCLASSNAMEW, nullptr);
+}
+
+// ---- Entries -------------------------------------------------------------------------------------
+
+std::wstring Program::TextOf(HWND window) {
+    std::array<WCHAR, 1024> text{};
+    DWORD_PTR length = 0;
+    ::SendMessageTimeoutW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()),
+                          SMTO_NORMAL, PatienceMs, &length);
+    return {text.data(), length};
+}
+
+void Program::SetTextOf(HWND window, const std::wstring& text) {
+    ::SendMessageTimeoutW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()), SMTO_NORMAL,
+                          PatienceMs, nullptr);
+}
+
+std::wstring Program::BoxText(HWND box) {
+    std::wstring text;
+    for (HWND child = ::GetWindow(box, GW_CHILD); child != nullptr;
+         child = ::GetWindow(child, GW_HWNDNEXT)) {
+        if (HasClass(child, L"static")) {
+            text += TextOf(child);
+        }
+    }
+    return text;
+}
+
+bool Program::ClickAt(HWND window, POINT client) {
+    POINT screen = client;
+    ::ClientToScreen(window, &screen);
+    ::SetCursorPos(screen.x, screen.y);
+    std::array<INPUT, 2> inputs = {MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)};
+    return ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) ==
+           inputs.size();
+}
+
+bool Program::Click(HWND window) {
+    RECT client{};
+    if (window == nullptr || ::GetClientRect(window, &client) == 0) {
+        return Fail(L"nothing to click");
+    }
+    return ClickAt(window, {client.right / 2, client.bottom / 2});
+}
+
+void Program::Press(WORD key, bool control) {
+    std::vector<INPUT> inputs;
+    if (control) {
+        inputs.push_back(KeyInput(VK_CONTROL, 0, 0));
+    }
+    inputs.push_back(KeyInput(key, 0, 0));
+    inputs.push_back(KeyInput(key, 0, KEYEVENTF_KEYUP));
+    if (control) {
+        inputs.push_back(KeyInput(VK_CONTROL, 0, KEYEVENTF_KEYUP));
+    }
+    ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+void Program::Type(const std::wstring& text) {
+    for (const WCHAR unit : text) {
+        std::array<INPUT, 2> inputs = {KeyInput(0, unit, KEYEVENTF_UNICODE),
+                                       KeyInput(0, unit, KEYEVENTF_UNICODE | KEYEVENTF_KEYUP)};
+        ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+    }
+}
+
+bool Program::Leave(HWND dialog, int button) {
+    Click(::GetDlgItem(dialog, button));
+    if (!WaitFor([&] { return ::IsWindow(dialog) == 0; })) {
+        return Fail(L"the dialog \"" + TextOf(dialog) + L"\" does not close");
+    }
+    return true;
+}
+
+void Program::Send(UINT command) {
+    ::SendMessageTimeoutW(main, WM_COMMAND, command, 0, SMTO_NORMAL, PatienceMs, nullptr);
+}
+
+void Program::Post(UINT command) {
+    ::PostMessageW(main, WM_COMMAND, command, 0);
+}
+
+bool Program::Settle() {
+    // A colour that nobody sees, posted and read back: when it is there, all that was posted before it
+    // has been handled.
+    const HWND bar = MenuBar();
+    const auto color = static_cast<LPARAM>(++fence);
+    ::PostMessageW(bar, TB_SETINSERTMARKCOLOR, 0, color);
+    if (!WaitFor([&] {
+            return ::SendMessageW(bar, TB_GETINSERTMARKCOLOR, 0, 0) == color || !IsRunning();
+        })) {
+        return Fail(L"the program does not answer");
+    }
+    return IsRunning();
+}
+
+// ---- Whole steps ---------------------------------------------------------------------------------
+
+bool Program::EnterUser(const std::wstring& user, const std::wstring& password) {
+    const HWND dialog = WaitForDialog(L"Login user");
+    if (dialog == nullptr) {
+        return false;
+    }
+    main = FindMain();
+    const HWND name = ::GetDlgItem(dialog, ControlUserName);
+    const HWND secret = ::GetDlgItem(dialog, ControlPassword);
+    SetTextOf(name, L"");
+    Click(name);
+    Type(user);
+    SetTextOf(secret, L"");
+    Click(secret);
+    Type(password);
+    if (!WaitFor([&] {
+            return TextOf(name) == user &&
+                   ::SendMessageW(secret, WM_GETTEXTLENGTH, 0, 0) ==
+                       static_cast<LRESULT>(password.size());
+        })) {
+        return Fail(L"the sign-in does not take what is typed: \"" + TextOf(name) + L"\"");
+    }
+    return Click(::GetDlgItem(dialog, ControlOk));
+}
+
+bool Program::WaitForViews() {
+    if (!WaitFor([&] {
+            main = FindMain();
+            return !IsRunning() || (Diary() != nullptr && Graph() != nullptr);
+        }) ||
+        !IsRunning()) {
+        return Fail(L"no views");
+    }
+    // The first fence is handled by the message loop, so the window is complete when it is; what the
+    // creation has posted lies before the second.
+    return Settle() && PutWarningAway();
+}
+
+bool Program::PutWarningAway() {
+    if (!Settle()) {
+        return false;
+    }
+    warning.clear();
+    const HWND box = FindDialog(L"Warning");
+    if (box == nullptr) {
+        return true;
+    }
+    warning = BoxText(box);
+    Press(VK_RETURN);
+    return WaitForNoDialog(L"Warning") && Settle();
+}
+
+bool Program::SignIn(const std::wstring& user, const std::wstring& password) {
+    return EnterUser(user, password) && WaitForNoDialog(L"Login user") && WaitForViews();
+}
+
+bool Program::ChooseFromMenu(int steps, int optionSteps) {
+    const auto menuCount = [&] {
+        int count = 0;
+        for (HWND menu = ::FindWindowExW(nullptr, nullptr, MenuClass, nullptr); menu != nullptr;
+             menu = ::FindWindowExW(nullptr, menu, MenuClass, nullptr)) {
+            count += ::IsWindowVisible(menu) != 0 ? 1 : 0;
+        }
+        return count;
+    };
+    if (!ClickButton(CommandTools) || !WaitFor([&] { return menuCount() == 1; })) {
+        return Fail(L"the menu does not open");
+    }
+    for (int i = 0; i < steps; ++i) {
+        Press(VK_DOWN);
+    }
+    if (optionSteps > 0) {
+        Press(VK_RIGHT);
+        if (!WaitFor([&] { return menuCount() == 2; })) {
+            return Fail(L"the Options menu does not open");
+        }
+        for (int i = 1; i < optionSteps; ++i) {
+            Press(VK_DOWN);
+        }
+    }
+    Press(VK_RETURN);
+    return WaitFor([&] { return menuCount() == 0; }) || Fail(L"the menu does not close");
+}
+
+bool Program::Exit() {
+    Post(CommandExit);
+    return WaitForEnd() && ExitCode() == 0;
+}
+
+// ---- What it shows -------------------------------------------------------------------------------
+
+int Program::ButtonState(UINT command) const {
+    return static_cast<int>(::SendMessageW(MenuBar(), TB_GETSTATE, command, 0));
+}
+
+bool Program::SendRecord(HWND window, UINT message, WPARAM wParam, void* record, std::size_t size,
+                         LRESULT* result) const {
+    RemoteBlock block(process.hProcess, size);
+    LRESULT answer = 0;
+    if (!block.Write(record, size) ||
+        !SendFromInside(process.hProcess, window, message, wParam,
+                        reinterpret_cast<LPARAM>(block.Address()), answer)) {
+        return false;
+    }
+    if (result != nullptr) {
+        *result = answer;
+    }
+    return block.Read(record, size);
+}
+
+int Program::ButtonStyle(UINT command) const {
+    TBBUTTONINFOW info{};
+    info.cbSize = sizeof info;
+    info.dwMask = TBIF_STYLE;
+    LRESULT index = -1;
+    return SendRecord(MenuBar(), TB_GETBUTTONINFOW, command, &info, sizeof info, &index) && index >= 0
+               ? info.fsStyle
+               : -1;
+}
+
+bool Program::ClickButton(UINT command) {
+    RECT button{};
+    if (!SendRecord(MenuBar(), TB_GETRECT, command, &button, sizeof button) ||
+        ::IsRectEmpty(&button) != 0) {
+        return Fail(L"no such button on the menu bar");
+    }
+    // Left of its middle: a drop-down may have an arrow of its own at the right.
+    return ClickAt(MenuBar(), {(2 * button.left + button.right) / 3, (button.top + button.bottom) / 2});
+}
+
+Row Program::AskRow(int index, int cells) {
+    RowRequest request{};
+    request.header.hwndFrom = Agenda();
+    request.header.idFrom = ControlAgenda;
+    request.header.code = 1;
+    request.index = index;
+    request.count = cells;
+    Row row{};
+    if (!SendRecord(Diary(), WM_NOTIFY, ControlAgenda, &request, sizeof request, &row.answered)) {
+        Fail(L"the diary cannot be asked for a row");
+        return row;
+    }
+    row.height = request.height;
+    request.text.back() = 0;
+    row.text = request.text.data();
+    row.cells.assign(request.cells.begin(), request.cells.begin() + cells);
+    return row;
+}
+
+SCROLLINFO Program::Scroll() const {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    ::GetScrollInfo(ScrollBar(), SB_CTL, &info);
+    return info;
+}
+
+Day Program::FirstDay() const {
+    CalendarHit hit{};
+    SendRecord(Calendar(), CalendarHitTest, 0, &hit, sizeof hit);
+    return {hit.date.wYear, hit.date.wMonth, hit.date.wDay};
+}
+
+Picture Program::Look(HWND window) {
+    RECT area{};
+    ::GetClientRect(window, &area);
+    ::MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&area), 2);
+    return Picture::OfScreen(area);
+}
+
+void Program::Keep(const WCHAR* name) {
+    RECT area{};
+    ::GetWindowRect(main != nullptr ? main : ::GetDesktopWindow(), &area);
+    std::array<WCHAR, 16> number{};
+    ::wsprintfW(number.data(), L"%02d-", ++kept);
+    Picture::OfScreen(area).SaveAs(folder.Pictures() + number.data() + name + L".bmp");
+}
+
+int Program::LiveGdiObjects() const {
+    return static_cast<int>(
+               ::SendMessageW(main, ::RegisterWindowMessageW(LiveGdiObjectsMessage), 0, 0)) -
+           1;
+}
+
+}  // namespace lunara::e2e

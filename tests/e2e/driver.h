@@ -1,0 +1,134 @@
+#pragma once
+
+// One run of the built program, operated the way a user operates it: by looking at its windows,
+// clicking, typing, choosing from its menu. What cannot be seen on the screen is asked of the windows
+// from outside. Every operation waits until the program is ready for it.
+//
+// A run that cannot go on (a window that does not come) adds a test failure with what was waited for.
+
+#include <windows.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/machine.h"
+#include "tests/e2e/picture.h"
+#include "tests/e2e/program_ids.h"
+
+namespace lunara::e2e {
+
+/// A day's row as the diary answers it to its agenda.
+struct Row {
+    struct Cell {
+        COLORREF color;
+        HBITMAP bitmap;
+        HBITMAP overlay;
+    };
+    LRESULT answered;
+    int height;
+    std::wstring text;
+    std::vector<Cell> cells;
+};
+
+class Program {
+  public:
+    explicit Program(const ProgramFolder& folder) : folder(folder) {}
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
+    /// A program that still runs is ended the hard way.
+    ~Program();
+
+    // ---- Its life ----
+    /// Starts it; true when it runs. `showCommand` as in the start information.
+    bool Start(WORD showCommand = SW_SHOWNORMAL);
+    bool IsRunning() const;
+    /// Waits until it ends by itself; false when it does not.
+    bool WaitForEnd();
+    DWORD ExitCode() const;
+    void Kill();
+
+    // ---- Windows ----
+    /// The main window, also while it is being created; null when there is none.
+    HWND FindMain() const;
+    HWND Main() const { return main; }
+    /// A visible dialog or message box of the program with this title; waits for it.
+    HWND WaitForDialog(const WCHAR* title);
+    HWND FindDialog(const WCHAR* title) const;
+    bool WaitForNoDialog(const WCHAR* title);
+    /// Any visible dialog or box.
+    HWND FindAnyDialog() const;
+    /// The view with this window text, child of the main window.
+    HWND FindView(const WCHAR* title) const;
+    HWND Diary() const { return FindView(L"Diary view"); }
+    HWND Graph() const { return FindView(L"Graph view"); }
+    /// Whether the view lies above its sibling.
+    bool IsOnTop(HWND view) const;
+    HWND Agenda() const { return ::GetDlgItem(Diary(), ControlAgenda); }
+    HWND Calendar() const { return ::GetDlgItem(Diary(), ControlCalendar); }
+    HWND ScrollBar() const { return ::GetDlgItem(Diary(), ControlScrollBar); }
+    HWND MenuBar() const;
+
+    // ---- Entries ----
+    static std::wstring TextOf(HWND window);
+    static void SetTextOf(HWND window, const std::wstring& text);
+    /// The text of a message box.
+    static std::wstring BoxText(HWND box);
+    /// Real input: a press and release of the left button, of keys, of characters.
+    bool Click(HWND window);
+    bool ClickAt(HWND window, POINT client);
+    void Press(WORD key, bool control = false);
+    void Type(const std::wstring& text);
+    /// Clicks a dialog's button and waits until the dialog is gone.
+    bool Leave(HWND dialog, int button);
+    void Send(UINT command);
+    void Post(UINT command);
+    /// Waits until everything posted so far has been handled; only after the main window is complete.
+    bool Settle();
+
+    // ---- Whole steps ----
+    /// Waits for the sign-in dialog and fills it in, by typing; OK is clicked.
+    bool EnterUser(const std::wstring& user, const std::wstring& password);
+    /// The main window is complete; a prediction warning is read and put away.
+    bool WaitForViews();
+    bool SignIn(const std::wstring& user, const std::wstring& password);
+    /// The text of the warning that `WaitForViews` or `PutWarningAway` put away; empty when none came.
+    const std::wstring& Warning() const { return warning; }
+    bool PutWarningAway();
+    /// Opens the Tools menu with a click and chooses the item after `steps` times "down"; `options` goes
+    /// through the Options menu's items first.
+    bool ChooseFromMenu(int steps, int optionSteps = 0);
+    /// Exit by the command; true when it ended with exit code 0.
+    bool Exit();
+
+    // ---- What it shows ----
+    /// TBSTATE_ bits of a menu-bar button; -1 when there is no such button.
+    int ButtonState(UINT command) const;
+    int ButtonStyle(UINT command) const;
+    bool ClickButton(UINT command);
+    Row AskRow(int index, int cells);
+    SCROLLINFO Scroll() const;
+    /// The first day that the diary shows.
+    Day FirstDay() const;
+    /// Client area of a window as it is on the screen.
+    static Picture Look(HWND window);
+    /// Keeps a picture of the screen round the main window: <test>-<number>-<name>.bmp.
+    void Keep(const WCHAR* name);
+    /// Live drawing objects of the program; -1 when it does not answer.
+    int LiveGdiObjects() const;
+
+  private:
+    bool Fail(const std::wstring& what) const;
+    /// Reads a rectangle or record that a control writes to an address.
+    bool SendRecord(HWND window, UINT message, WPARAM wParam, void* record, std::size_t size,
+                    LRESULT* result = nullptr) const;
+
+    const ProgramFolder& folder;
+    PROCESS_INFORMATION process{};
+    HWND main = nullptr;
+    std::wstring warning;
+    int fence = 0;
+    int kept = 0;
+};
+
+}  // namespace lunara::e2e

@@ -1,0 +1,198 @@
+#include "tests/e2e/machine.h"
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "tests/e2e/wait.h"
+
+namespace lunara::e2e {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr WCHAR SettingsKey[] = L"SOFTWARE\\Apps\\Lunara";
+
+std::wstring Environment(const WCHAR* name) {
+    std::array<WCHAR, 1024> value{};
+    const DWORD length =
+        ::GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size()));
+    return {value.data(), length < value.size() ? length : 0};
+}
+
+/// The folder above this program that holds the programs under test.
+fs::path BuildFolder() {
+    std::array<WCHAR, MAX_PATH> own{};
+    ::GetModuleFileNameW(nullptr, own.data(), static_cast<DWORD>(own.size()));
+    fs::path folder = fs::path(own.data()).parent_path();
+    while (!fs::exists(folder / L"Lunara.exe") && folder.has_relative_path()) {
+        folder = folder.parent_path();
+    }
+    return folder;
+}
+
+/// A file as the standard output of a child.
+HANDLE CreateOutput(const fs::path& path) {
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    return ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS, 0,
+                         nullptr);
+}
+
+}  // namespace
+
+Day AddDays(Day day, int count) {
+    SYSTEMTIME date{};
+    date.wYear = static_cast<WORD>(day.year);
+    date.wMonth = static_cast<WORD>(day.month);
+    date.wDay = static_cast<WORD>(day.day);
+    FILETIME file{};
+    ::SystemTimeToFileTime(&date, &file);
+    ULARGE_INTEGER ticks{};
+    ticks.LowPart = file.dwLowDateTime;
+    ticks.HighPart = file.dwHighDateTime;
+    ticks.QuadPart += static_cast<ULONGLONG>(static_cast<LONGLONG>(count) * 864000000000LL);
+    file.dwLowDateTime = ticks.LowPart;
+    file.dwHighDateTime = ticks.HighPart;
+    ::FileTimeToSystemTime(&file, &date);
+    return {date.wYear, date.wMonth, date.wDay};
+}
+
+std::wstring IsoDate(Day day) {
+    std::array<WCHAR, 16> text{};
+    ::wsprintfW(text.data(), L"%04d-%02d-%02d", day.year, day.month, day.day);
+    return text.data();
+}
+
+bool SetToday(Day day) {
+    const std::wstring path = Environment(L"LUNARA_E2E_DATE_FILE");
+    if (path.empty()) {
+        return false;
+    }
+    // Put in place whole: every look at the clock reads this file, and an empty one means the real
+    // time.
+    const std::wstring sibling = path + L".new";
+    if (!WriteFile(sibling, ToUtf8(IsoDate(day)) + " 12:00:00\n") ||
+        ::MoveFileExW(sibling.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING) == 0) {
+        return false;
+    }
+    SYSTEMTIME now{};
+    ::GetLocalTime(&now);
+    return Day{now.wYear, now.wMonth, now.wDay} == day;
+}
+
+void ForgetSettings() {
+    ::RegDeleteKeyW(HKEY_LOCAL_MACHINE, SettingsKey);
+    ::RegDeleteKeyW(HKEY_CURRENT_USER, SettingsKey);
+}
+
+void MakeEmptySettings() {
+    ForgetSettings();
+    HKEY key = nullptr;
+    ::RegCreateKeyExW(HKEY_LOCAL_MACHINE, SettingsKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key,
+                      nullptr);
+    ::RegCloseKey(key);
+}
+
+void WriteNumber(const WCHAR* name, DWORD value) {
+    ::RegSetKeyValueW(HKEY_LOCAL_MACHINE, SettingsKey, name, REG_DWORD, &value, sizeof value);
+}
+
+void WriteText(const WCHAR* name, const std::wstring& value) {
+    ::RegSetKeyValueW(HKEY_LOCAL_MACHINE, SettingsKey, name, REG_SZ, value.c_str(),
+                      static_cast<DWORD>((value.size() + 1) * sizeof(WCHAR)));
+}
+
+std::optional<DWORD> ReadNumber(const WCHAR* name) {
+    DWORD value = 0;
+    DWORD size = sizeof value;
+    if (::RegGetValueW(HKEY_LOCAL_MACHINE, SettingsKey, name, RRF_RT_REG_DWORD, nullptr, &value,
+                       &size) != ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+std::optional<std::wstring> ReadText(const WCHAR* name) {
+    std::array<WCHAR, 256> value{};
+    DWORD size = sizeof value;
+    if (::RegGetValueW(HKEY_LOCAL_MACHINE, SettingsKey, name, RRF_RT_REG_SZ, nullptr, value.data(),
+                       &size) != ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    return value.data();
+}
+
+ProgramFolder::ProgramFolder(const std::wstring& testName) {
+    const fs::path build = BuildFolder();
+    const fs::path folder = build / L"e2e" / L"run" / testName;
+    const fs::path shots = build / L"e2e" / L"pictures";
+    std::error_code ignored;
+    fs::remove_all(folder, ignored);
+    fs::create_directories(folder);
+    fs::create_directories(shots);
+    for (const WCHAR* program : {L"Lunara.exe", L"lunara-cli.exe"}) {
+        fs::copy_file(build / program, folder / program);
+    }
+    path = folder.native() + L"\\";
+    pictures = (shots / testName).native() + L"-";
+}
+
+ProgramFolder::Answer ProgramFolder::RunCompanion(const std::wstring& arguments,
+                                                  const std::wstring& password) const {
+    const fs::path folder(path);
+    const fs::path secret = folder / L"password.txt";
+    const fs::path output = folder / L"companion.txt";
+    WriteFile(secret.native(), ToUtf8(password) + "\n");
+    std::wstring command = L"\"" + path + L"lunara-cli.exe\" " + arguments + L" --password-file \"" +
+                           secret.native() + L"\"";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = CreateOutput(output);
+    startup.hStdError = startup.hStdOutput;
+    PROCESS_INFORMATION process{};
+    Answer answer{static_cast<DWORD>(-1), ""};
+    if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
+                         path.c_str(), &startup, &process) != 0) {
+        ::WaitForSingleObject(process.hProcess, PatienceMs);
+        ::GetExitCodeProcess(process.hProcess, &answer.exitCode);
+        ::CloseHandle(process.hThread);
+        ::CloseHandle(process.hProcess);
+    }
+    ::CloseHandle(startup.hStdOutput);
+    answer.output = ReadFile(output.native());
+    std::error_code ignored;
+    fs::remove(secret, ignored);
+    fs::remove(output, ignored);
+    return answer;
+}
+
+bool FileExists(const std::wstring& path) {
+    return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+std::string ReadFile(const std::wstring& path) {
+    std::ifstream file{fs::path(path), std::ios::binary};
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
+}
+
+bool WriteFile(const std::wstring& path, const std::string& content) {
+    std::ofstream file{fs::path(path), std::ios::binary | std::ios::trunc};
+    file << content;
+    file.close();
+    return !file.fail();
+}
+
+std::string ToUtf8(const std::wstring& text) {
+    const int length = ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
+                                             nullptr, 0, nullptr, nullptr);
+    std::string result(static_cast<std::size_t>(length), '\0');
+    ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), result.data(), length,
+                          nullptr, nullptr);
+    return result;
+}
+
+}  // namespace lunara::e2e

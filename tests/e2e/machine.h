@@ -1,0 +1,72 @@
+#pragma once
+
+// What surrounds the program under test: the date it is told, its settings, folders, and the companion
+// that reads and writes the same files.
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+
+namespace lunara::e2e {
+
+// ---- The date ------------------------------------------------------------------------------------
+
+struct Day {
+    int year;
+    int month;
+    int day;
+
+    friend bool operator==(const Day&, const Day&) = default;
+};
+
+Day AddDays(Day day, int count);
+/// 2006-03-05
+std::wstring IsoDate(Day day);
+
+/// Every program under test sees this date, and the clock stands still at 12:00:00, from the moment
+/// this returns. Needs the surroundings that scripts/e2e.sh makes; false when the date does not follow.
+bool SetToday(Day day);
+
+// ---- Settings ------------------------------------------------------------------------------------
+
+/// The program's key in the registry as it never was.
+void ForgetSettings();
+/// The key without values.
+void MakeEmptySettings();
+void WriteNumber(const WCHAR* name, DWORD value);
+void WriteText(const WCHAR* name, const std::wstring& value);
+std::optional<DWORD> ReadNumber(const WCHAR* name);
+std::optional<std::wstring> ReadText(const WCHAR* name);
+
+// ---- Folders and programs ------------------------------------------------------------------------
+
+/// A program folder of its own for one test, with fresh copies of the programs and nothing else.
+class ProgramFolder {
+  public:
+    explicit ProgramFolder(const std::wstring& testName);
+
+    const std::wstring& Path() const { return path; }  // ends in a backslash
+    std::wstring Program() const { return path + L"Lunara.exe"; }
+    std::wstring UserFolder(const std::wstring& user) const { return path + user; }
+    /// Where the pictures of this test go; ends in a backslash.
+    const std::wstring& Pictures() const { return pictures; }
+
+    struct Answer {
+        DWORD exitCode;
+        std::string output;  // what it wrote, errors included
+    };
+    /// Runs lunara-cli with these arguments ("check \"DIR\""), and with the password in a file.
+    Answer RunCompanion(const std::wstring& arguments, const std::wstring& password = L"") const;
+
+  private:
+    std::wstring path;
+    std::wstring pictures;
+};
+
+bool FileExists(const std::wstring& path);
+std::string ReadFile(const std::wstring& path);
+bool WriteFile(const std::wstring& path, const std::string& content);
+std::string ToUtf8(const std::wstring& text);
+
+}  // namespace lunara::e2e

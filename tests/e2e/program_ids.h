@@ -1,0 +1,56 @@
+#pragma once
+
+// The numbers by which the program is known from outside: its window class, commands and controls.
+// They stand here once more on purpose: a number changed in the program by mistake must show.
+
+#include <windows.h>
+
+namespace lunara::e2e {
+
+inline constexpr WCHAR MainClass[] = L"wfcWnd_1_0";
+inline constexpr WCHAR MainTitle[] = L"Lunara";
+
+enum Command : UINT {
+    CommandAbout = 40003,
+    CommandViewDiary = 40005,
+    CommandViewGraph = 40006,
+    CommandShowBleeding = 40007,
+    CommandShowPeriod = 40008,
+    CommandShowOvulation = 40009,
+    CommandShowPregnancy = 40010,
+    CommandShowTemperature = 40011,
+    CommandChangePassword = 50030,
+    CommandShowNotes = 50032,
+    CommandHelp = 50033,
+    CommandExit = 50034,
+    CommandHistory = 50035,
+    CommandBackup = 50042,
+    CommandRestore = 50043,
+    CommandTools = 104,
+};
+
+enum Control : int {
+    ControlOk = 1,
+    ControlCancel = 2,
+    ControlUserName = 1002,
+    ControlPassword = 1003,  // of the sign-in; also the new one when the password is changed
+    ControlConfirmation = 1004,
+    ControlOldPassword = 1006,
+    ControlCramps = 1014,
+    ControlPms = 1015,
+    ControlNoteText = 1016,
+    ControlNoteDate = 1018,
+    ControlAgenda = 3001,
+    ControlCalendar = 3002,
+    ControlScrollBar = 3003,
+};
+
+enum View : DWORD { ViewDiary = 3000, ViewGraph = 3001 };
+
+inline constexpr UINT_PTR DayTimer = 1;
+
+/// Asked of the main window: how many drawing objects are alive, plus 1 (so that no answer at all, 0,
+/// cannot pass for "none").
+inline constexpr WCHAR LiveGdiObjectsMessage[] = L"Lunara_LiveGdiObjects";
+
+}  // namespace lunara::e2e
