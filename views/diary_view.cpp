@@ -1,6 +1,7 @@
 #include "views/diary_view.h"
 
 #include <algorithm>
+<<<<<<< HEAD
 #include <memory>
 
 #include "cycle/predictor.h"
@@ -12,10 +13,16 @@
 #include "records/notes_dialog.h"
 #include "records/user_data.h"
 #include "views/month_colors.h"
+=======
+
+#include "frame/help.h"
+#include "frame/settings.h"
+>>>>>>> mainwindow
 
 namespace lunara {
 namespace {
 
+<<<<<<< HEAD
 constexpr WCHAR ShowFlagsSetting[] = TEXT("DiaryView_ShowFlags");
 constexpr WCHAR HelpAnchor[] = TEXT("Lunara.htm#_Calendar_diary");
 constexpr std::int32_t DaysShown = 20;
@@ -78,18 +85,60 @@ std::uint32_t DiaryView::SetShown(DiaryItem item, bool isShown, ListenerCall cha
         return showFlags;
     }
     const std::uint32_t wanted = isShown ? showFlags | item : showFlags & ~item;
+=======
+constexpr WCHAR ShowFlagsValue[] = TEXT("DiaryView_ShowFlags");
+
+}  // namespace
+
+bool DiaryView::OnMessage(UINT message, WPARAM, LPARAM, LRESULT* result) {
+    switch (message) {
+        case WM_CREATE: {
+            DWORD stored = 0;
+            if (Settings().ReadDword(ShowFlagsValue, stored)) {
+                showFlags = stored;
+            }
+            data.AttachObserver(*this);
+            break;
+        }
+        case WM_DESTROY:
+            Settings().WriteDword(ShowFlagsValue, showFlags);
+            data.DetachObserver(*this);
+            break;
+        case WM_HELP:
+            StartHelp(TEXT("Lunara.htm#_Calendar_diary"));
+            break;
+        default:
+            return false;
+    }
+    *result = 0;
+    return true;
+}
+
+std::uint32_t DiaryView::SetFlag(std::uint32_t flag, bool shown,
+                                 void (DiaryListener::*told)(bool)) {
+    const std::uint32_t wanted = shown ? showFlags | flag : showFlags & ~flag;
+    if (wanted == showFlags) {
+        return showFlags;
+    }
+>>>>>>> mainwindow
     if (wanted == 0) {
         return 0;
     }
     showFlags = wanted;
+<<<<<<< HEAD
     ShowMeasures();
     // By index: a listener that is being told may attach another one.
     for (std::size_t index = 0; index < listeners.size(); ++index) {
         (listeners[index]->*changed)(isShown);
+=======
+    for (DiaryListener* listener : listeners) {
+        (listener->*told)(shown);
+>>>>>>> mainwindow
     }
     return showFlags;
 }
 
+<<<<<<< HEAD
 void DiaryView::AttachListener(DiaryListener& listener) { listeners.push_back(&listener); }
 
 void DiaryView::DetachListener(DiaryListener& listener) {
@@ -111,6 +160,29 @@ void DiaryView::WriteShowFlags() const {
 }
 
 // ---- Dates and scrolling -------------------------------------------------------------------------
+=======
+std::uint32_t DiaryView::SetShowNotes(bool shown) {
+    return SetFlag(DiaryShowNotes, shown, &DiaryListener::NotesShownChanged);
+}
+
+std::uint32_t DiaryView::SetShowBleeding(bool shown) {
+    return SetFlag(DiaryShowBleeding, shown, &DiaryListener::BleedingShownChanged);
+}
+
+std::uint32_t DiaryView::SetShowPeriod(bool shown) {
+    return SetFlag(DiaryShowPeriod, shown, &DiaryListener::PeriodShownChanged);
+}
+
+std::uint32_t DiaryView::SetShowOvulation(bool shown) {
+    return SetFlag(DiaryShowOvulation, shown, &DiaryListener::OvulationShownChanged);
+}
+
+std::uint32_t DiaryView::SetShowPregnancy(bool shown) {
+    return SetFlag(DiaryShowPregnancy, shown, &DiaryListener::PregnancyShownChanged);
+}
+
+void DiaryView::DetachListener(DiaryListener& listener) { std::erase(listeners, &listener); }
+>>>>>>> mainwindow
 
 SYSTEMTIME DiaryView::GetCurrentDate() const {
     SYSTEMTIME date{};
@@ -118,6 +190,7 @@ SYSTEMTIME DiaryView::GetCurrentDate() const {
     return date;
 }
 
+<<<<<<< HEAD
 void DiaryView::SetCurrentDate(const SYSTEMTIME& date) {
     if (data.SetCurrentDate(date) != 0) {
         // The data set tells of a new date only, and the diary may have been scrolled away from the
@@ -431,5 +504,8 @@ bool DiaryView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* r
     }
     return true;
 }
+=======
+void DiaryView::SetCurrentDate(const SYSTEMTIME& date) { data.SetCurrentDate(date); }
+>>>>>>> mainwindow
 
 }  // namespace lunara

@@ -7,7 +7,8 @@
 
 // NOLINTBEGIN(readability-identifier-naming): these are the shell's own spellings.
 
-// ---- Full-screen dialogs -------------------------------------------------------------------------
+// ---- Full-screen dialogs
+// -------------------------------------------------------------------------
 
 inline constexpr DWORD SHIDIM_FLAGS = 1;
 inline constexpr DWORD SHIDIF_DONEBUTTON = 1;
@@ -20,15 +21,16 @@ struct SHINITDLGINFO {
     DWORD dwFlags;
 };
 
-/// Lays the dialog over the client area of its owner (or of the program's top-level window), shows its
-/// title there, keeps it there when the window moves or is resized, and lowers the input panel.
+/// Lays the dialog over the client area of its owner (or of the program's top-level window), shows
+/// its title there, keeps it there when the window moves or is resized, and lowers the input panel.
 BOOL SHInitDialog(SHINITDLGINFO* info);
 
 /// To be asked first about every message of a dialog with edit fields; TRUE when it was handled.
 BOOL SHInputDialog(HWND dialog, UINT message, WPARAM wParam);
 
-// ---- Input panel ---------------------------------------------------------------------------------
-// A desktop has no panel to show: flags and position are kept for the process and can be read.
+// ---- Input panel
+// --------------------------------------------------------------------------------- A desktop has
+// no panel to show: flags and position are kept for the process and can be read.
 
 inline constexpr UINT SPI_SETSIPINFO = 224;
 inline constexpr UINT SPI_GETSIPINFO = 225;
@@ -51,11 +53,18 @@ struct SIPINFO {
 /// `action` SPI_GETSIPINFO or SPI_SETSIPINFO with a SIPINFO whose cbSize is set; else FALSE.
 BOOL SHSipInfo(UINT action, UINT parameter, void* info, UINT profile);
 
-enum SIPSTATE { SIP_UP = 0, SIP_DOWN = 1, SIP_FORCEDOWN = 2, SIP_UNCHANGED = 3, SIP_INPUTDIALOG = 4 };
+enum SIPSTATE {
+    SIP_UP = 0,
+    SIP_DOWN = 1,
+    SIP_FORCEDOWN = 2,
+    SIP_UNCHANGED = 3,
+    SIP_INPUTDIALOG = 4
+};
 
 BOOL SHSipPreference(HWND window, SIPSTATE state);
 
-// ---- Menu bar ------------------------------------------------------------------------------------
+// ---- Menu bar
+// ------------------------------------------------------------------------------------
 
 inline constexpr UINT TB_SETTOOLTIPS_DEVICE = 0x451;  // wParam: count, lParam: array of texts
 
@@ -71,11 +80,12 @@ struct SHMENUBARINFO {
     COLORREF clrBk;
 };
 
-/// A toolbar along the bottom of the parent. Its first button drops the menu, upwards. It answers the
-/// device's tool-tip message and the toolbar's button messages.
+/// A toolbar along the bottom of the parent. Its first button drops the menu, upwards. It answers
+/// the device's tool-tip message and the toolbar's button messages.
 BOOL SHCreateMenuBar(SHMENUBARINFO* info);
 
-// ---- Windows -------------------------------------------------------------------------------------
+// ---- Windows
+// -------------------------------------------------------------------------------------
 
 struct SHACTIVATEINFO {
     DWORD cbSize;

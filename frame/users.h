@@ -1,0 +1,28 @@
+#pragma once
+
+// Signing in and changing the password. There is no list of users: a name and a password together
+// open a diary, and a new name begins a new one.
+
+#include "frame/held_password.h"
+#include "frame/modal_loop.h"
+#include "frame/user_dialogs.h"
+#include "records/user_data.h"
+
+namespace lunara {
+
+/// What the main window lends for it. `userName` holds NameCapacity units.
+struct SignedInUser {
+    UserData& data;
+    WCHAR* userName;
+    HeldPassword& password;
+};
+
+/// Asks for name and password, the name preset with the user's, until they open a diary. Returns 1
+/// with the diary loaded and name and password kept, 0 when the user gave up.
+int Login(DialogHost& main, SignedInUser user);
+
+/// Asks for the old and the new password. Returns 1 when the new one took the old one's place;
+/// every file is then written anew at the next save, which enciphers it with the new one.
+int ChangePassword(DialogHost& main, SignedInUser user);
+
+}  // namespace lunara

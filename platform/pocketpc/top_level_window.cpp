@@ -1,0 +1,78 @@
+#include "platform/pocketpc/top_level_window.h"
+
+#include <algorithm>
+
+#include "platform/pocketpc/common_controls.h"
+
+namespace lunara {
+namespace {
+
+constexpr DWORD FrameStyle =
+    WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME | WS_CLIPCHILDREN;
+constexpr UINT_PTR TopLevelHook = 1;
+
+HWND topLevelWindow = nullptr;
+
+SIZE FrameSize(SIZE client, DWORD style, DWORD exStyle) {
+    RECT frame{0, 0, client.cx, client.cy};
+    ::AdjustWindowRectEx(&frame, style, FALSE, exStyle);
+    return SIZE{frame.right - frame.left, frame.bottom - frame.top};
+}
+
+void LimitSize(HWND window, MINMAXINFO& limits) {
+    const SIZE least =
+        FrameSize(LeastClient, static_cast<DWORD>(::GetWindowLongPtrW(window, GWL_STYLE)),
+                  static_cast<DWORD>(::GetWindowLongPtrW(window, GWL_EXSTYLE)));
+    limits.ptMinTrackSize = POINT{least.cx, least.cy};
+}
+
+LRESULT CALLBACK TopLevelProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                              DWORD_PTR) {
+    switch (message) {
+        case WM_GETMINMAXINFO:
+            LimitSize(window, *reinterpret_cast<MINMAXINFO*>(lParam));
+            return 0;
+        case WM_NCDESTROY:
+            topLevelWindow = nullptr;
+            ::RemoveWindowSubclass(window, &TopLevelProc, id);
+            break;
+        default:
+            break;
+    }
+    return ::DefSubclassProc(window, message, wParam, lParam);
+}
+
+}  // namespace
+
+void PrepareTopLevelWindow(CREATESTRUCTW& parameters) {
+    const DWORD style = static_cast<DWORD>(parameters.style) | FrameStyle;
+    const SIZE wanted = FrameSize(PortraitClient, style, parameters.dwExStyle);
+    RECT work{0, 0, wanted.cx, wanted.cy};
+    ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    parameters.style = static_cast<LONG>(style);
+    parameters.cx = static_cast<int>(std::min(wanted.cx, work.right - work.left));
+    parameters.cy = static_cast<int>(std::min(wanted.cy, work.bottom - work.top));
+}
+
+void EquipTopLevelWindow(HWND window, HINSTANCE instance, UINT iconId) {
+    topLevelWindow = window;
+    ::SetWindowSubclass(window, &TopLevelProc, TopLevelHook, 0);
+    struct {
+        WPARAM kind;
+        int width;
+        int height;
+    } const icons[] = {{ICON_BIG, SM_CXICON, SM_CYICON}, {ICON_SMALL, SM_CXSMICON, SM_CYSMICON}};
+    for (const auto& icon : icons) {
+        // Shared icons are the system's to free.
+        const HANDLE loaded = ::LoadImageW(instance, MAKEINTRESOURCEW(iconId), IMAGE_ICON,
+                                           ::GetSystemMetrics(icon.width),
+                                           ::GetSystemMetrics(icon.height), LR_SHARED);
+        if (loaded != nullptr) {
+            ::SendMessageW(window, WM_SETICON, icon.kind, reinterpret_cast<LPARAM>(loaded));
+        }
+    }
+}
+
+HWND TopLevelWindow() { return topLevelWindow; }
+
+}  // namespace lunara
