@@ -70,7 +70,7 @@ int CountDiaryItems(std::uint32_t showFlags) {
 
 std::uint32_t DiaryItemAt(std::uint32_t showFlags, int column) {
     int before = 0;
-    for (std::uint32_t item = DiaryItemNotes; item <= DiaryItemPregnancy; item <<= 1) {
+    for (std::uint32_t item = DiaryShowNotes; item <= DiaryShowPregnancy; item <<= 1) {
         if ((showFlags & item) != 0 && before++ == column) {
             return item;
         }
@@ -79,8 +79,8 @@ std::uint32_t DiaryItemAt(std::uint32_t showFlags, int column) {
 }
 
 std::uint32_t DiaryStatusMask(std::uint32_t showFlags) {
-    const bool showsPeriod = (showFlags & (DiaryItemBleeding | DiaryItemPeriod)) != 0;
-    const bool showsOvulation = (showFlags & DiaryItemOvulation) != 0;
+    const bool showsPeriod = (showFlags & (DiaryShowBleeding | DiaryShowPeriod)) != 0;
+    const bool showsOvulation = (showFlags & DiaryShowOvulation) != 0;
     std::uint32_t mask = AlertBits;
     if (showsPeriod && showsOvulation) {
         // The first two texts of a past ovulation (bits 9 and 10) come only when both groups are
@@ -91,24 +91,24 @@ std::uint32_t DiaryStatusMask(std::uint32_t showFlags) {
     } else if (showsOvulation) {
         mask |= PossibleOvulationBits;
     }
-    if ((showFlags & DiaryItemPregnancy) != 0) {
+    if ((showFlags & DiaryShowPregnancy) != 0) {
         // Bit 12 may be there already, so the bits are united, not summed.
         mask |= PregnancyBits;
     }
     return mask;
 }
 
-DiaryCell FillDiaryCell(UserData& data, DiaryItem item, const SYSTEMTIME& day,
+DiaryCell FillDiaryCell(UserData& data, DiaryShowFlag item, const SYSTEMTIME& day,
                         const SYSTEMTIME& today) {
     DiaryCell cell{White, NoPicture, NoPicture};
     switch (item) {
-        case DiaryItemNotes:
+        case DiaryShowNotes:
             cell.color = NoteColor(data.GetNoteFlags(&day));
             if (std::unique_ptr<WCHAR[]>(data.GetNoteText(&day))) {
                 cell.overlay = PictureNote;
             }
             break;
-        case DiaryItemBleeding:
+        case DiaryShowBleeding:
             cell.color =
                 BlendColor(BleedingColor, White, GetBleedingLevel(data, day) * LevelFraction);
             if (cell.color != White) {
@@ -116,19 +116,19 @@ DiaryCell FillDiaryCell(UserData& data, DiaryItem item, const SYSTEMTIME& day,
                 cell.overlay = DateMark(data, day, today);
             }
             break;
-        case DiaryItemPeriod:
+        case DiaryShowPeriod:
             cell.color = BlendColor(BleedingColor, White, GetPeriodProbability(data, day));
             if (cell.color != White) {
                 cell.overlay = DateMark(data, day, today);
             }
             break;
-        case DiaryItemOvulation:
+        case DiaryShowOvulation:
             cell.color = BlendColor(OvulationColor, White, GetOvulationProbability(data, day));
             if (cell.color != White) {
                 cell.overlay = OpenCycleMark(data, day);
             }
             break;
-        case DiaryItemPregnancy:
+        case DiaryShowPregnancy:
             cell.color = BlendColor(PregnancyColor, White, GetPregnancyProbability(data, day));
             if (cell.color != White) {
                 cell.overlay = OpenCycleMark(data, day);
@@ -143,7 +143,7 @@ DiaryRow FillDiaryRow(UserData& data, std::uint32_t showFlags, const SYSTEMTIME&
     DiaryRow row{};
     const int count = CountDiaryItems(showFlags);
     for (int column = 0; column < count; ++column) {
-        const auto item = static_cast<DiaryItem>(DiaryItemAt(showFlags, column));
+        const auto item = static_cast<DiaryShowFlag>(DiaryItemAt(showFlags, column));
         row.cells[static_cast<std::size_t>(column)] = FillDiaryCell(data, item, day, today);
     }
     std::array<WCHAR, DiaryTextCapacity> status{};

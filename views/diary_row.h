@@ -14,12 +14,12 @@ namespace lunara {
 class UserData;
 
 /// The items of a row, in the order of their cells. Each is a bit of the show flags.
-enum DiaryItem : std::uint32_t {
-    DiaryItemNotes = 1,
-    DiaryItemBleeding = 2,
-    DiaryItemPeriod = 4,
-    DiaryItemOvulation = 8,
-    DiaryItemPregnancy = 16,
+enum DiaryShowFlag : std::uint32_t {
+    DiaryShowNotes = 1,
+    DiaryShowBleeding = 2,
+    DiaryShowPeriod = 4,
+    DiaryShowOvulation = 8,
+    DiaryShowPregnancy = 16,
 };
 inline constexpr std::uint32_t AllDiaryItems = 31;
 inline constexpr int MaxDiaryItems = 5;
@@ -59,7 +59,7 @@ std::uint32_t DiaryItemAt(std::uint32_t showFlags, int column);
 std::uint32_t DiaryStatusMask(std::uint32_t showFlags);
 
 /// The cell of one item for `day`, which is past, present or future as seen from `today`.
-DiaryCell FillDiaryCell(UserData& data, DiaryItem item, const SYSTEMTIME& day,
+DiaryCell FillDiaryCell(UserData& data, DiaryShowFlag item, const SYSTEMTIME& day,
                         const SYSTEMTIME& today);
 
 DiaryRow FillDiaryRow(UserData& data, std::uint32_t showFlags, const SYSTEMTIME& day,

@@ -1,7 +1,6 @@
 #include "views/diary_view.h"
 
 #include <algorithm>
-<<<<<<< HEAD
 #include <memory>
 
 #include "cycle/predictor.h"
@@ -13,16 +12,10 @@
 #include "records/notes_dialog.h"
 #include "records/user_data.h"
 #include "views/month_colors.h"
-=======
-
-#include "frame/help.h"
-#include "frame/settings.h"
->>>>>>> mainwindow
 
 namespace lunara {
 namespace {
 
-<<<<<<< HEAD
 constexpr WCHAR ShowFlagsSetting[] = TEXT("DiaryView_ShowFlags");
 constexpr WCHAR HelpAnchor[] = TEXT("Lunara.htm#_Calendar_diary");
 constexpr std::int32_t DaysShown = 20;
@@ -60,85 +53,43 @@ DiaryView::~DiaryView() { data.DetachObserver(*this); }
 // ---- Items shown ---------------------------------------------------------------------------------
 
 std::uint32_t DiaryView::SetShowNotes(bool isShown) {
-    return SetShown(DiaryItemNotes, isShown, &DiaryListener::NotesShownChanged);
+    return SetShown(DiaryShowNotes, isShown, &DiaryListener::NotesShownChanged);
 }
 
 std::uint32_t DiaryView::SetShowBleeding(bool isShown) {
-    return SetShown(DiaryItemBleeding, isShown, &DiaryListener::BleedingShownChanged);
+    return SetShown(DiaryShowBleeding, isShown, &DiaryListener::BleedingShownChanged);
 }
 
 std::uint32_t DiaryView::SetShowPeriod(bool isShown) {
-    return SetShown(DiaryItemPeriod, isShown, &DiaryListener::PeriodShownChanged);
+    return SetShown(DiaryShowPeriod, isShown, &DiaryListener::PeriodShownChanged);
 }
 
 std::uint32_t DiaryView::SetShowOvulation(bool isShown) {
-    return SetShown(DiaryItemOvulation, isShown, &DiaryListener::OvulationShownChanged);
+    return SetShown(DiaryShowOvulation, isShown, &DiaryListener::OvulationShownChanged);
 }
 
 std::uint32_t DiaryView::SetShowPregnancy(bool isShown) {
-    return SetShown(DiaryItemPregnancy, isShown, &DiaryListener::PregnancyShownChanged);
+    return SetShown(DiaryShowPregnancy, isShown, &DiaryListener::PregnancyShownChanged);
 }
 
-std::uint32_t DiaryView::SetShown(DiaryItem item, bool isShown, ListenerCall changed) {
+std::uint32_t DiaryView::SetShown(DiaryShowFlag item, bool isShown, ListenerCall changed) {
     const bool wasShown = (showFlags & item) != 0;
     if (isShown == wasShown) {
         return showFlags;
     }
     const std::uint32_t wanted = isShown ? showFlags | item : showFlags & ~item;
-=======
-constexpr WCHAR ShowFlagsValue[] = TEXT("DiaryView_ShowFlags");
-
-}  // namespace
-
-bool DiaryView::OnMessage(UINT message, WPARAM, LPARAM, LRESULT* result) {
-    switch (message) {
-        case WM_CREATE: {
-            DWORD stored = 0;
-            if (Settings().ReadDword(ShowFlagsValue, stored)) {
-                showFlags = stored;
-            }
-            data.AttachObserver(*this);
-            break;
-        }
-        case WM_DESTROY:
-            Settings().WriteDword(ShowFlagsValue, showFlags);
-            data.DetachObserver(*this);
-            break;
-        case WM_HELP:
-            StartHelp(TEXT("Lunara.htm#_Calendar_diary"));
-            break;
-        default:
-            return false;
-    }
-    *result = 0;
-    return true;
-}
-
-std::uint32_t DiaryView::SetFlag(std::uint32_t flag, bool shown,
-                                 void (DiaryListener::*told)(bool)) {
-    const std::uint32_t wanted = shown ? showFlags | flag : showFlags & ~flag;
-    if (wanted == showFlags) {
-        return showFlags;
-    }
->>>>>>> mainwindow
     if (wanted == 0) {
         return 0;
     }
     showFlags = wanted;
-<<<<<<< HEAD
     ShowMeasures();
     // By index: a listener that is being told may attach another one.
     for (std::size_t index = 0; index < listeners.size(); ++index) {
         (listeners[index]->*changed)(isShown);
-=======
-    for (DiaryListener* listener : listeners) {
-        (listener->*told)(shown);
->>>>>>> mainwindow
     }
     return showFlags;
 }
 
-<<<<<<< HEAD
 void DiaryView::AttachListener(DiaryListener& listener) { listeners.push_back(&listener); }
 
 void DiaryView::DetachListener(DiaryListener& listener) {
@@ -160,29 +111,6 @@ void DiaryView::WriteShowFlags() const {
 }
 
 // ---- Dates and scrolling -------------------------------------------------------------------------
-=======
-std::uint32_t DiaryView::SetShowNotes(bool shown) {
-    return SetFlag(DiaryShowNotes, shown, &DiaryListener::NotesShownChanged);
-}
-
-std::uint32_t DiaryView::SetShowBleeding(bool shown) {
-    return SetFlag(DiaryShowBleeding, shown, &DiaryListener::BleedingShownChanged);
-}
-
-std::uint32_t DiaryView::SetShowPeriod(bool shown) {
-    return SetFlag(DiaryShowPeriod, shown, &DiaryListener::PeriodShownChanged);
-}
-
-std::uint32_t DiaryView::SetShowOvulation(bool shown) {
-    return SetFlag(DiaryShowOvulation, shown, &DiaryListener::OvulationShownChanged);
-}
-
-std::uint32_t DiaryView::SetShowPregnancy(bool shown) {
-    return SetFlag(DiaryShowPregnancy, shown, &DiaryListener::PregnancyShownChanged);
-}
-
-void DiaryView::DetachListener(DiaryListener& listener) { std::erase(listeners, &listener); }
->>>>>>> mainwindow
 
 SYSTEMTIME DiaryView::GetCurrentDate() const {
     SYSTEMTIME date{};
@@ -190,7 +118,6 @@ SYSTEMTIME DiaryView::GetCurrentDate() const {
     return date;
 }
 
-<<<<<<< HEAD
 void DiaryView::SetCurrentDate(const SYSTEMTIME& date) {
     if (data.SetCurrentDate(date) != 0) {
         // The data set tells of a new date only, and the diary may have been scrolled away from the
@@ -427,7 +354,7 @@ void DiaryView::OnTap(POINT point) {
     CalendarHitTest day{};
     day.pt = {0, point.y};
     ::SendMessageW(calendar.Handle(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&day));
-    if (DiaryItemAt(showFlags, item.line) == DiaryItemNotes) {
+    if (DiaryItemAt(showFlags, item.line) == DiaryShowNotes) {
         EditNote(day.date);
     }
 }
@@ -504,8 +431,5 @@ bool DiaryView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* r
     }
     return true;
 }
-=======
-void DiaryView::SetCurrentDate(const SYSTEMTIME& date) { data.SetCurrentDate(date); }
->>>>>>> mainwindow
 
 }  // namespace lunara

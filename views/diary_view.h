@@ -42,7 +42,7 @@ class DiaryView : public Window, public DataObserver {
     explicit DiaryView(UserData& userData);
     ~DiaryView() override;
 
-    /// The items shown, as DiaryItem bits.
+    /// The items shown, as DiaryShowFlag bits.
     std::uint32_t GetShowFlags() const { return showFlags; }
     /// The new flags. The last item shown cannot be hidden: then nothing changes and 0 comes back.
     std::uint32_t SetShowNotes(bool isShown);
@@ -99,7 +99,7 @@ class DiaryView : public Window, public DataObserver {
     void SetScroll(const ScrollState& scroll);
     void ReadShowFlags();
     void WriteShowFlags() const;
-    std::uint32_t SetShown(DiaryItem item, bool isShown, ListenerCall changed);
+    std::uint32_t SetShown(DiaryShowFlag item, bool isShown, ListenerCall changed);
     void EditNote(const SYSTEMTIME& date);
     HBITMAP Picture(DiaryPicture id) const;
 

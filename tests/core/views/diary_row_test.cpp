@@ -52,11 +52,11 @@ TEST(DiaryStatusMask, FollowsTheItemsShown) {
 }
 
 TEST(DiaryItemAt, CountsTheItemsShownFromNotesUpwards) {
-    EXPECT_EQ(DiaryItemAt(31, 0), DiaryItemNotes);
-    EXPECT_EQ(DiaryItemAt(31, 4), DiaryItemPregnancy);
-    EXPECT_EQ(DiaryItemAt(2 | 8 | 16, 0), DiaryItemBleeding);
-    EXPECT_EQ(DiaryItemAt(2 | 8 | 16, 1), DiaryItemOvulation);
-    EXPECT_EQ(DiaryItemAt(2 | 8 | 16, 2), DiaryItemPregnancy);
+    EXPECT_EQ(DiaryItemAt(31, 0), DiaryShowNotes);
+    EXPECT_EQ(DiaryItemAt(31, 4), DiaryShowPregnancy);
+    EXPECT_EQ(DiaryItemAt(2 | 8 | 16, 0), DiaryShowBleeding);
+    EXPECT_EQ(DiaryItemAt(2 | 8 | 16, 1), DiaryShowOvulation);
+    EXPECT_EQ(DiaryItemAt(2 | 8 | 16, 2), DiaryShowPregnancy);
     EXPECT_EQ(DiaryItemAt(2 | 8 | 16, 3), 0U);
     EXPECT_EQ(DiaryItemAt(0, 0), 0U);
     EXPECT_EQ(DiaryItemAt(31, -1), 0U);
@@ -73,7 +73,7 @@ class DiaryRowTest : public ::testing::Test {
     static void Store(DayValueList& list, const SYSTEMTIME& day, float value) {
         list.Set(ToDateKey(day), std::bit_cast<std::int32_t>(value));
     }
-    DiaryCell Cell(DiaryItem item, const SYSTEMTIME& day) {
+    DiaryCell Cell(DiaryShowFlag item, const SYSTEMTIME& day) {
         return FillDiaryCell(data, item, day, today);
     }
 
@@ -85,8 +85,8 @@ class DiaryRowTest : public ::testing::Test {
 };
 
 TEST_F(DiaryRowTest, DayWithoutAnythingIsWhite) {
-    for (const DiaryItem item : {DiaryItemNotes, DiaryItemBleeding, DiaryItemPeriod,
-                                 DiaryItemOvulation, DiaryItemPregnancy}) {
+    for (const DiaryShowFlag item : {DiaryShowNotes, DiaryShowBleeding, DiaryShowPeriod,
+                                 DiaryShowOvulation, DiaryShowPregnancy}) {
         const DiaryCell cell = Cell(item, tomorrow);
         EXPECT_EQ(cell.color, White) << item;
         EXPECT_EQ(cell.bitmap, NoPicture) << item;
@@ -96,34 +96,34 @@ TEST_F(DiaryRowTest, DayWithoutAnythingIsWhite) {
 
 TEST_F(DiaryRowTest, NoteCellShowsMarksAndText) {
     data.SetNoteFlags(NoteFlagCramps, &today);
-    EXPECT_EQ(Cell(DiaryItemNotes, today).color, RGB(255, 128, 128));
+    EXPECT_EQ(Cell(DiaryShowNotes, today).color, RGB(255, 128, 128));
     data.SetNoteFlags(NoteFlagPms, &today);
-    EXPECT_EQ(Cell(DiaryItemNotes, today).color, RGB(255, 64, 64));
+    EXPECT_EQ(Cell(DiaryShowNotes, today).color, RGB(255, 64, 64));
     data.SetNoteFlags(NoteFlagCramps | NoteFlagPms, &today);
-    EXPECT_EQ(Cell(DiaryItemNotes, today).color, RGB(255, 0, 0));
-    EXPECT_EQ(Cell(DiaryItemNotes, today).overlay, NoPicture);
+    EXPECT_EQ(Cell(DiaryShowNotes, today).color, RGB(255, 0, 0));
+    EXPECT_EQ(Cell(DiaryShowNotes, today).overlay, NoPicture);
     data.SetNoteText(TEXT("slept badly"), &today);
-    EXPECT_EQ(Cell(DiaryItemNotes, today).overlay, PictureNote);
-    EXPECT_EQ(Cell(DiaryItemNotes, yesterday).overlay, NoPicture);
+    EXPECT_EQ(Cell(DiaryShowNotes, today).overlay, PictureNote);
+    EXPECT_EQ(Cell(DiaryShowNotes, yesterday).overlay, NoPicture);
 }
 
 // Other bits of the stored flags are of no account.
 TEST_F(DiaryRowTest, NoteCellLooksAtItsTwoBitsOnly) {
     data.SetNoteFlags(4 | NoteFlagCramps, &today);
-    EXPECT_EQ(Cell(DiaryItemNotes, today).color, RGB(255, 128, 128));
+    EXPECT_EQ(Cell(DiaryShowNotes, today).color, RGB(255, 128, 128));
 }
 
 TEST_F(DiaryRowTest, BleedingIsShadedByLevelAndCarriesItsPicture) {
     for (int level = 1; level <= 3; ++level) {
         Store(data.predictor.bleedingLevels, yesterday, static_cast<float>(level));
-        const DiaryCell cell = Cell(DiaryItemBleeding, yesterday);
+        const DiaryCell cell = Cell(DiaryShowBleeding, yesterday);
         EXPECT_EQ(cell.color,
                   BlendColor(Blue, White, static_cast<float>(level) * 0.33333334F))
             << level;
         EXPECT_EQ(cell.bitmap, PictureRecorded) << level;
         EXPECT_EQ(cell.overlay, NoPicture) << level;
     }
-    EXPECT_EQ(Cell(DiaryItemBleeding, yesterday).color, Blue);
+    EXPECT_EQ(Cell(DiaryShowBleeding, yesterday).color, Blue);
 }
 
 struct MarkCase {
@@ -154,7 +154,7 @@ TEST_F(DiaryRowTest, DateMarksTellExpectedAndDiscardedDays) {
         }
         Store(fresh.predictor.bleedingLevels, day, 1.0F);
         Store(fresh.predictor.periodProbabilities, day, 0.5F);
-        for (const DiaryItem item : {DiaryItemBleeding, DiaryItemPeriod}) {
+        for (const DiaryShowFlag item : {DiaryShowBleeding, DiaryShowPeriod}) {
             const DiaryCell cell = FillDiaryCell(fresh, item, day, today);
             EXPECT_EQ(cell.overlay, c.overlay) << c.label << ", item " << item;
         }
@@ -163,7 +163,7 @@ TEST_F(DiaryRowTest, DateMarksTellExpectedAndDiscardedDays) {
 
 TEST_F(DiaryRowTest, PeriodIsShadedByProbabilityWithoutAPicture) {
     Store(data.predictor.periodProbabilities, yesterday, 0.25F);
-    const DiaryCell cell = Cell(DiaryItemPeriod, yesterday);
+    const DiaryCell cell = Cell(DiaryShowPeriod, yesterday);
     EXPECT_EQ(cell.color, BlendColor(Blue, White, 0.25F));
     EXPECT_EQ(cell.bitmap, NoPicture);
 }
@@ -172,13 +172,13 @@ TEST_F(DiaryRowTest, OvulationAndPregnancyAreExpectedAfterTheLastPeriodStart) {
     Store(data.predictor.ovulationProbabilities, yesterday, 0.5F);
     Store(data.predictor.pregnancyProbabilities, yesterday, 1.0F);
     data.predictor.lastValidPeriodStart = yesterday;
-    EXPECT_EQ(Cell(DiaryItemOvulation, yesterday).color, BlendColor(Orange, White, 0.5F));
-    EXPECT_EQ(Cell(DiaryItemPregnancy, yesterday).color, Green);
-    EXPECT_EQ(Cell(DiaryItemOvulation, yesterday).overlay, NoPicture);
-    EXPECT_EQ(Cell(DiaryItemPregnancy, yesterday).overlay, NoPicture);
+    EXPECT_EQ(Cell(DiaryShowOvulation, yesterday).color, BlendColor(Orange, White, 0.5F));
+    EXPECT_EQ(Cell(DiaryShowPregnancy, yesterday).color, Green);
+    EXPECT_EQ(Cell(DiaryShowOvulation, yesterday).overlay, NoPicture);
+    EXPECT_EQ(Cell(DiaryShowPregnancy, yesterday).overlay, NoPicture);
     data.predictor.lastValidPeriodStart = Day(2026, 3, 13);
-    EXPECT_EQ(Cell(DiaryItemOvulation, yesterday).overlay, PictureForecast);
-    EXPECT_EQ(Cell(DiaryItemPregnancy, yesterday).overlay, PictureForecast);
+    EXPECT_EQ(Cell(DiaryShowOvulation, yesterday).overlay, PictureForecast);
+    EXPECT_EQ(Cell(DiaryShowPregnancy, yesterday).overlay, PictureForecast);
 }
 
 TEST_F(DiaryRowTest, TextIsTheDateAndTheStatus) {
@@ -191,7 +191,7 @@ TEST_F(DiaryRowTest, DayWithoutStatusShowsNoDateEither) {
     EXPECT_EQ(Utf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data()), "");
     // A status that goes with an item which is not shown.
     SetDayFlags(data.predictor, DAY_CYCLE_START, 0, ToDateKey(yesterday));
-    EXPECT_EQ(Utf8(FillDiaryRow(data, DiaryItemOvulation, yesterday, today).text.data()), "");
+    EXPECT_EQ(Utf8(FillDiaryRow(data, DiaryShowOvulation, yesterday, today).text.data()), "");
 }
 
 TEST_F(DiaryRowTest, LongTextsAreCutToTheRow) {
@@ -205,7 +205,7 @@ TEST_F(DiaryRowTest, CellsFollowTheItemsShown) {
     data.SetNoteText(TEXT("x"), &today);
     Store(data.predictor.pregnancyProbabilities, today, 1.0F);
     const DiaryRow row =
-        FillDiaryRow(data, DiaryItemNotes | DiaryItemPregnancy, today, today);
+        FillDiaryRow(data, DiaryShowNotes | DiaryShowPregnancy, today, today);
     EXPECT_EQ(row.cells[0].overlay, PictureNote);
     EXPECT_EQ(row.cells[1].color, Green);
 }
