@@ -4,6 +4,7 @@
 #include "platform/clock.h"
 #include "platform/pocketpc/aygshell.h"
 #include "platform/text.h"
+#include "platform/window_theme.h"
 #include "records/dates.h"
 #include "resources/ids.h"
 
@@ -28,6 +29,8 @@ void NotesDialog::DoDataExchange(DataExchange& exchange) {
 
 BOOL NotesDialog::OnInitDialog() {
     const BOOL answer = Dialog::OnInitDialog();
+    DropVisualStyle(::GetDlgItem(Handle(), IDC_CRAMPS));
+    DropVisualStyle(::GetDlgItem(Handle(), IDC_PMS));
     ShowDate();
     return answer;
 }

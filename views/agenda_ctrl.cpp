@@ -25,7 +25,7 @@ class RowStorage {
                  static_cast<std::size_t>(lineCount) * sizeof(AgendaItem)) /
                     sizeof(std::uint64_t) +
                 1),
-          request(new(words.data()) AgendaRowRequest{}),
+          request(new (words.data()) AgendaRowRequest{}),
           count(lineCount) {}
 
     /// The request as it is before the answer to it.
@@ -75,8 +75,7 @@ void AgendaCtrl::Draw(HDC dc, const RECT& client) {
 void AgendaCtrl::DrawEmpty(HDC dc, const RECT& client) const {
     ::Rectangle(dc, client.left, client.top, client.right, client.bottom);
     std::array<WCHAR, AgendaTextCapacity> title{};
-    const int length =
-        ::GetWindowTextW(Handle(), title.data(), static_cast<int>(title.size()));
+    const int length = ::GetWindowTextW(Handle(), title.data(), static_cast<int>(title.size()));
     RECT inside = client;
     ::DrawTextW(dc, title.data(), length, &inside,
                 DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);

@@ -12,8 +12,8 @@ namespace lunara {
 
 inline constexpr WCHAR AgendaClassName[] = TEXT("AgendaCtrl");
 
-/// wParam: line count, the number of item cells of a row; lParam: cell width in px. Result 1; 0, and
-/// nothing changes, unless both are in 1..MaxAgendaMeasure.
+/// wParam: line count, the number of item cells of a row; lParam: cell width in px. Result 1; 0,
+/// and nothing changes, unless both are in 1..MaxAgendaMeasure.
 inline constexpr UINT AGM_SETMEASURES = WM_USER + 1;
 /// lParam: AgendaHitTest. Result: an AgendaArea.
 inline constexpr UINT AGM_HITTEST = WM_USER + 2;
@@ -23,7 +23,8 @@ struct AgendaHitTest {
     std::int32_t line;  // the item's column, stored for an item cell only
 };
 
-/// AgendaRowRequest, once for each row while painting, from the top down. Non-zero: it was filled in.
+/// AgendaRowRequest, once for each row while painting, from the top down. Non-zero: it was filled
+/// in.
 inline constexpr UINT AGN_GETROW = 1;
 /// AgendaTap, when the button or stylus goes up.
 inline constexpr UINT AGN_TAP = 2;
@@ -31,8 +32,8 @@ inline constexpr UINT AGN_TAP = 2;
 inline constexpr int AgendaTextCapacity = 128;
 
 struct AgendaItem {
-    COLORREF color;  // initially white
-    HBITMAP bitmap;  // or null; united with the colour: black shows it, white stays white
+    COLORREF color;   // initially white
+    HBITMAP bitmap;   // or null; united with the colour: black shows it, white stays white
     HBITMAP overlay;  // or null; laid over both: white leaves them, black marks
 };
 
@@ -57,8 +58,8 @@ class AgendaCtrl : public NotifyingControl {
   public:
     AgendaCtrl() = default;
 
-    /// Paints the agenda as it would look in a client area `client`, in the device context's font and
-    /// pen.
+    /// Paints the agenda as it would look in a client area `client`, in the device context's font
+    /// and pen.
     void Draw(HDC dc, const RECT& client);
 
     std::int32_t LineCount() const { return lineCount; }

@@ -7,7 +7,8 @@ namespace lunara {
 namespace {
 
 POINT Moved(POINT point, double dx, double dy) {
-    return {point.x + static_cast<LONG>(std::round(dx)), point.y + static_cast<LONG>(std::round(dy))};
+    return {point.x + static_cast<LONG>(std::round(dx)),
+            point.y + static_cast<LONG>(std::round(dy))};
 }
 
 }  // namespace
@@ -20,9 +21,7 @@ AgendaLayout::AgendaLayout(const RECT& clientArea, std::int32_t lines, std::int3
       textHeight(std::max<LONG>(lineHeight, 1)),
       padding(textHeight / 3) {}
 
-LONG AgendaLayout::TextWidth() const {
-    return std::max<LONG>(client.right - TextLeft(), 1);
-}
+LONG AgendaLayout::TextWidth() const { return std::max<LONG>(client.right - TextLeft(), 1); }
 
 RECT AgendaLayout::ItemRectangle(std::int32_t column, LONG y, LONG rowHeight) const {
     const LONG x = client.left + cellWidth * column;
@@ -31,6 +30,11 @@ RECT AgendaLayout::ItemRectangle(std::int32_t column, LONG y, LONG rowHeight) co
 
 RECT AgendaLayout::PictureRectangle(std::int32_t column, LONG y, LONG rowHeight,
                                     SIZE picture) const {
+    // One pixel of a cell is its border.
+    const LONG room = std::max<LONG>(std::min<LONG>(cellWidth, rowHeight) - 1, 1);
+    if (const LONG largest = std::max(picture.cx, picture.cy); largest > room) {
+        picture = {picture.cx * room / largest, picture.cy * room / largest};
+    }
     const LONG x = client.left + cellWidth * column + (cellWidth - picture.cx) / 2 + 1;
     const LONG top = y + (rowHeight - picture.cy) / 2 + 1;
     return {x, top, x + picture.cx, top + picture.cy};
@@ -38,8 +42,8 @@ RECT AgendaLayout::PictureRectangle(std::int32_t column, LONG y, LONG rowHeight,
 
 AgendaBubble AgendaLayout::PlaceBubble(LONG rowY, LONG bubbleY, SIZE text) const {
     AgendaBubble result{};
-    // A text too wide for its room moves left, over the item cells if it must, until the bubble ends
-    // 2 px inside the control.
+    // A text too wide for its room moves left, over the item cells if it must, until the bubble
+    // ends 2 px inside the control.
     const LONG x = std::min(TextLeft(), client.right - 2 * (padding + 1) - text.cx);
     result.bubble = {x, bubbleY + padding, x + 2 * padding + text.cx,
                      bubbleY + padding + 2 * padding + text.cy};
@@ -75,8 +79,8 @@ bool FindArrow(POINT from, POINT to, AgendaArrow& arrow) {
     const double uy = 1 / length * dy;
     arrow.lineStart = from;
     arrow.tip = Moved(to, -5 * ux, -5 * uy);
-    // The second coordinates are not the exact perpendiculars of the first ones' signs that one would
-    // write down; the head is drawn 10 px long and 8 px wide with exactly these.
+    // The second coordinates are not the exact perpendiculars of the first ones' signs that one
+    // would write down; the head is drawn 10 px long and 8 px wide with exactly these.
     arrow.head = {arrow.tip, Moved(arrow.tip, -10 * ux + 4 * uy, -4 * ux - 10 * uy),
                   Moved(arrow.tip, -10 * ux - 4 * uy, 4 * ux - 10 * uy), arrow.tip};
     return true;

@@ -22,11 +22,11 @@ inline constexpr std::int32_t MaxAgendaMeasure = 0x7FFF;
 
 /// A row's text and where it goes.
 struct AgendaBubble {
-    RECT bubble;           // the rounded rectangle
-    RECT text;             // inside it
-    POINT arrowStart;      // right edge of the row's item cells
-    POINT arrowEnd;        // the text's top-left corner
-    LONG nextBubbleY;      // where the next bubble may begin
+    RECT bubble;       // the rounded rectangle
+    RECT text;         // inside it
+    POINT arrowStart;  // right edge of the row's item cells
+    POINT arrowEnd;    // the text's top-left corner
+    LONG nextBubbleY;  // where the next bubble may begin
 };
 
 /// A line from `lineStart` to `tip` and a filled triangle; the last point of `head` is the first.
@@ -38,8 +38,8 @@ struct AgendaArrow {
 
 class AgendaLayout {
   public:
-    /// `lines` (item cells of a row) and `itemWidth` in 1..MaxAgendaMeasure; `lineHeight` (one line of
-    /// text, px) >= 1.
+    /// `lines` (item cells of a row) and `itemWidth` in 1..MaxAgendaMeasure; `lineHeight` (one line
+    /// of text, px) >= 1.
     AgendaLayout(const RECT& clientArea, std::int32_t lines, std::int32_t itemWidth,
                  LONG lineHeight);
 
@@ -51,7 +51,8 @@ class AgendaLayout {
 
     /// What is drawn for item `column` of the row that begins at `y`: neighbours share a border.
     RECT ItemRectangle(std::int32_t column, LONG y, LONG rowHeight) const;
-    /// A picture of that size, centred in the item's cell.
+    /// A picture of that size, centred in the item's cell. One that is larger than the cell (the
+    /// window was made small) is shrunk to fit.
     RECT PictureRectangle(std::int32_t column, LONG y, LONG rowHeight, SIZE picture) const;
 
     /// Places the bubble of the row that begins at `rowY`. `bubbleY` is where the previous bubble

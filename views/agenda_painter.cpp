@@ -100,24 +100,30 @@ void AgendaPainter::DrawItem(std::int32_t column, const AgendaItem& item, LONG y
         ::Rectangle(dc, cell.left, cell.top, cell.right, cell.bottom);
     }
     if (item.bitmap != nullptr) {
-        const RECT place =
-            layout.PictureRectangle(column, y, rowHeight, PictureSize(item.bitmap));
+        const SIZE size = PictureSize(item.bitmap);
+        const RECT place = layout.PictureRectangle(column, y, rowHeight, size);
         ::FillRect(dc, &place, brush);
-        DrawPicture(item.bitmap, place, SRCPAINT);
+        DrawPicture(item.bitmap, size, place, SRCPAINT);
     }
     if (item.overlay != nullptr) {
-        DrawPicture(item.overlay,
-                    layout.PictureRectangle(column, y, rowHeight, PictureSize(item.overlay)),
+        const SIZE size = PictureSize(item.overlay);
+        DrawPicture(item.overlay, size, layout.PictureRectangle(column, y, rowHeight, size),
                     SRCAND);
     }
 }
 
-void AgendaPainter::DrawPicture(HBITMAP picture, const RECT& place, DWORD operation) {
+void AgendaPainter::DrawPicture(HBITMAP picture, SIZE size, const RECT& place, DWORD operation) {
     const SelectScope selected(source.Get(), picture);
     // A picture of one bit per pixel takes its two colours from here.
     const ColorScope colors(dc, Black, White);
-    ::BitBlt(dc, place.left, place.top, place.right - place.left, place.bottom - place.top,
-             source.Get(), 0, 0, operation);
+    const SIZE shown = {place.right - place.left, place.bottom - place.top};
+    if (shown.cx == size.cx && shown.cy == size.cy) {
+        ::BitBlt(dc, place.left, place.top, size.cx, size.cy, source.Get(), 0, 0, operation);
+        return;
+    }
+    // A device context's own stretching mode keeps the black lines, which say something.
+    ::StretchBlt(dc, place.left, place.top, shown.cx, shown.cy, source.Get(), 0, 0, size.cx,
+                 size.cy, operation);
 }
 
 void AgendaPainter::DrawBubble(std::wstring_view text, LONG y) {
@@ -141,8 +147,7 @@ void AgendaPainter::DrawBubble(std::wstring_view text, LONG y) {
         if (const std::size_t lineEnd = text.find(L'\n'); lineEnd != std::wstring_view::npos) {
             const SelectScope bold(dc, boldFont.Get());
             room = place.text;
-            ::DrawTextW(dc, text.data(), static_cast<int>(lineEnd), &room,
-                        WrappedText | DT_NOCLIP);
+            ::DrawTextW(dc, text.data(), static_cast<int>(lineEnd), &room, WrappedText | DT_NOCLIP);
         }
     }
     DrawArrow(place.arrowStart, place.arrowEnd);

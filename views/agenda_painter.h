@@ -31,7 +31,7 @@ class AgendaPainter {
     };
 
     void DrawItem(std::int32_t column, const AgendaItem& item, LONG y, LONG rowHeight);
-    void DrawPicture(HBITMAP picture, const RECT& place, DWORD operation);
+    void DrawPicture(HBITMAP picture, SIZE size, const RECT& place, DWORD operation);
     void DrawBubble(std::wstring_view text, LONG y);
     void DrawArrow(POINT from, POINT to);
     HBRUSH BrushFor(std::int32_t column, COLORREF color);

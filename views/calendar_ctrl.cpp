@@ -107,8 +107,7 @@ void CalendarCtrl::Draw(HDC dc, const RECT& client) {
     const LONG textDrop = metrics.tmDescent - metrics.tmInternalLeading - 1;
 
     const Font upright = MakeStripFont(dc, layout.CellSize(), 0);
-    const Font turned =
-        vertical ? MakeStripFont(dc, layout.CellSize(), RunningDownwards) : Font();
+    const Font turned = vertical ? MakeStripFont(dc, layout.CellSize(), RunningDownwards) : Font();
     const BackgroundModeScope transparent(dc, TRANSPARENT);
     const SelectScope selected(dc, upright.Get());
     DrawMonthBand(dc, layout, upright.Get(), vertical ? turned.Get() : upright.Get());

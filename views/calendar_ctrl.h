@@ -1,8 +1,8 @@
 #pragma once
 
 // The calendar strip: a child window that shows a run of days as a row or column of square cells,
-// with a band of coloured months beside it. Its parent scrolls it by setting another start date, and
-// marks the selected day itself: the strip has no selection and no focus.
+// with a band of coloured months beside it. Its parent scrolls it by setting another start date,
+// and marks the selected day itself: the strip has no selection and no focus.
 
 #include "frame/gdi.h"
 #include "frame/notification.h"

@@ -16,9 +16,7 @@ bool HasSameDate(const SYSTEMTIME& a, const SYSTEMTIME& b) {
     return a.wYear == b.wYear && a.wMonth == b.wMonth && a.wDay == b.wDay;
 }
 
-bool IsNumberedDay(WORD day) {
-    return day == 1 || day % 5 == 0;
-}
+bool IsNumberedDay(WORD day) { return day == 1 || day % 5 == 0; }
 
 /// The arrow of a horizontal strip, relative to (marker position, band top).
 constexpr std::array<POINT, 8> HorizontalArrow = {
@@ -31,8 +29,8 @@ int DaysInMonth(WORD year, WORD month) {
     if (month < 1 || month > Days.size()) {
         return 31;
     }
-    // No century rule: the band keeps the device's own leap years, 2100 among them, although the days
-    // beside it come from the real calendar.
+    // No century rule: the band keeps the device's own leap years, 2100 among them, although the
+    // days beside it come from the real calendar.
     const bool leapYear = (year & 3) == 0;
     return month == 2 && leapYear ? 29 : Days[month - 1];
 }
@@ -111,8 +109,8 @@ std::vector<MonthSegment> CalendarLayout::MonthSegments(const SYSTEMTIME& start)
 
 bool CalendarLayout::FindTodayMarker(const MonthSegment& segment, const SYSTEMTIME& start,
                                      const SYSTEMTIME& today, TodayMarker& marker) const {
-    // The day after the last cell counts, too: its marker is seen only where spare pixels behind the
-    // last cell leave room for half a cell.
+    // The day after the last cell counts, too: its marker is seen only where spare pixels behind
+    // the last cell leave room for half a cell.
     if (cellSize < 1 || !IsDateInStrip(today, start, dayCount)) {
         return false;
     }
@@ -160,7 +158,8 @@ POINT CalendarLayout::Clamp(POINT point) const {
             point.y = client.top;
         } else if (point.x > client.bottom) {
             // x, not y, is compared with the bottom edge. It looks like a slip and is kept: a point
-            // below the strip still counts days on beyond the last cell, as the strip's owners expect.
+            // below the strip still counts days on beyond the last cell, as the strip's owners
+            // expect.
             point.y = client.bottom;
         }
     }
@@ -181,8 +180,9 @@ CalendarHit CalendarLayout::HitTest(POINT point, const SYSTEMTIME& start) const 
     const LONG index = cellSize < 1 ? 0 : offset / cellSize;
     AddDays(start, index, hit.date);
     const LONG cellStart = CellStart(index);
-    hit.cell = vertical ? RECT{client.right - cellSize, cellStart, client.right, cellStart + cellSize}
-                        : RECT{cellStart, client.top, cellStart + cellSize, client.top + cellSize};
+    hit.cell = vertical
+                   ? RECT{client.right - cellSize, cellStart, client.right, cellStart + cellSize}
+                   : RECT{cellStart, client.top, cellStart + cellSize, client.top + cellSize};
     return hit;
 }
 
@@ -193,9 +193,10 @@ bool CalendarLayout::FindDay(const SYSTEMTIME& date, const SYSTEMTIME& start, RE
             continue;
         }
         const LONG cellStart = CellStart(i);
-        cell = vertical
-                   ? RECT{client.right - cellSize, cellStart, client.right, cellStart + cellSize + 1}
-                   : RECT{cellStart, client.top, cellStart + cellSize + 1, client.top + cellSize + 1};
+        cell =
+            vertical
+                ? RECT{client.right - cellSize, cellStart, client.right, cellStart + cellSize + 1}
+                : RECT{cellStart, client.top, cellStart + cellSize + 1, client.top + cellSize + 1};
         return true;
     }
     return false;
@@ -203,7 +204,8 @@ bool CalendarLayout::FindDay(const SYSTEMTIME& date, const SYSTEMTIME& start, RE
 
 bool IsDateInStrip(const SYSTEMTIME& date, const SYSTEMTIME& start, std::int32_t dayCount) {
     const std::int32_t days = DaysBetween(date, start);
-    // The day just after the last cell counts as shown: the views leave the strip where it is for it.
+    // The day just after the last cell counts as shown: the views leave the strip where it is for
+    // it.
     return days >= 0 && days <= dayCount;
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-// The geometry of the calendar strip: client rectangle, number of days and direction in, rectangles,
-// labels and hit days out. Knows no window.
+// The geometry of the calendar strip: client rectangle, number of days and direction in,
+// rectangles, labels and hit days out. Knows no window.
 //
-// The strip runs along one axis: x in the horizontal form, y in the vertical one. Cells are squares;
-// pixels that no whole cell fills stay behind the last one.
+// The strip runs along one axis: x in the horizontal form, y in the vertical one. Cells are
+// squares; pixels that no whole cell fills stay behind the last one.
 
 #include <array>
 #include <cstdint>
@@ -25,7 +25,8 @@ enum CalendarArea : int {
 struct MonthSegment {
     LONG start;   // px along the strip
     LONG length;  // px, > 0, cut at the band's end
-    /// The strip's first day for the first segment; for later ones only year and month have moved on.
+    /// The strip's first day for the first segment; for later ones only year and month have moved
+    /// on.
     SYSTEMTIME date;
 };
 
@@ -49,8 +50,8 @@ struct CalendarHit {
 int DaysInMonth(WORD year, WORD month);
 
 /// How many whole cells fill `extent` px when `requested` days are asked for: cells become
-/// extent / requested px wide, and as many as fit are shown. More days than pixels give one cell for
-/// every pixel; 0 when there is no extent or no day.
+/// extent / requested px wide, and as many as fit are shown. More days than pixels give one cell
+/// for every pixel; 0 when there is no extent or no day.
 std::int32_t FittingDayCount(LONG extent, std::int32_t requested);
 
 class CalendarLayout {

@@ -64,9 +64,7 @@ DiaryPicture OpenCycleMark(UserData& data, const SYSTEMTIME& day) {
 
 }  // namespace
 
-int CountDiaryItems(std::uint32_t showFlags) {
-    return std::popcount(showFlags & AllDiaryItems);
-}
+int CountDiaryItems(std::uint32_t showFlags) { return std::popcount(showFlags & AllDiaryItems); }
 
 std::uint32_t DiaryItemAt(std::uint32_t showFlags, int column) {
     int before = 0;
@@ -151,8 +149,7 @@ DiaryRow FillDiaryRow(UserData& data, std::uint32_t showFlags, const SYSTEMTIME&
         0) {
         std::array<WCHAR, DiaryTextCapacity> date{};
         FormatMonthDay(day, date.data(), DiaryTextCapacity);
-        const WideString text =
-            WideString(date.data()).append(TEXT("\n")).append(status.data());
+        const WideString text = WideString(date.data()).append(TEXT("\n")).append(status.data());
         CopyText(row.text.data(), row.text.size(), text);
     }
     return row;

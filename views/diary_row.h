@@ -51,8 +51,8 @@ struct DiaryRow {
 /// How many items the show flags hold, 0..5.
 int CountDiaryItems(std::uint32_t showFlags);
 
-/// The item of cell `column` (0-based): the (column + 1)-th bit set, counted from bit 1 upwards; 0 when
-/// there are fewer.
+/// The item of cell `column` (0-based): the (column + 1)-th bit set, counted from bit 1 upwards; 0
+/// when there are fewer.
 std::uint32_t DiaryItemAt(std::uint32_t showFlags, int column);
 
 /// Which status texts go with the items shown.

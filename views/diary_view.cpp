@@ -50,7 +50,8 @@ DiaryView::DiaryView(UserData& userData) : data(userData), startDate(LocalNow())
 
 DiaryView::~DiaryView() { data.DetachObserver(*this); }
 
-// ---- Items shown ---------------------------------------------------------------------------------
+// ---- Items shown
+// ---------------------------------------------------------------------------------
 
 std::uint32_t DiaryView::SetShowNotes(bool isShown) {
     return SetShown(DiaryShowNotes, isShown, &DiaryListener::NotesShownChanged);
@@ -110,7 +111,8 @@ void DiaryView::WriteShowFlags() const {
     settings.WriteDword(ShowFlagsSetting, showFlags);
 }
 
-// ---- Dates and scrolling -------------------------------------------------------------------------
+// ---- Dates and scrolling
+// -------------------------------------------------------------------------
 
 SYSTEMTIME DiaryView::GetCurrentDate() const {
     SYSTEMTIME date{};
@@ -215,7 +217,8 @@ void DiaryView::OnVScroll(int request) {
     SetStart(start);
 }
 
-// ---- Creation and layout -------------------------------------------------------------------------
+// ---- Creation and layout
+// -------------------------------------------------------------------------
 
 DiaryLayout DiaryView::ClientLayout() const {
     RECT client{};
@@ -225,9 +228,9 @@ DiaryLayout DiaryView::ClientLayout() const {
     ::GetTextMetricsW(dc.Dc(), &metrics);
     const std::int32_t days = FittingDayCount(Height(client), DaysShown);
     const LONG cellSize = days < 1 ? 0 : Height(client) / days;
-    return LayOutDiary(
-        client, ::GetSystemMetrics(SM_CXVSCROLL),
-        CalendarWidth(metrics.tmHeight, cellSize, cellSize < 1 ? 0 : NumberWidth(dc.Dc(), cellSize)));
+    return LayOutDiary(client, ::GetSystemMetrics(SM_CXVSCROLL),
+                       CalendarWidth(metrics.tmHeight, cellSize,
+                                     cellSize < 1 ? 0 : NumberWidth(dc.Dc(), cellSize)));
 }
 
 bool DiaryView::CreateChildren() {
@@ -310,7 +313,8 @@ void DiaryView::OnEraseBackground(HDC dc) const {
     ::FillRect(dc, &client, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
 }
 
-// ---- Rows and taps -------------------------------------------------------------------------------
+// ---- Rows and taps
+// -------------------------------------------------------------------------------
 
 HBITMAP DiaryView::Picture(DiaryPicture id) const {
     switch (id) {
@@ -333,8 +337,8 @@ void DiaryView::OnGetRow(AgendaRowRequest& request) {
     SYSTEMTIME day{};
     AddDays(startDate, request.rowIndex, day);
     const DiaryRow row = FillDiaryRow(data, showFlags, day, LocalNow());
-    const auto count = std::min<std::size_t>(row.cells.size(),
-                                             static_cast<std::size_t>(request.lineCount));
+    const auto count =
+        std::min<std::size_t>(row.cells.size(), static_cast<std::size_t>(request.lineCount));
     for (std::size_t k = 0; k < count; ++k) {
         const DiaryCell& cell = row.cells[k];
         request.Items()[k] = {cell.color, Picture(cell.bitmap), Picture(cell.overlay)};
@@ -374,8 +378,9 @@ void DiaryView::EditNote(const SYSTEMTIME& date) {
     if (endCode == IDOK) {
         data.SetNoteFlags(dialog.cramps | dialog.pms * NoteFlagPms, &date);
     }
-    // After Cancel, too: the field still holds the text that was read, so that this changes nothing.
-    // But a longer note, which the dialog shows only in part, must not lose its end by a look at it.
+    // After Cancel, too: the field still holds the text that was read, so that this changes
+    // nothing. But a longer note, which the dialog shows only in part, must not lose its end by a
+    // look at it.
     if (endCode == IDOK || (endCode == IDCANCEL && isWhole)) {
         data.SetNoteText(dialog.text.data(), &date);
     }

@@ -1,8 +1,8 @@
 #pragma once
 
-// The diary: a scroll bar, the calendar strip and the agenda, one agenda row for every calendar cell.
-// Answers what the two controls ask, scrolls them together, opens a day's note, and keeps the choice
-// of items in the settings.
+// The diary: a scroll bar, the calendar strip and the agenda, one agenda row for every calendar
+// cell. Answers what the two controls ask, scrolls them together, opens a day's note, and keeps the
+// choice of items in the settings.
 
 #include <array>
 #include <vector>

@@ -14,8 +14,8 @@ class PaintBuffer {
     PaintBuffer& operator=(const PaintBuffer&) = delete;
     ~PaintBuffer();
 
-    /// The memory's device context, with the target's coordinates; the target's own when there is no
-    /// memory for a picture.
+    /// The memory's device context, with the target's coordinates; the target's own when there is
+    /// no memory for a picture.
     HDC Dc() const { return bitmap ? memory.Get() : target; }
 
   private:

@@ -40,8 +40,15 @@ TEST(AgendaLayout, ItemCellsShareTheirBorders) {
 TEST(AgendaLayout, PicturesAreCentredInTheirCells) {
     const AgendaLayout layout = FiveItems();
     EXPECT_EQ(BoxOf(layout.PictureRectangle(1, 40, 20, {11, 10})), (Box{25, 46, 36, 56}));
-    // Larger than the cell: the halves are cut towards zero.
-    EXPECT_EQ(BoxOf(layout.PictureRectangle(0, 0, 20, {25, 25})), (Box{-1, -1, 24, 24}));
+    EXPECT_EQ(BoxOf(layout.PictureRectangle(0, 0, 20, {19, 19})), (Box{1, 1, 20, 20}));
+}
+
+TEST(AgendaLayout, PicturesLargerThanTheirCellsAreShrunk) {
+    const AgendaLayout layout = FiveItems();
+    EXPECT_EQ(BoxOf(layout.PictureRectangle(0, 0, 20, {38, 38})), (Box{1, 1, 20, 20}));
+    EXPECT_EQ(BoxOf(layout.PictureRectangle(0, 0, 10, {18, 9})), (Box{6, 4, 15, 8}));
+    const Box tiny = BoxOf(layout.PictureRectangle(0, 0, 1, {25, 25}));
+    EXPECT_EQ(tiny.right - tiny.left, 1);
 }
 
 TEST(AgendaBubble, BeginsAtTheTextsLeftEdge) {

@@ -103,7 +103,7 @@ TEST(CalendarLayout, SparePixelsStayBehindTheLastCell) {
 
 TEST(CalendarLayout, WithoutRoomNothingIsShown) {
     const CalendarLayout layouts[] = {
-        {RECT{0, 0, 0, 0}, 20, true},   {RECT{0, 0, 10, 10}, 20, false},
+        {RECT{0, 0, 0, 0}, 20, true},    {RECT{0, 0, 10, 10}, 20, false},
         {RECT{0, 0, 100, 100}, 0, true}, {RECT{0, 0, 100, 100}, -3, false},
         {RECT{0, 0, -5, -5}, 5, true},
     };
@@ -140,8 +140,9 @@ TEST(MonthSegments, DecemberIsFollowedByJanuaryOfTheNextYear) {
 
 TEST(MonthSegments, LaterSegmentsAreWholeMonths) {
     const CalendarLayout layout({0, 0, 365, 30}, 73, false);  // cells of 5 px
-    EXPECT_EQ(SegmentText(layout, Day(2026, 1, 20)), "2026-1@0+60 2026-2@60+140 2026-3@200+155 "
-                                                     "2026-4@355+10");
+    EXPECT_EQ(SegmentText(layout, Day(2026, 1, 20)),
+              "2026-1@0+60 2026-2@60+140 2026-3@200+155 "
+              "2026-4@355+10");
 }
 
 TEST(MonthSegments, The29FebruaryOf2100TakesACell) {
@@ -305,8 +306,8 @@ TEST(CalendarHitTest, OfTheVerticalForm) {
                });
 }
 
-// A strip wider than high: x beyond the bottom coordinate moves the point to the bottom, wherever it
-// was.
+// A strip wider than high: x beyond the bottom coordinate moves the point to the bottom, wherever
+// it was.
 TEST(CalendarHitTest, VerticalFormComparesXWithTheBottom) {
     const CalendarLayout layout({0, 0, 300, 100}, 10, true);
     ExpectHits(layout, Day(2026, 3, 1),

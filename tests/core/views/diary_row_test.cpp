@@ -86,7 +86,7 @@ class DiaryRowTest : public ::testing::Test {
 
 TEST_F(DiaryRowTest, DayWithoutAnythingIsWhite) {
     for (const DiaryShowFlag item : {DiaryShowNotes, DiaryShowBleeding, DiaryShowPeriod,
-                                 DiaryShowOvulation, DiaryShowPregnancy}) {
+                                     DiaryShowOvulation, DiaryShowPregnancy}) {
         const DiaryCell cell = Cell(item, tomorrow);
         EXPECT_EQ(cell.color, White) << item;
         EXPECT_EQ(cell.bitmap, NoPicture) << item;
@@ -117,8 +117,7 @@ TEST_F(DiaryRowTest, BleedingIsShadedByLevelAndCarriesItsPicture) {
     for (int level = 1; level <= 3; ++level) {
         Store(data.predictor.bleedingLevels, yesterday, static_cast<float>(level));
         const DiaryCell cell = Cell(DiaryShowBleeding, yesterday);
-        EXPECT_EQ(cell.color,
-                  BlendColor(Blue, White, static_cast<float>(level) * 0.33333334F))
+        EXPECT_EQ(cell.color, BlendColor(Blue, White, static_cast<float>(level) * 0.33333334F))
             << level;
         EXPECT_EQ(cell.bitmap, PictureRecorded) << level;
         EXPECT_EQ(cell.overlay, NoPicture) << level;
@@ -204,8 +203,7 @@ TEST_F(DiaryRowTest, LongTextsAreCutToTheRow) {
 TEST_F(DiaryRowTest, CellsFollowTheItemsShown) {
     data.SetNoteText(TEXT("x"), &today);
     Store(data.predictor.pregnancyProbabilities, today, 1.0F);
-    const DiaryRow row =
-        FillDiaryRow(data, DiaryShowNotes | DiaryShowPregnancy, today, today);
+    const DiaryRow row = FillDiaryRow(data, DiaryShowNotes | DiaryShowPregnancy, today, today);
     EXPECT_EQ(row.cells[0].overlay, PictureNote);
     EXPECT_EQ(row.cells[1].color, Green);
 }
