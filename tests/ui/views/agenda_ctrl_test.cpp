@@ -370,7 +370,8 @@ TEST_F(AgendaCtrlTest, FirstLineIsBold) {
         int ink = 0;
         for (LONG y = 2 * pad + line * h; y < 2 * pad + (line + 1) * h; ++y) {
             for (LONG x = 60 + pad + 1; x < 295; ++x) {
-                ink += canvas.Pixel(x, y) == Black ? 1 : 0;
+                const COLORREF pixel = canvas.Pixel(x, y);
+                ink += pixel != BubbleYellow && pixel != White ? 255 - GetGValue(pixel) : 0;
             }
         }
         return ink;
