@@ -208,9 +208,11 @@ void DiaryView::NoteTextChanged(UserData&, const WCHAR*) { agenda.Invalidate(fal
 
 void DiaryView::OnVScroll(int request) {
     SCROLLINFO info{};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_POS | SIF_TRACKPOS;
-    ::GetScrollInfo(scrollBar, SB_CTL, &info);
+    if (request == SB_THUMBPOSITION) {
+        info.cbSize = sizeof(info);
+        info.fMask = SIF_POS | SIF_TRACKPOS;
+        ::GetScrollInfo(scrollBar, SB_CTL, &info);
+    }
     const std::int32_t days = ScrollDistance(request, info.nTrackPos - info.nPos);
     SYSTEMTIME start{};
     AddDays(startDate, days, start);

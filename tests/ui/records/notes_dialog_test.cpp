@@ -31,23 +31,37 @@ TEST_F(NotesDialogTest, StartsEmptyAtToday) {
     EXPECT_EQ(dialog.text[0], 0);
 }
 
+/// The dialog's window without its loop, not shown: a display without a window manager is slow to
+/// show and hide windows.
+class HiddenWindow {
+  public:
+    explicit HiddenWindow(NotesDialog& shown) : dialog(shown) {
+        EXPECT_TRUE(Dialog::CreateModeless(dialog, IDD_NOTES));
+    }
+    HiddenWindow(const HiddenWindow&) = delete;
+    HiddenWindow& operator=(const HiddenWindow&) = delete;
+    ~HiddenWindow() { ::DestroyWindow(dialog.Handle()); }
+
+    HWND Handle() const { return dialog.Handle(); }
+    HWND Control(int id) const { return ::GetDlgItem(dialog.Handle(), id); }
+
+  private:
+    NotesDialog& dialog;
+};
+
 TEST_F(NotesDialogTest, ShowsItsFieldsAndTheDate) {
     NotesDialog dialog;
     dialog.date = Day(2007, 1, 1);
     dialog.pms = 1;
     CopyText(dialog.text.data(), dialog.text.size(), TEXT("slept badly"));
-    DialogHand hand([](HWND window) {
-        EXPECT_EQ(TextOf(window), L"Notes");
-        EXPECT_EQ(TextOf(::GetDlgItem(window, IDC_NOTE_DATE)), L"Mon Jan, 01");
-        EXPECT_EQ(TextOf(::GetDlgItem(window, IDC_CRAMPS)), L"Cramps");
-        EXPECT_EQ(TextOf(::GetDlgItem(window, IDC_PMS)), L"PMS");
-        EXPECT_EQ(TextOf(::GetDlgItem(window, IDC_NOTE_TEXT)), L"slept badly");
-        EXPECT_EQ(CheckOf(window, IDC_CRAMPS), BST_UNCHECKED);
-        EXPECT_EQ(CheckOf(window, IDC_PMS), BST_CHECKED);
-        Press(window, IDCANCEL);
-    });
-    EXPECT_EQ(dialog.DoModal(), 2);
-    EXPECT_TRUE(hand.WasUsed());
+    const HiddenWindow window(dialog);
+    EXPECT_EQ(TextOf(window.Handle()), L"Notes");
+    EXPECT_EQ(TextOf(window.Control(IDC_NOTE_DATE)), L"Mon Jan, 01");
+    EXPECT_EQ(TextOf(window.Control(IDC_CRAMPS)), L"Cramps");
+    EXPECT_EQ(TextOf(window.Control(IDC_PMS)), L"PMS");
+    EXPECT_EQ(TextOf(window.Control(IDC_NOTE_TEXT)), L"slept badly");
+    EXPECT_EQ(CheckOf(window.Handle(), IDC_CRAMPS), BST_UNCHECKED);
+    EXPECT_EQ(CheckOf(window.Handle(), IDC_PMS), BST_CHECKED);
 }
 
 struct HeaderCase {
@@ -66,12 +80,8 @@ TEST_F(NotesDialogTest, HeaderNamesWeekdayMonthAndDay) {
         LUNARA_ROW(c);
         NotesDialog dialog;
         dialog.date = c.date;
-        DialogHand hand([&](HWND window) {
-            EXPECT_EQ(TextOf(::GetDlgItem(window, IDC_NOTE_DATE)), c.header);
-            Press(window, IDCANCEL);
-        });
-        dialog.DoModal();
-        EXPECT_TRUE(hand.WasUsed());
+        const HiddenWindow window(dialog);
+        EXPECT_EQ(TextOf(window.Control(IDC_NOTE_DATE)), c.header);
     }
 }
 
@@ -104,15 +114,13 @@ TEST_F(NotesDialogTest, CancelEndsWithTwoAndReadsNothing) {
 
 TEST_F(NotesDialogTest, TakesNoMoreThanANoteHolds) {
     NotesDialog dialog;
-    DialogHand hand([](HWND window) {
-        const HWND edit = ::GetDlgItem(window, IDC_NOTE_TEXT);
-        for (int i = 0; i < 200; ++i) {
-            ::SendMessageW(edit, WM_CHAR, L'x', 1);
-        }
-        EXPECT_EQ(::GetWindowTextLengthW(edit), 127);
-        Press(window, IDOK);
-    });
-    EXPECT_EQ(dialog.DoModal(), 1);
+    const HiddenWindow window(dialog);
+    const HWND edit = window.Control(IDC_NOTE_TEXT);
+    for (int i = 0; i < 200; ++i) {
+        ::SendMessageW(edit, WM_CHAR, L'x', 1);
+    }
+    EXPECT_EQ(::GetWindowTextLengthW(edit), 127);
+    dialog.UpdateData(true);
     EXPECT_EQ(WideView(dialog.text.data()).size(), 127U);
 }
 
@@ -154,11 +162,8 @@ TEST_F(NotesDialogTest, CheckBoxesAreColored) {
 
 TEST_F(NotesDialogTest, SettingsChangesAreAnswered) {
     NotesDialog dialog;
-    DialogHand hand([](HWND window) {
-        EXPECT_EQ(::SendMessageW(window, WM_SETTINGCHANGE, 224, 0), 0);
-        Press(window, IDCANCEL);
-    });
-    EXPECT_EQ(dialog.DoModal(), 2);
+    const HiddenWindow window(dialog);
+    EXPECT_EQ(::SendMessageW(window.Handle(), WM_SETTINGCHANGE, 224, 0), 0);
 }
 
 }  // namespace
