@@ -79,8 +79,7 @@ bool FindArrow(POINT from, POINT to, AgendaArrow& arrow) {
     const double uy = 1 / length * dy;
     arrow.lineStart = from;
     arrow.tip = Moved(to, -5 * ux, -5 * uy);
-    // The second coordinates are not the exact perpendiculars of the first ones' signs that one
-    // would write down; the head is drawn 10 px long and 8 px wide with exactly these.
+    // Back along the line by 10 px, and 4 px to either side of it.
     arrow.head = {arrow.tip, Moved(arrow.tip, -10 * ux + 4 * uy, -4 * ux - 10 * uy),
                   Moved(arrow.tip, -10 * ux - 4 * uy, 4 * ux - 10 * uy), arrow.tip};
     return true;
