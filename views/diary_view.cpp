@@ -355,10 +355,9 @@ void DiaryView::OnTap(POINT point) {
     if (area != AgendaItemCell) {
         return;
     }
-    // Cells and rows line up, so the tap's height names the day. Its x is of no account there, and
-    // the strip would confuse the two in a window that is wider than high.
+    // Cells and rows line up, so the strip names the day of a point at the same height.
     CalendarHitTest day{};
-    day.pt = {0, point.y};
+    day.pt = point;
     ::SendMessageW(calendar.Handle(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&day));
     if (DiaryItemAt(showFlags, item.line) == DiaryShowNotes) {
         EditNote(day.date);

@@ -423,6 +423,12 @@ TEST_F(AgendaCtrlTest, ABubbleThatIsPushedBelowTheBottomIsNotDrawn) {
     agenda->Draw(canvas.Dc(), canvas.Bounds());
     // The narrow bubbles of the later rows would begin at 9 h, the height.
     EXPECT_NEAR(Extent(canvas, BubbleYellow).bottom, 8 * h + 3 * (h / 3), 1);
+    // Nor is an arrow to it: below the first row's there is no line beside the item cells.
+    for (LONG y = 20; y < 9 * h; ++y) {
+        for (LONG x = 22; x < 60; ++x) {
+            EXPECT_EQ(canvas.Pixel(x, y), White) << x << ", " << y;
+        }
+    }
 }
 
 TEST_F(AgendaCtrlTest, TooWideATextMovesItsBubbleLeft) {
