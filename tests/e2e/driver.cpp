@@ -66,10 +66,17 @@ INPUT KeyInput(WORD key, WORD scan, DWORD flags) {
     return input;
 }
 
-INPUT MouseInput(DWORD flags) {
+/// A button event at a place of the screen. The place goes with the event: a pointer moved beforehand
+/// may have been moved on by the display when the event comes.
+INPUT MouseInput(DWORD button, POINT screen) {
+    constexpr LONG Span = 65536;  // the screen's width and height in the event's units
+    const LONG width = ::GetSystemMetrics(SM_CXSCREEN);
+    const LONG height = ::GetSystemMetrics(SM_CYSCREEN);
     INPUT input{};
     input.type = INPUT_MOUSE;
-    input.mi.dwFlags = flags;
+    input.mi.dx = (screen.x * Span + width - 1) / width;
+    input.mi.dy = (screen.y * Span + height - 1) / height;
+    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | button;
     return input;
 }
 
@@ -224,9 +231,15 @@ std::wstring Program::BoxText(HWND box) {
 
 bool Program::ClickAt(HWND window, POINT client) {
     POINT screen = client;
-    ::ClientToScreen(window, &screen);
-    ::SetCursorPos(screen.x, screen.y);
-    std::array<INPUT, 2> inputs = {MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)};
+    if (!WaitFor([&] {
+            screen = client;
+            ::ClientToScreen(window, &screen);
+            return ::WindowFromPoint(screen) == window;
+        })) {
+        return Fail(L"what is to be clicked is covered");
+    }
+    std::array<INPUT, 2> inputs = {MouseInput(MOUSEEVENTF_LEFTDOWN, screen),
+                                   MouseInput(MOUSEEVENTF_LEFTUP, screen)};
     return ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) ==
            inputs.size();
 }
@@ -261,7 +274,9 @@ void Program::Type(const std::wstring& text) {
 }
 
 bool Program::Leave(HWND dialog, int button) {
-    Click(::GetDlgItem(dialog, button));
+    if (!Click(::GetDlgItem(dialog, button))) {
+        return false;
+    }
     if (!WaitFor([&] { return ::IsWindow(dialog) == 0; })) {
         return Fail(L"the dialog \"" + TextOf(dialog) + L"\" does not close");
     }
@@ -298,6 +313,9 @@ bool Program::EnterUser(const std::wstring& user, const std::wstring& password) 
         return false;
     }
     main = FindMain();
+    if (!WaitFor([&] { return ::GetDlgItem(dialog, ControlOk) != nullptr; })) {
+        return Fail(L"the sign-in has no OK");
+    }
     const HWND name = ::GetDlgItem(dialog, ControlUserName);
     const HWND secret = ::GetDlgItem(dialog, ControlPassword);
     SetTextOf(name, L"");
@@ -463,7 +481,7 @@ Picture Program::Look(HWND window) {
 
 void Program::Keep(const WCHAR* name) {
     RECT area{};
-    ::GetWindowRect(main != nullptr ? main : ::GetDesktopWindow(), &area);
+    ::GetWindowRect(::GetDesktopWindow(), &area);
     std::array<WCHAR, 16> number{};
     ::wsprintfW(number.data(), L"%02d-", ++kept);
     Picture::OfScreen(area).SaveAs(folder.Pictures() + number.data() + name + L".bmp");

@@ -33,7 +33,7 @@ struct Row {
 
 class Program {
   public:
-    explicit Program(const ProgramFolder& folder) : folder(folder) {}
+    explicit Program(const ProgramFolder& programFolder) : folder(programFolder) {}
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
     /// A program that still runs is ended the hard way.

@@ -62,8 +62,8 @@ std::uint64_t FindSendMessage(HANDLE process) {
 
 }  // namespace
 
-RemoteBlock::RemoteBlock(HANDLE process, std::size_t size)
-    : process(process),
+RemoteBlock::RemoteBlock(HANDLE ofProcess, std::size_t size)
+    : process(ofProcess),
       address(::VirtualAllocEx(process, nullptr, size, MEM_COMMIT | MEM_RESERVE,
                                PAGE_EXECUTE_READWRITE)) {}
 

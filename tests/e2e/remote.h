@@ -12,7 +12,7 @@ namespace lunara::e2e {
 /// A block of memory of another process, readable, writable and executable there; freed at the end.
 class RemoteBlock {
   public:
-    RemoteBlock(HANDLE process, std::size_t size);
+    RemoteBlock(HANDLE ofProcess, std::size_t size);
     RemoteBlock(const RemoteBlock&) = delete;
     RemoteBlock& operator=(const RemoteBlock&) = delete;
     ~RemoteBlock();
