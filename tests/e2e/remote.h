@@ -5,7 +5,9 @@
 
 #include <windows.h>
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 
 namespace lunara::e2e {
 
@@ -26,6 +28,11 @@ class RemoteBlock {
     HANDLE process;
     void* address;
 };
+
+/// A function of user32 with up to four arguments, called by a thread of that process. False when the
+/// thread could not be run to its end.
+bool CallInside(HANDLE process, const char* function, const std::array<std::uint64_t, 4>& arguments,
+                std::uint64_t& result);
 
 /// SendMessageW called by a thread of the window's own process, so that the addresses in the
 /// parameters mean something there. False when the thread could not be run to its end.

@@ -133,7 +133,7 @@ TEST_F(SignIn, ChangedPasswordOpensTheDiaryAndTheOldOneDoesNot) {
         Program program(folder);
         ASSERT_TRUE(program.Start());
         ASSERT_TRUE(program.SignIn(L"Anna", Password));
-        ASSERT_TRUE(program.ChooseFromMenu(9));
+        ASSERT_TRUE(program.ChooseFromMenu(CommandChangePassword));
         const HWND dialog = program.WaitForDialog(L"Change password");
         ASSERT_NE(dialog, nullptr);
         const auto fill = [&](int control, const std::wstring& text) {
