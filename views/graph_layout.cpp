@@ -68,7 +68,7 @@ GraphLayout LayOutGraph(const RECT& client, const GraphMetrics& metrics) {
 }
 
 LONG GraphCalendarHeight(LONG textHeight, LONG cellSize, LONG clientHeight) {
-    const LONG needed = std::min(CalendarLines * cellSize, clientHeight / 3);
+    const LONG needed = std::min(CalendarLines * cellSize, clientHeight / 2);
     return std::max(CalendarLines * textHeight, needed);
 }
 
