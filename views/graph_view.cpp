@@ -60,8 +60,7 @@ GraphView::GraphView(UserData& userData)
 
 GraphView::~GraphView() { data.DetachObserver(*this); }
 
-// ---- Graph and unit
-// ------------------------------------------------------------------------------
+// ---- Graph and unit ---------------------------------------------------------------------------
 
 void GraphView::SetShowBleeding(bool shown) {
     if (shown) {
@@ -141,8 +140,7 @@ void GraphView::ReadSettings() {
     measure = value == MeasureCelsius ? MeasureCelsius : MeasureFahrenheit;
 }
 
-// ---- The current day's value
-// ---------------------------------------------------------------------
+// ---- The current day's value ------------------------------------------------------------------
 
 void GraphView::ShowEntry() {
     const GraphSeries series = Series();
@@ -174,7 +172,7 @@ void GraphView::OnSpin(std::int32_t position) {
 void GraphView::OnPickDate(const SYSTEMTIME& picked) {
     // The picker does not fill in every field that makes two dates the same day.
     SYSTEMTIME date{};
-    if (AddDays(picked, 0, date) == 0 || data.SetCurrentDate(date) == 0) {
+    if (FromDateKey(ToDateKey(picked), date) == 0 || data.SetCurrentDate(date) == 0) {
         ShowPickedDate();
     }
 }
@@ -188,8 +186,7 @@ void GraphView::TemperatureChanged(UserData&, std::int32_t) { ValueChanged(); }
 
 void GraphView::BleedingChanged(UserData&, std::int32_t) { ValueChanged(); }
 
-// ---- Dates and scrolling
-// -------------------------------------------------------------------------
+// ---- Dates and scrolling ----------------------------------------------------------------------
 
 SYSTEMTIME GraphView::GetCurrentDate() const {
     SYSTEMTIME date{};
@@ -271,9 +268,11 @@ void GraphView::ResetScroll() {
 
 void GraphView::OnHScroll(int request) {
     SCROLLINFO info{};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_POS | SIF_TRACKPOS;
-    ::GetScrollInfo(scrollBar, SB_CTL, &info);
+    if (request == SB_THUMBPOSITION) {
+        info.cbSize = sizeof(info);
+        info.fMask = SIF_POS | SIF_TRACKPOS;
+        ::GetScrollInfo(scrollBar, SB_CTL, &info);
+    }
     SYSTEMTIME start{};
     AddDays(startDate, ScrollDistance(request, info.nTrackPos - info.nPos), start);
     SetStart(start);
@@ -298,8 +297,7 @@ void GraphView::Reload() {
     }
 }
 
-// ---- What the chart and the strip ask
-// ------------------------------------------------------------
+// ---- What the chart and the strip ask ---------------------------------------------------------
 
 std::int32_t GraphView::Columns() const { return GraphColumns(Width(layout.chart), dayWidth); }
 
@@ -395,8 +393,7 @@ bool GraphView::OnNotify(NMHDR& record, LRESULT& answer) {
     }
 }
 
-// ---- Creation and layout
-// -------------------------------------------------------------------------
+// ---- Creation and layout ----------------------------------------------------------------------
 
 GraphMetrics GraphView::Metrics() const {
     const WindowDcScope dc(Handle());
@@ -543,8 +540,7 @@ LRESULT GraphView::OnFieldColor(HDC dc) const {
     return reinterpret_cast<LRESULT>(::GetStockObject(WHITE_BRUSH));
 }
 
-// ---- Message switch
-// ------------------------------------------------------------------------------
+// ---- Message switch ---------------------------------------------------------------------------
 
 bool GraphView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
     LRESULT answer = 0;
