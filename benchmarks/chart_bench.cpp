@@ -99,7 +99,8 @@ Spread MeasureRepaint(HWND chart) {
     });
 }
 
-/// Whether a point could be taken hold of; then `steps` is what the moves cost.
+/// Whether a point could be taken hold of and was held to the end; then `steps` is what the moves
+/// cost.
 bool MeasureDrag(HWND chart, Spread& steps) {
     RECT client{};
     ::GetClientRect(chart, &client);
@@ -117,8 +118,9 @@ bool MeasureDrag(HWND chart, Spread& steps) {
                                    MAKELPARAM(x, 20 + step * 7 % 300));
                     ::GdiFlush();
                 });
+                const bool wasHeld = ::GetCapture() == chart;
                 ::ReleaseCapture();
-                return true;
+                return wasHeld;
             }
         }
     }
