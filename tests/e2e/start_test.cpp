@@ -93,9 +93,8 @@ TEST_F(Start, SecondStartBringsTheFirstForward) {
     ASSERT_TRUE(second.Start());
     ASSERT_TRUE(second.WaitForEnd());
     EXPECT_EQ(second.ExitCode(), 0u);
-    EXPECT_TRUE(WaitFor([&] {
-        return ::IsIconic(first.Main()) == 0 && ::GetForegroundWindow() == first.Main();
-    }));
+    EXPECT_TRUE(WaitFor(
+        [&] { return ::IsIconic(first.Main()) == 0 && ::GetForegroundWindow() == first.Main(); }));
     first.Keep(L"brought-forward");
     EXPECT_TRUE(first.Exit());
 }
