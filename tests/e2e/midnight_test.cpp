@@ -42,10 +42,11 @@ TEST_F(Midnight, TheNewDaysPredictionIsShownByItself) {
 
 TEST_F(Midnight, SeveralDaysMayHavePassed) {
     MakeSampleDiary(L"Anna");
+    ASSERT_TRUE(SetToday(AddDays(Today, 17)));
     Program program(folder);
     ASSERT_TRUE(program.Start());
     ASSERT_TRUE(program.SignIn(L"Anna", Password));
-    const Day later = AddDays(Today, 17);
+    const Day later = AddDays(Today, 21);
     ASSERT_TRUE(SetToday(later));
     ::SendMessageW(program.Main(), WM_TIMER, DayTimer, 0);
     ASSERT_TRUE(program.Settle());
