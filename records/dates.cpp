@@ -13,7 +13,8 @@ constexpr int DaysPer400Years = 146'097;
 constexpr int DaysPerCentury = 36'524;
 constexpr int DaysPer4Years = 1'461;
 constexpr int FirstYear = 1601;
-constexpr int LastYear = 30'827;  // the platform's conversions end here
+constexpr int LastYear = 30'827;  // the platform's dates end here
+constexpr std::int64_t DaysOfPlatform = 10'674'942;
 
 constexpr WCHAR Weekdays[] = TEXT("Sun Mon Tue Wed Thu Fri Sat ");
 constexpr WCHAR Months[] = TEXT("Jan Feb Mar Apr May Jun Jul Aug Sep Oct Nov Dec ");
@@ -39,27 +40,40 @@ bool IsRealDate(int year, int month, int day) {
     return day <= DaysBefore(month + 1, leap) - DaysBefore(month, leap);
 }
 
-/// Both halves together; a structure that does not convert counts as 0.
-std::int64_t FileTimeUnits(const SYSTEMTIME& date) {
-    FILETIME fileTime{};
-    if (!IsRealDate(date.wYear, date.wMonth, date.wDay) ||
-        ::SystemTimeToFileTime(&date, &fileTime) == 0) {
+constexpr std::int64_t UnitsPerMillisecond = 10'000;
+
+/// 100 ns units since 1 January 1601; 0 for a structure that names no real moment. The platform's
+/// own conversion is not asked: Wine's takes 29 February of a common year for 1 March, and the
+/// results must be the same everywhere.
+std::int64_t UnitsOf(const SYSTEMTIME& date) {
+    const DateKey key = ToDateKey(date);
+    const std::int32_t day = DayNumber(key);
+    const bool isRealDay = day > 0 || key == MakeDateKey(FirstYear, 1, 1);
+    if (!isRealDay || date.wHour > 23 || date.wMinute > 59 || date.wSecond > 59 ||
+        date.wMilliseconds > 999) {
         return 0;
     }
-    return static_cast<std::int64_t>(std::uint64_t{fileTime.dwHighDateTime} << 32 |
-                                     fileTime.dwLowDateTime);
+    const std::int64_t seconds = (std::int64_t{date.wHour} * 60 + date.wMinute) * 60 + date.wSecond;
+    return day * UnitsPerDay + (seconds * 1000 + date.wMilliseconds) * UnitsPerMillisecond;
 }
 
 int FromUnits(std::int64_t units, SYSTEMTIME& date) {
-    FILETIME fileTime{};
-    fileTime.dwLowDateTime = static_cast<DWORD>(units);
-    fileTime.dwHighDateTime = static_cast<DWORD>(units >> 32);
-    SYSTEMTIME converted{};
-    if (units < 0 || ::FileTimeToSystemTime(&fileTime, &converted) == 0) {
-        date = SYSTEMTIME{};
+    date = SYSTEMTIME{};
+    const std::int64_t days = units / UnitsPerDay;
+    if (units < 0 || days >= DaysOfPlatform) {
         return 0;
     }
-    date = converted;
+    const DateKey key = KeyOfDayNumber(static_cast<std::int32_t>(days));
+    date.wYear = static_cast<WORD>(key >> 16);
+    date.wMonth = static_cast<WORD>(key >> 8 & 0xFF);
+    date.wDay = static_cast<WORD>(key & 0xFF);
+    date.wDayOfWeek = static_cast<WORD>((days + 1) % 7);  // 1 January 1601: a Monday
+    auto rest = static_cast<std::int32_t>(units % UnitsPerDay / UnitsPerMillisecond);
+    date.wMilliseconds = static_cast<WORD>(rest % 1000);
+    rest /= 1000;  // seconds, [0, 86399]
+    date.wSecond = static_cast<WORD>(rest % 60);
+    date.wMinute = static_cast<WORD>(rest / 60 % 60);
+    date.wHour = static_cast<WORD>(rest / 3600);
     return 1;
 }
 
@@ -88,16 +102,16 @@ int FromDateKey(DateKey key, SYSTEMTIME& date) {
     date.wYear = static_cast<WORD>(key >> 16);
     date.wMonth = static_cast<WORD>(key >> 8 & 0xFF);
     date.wDay = static_cast<WORD>(key & 0xFF);
-    FILETIME fileTime{};
-    if (!IsRealDate(date.wYear, date.wMonth, date.wDay) ||
-        ::SystemTimeToFileTime(&date, &fileTime) == 0) {
+    const std::int32_t day = DayNumber(key);
+    if (day == 0 && key != MakeDateKey(FirstYear, 1, 1)) {
         return 0;
     }
-    return ::FileTimeToSystemTime(&fileTime, &date) != 0 ? 1 : 0;
+    date.wDayOfWeek = static_cast<WORD>((day + 1) % 7);
+    return 1;
 }
 
 int AddDays(const SYSTEMTIME& date, std::int32_t count, SYSTEMTIME& result) {
-    return FromUnits(FileTimeUnits(date) + count * UnitsPerDay, result);
+    return FromUnits(UnitsOf(date) + count * UnitsPerDay, result);
 }
 
 std::int32_t DaysBetween(SYSTEMTIME a, SYSTEMTIME b) {
@@ -107,7 +121,7 @@ std::int32_t DaysBetween(SYSTEMTIME a, SYSTEMTIME b) {
         date->wSecond = 0;
         date->wMilliseconds = 0;
     }
-    return static_cast<std::int32_t>((FileTimeUnits(a) - FileTimeUnits(b)) / UnitsPerDay);
+    return static_cast<std::int32_t>((UnitsOf(a) - UnitsOf(b)) / UnitsPerDay);
 }
 
 int IsSameDay(const SYSTEMTIME& a, const SYSTEMTIME& b) {
