@@ -27,7 +27,7 @@ class LunaraCipher {
     }
 
   private:
-    CipherState state;
+    CipherState state{};
 };
 
 template <typename Cipher>

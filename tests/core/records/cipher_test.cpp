@@ -83,7 +83,7 @@ TEST(CipherTablesTest, AreTheHexadecimalDigitsOfPi) {
     for (std::size_t i = 0; i < 18; ++i) {
         ASSERT_EQ(PublishedTables.subkeys[i], pi.Limb(1 + i)) << "subkey " << i;
     }
-    for (std::size_t i = 0; i < 4 * 256; ++i) {
+    for (std::size_t i = 0; i < std::size_t{4} * 256; ++i) {
         ASSERT_EQ(PublishedTables.boxes[i / 256][i % 256], pi.Limb(19 + i)) << "box word " << i;
     }
 }
@@ -216,7 +216,7 @@ TEST(CipherTest, GatheredBlocksAreThoseOfTheReference) {
 TEST(CipherTest, BlocksDoNotDependOnEachOther) {
     CipherState state{};
     InitCipher(state, "secret");
-    Bytes together(std::size_t{72 * 5}, 0x5A);
+    Bytes together(std::size_t{72} * 5, 0x5A);
     EncipherBlocks(state, together.data(), together.size());
     for (std::size_t at = 0; at < together.size(); at += CipherBlockBytes) {
         Bytes alone(CipherBlockBytes, 0x5A);
