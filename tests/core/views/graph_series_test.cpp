@@ -65,12 +65,12 @@ TEST_F(GraphSeriesTest, DayToComeIsNegative) {
 }
 
 struct RangeCase {
-    const char* label;
+    const char* label = nullptr;
     GraphSeries series;
-    ValueRange axis;
-    ValueRange entry;
-    ValueRange spin;
-    std::size_t scales;
+    ValueRange axis{};
+    ValueRange entry{};
+    ValueRange spin{};
+    std::size_t scales = 0;
 };
 
 TEST_F(GraphSeriesTest, RangesFollowGraphAndUnit) {
@@ -105,11 +105,11 @@ TEST_F(GraphSeriesTest, ScalesAreTheTables) {
 }
 
 struct TextCase {
-    const char* label;
+    const char* label = nullptr;
     GraphSeries series;
-    std::int32_t value;
-    const char* axisLabel;
-    const char* entry;
+    std::int32_t value = 0;
+    const char* axisLabel = nullptr;
+    const char* entry = nullptr;
 };
 
 TEST_F(GraphSeriesTest, TextsOfValues) {
@@ -177,10 +177,10 @@ TEST_F(GraphSeriesTest, DayWithoutTemperatureIsAPointAt975) {
 }
 
 struct StoreCase {
-    const char* label;
+    const char* label = nullptr;
     GraphSeries series;
-    std::int32_t value;
-    std::int32_t stored;  // bleeding level or temperature
+    std::int32_t value = 0;
+    std::int32_t stored = 0;  // bleeding level or temperature
 };
 
 TEST_F(GraphSeriesTest, StoresInFahrenheit) {
