@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <string_view>
-#include <vector>
 
+#include "cycle/day_step.h"
 #include "platform/text.h"
 
 namespace lunara {
@@ -20,10 +19,11 @@ constexpr std::size_t StatusTextUnits = 1024;
 constexpr std::int32_t LastDayForPrediction = 36;
 constexpr std::int32_t LastDayForDoctor = 72;
 
-constexpr std::uint32_t RecordedBleedingBits =
-    DAY_BLEEDING | DAY_BLEEDING_FIRST | DAY_BLEEDING_END;
+constexpr std::uint32_t RecordedBleedingBits = DAY_BLEEDING | DAY_BLEEDING_FIRST | DAY_BLEEDING_END;
 constexpr std::uint32_t PossibleBleedingBits =
     DAY_BLEEDING_POSSIBLE | DAY_BLEEDING_POSSIBLE_FIRST | DAY_BLEEDING_POSSIBLE_LAST;
+constexpr std::int32_t ArgumentsPerCycle = 2;
+
 constexpr int FromRecordedToPossible = 3;  // bit places between the two
 
 /// Bits for a day, waiting to be set.
@@ -32,8 +32,7 @@ struct DayMark {
     std::uint32_t bits;
 };
 
-/// Marks of one kind in ascending date order. A mark later than any date ends them.
-using DayMarks = std::vector<DayMark>;
+/// Later than any date.
 constexpr DayMark NoMoreMarks = {std::numeric_limits<DateKey>::max(), 0};
 
 /// A bit for days before today and one for today and later.
@@ -44,7 +43,7 @@ struct MarkBits {
 
 /// How the runs of a list of days are found and marked.
 struct RunRule {
-    std::int32_t largestGap;  // days between two days of one run
+    DateKey largestGap;  // days between two days of one run
     MarkBits single, first, last;
 };
 
@@ -62,108 +61,125 @@ constexpr RunRule PregnancyRuns = {1,
                                    {DAY_PREGNANCY_POSSIBLE_FIRST, DAY_PREGNANCY_POSSIBLE_FIRST},
                                    {DAY_PREGNANCY_POSSIBLE_LAST, DAY_PREGNANCY_POSSIBLE_LAST}};
 
-/// Whether `DaysBetween` of two days, the later key first, is at most `gap` (1 or 2). Most answers
-/// need no conversion.
-bool IsWithin(DateKey earlier, DateKey later, std::int32_t gap) {
-    constexpr DateKey LastDayOfEveryMonth = 28;
-    constexpr DateKey FirstSafeYear = 1602;  // in January 1601 day numbers are as small as a gap
-    constexpr DateKey LastYear = 30'827;
-    const DateKey day = later & 0xFF;
-    const DateKey month = later >> 8 & 0xFF;
-    const DateKey year = later >> 16;
-    if (later == earlier + 1 && day > 1 && day <= LastDayOfEveryMonth) {
-        return true;  // neighbours, or two days of a month that does not exist: both count as day 0
+/// Walks over the marks of runs.
+class RunMarks {
+  public:
+    RunMarks(const DayRuns& runs, const RunRule& runRule, DateKey todayKey)
+        : rule(runRule), today(todayKey), next(runs.data()), end(next + runs.size()) {
+        Advance();
     }
-    if (later >> 8 != earlier >> 8 && day > static_cast<DateKey>(gap) &&
-        day <= LastDayOfEveryMonth && month - 1 < 12 && year >= FirstSafeYear && year <= LastYear) {
-        return false;  // a real day with more than `gap` days of its month before it
-    }
-    return DayNumber(later) - DayNumber(earlier) <= gap;
-}
 
-/// The marks of the runs that the days of `list` form, whatever their values.
-DayMarks MarkRuns(DayValueList& list, const RunRule& rule, DateKey today) {
-    DayMarks marks;
-    const auto bitOf = [today](const MarkBits& bits, DateKey date) {
+    DateKey Date() const { return mark.date; }
+
+    /// The bits of the mark that stands here when it is the date's, which is left behind then.
+    std::uint32_t Take(DateKey date) {
+        if (mark.date != date) {
+            return 0;
+        }
+        const std::uint32_t bits = mark.bits;
+        Advance();
+        return bits;
+    }
+
+  private:
+    std::uint32_t BitOf(const MarkBits& bits, DateKey date) const {
         return date < today ? bits.past : bits.coming;
-    };
-    const auto close = [&](DateKey first, DateKey last) {
-        if (first == last) {
-            marks.push_back({first, bitOf(rule.single, first)});
+    }
+
+    void Advance() {
+        if (hasLast) {
+            mark = {next->last, BitOf(rule.last, next->last)};
+            hasLast = false;
+            ++next;
+        } else if (next == end) {
+            mark = NoMoreMarks;
         } else {
-            marks.push_back({first, bitOf(rule.first, first)});
-            marks.push_back({last, bitOf(rule.last, last)});
+            hasLast = next->last != next->first;
+            mark = {next->first, BitOf(hasLast ? rule.first : rule.single, next->first)};
+            next += hasLast ? 0 : 1;
         }
-    };
-    list.Sort();
-    if (list.Count() > 0) {
-        DateKey first = list.At(0).date;
-        DateKey last = first;
-        for (const DayValue& day : list) {
-            if (day.date != first && !IsWithin(last, day.date, rule.largestGap)) {
-                close(first, last);
-                first = day.date;
-            }
-            last = day.date;
+    }
+
+    const RunRule& rule;
+    DateKey today;
+    const DayRun* next;
+    const DayRun* end;
+    bool hasLast = false;  // the first day of *next was marked, its last is still to be
+    DayMark mark = NoMoreMarks;
+};
+
+/// Walks over the marks of the valid cycles: start and period end.
+class CycleMarks {
+  public:
+    explicit CycleMarks(const CycleRecordList& cycles) : next(cycles.begin()), end(cycles.end()) {
+        Advance();
+    }
+
+    DateKey Date() const { return mark.date; }
+
+    std::uint32_t Take(DateKey date) {
+        std::uint32_t bits = 0;
+        while (mark.date == date) {  // a period of one day has both marks on it
+            bits |= mark.bits;
+            Advance();
         }
-        close(first, last);
+        return bits;
     }
-    marks.push_back(NoMoreMarks);
-    return marks;
-}
 
-/// Start and period end of the valid cycles.
-DayMarks MarkCycles(const CycleRecordList& cycles) {
-    DayMarks marks;
-    for (const CycleRecord& cycle : cycles) {
-        const DateKey end = KeyOfDayNumber(DayNumber(cycle.start) + cycle.periodLength - 1);
-        marks.push_back({cycle.start, DAY_CYCLE_START | DAY_CYCLE_LENGTHS});
-        marks.push_back({end, DAY_PERIOD_END});
+  private:
+    void Advance() {
+        if (hasEnd) {
+            mark = {DaysAfter(next->start)[next->periodLength - 1], DAY_PERIOD_END};
+            hasEnd = false;
+            ++next;
+        } else if (next == end) {
+            mark = NoMoreMarks;
+        } else {
+            mark = {next->start, DAY_CYCLE_START | DAY_CYCLE_LENGTHS};
+            hasEnd = true;
+        }
     }
-    marks.push_back(NoMoreMarks);
-    return marks;
-}
 
-/// The bits of the mark that `mark` stands on, when it is the date's; then it moves on.
-std::uint32_t TakeBits(const DayMark*& mark, DateKey date) {
-    std::uint32_t bits = 0;
-    while (mark->date == date && date != NoMoreMarks.date) {
-        bits |= mark++->bits;
-    }
-    return bits;
-}
+    const CycleRecord* next;
+    const CycleRecord* end;
+    bool hasEnd = false;
+    DayMark mark = NoMoreMarks;
+};
 
-/// Sets the marks of all days in one pass. What is marked first is replaced by what is marked later,
-/// as far as later marks clear anything: only those of the cycles do, the bleeding bits.
-void SetMarks(const std::array<DayMarks, 3>& runs, const DayMarks& cycleMarks,
-              CyclePredictor& state) {
-    std::array<const DayMark*, 3> run = {runs[0].data(), runs[1].data(), runs[2].data()};
-    const DayMark* cycle = cycleMarks.data();
-    std::size_t most = cycleMarks.size();
-    for (const DayMarks& marks : runs) {
-        most += marks.size();
+/// Sets the marks of all days in one pass in date order. Of the marks only those of the cycles
+/// clear anything, the bleeding bits, and they go over all others.
+void SetMarks(CyclePredictor& state, const PastRuns& runs, DateKey today) {
+    RunMarks bleeding(runs.bleeding, BleedingRuns, today);
+    RunMarks ovulation(runs.ovulation, OvulationRuns, today);
+    RunMarks pregnancy(runs.pregnancy, PregnancyRuns, today);
+    CycleMarks cycles(state.validCycles);
+    const std::size_t most =
+        2 * (runs.bleeding.size() + runs.ovulation.size() + runs.pregnancy.size()) +
+        2 * static_cast<std::size_t>(state.validCycles.Count());
+    DayFlagsEntry* entries = state.dayFlags.BeginFill(static_cast<std::int32_t>(most));
+    if (entries == nullptr) {
+        return;
     }
-    state.dayFlags.Reserve(static_cast<std::int32_t>(most));
+    DayFlagsEntry* entry = entries;
     std::int32_t lengthsIndex = 0;
     for (;;) {
-        const DateKey date = std::min(std::min(run[0]->date, run[1]->date),
-                                      std::min(run[2]->date, cycle->date));
+        const DateKey date = std::min(std::min(bleeding.Date(), ovulation.Date()),
+                                      std::min(pregnancy.Date(), cycles.Date()));
         if (date == NoMoreMarks.date) {
             break;
         }
-        std::uint32_t flags =
-            TakeBits(run[0], date) | TakeBits(run[1], date) | TakeBits(run[2], date);
-        const std::uint32_t cycleBits = TakeBits(cycle, date);
+        *entry = {date, bleeding.Take(date) | ovulation.Take(date) | pregnancy.Take(date), 0};
+        const std::uint32_t cycleBits = cycles.Take(date);
         if (cycleBits != 0) {
-            flags = (flags & ~BleedingStatusBits) | cycleBits;
+            entry->flags = (entry->flags & ~BleedingStatusBits) | cycleBits;
         }
-        std::int32_t argIndex = 0;
         if ((cycleBits & DAY_CYCLE_LENGTHS) != 0) {
-            argIndex = lengthsIndex;
-            lengthsIndex += 2;
+            entry->argIndex = lengthsIndex;
+            lengthsIndex += ArgumentsPerCycle;
         }
-        state.dayFlags.Set({date, flags, argIndex});
+        ++entry;
     }
+    state.dayFlags.EndFill(static_cast<std::int32_t>(entry - entries));
 }
 
 /// Whether today bleeds is known, so that it is not just possible; or it is not, so that it is.
@@ -205,9 +221,8 @@ WideString JoinStatusTexts(std::uint32_t bits) {
     WideString text;
     for (int i = 0; i < StatusBits; ++i) {
         std::array<WCHAR, StatusStringUnits> part{};
-        if ((bits >> i & 1) != 0 &&
-            ::LoadStringW(nullptr, FirstStatusString + static_cast<UINT>(i), part.data(),
-                          static_cast<int>(part.size())) > 0) {
+        if ((bits >> i & 1) != 0 && ::LoadStringW(nullptr, FirstStatusString + static_cast<UINT>(i),
+                                                  part.data(), static_cast<int>(part.size())) > 0) {
             text.append(part.data());
         }
     }
@@ -269,16 +284,18 @@ void SetDayFlags(CyclePredictor& state, std::uint32_t setBits, std::uint32_t cle
     state.dayFlags.Set(entry);
 }
 
-void MarkDays(CyclePredictor& state, const SYSTEMTIME& today) {
+void MarkDays(CyclePredictor& state, const SYSTEMTIME& today, PastRuns runs) {
     const DateKey todayKey = ToDateKey(today);
-    for (const CycleRecord& cycle : state.validCycles) {
-        state.dayFlagArgs.SetAt(state.dayFlagArgs.Count(), cycle.periodLength);
-        state.dayFlagArgs.SetAt(state.dayFlagArgs.Count(), cycle.cycleLength);
+    const DateKey predicted = ToDateKey(state.lastValidPeriodStart);
+    CompleteRuns(state.periodProbabilities, BleedingRuns.largestGap, predicted, runs.bleeding);
+    CompleteRuns(state.ovulationProbabilities, OvulationRuns.largestGap, predicted, runs.ovulation);
+    CompleteRuns(state.pregnancyProbabilities, PregnancyRuns.largestGap, predicted, runs.pregnancy);
+    state.dayFlagArgs.SetSize(ArgumentsPerCycle * state.validCycles.Count());
+    for (std::int32_t i = 0; i < state.validCycles.Count(); ++i) {
+        state.dayFlagArgs.SetAt(ArgumentsPerCycle * i, state.validCycles.At(i).periodLength);
+        state.dayFlagArgs.SetAt(ArgumentsPerCycle * i + 1, state.validCycles.At(i).cycleLength);
     }
-    SetMarks({MarkRuns(state.periodProbabilities, BleedingRuns, todayKey),
-              MarkRuns(state.ovulationProbabilities, OvulationRuns, todayKey),
-              MarkRuns(state.pregnancyProbabilities, PregnancyRuns, todayKey)},
-             MarkCycles(state.validCycles), state);
+    SetMarks(state, runs, todayKey);
     // The cycle marks go over these two, but never meet them: a valid cycle has ended, so that its
     // period lies at least two weeks back.
     AdjustToday(state, todayKey);
@@ -301,12 +318,10 @@ int GetDayStatusText(UserData& data, const SYSTEMTIME& date, WCHAR* text, int te
     std::array<DWORD_PTR, StatusBits> arguments = TakeArguments(state.dayFlagArgs, entry.argIndex);
     std::array<WCHAR, StatusTextUnits> format{};
     NumberPlaceholders(joined.c_str(), format.data(), static_cast<int>(format.size()));
-    const DWORD length =
-        ::FormatMessageW(FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY, format.data(),
-                         0, 0, text, static_cast<DWORD>(textSize),
-                         state.dayFlagArgs.Count() == 0
-                             ? nullptr
-                             : reinterpret_cast<va_list*>(arguments.data()));
+    const DWORD length = ::FormatMessageW(
+        FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY, format.data(), 0, 0, text,
+        static_cast<DWORD>(textSize),
+        state.dayFlagArgs.Count() == 0 ? nullptr : reinterpret_cast<va_list*>(arguments.data()));
     if (length == 0) {
         text[0] = 0;
     }

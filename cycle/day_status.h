@@ -5,6 +5,7 @@
 
 #include <initializer_list>
 
+#include "cycle/day_runs.h"
 #include "cycle/predictor.h"
 
 namespace lunara {
@@ -45,8 +46,9 @@ inline constexpr std::uint32_t BleedingStatusBits = 0x1F8;
 void SetDayFlags(CyclePredictor& state, std::uint32_t setBits, std::uint32_t clearBits,
                  DateKey date, std::initializer_list<std::int32_t> arguments = {});
 
-/// Marks all days from the computed lists and the valid cycles of `state`.
-void MarkDays(CyclePredictor& state, const SYSTEMTIME& today);
+/// Marks all days from the computed lists and the valid cycles of `state`. `runs` may hold what is
+/// known of the lists' runs before the last valid period start.
+void MarkDays(CyclePredictor& state, const SYSTEMTIME& today, PastRuns runs = {});
 
 /// The texts of the day's bits inside `mask`, in bit order, with their arguments filled in. Returns
 /// 0 with an empty text when there are none or they do not fit into `textSize` characters (>= 1).

@@ -83,7 +83,8 @@ void SpreadOverPeriod(const PeriodDays& profile, const HorizonValues& starts, st
 
 OvulationOffsets MeasureOvulationOffsets(const LengthShares& shares);
 
-/// Chance of ovulation on each day. Here entry 0 of `starts` counts as 1: the last period did start.
+/// Chance of ovulation on each day. Here entry 0 of `starts` counts as 1: the last period did
+/// start.
 void PredictOvulation(const OvulationOffsets& offsets, const HorizonValues& starts,
                       HorizonValues& ovulation);
 

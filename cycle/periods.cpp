@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "cycle/day_step.h"
+
 namespace lunara {
 namespace {
 
@@ -22,7 +24,7 @@ struct Period {
     std::int32_t startNumber;
 };
 
-std::vector<Period> SplitIntoPeriods(const RecordedDays& days) {
+std::vector<Period> SplitIntoPeriods(const RecordedDays& days, DayRuns& runs) {
     std::vector<Period> periods;
     if (days.Count() == 0) {
         return periods;
@@ -42,11 +44,13 @@ std::vector<Period> SplitIntoPeriods(const RecordedDays& days) {
             continue;
         }
         periods.push_back({{run, gap + run - 1, start}, startNumber});
+        runs.push_back({start, days.Record(i - 1).date});
         start = days.Record(i).date;
         startNumber = number;
         run = 1;
     }
     periods.push_back({{run, OpenCycleLength, start}, startNumber});
+    runs.push_back({start, days.Record(days.Count() - 1).date});
     return periods;
 }
 
@@ -83,30 +87,19 @@ void DiscardPeriods(std::vector<Period>& periods, std::int32_t today, CyclePredi
 
 }  // namespace
 
-RecordedDays::RecordedDays(const DayValueList& bleeding, DateKey today) : records(bleeding.begin()) {
-    numbers.reserve(static_cast<std::size_t>(bleeding.Count()));
-    // Days up to the 28th of a month that is known to be real need no conversion.
-    constexpr DateKey LastDayOfEveryMonth = 28;
-    constexpr DateKey NoMonth = 0xFFFF'FFFF;
-    DateKey month = NoMonth;
-    std::int32_t beforeMonth = 0;
-    for (const DayValue& record : bleeding) {
-        if (record.date > today) {
-            break;
-        }
-        const DateKey day = record.date & 0xFF;
-        std::int32_t number = beforeMonth + static_cast<std::int32_t>(day);
-        if (record.date >> 8 != month || day - 1 >= LastDayOfEveryMonth) {
-            number = DayNumber(record.date);
-            month = number > 0 ? record.date >> 8 : NoMonth;
-            beforeMonth = number - static_cast<std::int32_t>(day);
-        }
-        numbers.push_back(number);
+RecordedDays::RecordedDays(const DayValueList& bleeding, DateKey today)
+    : records(bleeding.begin()), numbers(static_cast<std::size_t>(bleeding.Count())) {
+    DayNumbering numbering;
+    std::size_t count = 0;
+    while (count < numbers.size() && records[count].date <= today) {
+        numbers[count] = numbering.Next(records[count].date);
+        ++count;
     }
+    numbers.resize(count);
 }
 
-void FindPeriods(const RecordedDays& days, DateKey today, CyclePredictor& state) {
-    std::vector<Period> periods = SplitIntoPeriods(days);
+void FindPeriods(const RecordedDays& days, DateKey today, CyclePredictor& state, DayRuns& runs) {
+    std::vector<Period> periods = SplitIntoPeriods(days, runs);
     for (std::size_t i = periods.size(); i-- > 0;) {
         if (IsOfValidLength(periods[i].record)) {
             FromDateKey(periods[i].record.start, state.lastValidPeriodStart);
@@ -114,13 +107,14 @@ void FindPeriods(const RecordedDays& days, DateKey today, CyclePredictor& state)
         }
     }
     DiscardPeriods(periods, DayNumber(today), state);
-    for (const Period& period : periods) {
-        const std::int32_t length = period.record.cycleLength;
-        if (length >= ShortestCycle && length <= LongestCycle) {
-            state.validCycles.SetAt(state.validCycles.Count(), period.record);
-        } else {
-            ++state.invalidCycles;
-        }
+    const auto isInvalid = [](const Period& period) {
+        return period.record.cycleLength < ShortestCycle ||
+               period.record.cycleLength > LongestCycle;
+    };
+    state.invalidCycles = static_cast<std::int32_t>(std::erase_if(periods, isInvalid));
+    state.validCycles.SetSize(static_cast<std::int32_t>(periods.size()));
+    for (std::int32_t i = 0; i < state.validCycles.Count(); ++i) {
+        state.validCycles.SetAt(i, periods[static_cast<std::size_t>(i)].record);
     }
 }
 

@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "cycle/day_runs.h"
 #include "cycle/distribution.h"
 #include "records/prediction_state.h"
 
@@ -30,8 +31,9 @@ class RecordedDays {
 };
 
 /// Fills `lastValidPeriodStart`, `discardedDays`, `validCycles`, `discardedPeriods` and
-/// `invalidCycles`, all of which must be empty.
-void FindPeriods(const RecordedDays& days, DateKey today, CyclePredictor& state);
+/// `invalidCycles`, all of which must be empty, and `runs` with the first and last days of all
+/// periods, the discarded ones included.
+void FindPeriods(const RecordedDays& days, DateKey today, CyclePredictor& state, DayRuns& runs);
 
 /// The mean period of the valid cycles (at least one), from every bleeding record within 7 days of
 /// a cycle's start, whatever became of the period that the record belongs to.

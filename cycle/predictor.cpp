@@ -4,9 +4,11 @@
 #include <bit>
 #include <optional>
 #include <span>
+#include <tuple>
+#include <utility>
 
 #include "cycle/day_status.h"
-#include "cycle/day_walk.h"
+#include "cycle/day_step.h"
 #include "cycle/distribution.h"
 #include "cycle/periods.h"
 #include "platform/clock.h"
@@ -47,16 +49,17 @@ void ForgetResults(CyclePredictor& state) {
     for (DayValueList* list :
          {&state.bleedingLevels, &state.periodProbabilities, &state.ovulationProbabilities,
           &state.pregnancyProbabilities, &state.discardedDays}) {
-        list->Clear();
+        list->EndFill(0);
     }
-    state.dayFlags.Clear();
+    state.dayFlags.EndFill(0);
     state.dayFlagArgs.Clear();
     state.validCycles.Clear();
     state.discardedPeriods = 0;
     state.invalidCycles = 0;
 }
 
-// ---- The past -------------------------------------------------------------------------------------
+// ---- The past
+// -------------------------------------------------------------------------------------
 
 /// Weights of the days around an ovulation, from the day of the kernel's first entry on.
 using PregnancyAroundOvulation = std::array<float, 6>;
@@ -78,35 +81,73 @@ constexpr PregnancyAroundOvulation SpreadKernel(const OvulationKernel& kernel) {
 constexpr PregnancyAroundOvulation EvenPregnancy = SpreadKernel(EvenOvulationKernel);
 constexpr PregnancyAroundOvulation OddPregnancy = SpreadKernel(OddOvulationKernel);
 
-void SetWeight(DayValueList& list, DateKey date, float weight) {
-    list.Set(date, std::bit_cast<std::int32_t>(weight));
+DayValue DayWeight(DateKey date, float weight) {
+    return {date, std::bit_cast<std::int32_t>(weight)};
 }
 
-/// Recorded days are certain, and so are the ovulations of the valid cycles that have ended.
-void StorePast(const RecordedDays& days, CyclePredictor& state) {
-    for (const DayValue& record : days.Records()) {
-        SetWeight(state.bleedingLevels, record.date, static_cast<float>(record.value));
+/// Recorded days are certain. Every list gets room for what the prediction adds.
+void StoreRecordedDays(const RecordedDays& days, CyclePredictor& state) {
+    const auto count = static_cast<std::int32_t>(days.Count());
+    DayValue* levels = state.bleedingLevels.BeginFill(count + HorizonDays);
+    DayValue* probabilities = state.periodProbabilities.BeginFill(count + HorizonDays);
+    if (levels == nullptr || probabilities == nullptr) {
+        return;
     }
-    for (const DayValue& record : days.Records()) {
-        SetWeight(state.periodProbabilities, record.date, record.value != 0 ? 1.0F : 0.0F);
+    const std::span<const DayValue> records = days.Records();
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        levels[i] = DayWeight(records[i].date, static_cast<float>(records[i].value));
     }
-    for (const CycleRecord& cycle : CyclesOf(state)) {
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        probabilities[i] = DayWeight(records[i].date, records[i].value != 0 ? 1.0F : 0.0F);
+    }
+    state.bleedingLevels.EndFill(count);
+    state.periodProbabilities.EndFill(count);
+}
+
+/// So are the ovulations of the valid cycles, which have ended, and the fertile days around them.
+void StorePastOvulations(CyclePredictor& state, PastRuns& runs) {
+    const std::int32_t cycles = state.validCycles.Count();
+    constexpr auto OvulationRoom = static_cast<std::int32_t>(std::tuple_size_v<OvulationKernel>);
+    constexpr auto PregnancyRoom =
+        static_cast<std::int32_t>(std::tuple_size_v<PregnancyAroundOvulation>);
+    DayValue* ovulations =
+        state.ovulationProbabilities.BeginFill(cycles * OvulationRoom + HorizonDays);
+    DayValue* pregnancies =
+        state.pregnancyProbabilities.BeginFill(cycles * PregnancyRoom + HorizonDays);
+    if (ovulations == nullptr || pregnancies == nullptr) {
+        return;
+    }
+    runs.ovulation.reserve(static_cast<std::size_t>(cycles));
+    runs.pregnancy.reserve(static_cast<std::size_t>(cycles));
+    DayValue* nextOvulation = ovulations;
+    DayValue* nextPregnancy = pregnancies;
+    for (const CycleRecord& cycle : state.validCycles) {
         const bool even = cycle.cycleLength % 2 == 0;
         const OvulationKernel& ovulation = OvulationKernelOf(cycle.cycleLength);
         const PregnancyAroundOvulation& pregnancy = even ? EvenPregnancy : OddPregnancy;
-        DayWalk day(DayNumber(cycle.start) + OvulationKernelDay(cycle.cycleLength));
-        for (std::size_t i = 0; i < pregnancy.size(); ++i, day.Next()) {
-            if (i < ovulation.size() && ovulation[i] > 0) {
-                SetWeight(state.ovulationProbabilities, day.Key(), ovulation[i]);
+        const DaysAfter days(cycle.start);
+        const std::int32_t first = OvulationKernelDay(cycle.cycleLength);
+        DayValue* const firstOvulation = nextOvulation;
+        DayValue* const firstPregnancy = nextPregnancy;
+        for (std::size_t i = 0; i < pregnancy.size(); ++i) {
+            const DateKey date = days[first + static_cast<std::int32_t>(i)];
+            // Written always and kept or not: which days count cannot be guessed by the processor.
+            if (i < ovulation.size()) {
+                *nextOvulation = DayWeight(date, ovulation[i]);
+                nextOvulation += ovulation[i] > 0 ? 1 : 0;
             }
-            if (pregnancy[i] > 0) {
-                SetWeight(state.pregnancyProbabilities, day.Key(), pregnancy[i]);
-            }
+            *nextPregnancy = DayWeight(date, pregnancy[i]);
+            nextPregnancy += pregnancy[i] > 0 ? 1 : 0;
         }
+        runs.ovulation.push_back({firstOvulation->date, nextOvulation[-1].date});
+        runs.pregnancy.push_back({firstPregnancy->date, nextPregnancy[-1].date});
     }
+    state.ovulationProbabilities.EndFill(static_cast<std::int32_t>(nextOvulation - ovulations));
+    state.pregnancyProbabilities.EndFill(static_cast<std::int32_t>(nextPregnancy - pregnancies));
 }
 
-// ---- The prediction -------------------------------------------------------------------------------
+// ---- The prediction
+// -------------------------------------------------------------------------------
 
 /// Stores the weights of at least 0.01 for the days from the last valid period start on. A day that
 /// has an entry already keeps it: what is known of the past goes before what is expected.
@@ -149,16 +190,6 @@ Outcome Predict(UserData& data, const RecordedDays& days, std::int32_t daysPasse
     return Outcome::Predicted;
 }
 
-/// Makes room at once for what the lists will hold.
-void ReserveLists(const RecordedDays& days, CyclePredictor& state) {
-    const auto records = static_cast<std::int32_t>(days.Count());
-    const std::int32_t cycles = state.validCycles.Count();
-    state.bleedingLevels.Reserve(records + HorizonDays);
-    state.periodProbabilities.Reserve(records + HorizonDays);
-    state.ovulationProbabilities.Reserve(2 * cycles + HorizonDays);
-    state.pregnancyProbabilities.Reserve(5 * cycles + HorizonDays);
-}
-
 Outcome Recompute(UserData& data, const SYSTEMTIME& today) {
     CyclePredictor& state = data.predictor;
     ForgetResults(state);
@@ -168,18 +199,20 @@ Outcome Recompute(UserData& data, const SYSTEMTIME& today) {
     const DateKey todayKey = ToDateKey(today);
     state.todayIsBleeding = data.bleeding.Find(todayKey) >= 0;
     const RecordedDays days(data.bleeding, todayKey);
-    FindPeriods(days, todayKey, state);
-    ReserveLists(days, state);
-    StorePast(days, state);
+    PastRuns runs;
+    FindPeriods(days, todayKey, state, runs.bleeding);
+    StoreRecordedDays(days, state);
+    StorePastOvulations(state, runs);
     Outcome outcome = Outcome::NoValidCycle;
     if (state.validCycles.Count() > 0) {
         outcome = Predict(data, days, DaysBetween(today, state.lastValidPeriodStart));
     }
-    MarkDays(state, today);
+    MarkDays(state, today, std::move(runs));
     return outcome;
 }
 
-// ---- The warning ----------------------------------------------------------------------------------
+// ---- The warning
+// ----------------------------------------------------------------------------------
 
 void ComposeWarning(const CyclePredictor& state, Outcome outcome, MessageText& text) {
     const auto append = [&text](UINT id) { text.FormatResource(&MessageText::Append, id); };
@@ -224,8 +257,8 @@ float WeightOf(DayValueList& list, const SYSTEMTIME& date) {
     return index < 0 ? 0 : std::bit_cast<float>(list.At(index).value);
 }
 
-/// Of the dates that `edge` takes from the bleeding and the temperature list, the one that `goesBefore`
-/// prefers.
+/// Of the dates that `edge` takes from the bleeding and the temperature list, the one that
+/// `goesBefore` prefers.
 template <typename Edge, typename Preference>
 int EdgeRecordDate(UserData& data, Edge edge, Preference goesBefore, SYSTEMTIME& date) {
     std::optional<DateKey> best;

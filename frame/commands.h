@@ -38,6 +38,9 @@ struct CommandTable {
         {IDM_SHOW_PREGNANCY, &MainWindow::TogglePregnancy, DiaryShowPregnancy, 0},
         {IDM_SHOW_TEMPERATURE, &MainWindow::ToggleTemperature, 0, GraphShowTemperature},
         {IDM_CHANGE_PASSWORD, &MainWindow::ChangePasswordCommand},
+        {IDM_HISTORY, &MainWindow::HistoryCommand},
+        {IDM_BACKUP, &MainWindow::BackupCommand},
+        {IDM_RESTORE, &MainWindow::RestoreCommand},
         {IDM_HELP, &MainWindow::Help},
     };
 

@@ -28,6 +28,7 @@ void ChangeWords(WCHAR* text, Change change) {
 
 void HeldPassword::Wipe() {
     mask = 0;
+    held = false;
     ChangeWords(text.data(), [](std::uint32_t) { return RandomWord(); });
 }
 
@@ -40,7 +41,10 @@ void HeldPassword::Unmask() {
     ChangeWords(text.data(), [this](std::uint32_t word) { return word ^ mask; });
 }
 
-void HeldPassword::Set(const WCHAR* password) { CopyText(text.data(), text.size(), password); }
+void HeldPassword::Set(const WCHAR* password) {
+    CopyText(text.data(), text.size(), password);
+    held = true;
+}
 
 bool HeldPassword::Equals(const WCHAR* password) const {
     return WideView(text.data()) == WideView(password);

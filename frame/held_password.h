@@ -23,15 +23,19 @@ class HeldPassword {
     HeldPassword& operator=(const HeldPassword&) = delete;
     ~HeldPassword() = default;
 
-    /// Overwrites the masked part with random words, each a fresh one, and clears the mask.
+    /// Overwrites the masked part with random words, each a fresh one, and clears the mask. No
+    /// password is held then.
     void Wipe();
     /// Picks a new mask and lays it over the text. To be called on a text in clear.
     void Mask();
     /// Lays the mask over the text once more. The mask is kept, so a second call undoes the first.
     void Unmask();
 
-    /// Stores a text in clear, cut to 31 characters.
+    /// Stores a text in clear, cut to 31 characters. It is held until the next `Wipe`.
     void Set(const WCHAR* password);
+    /// Whether there is a password to unmask. After a wipe there is only noise, with which nothing
+    /// must be enciphered.
+    bool IsHeld() const { return held; }
     /// Whether the text in clear is `password`, unit by unit.
     bool Equals(const WCHAR* password) const;
 
@@ -43,6 +47,7 @@ class HeldPassword {
   private:
     std::array<WCHAR, Capacity> text{};
     std::uint32_t mask = 0;
+    bool held = false;
 };
 
 }  // namespace lunara

@@ -5,9 +5,11 @@
 #include <memory>
 
 #include "cycle/predictor.h"
+#include "frame/backup.h"
 #include "frame/commands.h"
 #include "frame/gdi.h"
 #include "frame/help.h"
+#include "frame/messages.h"
 #include "frame/prediction_warning.h"
 #include "frame/settings.h"
 #include "platform/clock.h"
@@ -17,6 +19,7 @@
 #include "platform/pocketpc/top_level_window.h"
 #include "platform/text.h"
 #include "records/dates.h"
+#include "records/history_dialog.h"
 
 namespace lunara {
 namespace {
@@ -25,6 +28,18 @@ constexpr WCHAR CurrentViewValue[] = TEXT("CurrentView");
 constexpr WCHAR LastUserValue[] = TEXT("LastUser");
 constexpr WCHAR HelpAnchor[] = TEXT("Lunara.htm#Lunara_help");
 constexpr int TitleCapacity = 128;
+constexpr int FailureTextCapacity = 1024;
+
+/// Says which file could not be saved and why, and whether she wants to try again.
+bool AskForRetry(const WideString& path, DWORD error) {
+    MessageText text(FailureTextCapacity);
+    text.FormatSystem(&MessageText::Set, error);
+    text.Prepend(TEXT("':\n"));
+    text.Prepend(path.c_str());
+    text.Prepend(TEXT("Fail to save file '"));
+    return ShowText(nullptr, text.Text(), CaptionError, MB_RETRYCANCEL | MB_ICONEXCLAMATION) ==
+           IDRETRY;
+}
 
 }  // namespace
 
@@ -100,11 +115,35 @@ void MainWindow::OnDestroy() {
     }
     ::KillTimer(Handle(), DayTimerId);
     WriteSettings();
-    password.Unmask();
-    data.Save(userName, password.Text());
+    SaveAtEnd();
     password.Wipe();
     data.Unload();
     ::PostQuitMessage(0);
+}
+
+void MainWindow::SaveAtEnd() {
+    if (!password.IsHeld()) {
+        return;  // nothing to save, or she chose to leave without (see MayEnd)
+    }
+    for (;;) {
+        password.Unmask();
+        const int saved = data.Save(userName, password.Text());
+        const DWORD error = ::GetLastError();
+        password.Mask();
+        if (saved != 0 || !AskForRetry(data.FailedPath(), error)) {
+            return;
+        }
+    }
+}
+
+bool MainWindow::MayEnd() {
+    // A backup that saved first has wiped the password. What was entered since must not be
+    // enciphered with the noise that is left of it.
+    if (!data.IsLoaded() || !data.IsDirty() || EnsurePassword(*this, User()) != 0) {
+        return true;
+    }
+    return ShowText(Handle(), TEXT("Leave without saving your last entries?"), CaptionWarning,
+                    MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
 }
 
 void MainWindow::OnEndSession(bool ending) {
@@ -112,6 +151,7 @@ void MainWindow::OnEndSession(bool ending) {
         return;
     }
     if (data.IsLoaded()) {
+        MayEnd();  // the session ends whatever the answer
         ::DestroyWindow(Handle());
     } else {
         // Still signing in: that ends with the message loop, and with it the creation.
@@ -191,8 +231,7 @@ void MainWindow::OnTimer(UINT_PTR timer) {
     // minute, and costs nothing unless yet another day has begun.
     if (timer == DayTimerId && DaysBetween(LocalNow(), startDate) != 0) {
         UpdatePrediction(data, 0);
-        diaryView.Refresh();
-        graphView.Refresh();
+        RefreshViews();
     }
 }
 
@@ -258,6 +297,42 @@ void MainWindow::ToggleTemperature() {
 }
 
 void MainWindow::ChangePasswordCommand() { ChangePassword(*this, User()); }
+
+void MainWindow::HistoryCommand() {
+    HistoryDialog dialog(this);
+    SYSTEMTIME current{};
+    data.GetCurrentDate(current);
+    dialog.Entry().SetStartDate(current, false);
+    dialog.Entry().SetPeriodLength(DefaultPeriodLength, false);
+    dialog.SetBleeding(BleedingNormal, false);
+    RunDialog(*this, dialog, IDD_HISTORY, [this, &dialog] {
+        const PeriodEntry& entry = dialog.Entry();
+        if (AddPeriod(data, entry.GetStartDate(), entry.GetPeriodLength(), entry.GetBleeding()) ==
+            0) {
+            const DWORD error = ::GetLastError();
+            ShowMessage(dialog.Handle(), error, CaptionWarning, MB_ICONEXCLAMATION);
+        }
+        return false;  // open for further periods
+    });
+    UpdatePrediction(data, 1);
+    RefreshViews();
+}
+
+void MainWindow::BackupCommand() { Backup(*this, User()); }
+
+void MainWindow::RestoreCommand() {
+    if (Restore(*this, User()) == 0) {
+        return;
+    }
+    UpdatePrediction(data, currentView == ViewDiary ? 1 : 0);
+    diaryView.Reload();
+    graphView.Reload();
+}
+
+void MainWindow::RefreshViews() {
+    diaryView.Refresh();
+    graphView.Refresh();
+}
 
 void MainWindow::Help() { StartHelp(HelpAnchor); }
 
@@ -357,6 +432,11 @@ bool MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* 
             break;
         case WM_TIMER:
             OnTimer(wParam);
+            break;
+        case WM_CLOSE:
+            if (MayEnd()) {
+                return false;
+            }
             break;
         case WM_ENDSESSION:
             OnEndSession(wParam != FALSE);

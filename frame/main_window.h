@@ -63,6 +63,11 @@ class MainWindow : public Window,
     void OnHelp(WPARAM wParam, LPARAM lParam);
     void OnTimer(UINT_PTR timer);
     void OnEndSession(bool ending);
+    /// Whether the program may end now. Asks for the password when it is needed for saving and not
+    /// held, and, if she does not give it, whether to leave without saving.
+    bool MayEnd();
+    /// Saves what is dirty; as long as that fails, says why and asks whether to try again.
+    void SaveAtEnd();
     bool OnCommand(UINT id);
 
     // Commands (frame/commands.h)
@@ -77,10 +82,15 @@ class MainWindow : public Window,
     void TogglePregnancy();
     void ToggleTemperature();
     void ChangePasswordCommand();
+    void HistoryCommand();
+    void BackupCommand();
+    void RestoreCommand();
     void Help();
 
     // Views
     bool CreateViews();
+    /// They show a new prediction.
+    void RefreshViews();
     RECT ViewArea() const;
     void ShowDiaryView();
     void ShowGraphView();

@@ -102,6 +102,16 @@ LoginDialog::LoginDialog(Window* owner) : PasswordDialog(IDD_LOGIN, owner) {}
 
 LoginDialog::~LoginDialog() { ::SecureZeroMemory(password, sizeof(password)); }
 
+BOOL LoginDialog::OnInitDialog() {
+    const BOOL result = PasswordDialog::OnInitDialog();
+    if (!nameIsFixed) {
+        return result;
+    }
+    ::SendDlgItemMessageW(Handle(), IDC_USER_NAME, EM_SETREADONLY, TRUE, 0);
+    ::SetFocus(::GetDlgItem(Handle(), IDC_PASSWORD));
+    return FALSE;  // the focus is where it belongs
+}
+
 void LoginDialog::OnOK() {
     UpdateData(true);
     if (userName[0] == 0) {

@@ -46,9 +46,12 @@ class LoginDialog : public PasswordDialog {
     LoginDialog& operator=(const LoginDialog&) = delete;
     ~LoginDialog() override;
 
+    BOOL OnInitDialog() override;
     void OnOK() override;
     void DoDataExchange(DataExchange& exchange) override;
 
+    /// The name is shown, but not to be changed: only the password is asked for.
+    bool nameIsFixed = false;
     WCHAR userName[NameCapacity] = TEXT("Unknown");
     WCHAR password[NameCapacity] = {};
 

@@ -1,5 +1,6 @@
 #include "frame/users.h"
 
+#include "frame/backup_files.h"
 #include "frame/messages.h"
 #include "platform/text.h"
 #include "records/data_file.h"
@@ -10,6 +11,7 @@ namespace {
 
 /// One try with what the dialog holds. On failure says why and asks for the password again.
 bool TryToLoad(LoginDialog& dialog, UserData& data) {
+    RecoverInterruptedRestore(dialog.userName);
     const int loaded = data.Load(dialog.userName, dialog.password);
     DWORD error = ::GetLastError();
     if (loaded != 0) {
@@ -62,7 +64,30 @@ int Login(DialogHost& main, SignedInUser user) {
     return 1;
 }
 
+int EnsurePassword(DialogHost& main, SignedInUser user) {
+    if (user.password.IsHeld()) {
+        return 1;
+    }
+    LoginDialog dialog(&main.Frame());
+    dialog.nameIsFixed = true;
+    CopyText(dialog.userName, NameCapacity, user.userName);
+    // What is on disk tells whether the password is the right one; what is in memory stays as it
+    // is.
+    const auto opens = [&dialog] {
+        UserData onDisk;
+        return TryToLoad(dialog, onDisk);
+    };
+    if (RunDialog(main, dialog, IDD_LOGIN, opens) == 0) {
+        return 0;
+    }
+    KeepPassword(user.password, dialog.password);
+    return 1;
+}
+
 int ChangePassword(DialogHost& main, SignedInUser user) {
+    if (EnsurePassword(main, user) == 0) {
+        return 0;
+    }
     ChangePasswordDialog dialog(&main.Frame());
     if (RunDialog(main, dialog, IDD_CHANGE_PASSWORD,
                   [&dialog, &user] { return CheckOldPassword(dialog, user.password); }) == 0) {

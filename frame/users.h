@@ -21,8 +21,14 @@ struct SignedInUser {
 /// with the diary loaded and name and password kept, 0 when the user gave up.
 int Login(DialogHost& main, SignedInUser user);
 
-/// Asks for the old and the new password. Returns 1 when the new one took the old one's place;
-/// every file is then written anew at the next save, which enciphers it with the new one.
+/// Sees to it that the password is held, asking for it when it was wiped: the name stands fast, and
+/// only a password that opens the user's files as they are on disk is taken. 1, or 0 when the user
+/// gave up.
+int EnsurePassword(DialogHost& main, SignedInUser user);
+
+/// Asks for the old and the new password (and before that for the present one, when it is not
+/// held). Returns 1 when the new one took the old one's place; every file is then written anew at
+/// the next save, which enciphers it with the new one.
 int ChangePassword(DialogHost& main, SignedInUser user);
 
 }  // namespace lunara

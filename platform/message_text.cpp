@@ -12,8 +12,8 @@ constexpr std::size_t MessageUnits = 512;
 
 int Length(const WCHAR* text) { return static_cast<int>(WideView(text).size()); }
 
-/// Writes the dots that tell a cut text into the last three places before the terminator. Where there
-/// are fewer places, fewer dots.
+/// Writes the dots that tell a cut text into the last three places before the terminator. Where
+/// there are fewer places, fewer dots.
 void MarkCut(WCHAR* text, int capacity) {
     for (int place = std::max(0, capacity - 4); place < capacity - 1; ++place) {
         text[place] = '.';

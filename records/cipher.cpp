@@ -1,10 +1,12 @@
 #include "records/cipher.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <iterator>
 
 #include "platform/win32.h"
+#include "records/cipher_gather.h"
 
 namespace lunara {
 namespace {
@@ -79,15 +81,59 @@ void RunBlocks(const CipherState& state, unsigned char* bytes) {
 }
 
 template <Direction Way>
+void RunInLanes(const CipherState& state, unsigned char* bytes, std::size_t length) {
+    std::size_t blocks = length / CipherBlockBytes;
+    for (; blocks >= Lanes; blocks -= Lanes, bytes += Lanes * CipherBlockBytes) {
+        RunBlocks<Way, Lanes>(state, bytes);
+    }
+    for (; blocks > 0; --blocks, bytes += CipherBlockBytes) {
+        RunBlocks<Way, 1>(state, bytes);
+    }
+}
+
+template <Direction Way>
+std::size_t RunGathered(const CipherState& state, unsigned char* bytes, std::size_t length) {
+    std::uint32_t subkeys[Rounds + 2];
+    for (std::size_t step = 0; step < std::size(subkeys); ++step) {
+        subkeys[step] = Subkey<Way>(state, step);
+    }
+    const std::size_t done = RunBlocksGathered(subkeys, state.boxes, bytes, length);
+    ::SecureZeroMemory(subkeys, sizeof(subkeys));
+    return done;
+}
+
+/// Tries both ways on a few blocks, each often enough for the processor to get up to speed.
+bool AreGathersFaster() {
+    if (!HasGathers()) {
+        return false;
+    }
+    constexpr int Tries = 8;
+    unsigned char bytes[GatherBlocks * Lanes * CipherBlockBytes] = {};
+    const auto fewestCycles = [&bytes](auto run) {
+        std::uint64_t fewest = ~std::uint64_t{0};
+        for (int i = 0; i < Tries; ++i) {
+            const std::uint64_t start = ReadCycles();
+            run(PublishedTables, bytes, sizeof(bytes));
+            fewest = std::min(fewest, ReadCycles() - start);
+        }
+        return fewest;
+    };
+    return fewestCycles(RunGathered<Direction::Encipher>) <
+           fewestCycles(RunInLanes<Direction::Encipher>);
+}
+
+template <Direction Way>
 void RunAll(const CipherState& state, void* bytes, std::size_t length) {
     auto* next = static_cast<unsigned char*>(bytes);
-    std::size_t blocks = length / CipherBlockBytes;
-    for (; blocks >= Lanes; blocks -= Lanes, next += Lanes * CipherBlockBytes) {
-        RunBlocks<Way, Lanes>(state, next);
+    if (length >= GatherBlocks * CipherBlockBytes) {
+        static const bool areGathersFaster = AreGathersFaster();
+        if (areGathersFaster) {
+            const std::size_t done = RunGathered<Way>(state, next, length);
+            next += done;
+            length -= done;
+        }
     }
-    for (; blocks > 0; --blocks, next += CipherBlockBytes) {
-        RunBlocks<Way, 1>(state, next);
-    }
+    RunInLanes<Way>(state, next, length);
 }
 
 /// XORs the key, repeated with its terminating zero byte, into the subkeys.

@@ -84,6 +84,20 @@ int RecordArray<Record>::Resize(std::int32_t wanted, std::int32_t inUse) {
 }
 
 template <typename Record>
+int RecordArray<Record>::Renew(std::int32_t wanted) {
+    if (wanted <= allocated && wanted >= allocated / 4) {
+        return 1;
+    }
+    auto* block =
+        static_cast<Record*>(std::malloc(static_cast<std::size_t>(wanted) * sizeof(Record)));
+    if (block == nullptr) {
+        return 0;
+    }
+    Adopt(block, wanted);
+    return 1;
+}
+
+template <typename Record>
 void RecordArray<Record>::Adopt(Record* block, std::int32_t allocatedRecords) {
     std::free(records);
     records = block;
@@ -120,7 +134,7 @@ std::int32_t DateSortedList<Record>::FindUnsorted(DateKey key) const {
 }
 
 template <typename Record>
-int DateSortedList<Record>::Set(const Record& record) {
+int DateSortedList<Record>::SetAnywhere(const Record& record) {
     const std::int32_t existing = FindUnsorted(record.date);
     if (existing >= 0) {
         array.Data()[existing] = record;
@@ -208,6 +222,27 @@ void DateSortedList<Record>::Adopt(Record* block, std::int32_t newCount, std::in
     dirty = false;
 }
 
+template <typename Record>
+Record* DateSortedList<Record>::BeginFill(std::int32_t most) {
+    const bool hasRoom = most > 0 && array.Renew(most) != 0;
+    if (!hasRoom) {
+        Clear();
+        return nullptr;
+    }
+    count = 0;
+    capacity = most;
+    EndFill(0);
+    return array.Data();
+}
+
+template <typename Record>
+void DateSortedList<Record>::EndFill(std::int32_t filled) {
+    count = filled;
+    sortedCount = filled;
+    tailAscends = true;
+    unsorted = false;
+}
+
 // ---- SteppedList
 // ----------------------------------------------------------------------------------
 
@@ -236,7 +271,7 @@ std::int32_t SteppedList<Record>::GetAt(std::int32_t index, Record& record) {
 }
 
 template <typename Record>
-std::int32_t SteppedList<Record>::SetAt(std::int32_t index, const Record& record) {
+std::int32_t SteppedList<Record>::SetAtEnd(std::int32_t index, const Record& record) {
     const Record copy = record;  // `record` may lie in the array that is about to move
     if (index < 0 || GrowFor(index) == 0) {
         return 0;

@@ -73,6 +73,9 @@ class RecordArray {
     /// (nothing changed) without memory.
     int Resize(std::int32_t wanted, std::int32_t inUse);
 
+    /// Makes room for `wanted` records without keeping any. 0 (nothing changed) without memory.
+    int Renew(std::int32_t wanted);
+
     /// Takes over `block`, allocated with malloc for `allocatedRecords`, and frees the old array.
     void Adopt(Record* block, std::int32_t allocatedRecords);
 
@@ -98,7 +101,18 @@ class DateSortedList {
 
     /// Replaces the record of the same date where it stands, or appends. Leaves `dirty` alone.
     /// Without memory for one more record nothing changes and 0 comes back, else 1.
-    int Set(const Record& record);
+    int Set(const Record& record) {
+        // Lists are mostly filled in date order: such a record goes to the end without a search.
+        if (sortedCount == count && count > 0 && count < capacity &&
+            static_cast<std::int32_t>(array.Data()[count - 1].date) <
+                static_cast<std::int32_t>(record.date)) {
+            array.Data()[count] = record;
+            sortedCount = ++count;
+            unsorted = true;
+            return 1;
+        }
+        return SetAnywhere(record);
+    }
 
     /// Removes the date's record; 0 when there is none.
     int Remove(DateKey key);
@@ -118,6 +132,13 @@ class DateSortedList {
     /// Takes over `count` records in ascending date order, in a block from malloc that holds
     /// `capacity`. The flags are clear afterwards.
     void Adopt(Record* block, std::int32_t newCount, std::int32_t newCapacity);
+
+    /// Makes the list empty with room for `most` records and returns where the caller may write
+    /// them, in ascending date order, before `EndFill` says how many they are. For lists that are
+    /// computed as a whole: memory is used again and nothing is searched. Null without memory; the
+    /// list is then empty and must not be filled.
+    Record* BeginFill(std::int32_t most);
+    void EndFill(std::int32_t filled);
 
     std::int32_t Count() const { return count; }
     std::int32_t Capacity() const { return capacity; }
@@ -140,6 +161,7 @@ class DateSortedList {
     bool dirty = false;
 
   private:
+    int SetAnywhere(const Record& record);
     std::int32_t FindUnsorted(DateKey key) const;
 
     RecordArray<Record> array;
@@ -166,7 +188,13 @@ class SteppedList {
     /// ((index + step) / step) * step, zero-filled; a count of `index` or less becomes index + 1.
     /// Returns index + 1, or 0 without memory.
     std::int32_t GetAt(std::int32_t index, Record& record);
-    std::int32_t SetAt(std::int32_t index, const Record& record);
+    std::int32_t SetAt(std::int32_t index, const Record& record) {
+        if (index < 0 || index >= count) {
+            return SetAtEnd(index, record);
+        }
+        array.Data()[index] = record;
+        return index + 1;
+    }
 
     /// Removes the record at `index`; nothing happens when it is not in [0, count).
     void RemoveAt(std::int32_t index);
@@ -195,6 +223,7 @@ class SteppedList {
     bool dirty = false;
 
   private:
+    std::int32_t SetAtEnd(std::int32_t index, const Record& record);
     int GrowFor(std::int32_t index);
 
     std::int32_t growthStep;

@@ -125,7 +125,7 @@ WideString DataFolderOfUser(WideView userName) {
     return folder.substr(0, PathCapacity - 1);
 }
 
-int CreateFolderTree(const WCHAR* folder) {
+int CreateDirectoryTree(const WCHAR* folder) {
     if (IsFolder(folder)) {
         return 1;
     }

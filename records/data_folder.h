@@ -17,6 +17,6 @@ WideString DataFolderOfUser(WideView userName);
 
 /// Creates the folder and any missing parents. 1 when it is there afterwards, else 0 with the
 /// system's error in the last error.
-int CreateFolderTree(const WCHAR* folder);
+int CreateDirectoryTree(const WCHAR* folder);
 
 }  // namespace lunara

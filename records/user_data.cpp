@@ -50,17 +50,22 @@ int LoadFrom(List& list, const WCHAR* folder, const WCHAR* file, const WCHAR* pa
     return LoadList(list, path.c_str(), password);
 }
 
+/// On failure leaves the path of the file in `failed`.
 template <typename List>
-int SaveTo(List& list, const WCHAR* folder, const WCHAR* file, const WCHAR* password) {
-    WideString path;
-    if (!JoinPath(folder, file, path)) {
-        if (!list.dirty) {
-            return 1;
-        }
-        ::SetLastError(ERROR_FILENAME_EXCED_RANGE);
-        return 0;
+int SaveTo(List& list, const WCHAR* folder, const WCHAR* file, const WCHAR* password,
+           WideString& failed) {
+    if (!list.dirty) {
+        return 1;
     }
-    return SaveList(list, path.c_str(), password);
+    WideString path;
+    const bool fits = JoinPath(folder, file, path);
+    if (fits && SaveList(list, path.c_str(), password) != 0) {
+        return 1;
+    }
+    const DWORD error = fits ? ::GetLastError() : ERROR_FILENAME_EXCED_RANGE;
+    failed = path;
+    ::SetLastError(error);
+    return 0;
 }
 
 /// Asks all observers, also after one has refused; then applies the change and tells them all.
@@ -127,13 +132,16 @@ int UserData::LoadFolder(const WCHAR* folder, const WCHAR* password) {
 }
 
 int UserData::SaveFolder(const WCHAR* folder, const WCHAR* password) {
-    if (CreateFolderTree(folder) == 0) {
+    if (CreateDirectoryTree(folder) == 0) {
+        const DWORD error = ::GetLastError();
+        failedPath = folder;
+        ::SetLastError(error);
         return 0;
     }
-    return SaveTo(temperature, folder, TemperatureFile, password) != 0 &&
-                   SaveTo(bleeding, folder, BleedingFile, password) != 0 &&
-                   SaveTo(noteFlags, folder, NoteFlagsFile, password) != 0 &&
-                   SaveTo(notePages, folder, NotePagesFile, password) != 0
+    return SaveTo(temperature, folder, TemperatureFile, password, failedPath) != 0 &&
+                   SaveTo(bleeding, folder, BleedingFile, password, failedPath) != 0 &&
+                   SaveTo(noteFlags, folder, NoteFlagsFile, password, failedPath) != 0 &&
+                   SaveTo(notePages, folder, NotePagesFile, password, failedPath) != 0
                ? 1
                : 0;
 }
@@ -273,13 +281,20 @@ void UserData::ApplyNoteText(DateKey key, const WCHAR* text) {
 
 void UserData::StoreDayWeights(const float* values, std::int32_t length, const SYSTEMTIME& start,
                                DayValueList& target) {
+    constexpr DateKey LastDayOfEveryMonth = 28;
     const std::int32_t first = DayNumber(ToDateKey(start));
+    DateKey key = KeyOfDayNumber(first);
     for (std::int32_t i = 0; i < length; ++i) {
         if (values[i] >= SmallestStoredWeight) {
-            target.Set(KeyOfDayNumber(first + i), std::bit_cast<std::int32_t>(values[i]));
+            target.Set(key, std::bit_cast<std::int32_t>(values[i]));
             target.dirty = true;
         }
+        key = (key & 0xFF) < LastDayOfEveryMonth ? key + 1 : KeyOfDayNumber(first + i + 1);
     }
+}
+
+bool UserData::IsDirty() const {
+    return temperature.dirty || bleeding.dirty || noteFlags.dirty || notePages.dirty;
 }
 
 void UserData::MarkAllDirty() {

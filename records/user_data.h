@@ -11,6 +11,7 @@
 #include <array>
 #include <cstdint>
 
+#include "platform/text.h"
 #include "records/collections.h"
 #include "records/data_observer.h"
 #include "records/prediction_state.h"
@@ -84,6 +85,12 @@ class UserData {
     /// Marks all four collections dirty, so that the next save writes every file anew.
     void MarkAllDirty();
 
+    /// Whether a collection differs from its file, so that a save would write or delete one.
+    bool IsDirty() const;
+
+    /// After a save that failed: the path of the file (or of the folder) that could not be written.
+    const WideString& FailedPath() const { return failedPath; }
+
     // The collections. Other classes read them; they change through the setters (the companion's
     // import, which has no observers, edits them directly and marks them dirty).
     DayValueList noteFlags;
@@ -105,6 +112,7 @@ class UserData {
     std::array<DataObserver*, MaxObservers> observers{};
     int observerCount = 0;
     bool loaded = false;
+    WideString failedPath;
     SYSTEMTIME currentDate{};
 };
 

@@ -5,6 +5,12 @@
 #define IDS_APP_TITLE 1
 #define IDS_TOOLS 104
 
+#define IDS_NO_BACKUP_FOLDER 57355
+#define IDS_BACKUP_DONE 57353
+#define IDS_BACKUP_FAILED 57354
+#define IDS_ASK_RESTORE 57357
+#define IDS_NO_BACKUPS 57358
+
 #define IDI_LUNARA 101
 
 #define IDR_MENU 102
@@ -34,6 +40,23 @@
 #define IDC_PMS 1015
 #define IDC_NOTE_TEXT 1016
 #define IDC_NOTE_DATE 1018
+
+#define IDD_HISTORY 117
+#define IDC_PERIOD_LENGTH 1016
+#define IDC_BLEEDING 1017
+#define IDC_START_DATE 1019
+#define IDC_END_DATE 1020
+#define IDC_PERIOD_LENGTH_SPIN 1021
+#define IDC_BLEEDING_SPIN 1022
+
+#define IDD_BACKUP 121
+#define IDC_BACKUP_NAME 1016
+#define IDC_SAVE_FIRST 1024
+
+#define IDD_RESTORE 122
+#define IDC_BACKUP_LIST 1023
+#define IDC_DELETE_BACKUP 1025
+#define IDC_START_AFTER 1026
 
 /* Commands */
 #define IDM_TOOLS 104 /* the menu bar's drop-down button; sends no command */

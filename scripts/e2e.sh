@@ -6,8 +6,8 @@
 #
 # Pictures of the steps are left in <build folder>/e2e/pictures, as PNG where ImageMagick is installed.
 #
-# The Wine server is started first and outside of the date's reach: it keeps the timers. Only the clock
-# of the day is changed, not the one that counts on, so timers and tick counts run as always.
+# The Wine server is started before the date is set, and so keeps the timers in the real time. Only the
+# clock of the day is changed, not the one that counts on: timers and tick counts run as always.
 set -euo pipefail
 
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -23,8 +23,10 @@ if [[ ${1:-} == --inside ]]; then
     folder=$(dirname "$program")
     date_file=$folder/e2e-date.txt
     echo "2006-03-05 12:00:00" >"$date_file"
-    # A first program starts the server, and Wine's own programs, in the real time.
-    wine cmd /c exit >/dev/null 2>&1
+    # A desktop window of its own: there, Wine draws frames and moves the focus itself, and does not
+    # wait for a window manager that is not there.
+    wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f >/dev/null 2>&1
+    wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1024x900 /f >/dev/null 2>&1
     LUNARA_E2E_DATE_FILE=$(winepath -w "$date_file" 2>/dev/null) \
         TZ=UTC FAKETIME_TIMESTAMP_FILE=$date_file FAKETIME_NO_CACHE=1 \
         DONT_FAKE_MONOTONIC=1 FAKETIME_DONT_FAKE_MONOTONIC=1 NO_FAKE_STAT=1 \
@@ -32,6 +34,8 @@ if [[ ${1:-} == --inside ]]; then
     exit
 fi
 
+# A prefix of its own, because of that desktop.
+export WINEPREFIX=${LUNARA_E2E_PREFIX:-$project/build/wine-e2e}
 program=${1:-$project/build/windows/tests/e2e/lunara_e2e.exe}
 (($# == 0)) || shift
 program=$(realpath "$program")

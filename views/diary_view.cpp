@@ -1,78 +1,118 @@
 #include "views/diary_view.h"
 
 #include <algorithm>
+#include <memory>
 
+#include "cycle/predictor.h"
 #include "frame/help.h"
 #include "frame/settings.h"
+#include "platform/clock.h"
+#include "platform/text.h"
+#include "records/dates.h"
+#include "records/notes_dialog.h"
+#include "records/user_data.h"
+#include "views/month_colors.h"
 
 namespace lunara {
 namespace {
 
-constexpr WCHAR ShowFlagsValue[] = TEXT("DiaryView_ShowFlags");
+constexpr WCHAR ShowFlagsSetting[] = TEXT("DiaryView_ShowFlags");
+constexpr WCHAR HelpAnchor[] = TEXT("Lunara.htm#_Calendar_diary");
+constexpr std::int32_t DaysShown = 20;
+constexpr std::int32_t DaysBeforeCurrent = 10;
+
+LONG Width(const RECT& rect) { return rect.right - rect.left; }
+LONG Height(const RECT& rect) { return rect.bottom - rect.top; }
+
+void MoveTo(HWND window, const RECT& place) {
+    ::SetWindowPos(window, nullptr, place.left, place.top, Width(place), Height(place),
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+bool CreateControl(Window& control, DWORD style, const RECT& place, HWND parent, int id) {
+    return control.Create(0, nullptr, nullptr, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
+                          Width(place), Height(place), parent,
+                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id))) != 0;
+}
+
+/// The width of a day number of two digits beside cells of that size.
+LONG NumberWidth(HDC dc, LONG cellSize) {
+    const Font font = MakeStripFont(dc, cellSize, 0);
+    const SelectScope selected(dc, font.Get());
+    SIZE size{};
+    ::GetTextExtentPoint32W(dc, TEXT("00"), 2, &size);
+    return size.cx;
+}
 
 }  // namespace
 
-bool DiaryView::OnMessage(UINT message, WPARAM, LPARAM, LRESULT* result) {
-    switch (message) {
-        case WM_CREATE: {
-            DWORD stored = 0;
-            if (Settings().ReadDword(ShowFlagsValue, stored)) {
-                showFlags = stored;
-            }
-            data.AttachObserver(*this);
-            break;
-        }
-        case WM_DESTROY:
-            Settings().WriteDword(ShowFlagsValue, showFlags);
-            data.DetachObserver(*this);
-            break;
-        case WM_HELP:
-            StartHelp(TEXT("Lunara.htm#_Calendar_diary"));
-            break;
-        default:
-            return false;
-    }
-    *result = 0;
-    return true;
+DiaryView::DiaryView(UserData& userData) : data(userData), startDate(LocalNow()) {}
+
+DiaryView::~DiaryView() { data.DetachObserver(*this); }
+
+// ---- Items shown
+// ---------------------------------------------------------------------------------
+
+std::uint32_t DiaryView::SetShowNotes(bool isShown) {
+    return SetShown(DiaryShowNotes, isShown, &DiaryListener::NotesShownChanged);
 }
 
-std::uint32_t DiaryView::SetFlag(std::uint32_t flag, bool shown,
-                                 void (DiaryListener::*told)(bool)) {
-    const std::uint32_t wanted = shown ? showFlags | flag : showFlags & ~flag;
-    if (wanted == showFlags) {
+std::uint32_t DiaryView::SetShowBleeding(bool isShown) {
+    return SetShown(DiaryShowBleeding, isShown, &DiaryListener::BleedingShownChanged);
+}
+
+std::uint32_t DiaryView::SetShowPeriod(bool isShown) {
+    return SetShown(DiaryShowPeriod, isShown, &DiaryListener::PeriodShownChanged);
+}
+
+std::uint32_t DiaryView::SetShowOvulation(bool isShown) {
+    return SetShown(DiaryShowOvulation, isShown, &DiaryListener::OvulationShownChanged);
+}
+
+std::uint32_t DiaryView::SetShowPregnancy(bool isShown) {
+    return SetShown(DiaryShowPregnancy, isShown, &DiaryListener::PregnancyShownChanged);
+}
+
+std::uint32_t DiaryView::SetShown(DiaryShowFlag item, bool isShown, ListenerCall changed) {
+    const bool wasShown = (showFlags & item) != 0;
+    if (isShown == wasShown) {
         return showFlags;
     }
+    const std::uint32_t wanted = isShown ? showFlags | item : showFlags & ~item;
     if (wanted == 0) {
         return 0;
     }
     showFlags = wanted;
-    for (DiaryListener* listener : listeners) {
-        (listener->*told)(shown);
+    ShowMeasures();
+    // By index: a listener that is being told may attach another one.
+    for (std::size_t index = 0; index < listeners.size(); ++index) {
+        (listeners[index]->*changed)(isShown);
     }
     return showFlags;
 }
 
-std::uint32_t DiaryView::SetShowNotes(bool shown) {
-    return SetFlag(DiaryShowNotes, shown, &DiaryListener::NotesShownChanged);
+void DiaryView::AttachListener(DiaryListener& listener) { listeners.push_back(&listener); }
+
+void DiaryView::DetachListener(DiaryListener& listener) {
+    listeners.erase(std::remove(listeners.begin(), listeners.end(), &listener), listeners.end());
 }
 
-std::uint32_t DiaryView::SetShowBleeding(bool shown) {
-    return SetFlag(DiaryShowBleeding, shown, &DiaryListener::BleedingShownChanged);
+void DiaryView::ReadShowFlags() {
+    const Settings settings;
+    DWORD stored = 0;
+    // A diary that shows nothing could not be made by the program and would be of no use.
+    if (settings.ReadDword(ShowFlagsSetting, stored) && (stored & AllDiaryItems) != 0) {
+        showFlags = stored & AllDiaryItems;
+    }
 }
 
-std::uint32_t DiaryView::SetShowPeriod(bool shown) {
-    return SetFlag(DiaryShowPeriod, shown, &DiaryListener::PeriodShownChanged);
+void DiaryView::WriteShowFlags() const {
+    Settings settings;
+    settings.WriteDword(ShowFlagsSetting, showFlags);
 }
 
-std::uint32_t DiaryView::SetShowOvulation(bool shown) {
-    return SetFlag(DiaryShowOvulation, shown, &DiaryListener::OvulationShownChanged);
-}
-
-std::uint32_t DiaryView::SetShowPregnancy(bool shown) {
-    return SetFlag(DiaryShowPregnancy, shown, &DiaryListener::PregnancyShownChanged);
-}
-
-void DiaryView::DetachListener(DiaryListener& listener) { std::erase(listeners, &listener); }
+// ---- Dates and scrolling
+// -------------------------------------------------------------------------
 
 SYSTEMTIME DiaryView::GetCurrentDate() const {
     SYSTEMTIME date{};
@@ -80,6 +120,322 @@ SYSTEMTIME DiaryView::GetCurrentDate() const {
     return date;
 }
 
-void DiaryView::SetCurrentDate(const SYSTEMTIME& date) { data.SetCurrentDate(date); }
+void DiaryView::SetCurrentDate(const SYSTEMTIME& date) {
+    if (data.SetCurrentDate(date) != 0) {
+        // The data set tells of a new date only, and the diary may have been scrolled away from the
+        // present one.
+        BringIntoView(GetCurrentDate());
+    }
+}
+
+void DiaryView::BringIntoView(const SYSTEMTIME& date) {
+    if (Handle() == nullptr || calendar.IsDateShown(date)) {
+        return;
+    }
+    RECT client{};
+    ::GetClientRect(agenda.Handle(), &client);
+    SetStart(StartToShow(date, startDate, RowsToFill(Height(client), rowHeight)));
+}
+
+void DiaryView::SetStart(const SYSTEMTIME& newStart) {
+    // Before the calendar's first year there is nothing to show: such a start is no date.
+    if (newStart.wYear == 0) {
+        return;
+    }
+    const std::int32_t days = DaysBetween(newStart, startDate);
+    if (days == 0) {
+        return;
+    }
+    startDate = newStart;
+    ::SendMessageW(calendar.Handle(), CCM_SETSTARTDATE, 0, reinterpret_cast<LPARAM>(&startDate));
+    agenda.Invalidate(false);
+    SetScroll(MoveScroll(GetScroll(), days));
+}
+
+ScrollState DiaryView::GetScroll() const {
+    SCROLLINFO info{};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_RANGE | SIF_POS;
+    ::GetScrollInfo(scrollBar, SB_CTL, &info);
+    return {info.nMin, info.nMax, info.nPos};
+}
+
+void DiaryView::SetScroll(const ScrollState& scroll) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_RANGE | SIF_POS;
+    info.nMin = scroll.minimum;
+    info.nMax = scroll.maximum;
+    info.nPos = scroll.position;
+    ::SetScrollInfo(scrollBar, SB_CTL, &info, TRUE);
+}
+
+void DiaryView::ResetScroll() {
+    // The position stands for the first day shown, so the range is counted from a diary at today.
+    startDate = LocalNow();
+    ::SendMessageW(calendar.Handle(), CCM_SETSTARTDATE, 0, reinterpret_cast<LPARAM>(&startDate));
+    SYSTEMTIME first{};
+    const bool hasRecords = GetFirstRecordDate(data, first) != 0;
+    SetScroll(InitialScroll(hasRecords ? DaysBetween(startDate, first) : -1));
+    SYSTEMTIME start{};
+    AddDays(GetCurrentDate(), -DaysBeforeCurrent, start);
+    SetStart(start);
+}
+
+void DiaryView::Refresh() {
+    if (Handle() != nullptr) {
+        calendar.Invalidate(false);
+        agenda.Invalidate(false);
+    }
+}
+
+void DiaryView::Reload() {
+    if (Handle() != nullptr) {
+        ResetScroll();
+        Refresh();
+    }
+}
+
+void DiaryView::DateChanged(UserData&, const SYSTEMTIME&, const SYSTEMTIME& current) {
+    BringIntoView(current);
+}
+
+void DiaryView::BleedingChanged(UserData&, std::int32_t) { agenda.Invalidate(false); }
+
+void DiaryView::NoteFlagsChanged(UserData&, std::int32_t) { agenda.Invalidate(false); }
+
+void DiaryView::NoteTextChanged(UserData&, const WCHAR*) { agenda.Invalidate(false); }
+
+void DiaryView::OnVScroll(int request) {
+    SCROLLINFO info{};
+    if (request == SB_THUMBPOSITION) {
+        info.cbSize = sizeof(info);
+        info.fMask = SIF_POS | SIF_TRACKPOS;
+        ::GetScrollInfo(scrollBar, SB_CTL, &info);
+    }
+    const std::int32_t days = ScrollDistance(request, info.nTrackPos - info.nPos);
+    SYSTEMTIME start{};
+    AddDays(startDate, days, start);
+    SetStart(start);
+}
+
+// ---- Creation and layout
+// -------------------------------------------------------------------------
+
+DiaryLayout DiaryView::ClientLayout() const {
+    RECT client{};
+    ::GetClientRect(Handle(), &client);
+    const WindowDcScope dc(Handle());
+    TEXTMETRICW metrics{};
+    ::GetTextMetricsW(dc.Dc(), &metrics);
+    const std::int32_t days = FittingDayCount(Height(client), DaysShown);
+    const LONG cellSize = days < 1 ? 0 : Height(client) / days;
+    return LayOutDiary(client, ::GetSystemMetrics(SM_CXVSCROLL),
+                       CalendarWidth(metrics.tmHeight, cellSize,
+                                     cellSize < 1 ? 0 : NumberWidth(dc.Dc(), cellSize)));
+}
+
+bool DiaryView::CreateChildren() {
+    const DiaryLayout layout = ClientLayout();
+    const RECT& bar = layout.scrollBar;
+    scrollBar = ::CreateWindowExW(0, TEXT("scrollbar"), nullptr, WS_CHILD | WS_VISIBLE | SBS_VERT,
+                                  bar.left, bar.top, Width(bar), Height(bar), Handle(),
+                                  reinterpret_cast<HMENU>(static_cast<INT_PTR>(ScrollBarId)),
+                                  AppInstance(), nullptr);
+    return scrollBar != nullptr &&
+           CreateControl(calendar, CCS_VERTICAL, layout.calendar, Handle(), CalendarId) &&
+           CreateControl(agenda, 0, layout.agenda, Handle(), AgendaId);
+}
+
+void DiaryView::FitCells() {
+    ::SendMessageW(calendar.Handle(), CCM_SETDAYCOUNT, DaysShown, 0);
+    CalendarHitTest top{};
+    ::SendMessageW(calendar.Handle(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&top));
+    rowHeight = Height(top.cell);
+}
+
+void DiaryView::ShowMeasures() {
+    // Item cells are square.
+    if (agenda.Handle() != nullptr) {
+        ::SendMessageW(agenda.Handle(), AGM_SETMEASURES,
+                       static_cast<WPARAM>(CountDiaryItems(showFlags)), rowHeight);
+    }
+}
+
+LRESULT DiaryView::OnCreate() {
+    if (!CreateChildren()) {
+        return -1;
+    }
+    data.AttachObserver(*this);
+    FitCells();
+    ReadShowFlags();
+    ShowMeasures();
+    ResetScroll();
+    forecastMark = LoadBitmapResource(PictureForecast);
+    recordedMark = LoadBitmapResource(PictureRecorded);
+    discardedMark = LoadBitmapResource(PictureDiscarded);
+    noteMark = LoadBitmapResource(PictureNote);
+    return 0;
+}
+
+void DiaryView::OnSize() {
+    if (agenda.Handle() == nullptr) {
+        return;
+    }
+    const DiaryLayout layout = ClientLayout();
+    MoveTo(scrollBar, layout.scrollBar);
+    MoveTo(calendar.Handle(), layout.calendar);
+    MoveTo(agenda.Handle(), layout.agenda);
+    FitCells();
+    ShowMeasures();
+}
+
+void DiaryView::OnDestroy() {
+    WriteShowFlags();
+    data.DetachObserver(*this);
+    forecastMark.Reset();
+    recordedMark.Reset();
+    discardedMark.Reset();
+    noteMark.Reset();
+    scrollBar = nullptr;
+}
+
+void DiaryView::OnPaint() {
+    const PaintScope paint(Handle());
+    RECT client{};
+    ::GetClientRect(Handle(), &client);
+    std::array<WCHAR, 64> title{};
+    const int length = ::GetWindowTextW(Handle(), title.data(), static_cast<int>(title.size()));
+    ::DrawTextW(paint.Dc(), title.data(), length, &client, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+}
+
+void DiaryView::OnEraseBackground(HDC dc) const {
+    RECT client{};
+    ::GetClientRect(Handle(), &client);
+    ::FillRect(dc, &client, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
+}
+
+// ---- Rows and taps
+// -------------------------------------------------------------------------------
+
+HBITMAP DiaryView::Picture(DiaryPicture id) const {
+    switch (id) {
+        case PictureForecast:
+            return forecastMark.Get();
+        case PictureRecorded:
+            return recordedMark.Get();
+        case PictureDiscarded:
+            return discardedMark.Get();
+        case PictureNote:
+            return noteMark.Get();
+        case NoPicture:
+            break;
+    }
+    return nullptr;
+}
+
+void DiaryView::OnGetRow(AgendaRowRequest& request) {
+    request.rowHeight = static_cast<std::int32_t>(rowHeight);
+    SYSTEMTIME day{};
+    AddDays(startDate, request.rowIndex, day);
+    const DiaryRow row = FillDiaryRow(data, showFlags, day, LocalNow());
+    const auto count =
+        std::min<std::size_t>(row.cells.size(), static_cast<std::size_t>(request.lineCount));
+    for (std::size_t k = 0; k < count; ++k) {
+        const DiaryCell& cell = row.cells[k];
+        request.Items()[k] = {cell.color, Picture(cell.bitmap), Picture(cell.overlay)};
+    }
+    CopyText(request.text, AgendaTextCapacity, row.text.data());
+}
+
+void DiaryView::OnTap(POINT point) {
+    AgendaHitTest item{point, 0};
+    const LRESULT area =
+        ::SendMessageW(agenda.Handle(), AGM_HITTEST, 0, reinterpret_cast<LPARAM>(&item));
+    if (area != AgendaItemCell) {
+        return;
+    }
+    // Cells and rows line up, so the strip names the day of a point at the same height.
+    CalendarHitTest day{};
+    day.pt = point;
+    ::SendMessageW(calendar.Handle(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&day));
+    if (DiaryItemAt(showFlags, item.line) == DiaryShowNotes) {
+        EditNote(day.date);
+    }
+}
+
+void DiaryView::EditNote(const SYSTEMTIME& date) {
+    NotesDialog dialog;
+    dialog.date = date;
+    const std::int32_t flags = data.GetNoteFlags(&date);
+    dialog.cramps = flags & NoteFlagCramps;
+    dialog.pms = (flags & NoteFlagPms) / NoteFlagPms;
+    bool isWhole = true;
+    if (const std::unique_ptr<WCHAR[]> text(data.GetNoteText(&date)); text) {
+        CopyText(dialog.text.data(), dialog.text.size(), text.get());
+        isWhole = WideView(text.get()).size() < dialog.text.size();
+    }
+    const INT_PTR endCode = dialog.DoModal();
+    if (endCode == IDOK) {
+        data.SetNoteFlags(dialog.cramps | dialog.pms * NoteFlagPms, &date);
+    }
+    // After Cancel, too: the field still holds the text that was read, so that this changes
+    // nothing. But a longer note, which the dialog shows only in part, must not lose its end by a
+    // look at it.
+    if (endCode == IDOK || (endCode == IDCANCEL && isWhole)) {
+        data.SetNoteText(dialog.text.data(), &date);
+    }
+}
+
+bool DiaryView::OnNotify(NMHDR& record, LRESULT& answer) {
+    if (record.idFrom == AgendaId && record.code == AGN_GETROW) {
+        OnGetRow(reinterpret_cast<AgendaRowRequest&>(record));
+        answer = 1;
+        return true;
+    }
+    if (record.idFrom == AgendaId && record.code == AGN_TAP) {
+        OnTap(reinterpret_cast<AgendaTap&>(record).pt);
+        answer = 0;
+        return true;
+    }
+    if (record.idFrom == CalendarId && record.code == CCN_GETMONTHCOLOR) {
+        auto& request = reinterpret_cast<CalendarMonthColor&>(record);
+        request.color = MonthColor(request.date.wMonth);
+        answer = 1;
+        return true;
+    }
+    return false;
+}
+
+int DiaryView::PreCreateWindow(CREATESTRUCTW& parameters) {
+    // Erasing and painting leave the children alone; they would flicker otherwise.
+    parameters.style |= static_cast<LONG>(WS_CLIPCHILDREN);
+    return Window::PreCreateWindow(parameters);
+}
+
+bool DiaryView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
+    LRESULT answer = 0;
+    // clang-format off
+    switch (message) {
+        case WM_CREATE: answer = OnCreate(); break;
+        case WM_DESTROY: OnDestroy(); break;
+        case WM_PAINT: OnPaint(); break;
+        case WM_ERASEBKGND: OnEraseBackground(reinterpret_cast<HDC>(wParam)); answer = 1; break;
+        case WM_SIZE: OnSize(); break;
+        case WM_VSCROLL: OnVScroll(LOWORD(wParam)); break;
+        case WM_HELP: StartHelp(HelpAnchor); break;
+        case WM_NOTIFY:
+            if (!OnNotify(*reinterpret_cast<NMHDR*>(lParam), answer)) {
+                return Window::OnMessage(message, wParam, lParam, result);
+            }
+            break;
+        default: return Window::OnMessage(message, wParam, lParam, result);
+    }
+    // clang-format on
+    if (result != nullptr) {
+        *result = answer;
+    }
+    return true;
+}
 
 }  // namespace lunara

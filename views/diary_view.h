@@ -1,24 +1,23 @@
 #pragma once
 
-// The diary view.
+// The diary: a scroll bar, the calendar strip and the agenda, one agenda row for every calendar
+// cell. Answers what the two controls ask, scrolls them together, opens a day's note, and keeps the
+// choice of items in the settings.
 
-#include <cstdint>
+#include <array>
 #include <vector>
 
+#include "frame/gdi.h"
 #include "frame/window.h"
-#include "records/user_data.h"
+#include "records/data_observer.h"
+#include "views/agenda_ctrl.h"
+#include "views/calendar_ctrl.h"
+#include "views/diary_layout.h"
+#include "views/diary_row.h"
 
 namespace lunara {
 
-enum DiaryShowFlag : std::uint32_t {
-    DiaryShowNotes = 0x01,
-    DiaryShowBleeding = 0x02,
-    DiaryShowPeriod = 0x04,
-    DiaryShowOvulation = 0x08,
-    DiaryShowPregnancy = 0x10,
-};
-
-/// Is told of every change of what the diary view shows.
+/// Told of every change of a show flag, with the item's new state.
 class DiaryListener {
   public:
     DiaryListener() = default;
@@ -26,38 +25,95 @@ class DiaryListener {
     DiaryListener& operator=(const DiaryListener&) = delete;
     virtual ~DiaryListener() = default;
 
-    virtual void NotesShownChanged(bool shown) = 0;
-    virtual void BleedingShownChanged(bool shown) = 0;
-    virtual void PeriodShownChanged(bool shown) = 0;
-    virtual void OvulationShownChanged(bool shown) = 0;
-    virtual void PregnancyShownChanged(bool shown) = 0;
+    virtual void NotesShownChanged(bool isShown) = 0;
+    virtual void BleedingShownChanged(bool isShown) = 0;
+    virtual void PeriodShownChanged(bool isShown) = 0;
+    virtual void OvulationShownChanged(bool isShown) = 0;
+    virtual void PregnancyShownChanged(bool isShown) = 0;
 };
 
 class DiaryView : public Window, public DataObserver {
   public:
-    explicit DiaryView(UserData& userData) : data(userData) {}
+    static constexpr int AgendaId = 3001;
+    static constexpr int CalendarId = 3002;
+    static constexpr int ScrollBarId = 3003;
 
-    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+    /// `userData` must outlive the view. While the window exists, the view observes it.
+    explicit DiaryView(UserData& userData);
+    ~DiaryView() override;
 
+    /// The items shown, as DiaryShowFlag bits.
     std::uint32_t GetShowFlags() const { return showFlags; }
-    std::uint32_t SetShowNotes(bool shown);
-    std::uint32_t SetShowBleeding(bool shown);
-    std::uint32_t SetShowPeriod(bool shown);
-    std::uint32_t SetShowOvulation(bool shown);
-    std::uint32_t SetShowPregnancy(bool shown);
-    void AttachListener(DiaryListener& listener) { listeners.push_back(&listener); }
+    /// The new flags. The last item shown cannot be hidden: then nothing changes and 0 comes back.
+    std::uint32_t SetShowNotes(bool isShown);
+    std::uint32_t SetShowBleeding(bool isShown);
+    std::uint32_t SetShowPeriod(bool isShown);
+    std::uint32_t SetShowOvulation(bool isShown);
+    std::uint32_t SetShowPregnancy(bool isShown);
+
+    /// Listeners are called in the order of attaching.
+    void AttachListener(DiaryListener& listener);
     void DetachListener(DiaryListener& listener);
 
+    /// The data set's current date.
     SYSTEMTIME GetCurrentDate() const;
+    /// Makes it the data set's current date and brings it into view.
     void SetCurrentDate(const SYSTEMTIME& date);
-    void Refresh() { Invalidate(true); }
-    void Reload() { Invalidate(true); }
+
+    /// Repaints, after a recomputation or when another day has begun.
+    void Refresh();
+    /// The data set was replaced: its own scroll range, its current date, everything painted anew.
+    void Reload();
+
+    int PreCreateWindow(CREATESTRUCTW& parameters) override;
+    bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
+
+    // What the data set tells. Every change is accepted.
+    void DateChanged(UserData& changed, const SYSTEMTIME& old, const SYSTEMTIME& current) override;
+    void BleedingChanged(UserData& changed, std::int32_t value) override;
+    void NoteFlagsChanged(UserData& changed, std::int32_t flags) override;
+    void NoteTextChanged(UserData& changed, const WCHAR* text) override;
 
   private:
-    std::uint32_t SetFlag(std::uint32_t flag, bool shown, void (DiaryListener::*told)(bool));
+    using ListenerCall = void (DiaryListener::*)(bool);
+
+    LRESULT OnCreate();
+    void OnDestroy();
+    void OnPaint();
+    void OnEraseBackground(HDC dc) const;
+    void OnSize();
+    void OnVScroll(int request);
+    /// Whether the notification is one of the view's; then `answer` holds its result.
+    bool OnNotify(NMHDR& record, LRESULT& answer);
+    void OnGetRow(AgendaRowRequest& request);
+    void OnTap(POINT point);
+
+    bool CreateChildren();
+    DiaryLayout ClientLayout() const;
+    void FitCells();
+    void ShowMeasures();
+    void ResetScroll();
+    void SetStart(const SYSTEMTIME& newStart);
+    void BringIntoView(const SYSTEMTIME& date);
+    ScrollState GetScroll() const;
+    void SetScroll(const ScrollState& scroll);
+    void ReadShowFlags();
+    void WriteShowFlags() const;
+    std::uint32_t SetShown(DiaryShowFlag item, bool isShown, ListenerCall changed);
+    void EditNote(const SYSTEMTIME& date);
+    HBITMAP Picture(DiaryPicture id) const;
 
     UserData& data;
-    std::uint32_t showFlags = 31;
+    HWND scrollBar = nullptr;
+    CalendarCtrl calendar;
+    AgendaCtrl agenda;
+    std::uint32_t showFlags = AllDiaryItems;
+    SYSTEMTIME startDate;
+    LONG rowHeight = 0;
+    Bitmap forecastMark;
+    Bitmap recordedMark;
+    Bitmap discardedMark;
+    Bitmap noteMark;
     std::vector<DiaryListener*> listeners;
 };
 

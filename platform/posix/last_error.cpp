@@ -11,9 +11,8 @@ DWORD GetLastError() { return lastError; }
 void SetLastError(DWORD error) { lastError = error; }
 
 void* SecureZeroMemory(void* memory, std::size_t bytes) {
-    auto* byte = static_cast<volatile unsigned char*>(memory);
-    while (bytes-- > 0) {
-        *byte++ = 0;
-    }
+    std::memset(memory, 0, bytes);
+    // The compiler must take it that the zeros are read, and so cannot leave them out.
+    asm volatile("" : : "r"(memory) : "memory");
     return memory;
 }

@@ -28,6 +28,7 @@ using LPWSTR = WCHAR*;
 using LPCWSTR = const WCHAR*;
 using HANDLE = void*;
 using HINSTANCE = void*;
+using COLORREF = std::uint32_t;
 
 #define TEXT(text) u##text
 
@@ -45,6 +46,27 @@ struct SYSTEMTIME {
     WORD wSecond;
     WORD wMilliseconds;
 };
+
+struct POINT {
+    LONG x;
+    LONG y;
+};
+
+struct SIZE {
+    LONG cx;
+    LONG cy;
+};
+
+struct RECT {
+    LONG left;
+    LONG top;
+    LONG right;
+    LONG bottom;
+};
+
+constexpr COLORREF RGB(unsigned red, unsigned green, unsigned blue) {
+    return red | green << 8 | blue << 16;
+}
 
 struct FILETIME {
     DWORD dwLowDateTime;

@@ -66,10 +66,17 @@ INPUT KeyInput(WORD key, WORD scan, DWORD flags) {
     return input;
 }
 
-INPUT MouseInput(DWORD flags) {
+/// A button event at a place of the screen. The place goes with the event: a pointer moved beforehand
+/// may have been moved on by the display when the event comes.
+INPUT MouseInput(DWORD button, POINT screen) {
+    constexpr LONG Span = 65536;  // the screen's width and height in the event's units
+    const LONG width = ::GetSystemMetrics(SM_CXSCREEN);
+    const LONG height = ::GetSystemMetrics(SM_CYSCREEN);
     INPUT input{};
     input.type = INPUT_MOUSE;
-    input.mi.dwFlags = flags;
+    input.mi.dx = (screen.x * Span + width - 1) / width;
+    input.mi.dy = (screen.y * Span + height - 1) / height;
+    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | button;
     return input;
 }
 
@@ -224,11 +231,43 @@ std::wstring Program::BoxText(HWND box) {
 
 bool Program::ClickAt(HWND window, POINT client) {
     POINT screen = client;
-    ::ClientToScreen(window, &screen);
-    ::SetCursorPos(screen.x, screen.y);
-    std::array<INPUT, 2> inputs = {MouseInput(MOUSEEVENTF_LEFTDOWN), MouseInput(MOUSEEVENTF_LEFTUP)};
+    if (!WaitFor([&] {
+            screen = client;
+            ::ClientToScreen(window, &screen);
+            return ::WindowFromPoint(screen) == window;
+        })) {
+        return Fail(L"what is to be clicked is covered");
+    }
+    return ClickScreen(screen);
+}
+
+bool Program::ClickScreen(POINT screen) {
+    std::array<INPUT, 2> inputs = {MouseInput(MOUSEEVENTF_LEFTDOWN, screen),
+                                   MouseInput(MOUSEEVENTF_LEFTUP, screen)};
     return ::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) ==
            inputs.size();
+}
+
+bool Program::Drag(HWND window, POINT from, POINT to, const std::function<void()>& held) {
+    ::ClientToScreen(window, &from);
+    ::ClientToScreen(window, &to);
+    std::array<INPUT, 2> inputs = {MouseInput(MOUSEEVENTF_LEFTDOWN, from), MouseInput(0, to)};
+    if (::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) !=
+        inputs.size()) {
+        return false;
+    }
+    held();
+    INPUT release = MouseInput(MOUSEEVENTF_LEFTUP, to);
+    return ::SendInput(1, &release, sizeof(INPUT)) == 1;
+}
+
+POINT Program::ThumbCentre() const {
+    SCROLLBARINFO info{};
+    info.cbSize = sizeof info;
+    SendRecord(ScrollBar(), SBM_GETSCROLLBARINFO, 0, &info, sizeof info);
+    RECT bar{};
+    ::GetClientRect(ScrollBar(), &bar);
+    return {bar.right / 2, (info.xyThumbTop + info.xyThumbBottom) / 2};
 }
 
 bool Program::Click(HWND window) {
@@ -261,7 +300,9 @@ void Program::Type(const std::wstring& text) {
 }
 
 bool Program::Leave(HWND dialog, int button) {
-    Click(::GetDlgItem(dialog, button));
+    if (!Click(::GetDlgItem(dialog, button))) {
+        return false;
+    }
     if (!WaitFor([&] { return ::IsWindow(dialog) == 0; })) {
         return Fail(L"the dialog \"" + TextOf(dialog) + L"\" does not close");
     }
@@ -277,14 +318,11 @@ void Program::Post(UINT command) {
 }
 
 bool Program::Settle() {
-    // A colour that nobody sees, posted and read back: when it is there, all that was posted before it
-    // has been handled.
-    const HWND bar = MenuBar();
-    const auto color = static_cast<LPARAM>(++fence);
-    ::PostMessageW(bar, TB_SETINSERTMARKCOLOR, 0, color);
-    if (!WaitFor([&] {
-            return ::SendMessageW(bar, TB_GETINSERTMARKCOLOR, 0, 0) == color || !IsRunning();
-        })) {
+    // A window is asked to paint only when no message is left, posted or from mouse and keyboard. So
+    // the main window, of which nothing is seen between its children, is made to paint itself, and
+    // when it has, all that came before is done.
+    ::RedrawWindow(main, nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN);
+    if (!WaitFor([&] { return ::GetUpdateRect(main, nullptr, FALSE) == 0 || !IsRunning(); })) {
         return Fail(L"the program does not answer");
     }
     return IsRunning();
@@ -298,6 +336,9 @@ bool Program::EnterUser(const std::wstring& user, const std::wstring& password) 
         return false;
     }
     main = FindMain();
+    if (!WaitFor([&] { return ::GetDlgItem(dialog, ControlOk) != nullptr; })) {
+        return Fail(L"the sign-in has no OK");
+    }
     const HWND name = ::GetDlgItem(dialog, ControlUserName);
     const HWND secret = ::GetDlgItem(dialog, ControlPassword);
     SetTextOf(name, L"");
@@ -347,32 +388,61 @@ bool Program::SignIn(const std::wstring& user, const std::wstring& password) {
     return EnterUser(user, password) && WaitForNoDialog(L"Login user") && WaitForViews();
 }
 
-bool Program::ChooseFromMenu(int steps, int optionSteps) {
-    const auto menuCount = [&] {
-        int count = 0;
-        for (HWND menu = ::FindWindowExW(nullptr, nullptr, MenuClass, nullptr); menu != nullptr;
-             menu = ::FindWindowExW(nullptr, menu, MenuClass, nullptr)) {
-            count += ::IsWindowVisible(menu) != 0 ? 1 : 0;
+std::vector<HWND> Program::OpenMenus() const {
+    std::vector<HWND> menus;
+    for (HWND menu = ::FindWindowExW(nullptr, nullptr, MenuClass, nullptr); menu != nullptr;
+         menu = ::FindWindowExW(nullptr, menu, MenuClass, nullptr)) {
+        DWORD owner = 0;
+        ::GetWindowThreadProcessId(menu, &owner);
+        if (owner == process.dwProcessId && ::IsWindowVisible(menu) != 0) {
+            menus.push_back(menu);
         }
-        return count;
-    };
-    if (!ClickButton(CommandTools) || !WaitFor([&] { return menuCount() == 1; })) {
+    }
+    return menus;
+}
+
+bool Program::ClickMenuItem(HWND menuWindow, UINT id) {
+    const LRESULT menu = ::SendMessageW(menuWindow, MN_GETHMENU, 0, 0);
+    constexpr int MostItems = 30;
+    for (int position = 0; position < MostItems; ++position) {
+        std::uint64_t found = 0;
+        CallInside(process.hProcess, "GetMenuItemID",
+                   {static_cast<std::uint64_t>(menu), static_cast<std::uint64_t>(position)}, found);
+        if (static_cast<UINT>(found) != id) {
+            continue;
+        }
+        RECT item{};
+        RemoteBlock block(process.hProcess, sizeof item);
+        std::uint64_t done = 0;
+        if (!CallInside(process.hProcess, "GetMenuItemRect",
+                        {reinterpret_cast<std::uintptr_t>(menuWindow),
+                         static_cast<std::uint64_t>(menu), static_cast<std::uint64_t>(position),
+                         reinterpret_cast<std::uintptr_t>(block.Address())},
+                        done) ||
+            static_cast<BOOL>(done) == FALSE || !block.Read(&item, sizeof item)) {
+            return false;
+        }
+        return ClickScreen({(item.left + item.right) / 2, (item.top + item.bottom) / 2});
+    }
+    return false;
+}
+
+bool Program::ChooseFromMenu(UINT command) {
+    constexpr UINT PopUp = 0xFFFFFFFF;  // what a pop-up, here Options, has for an id
+    if (!ClickButton(CommandTools) || !WaitFor([&] { return OpenMenus().size() == 1; })) {
         return Fail(L"the menu does not open");
     }
-    for (int i = 0; i < steps; ++i) {
-        Press(VK_DOWN);
-    }
-    if (optionSteps > 0) {
-        Press(VK_RIGHT);
-        if (!WaitFor([&] { return menuCount() == 2; })) {
+    const HWND tools = OpenMenus().front();
+    if (!ClickMenuItem(tools, command)) {
+        if (!ClickMenuItem(tools, PopUp) || !WaitFor([&] { return OpenMenus().size() == 2; })) {
             return Fail(L"the Options menu does not open");
         }
-        for (int i = 1; i < optionSteps; ++i) {
-            Press(VK_DOWN);
+        const std::vector<HWND> menus = OpenMenus();
+        if (!ClickMenuItem(menus[0] == tools ? menus[1] : menus[0], command)) {
+            return Fail(L"the menu does not hold the command");
         }
     }
-    Press(VK_RETURN);
-    return WaitFor([&] { return menuCount() == 0; }) || Fail(L"the menu does not close");
+    return WaitFor([&] { return OpenMenus().empty(); }) || Fail(L"the menu does not close");
 }
 
 bool Program::Exit() {
@@ -463,7 +533,7 @@ Picture Program::Look(HWND window) {
 
 void Program::Keep(const WCHAR* name) {
     RECT area{};
-    ::GetWindowRect(main != nullptr ? main : ::GetDesktopWindow(), &area);
+    ::GetWindowRect(::GetDesktopWindow(), &area);
     std::array<WCHAR, 16> number{};
     ::wsprintfW(number.data(), L"%02d-", ++kept);
     Picture::OfScreen(area).SaveAs(folder.Pictures() + number.data() + name + L".bmp");

@@ -9,6 +9,7 @@
 #include <windows.h>
 
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -33,7 +34,7 @@ struct Row {
 
 class Program {
   public:
-    explicit Program(const ProgramFolder& folder) : folder(folder) {}
+    explicit Program(const ProgramFolder& programFolder) : folder(programFolder) {}
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
     /// A program that still runs is ended the hard way.
@@ -77,13 +78,19 @@ class Program {
     /// Real input: a press and release of the left button, of keys, of characters.
     bool Click(HWND window);
     bool ClickAt(HWND window, POINT client);
+    static bool ClickScreen(POINT screen);
+    /// Presses at `from`, moves to `to`, calls `held`, releases.
+    bool Drag(HWND window, POINT from, POINT to, const std::function<void()>& held);
+    /// The middle of the scroll bar's thumb, in its own client coordinates.
+    POINT ThumbCentre() const;
     void Press(WORD key, bool control = false);
     void Type(const std::wstring& text);
     /// Clicks a dialog's button and waits until the dialog is gone.
     bool Leave(HWND dialog, int button);
     void Send(UINT command);
     void Post(UINT command);
-    /// Waits until everything posted so far has been handled; only after the main window is complete.
+    /// Waits until everything clicked, typed and posted so far has been handled. Only when the main
+    /// window is complete and not minimised.
     bool Settle();
 
     // ---- Whole steps ----
@@ -95,9 +102,8 @@ class Program {
     /// The text of the warning that `WaitForViews` or `PutWarningAway` put away; empty when none came.
     const std::wstring& Warning() const { return warning; }
     bool PutWarningAway();
-    /// Opens the Tools menu with a click and chooses the item after `steps` times "down"; `options` goes
-    /// through the Options menu's items first.
-    bool ChooseFromMenu(int steps, int optionSteps = 0);
+    /// Opens the Tools menu, and Options when the command is there, and chooses it: all with clicks.
+    bool ChooseFromMenu(UINT command);
     /// Exit by the command; true when it ended with exit code 0.
     bool Exit();
 
@@ -123,11 +129,13 @@ class Program {
     bool SendRecord(HWND window, UINT message, WPARAM wParam, void* record, std::size_t size,
                     LRESULT* result = nullptr) const;
 
+    std::vector<HWND> OpenMenus() const;
+    bool ClickMenuItem(HWND menuWindow, UINT id);
+
     const ProgramFolder& folder;
     PROCESS_INFORMATION process{};
     HWND main = nullptr;
     std::wstring warning;
-    int fence = 0;
     int kept = 0;
 };
 

@@ -142,7 +142,8 @@ ProgramFolder::Answer ProgramFolder::RunCompanion(const std::wstring& arguments,
                                                   const std::wstring& password) const {
     const fs::path folder(path);
     const fs::path secret = folder / L"password.txt";
-    const fs::path output = folder / L"companion.txt";
+    // A new file for every run: whatever inherited the last one's handle may still hold it.
+    const fs::path output = folder / (L"companion-" + std::to_wstring(++runs) + L".txt");
     WriteFile(secret.native(), ToUtf8(password) + "\n");
     std::wstring command = L"\"" + path + L"lunara-cli.exe\" " + arguments + L" --password-file \"" +
                            secret.native() + L"\"";
@@ -153,7 +154,7 @@ ProgramFolder::Answer ProgramFolder::RunCompanion(const std::wstring& arguments,
     startup.hStdError = startup.hStdOutput;
     PROCESS_INFORMATION process{};
     Answer answer{static_cast<DWORD>(-1), ""};
-    if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_NO_WINDOW, nullptr,
+    if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, DETACHED_PROCESS, nullptr,
                          path.c_str(), &startup, &process) != 0) {
         ::WaitForSingleObject(process.hProcess, PatienceMs);
         ::GetExitCodeProcess(process.hProcess, &answer.exitCode);
@@ -164,7 +165,6 @@ ProgramFolder::Answer ProgramFolder::RunCompanion(const std::wstring& arguments,
     answer.output = ReadFile(output.native());
     std::error_code ignored;
     fs::remove(secret, ignored);
-    fs::remove(output, ignored);
     return answer;
 }
 

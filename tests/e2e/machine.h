@@ -62,6 +62,7 @@ class ProgramFolder {
   private:
     std::wstring path;
     std::wstring pictures;
+    mutable int runs = 0;
 };
 
 bool FileExists(const std::wstring& path);

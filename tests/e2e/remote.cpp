@@ -13,12 +13,9 @@ namespace {
 
 /// What the inside thread reads and writes; the offsets stand in its code.
 struct Call {
-    std::uint64_t function;  // 0x00
-    std::uint64_t window;    // 0x08
-    std::uint64_t message;   // 0x10
-    std::uint64_t wParam;    // 0x18
-    std::uint64_t lParam;    // 0x20
-    std::uint64_t result;    // 0x28
+    std::uint64_t function;                  // 0x00
+    std::array<std::uint64_t, 4> arguments;  // 0x08, 0x10, 0x18, 0x20
+    std::uint64_t result;                    // 0x28
 };
 
 // A thread procedure: its parameter (rcx) is the address of a Call.
@@ -27,7 +24,7 @@ constexpr std::array<std::uint8_t, 40> ThreadCode = {
     0x48, 0x83, 0xEC, 0x20,  // sub rsp, 32
     0x48, 0x89, 0xCB,        // mov rbx, rcx
     0x48, 0x8B, 0x4B, 0x08,  // mov rcx, [rbx + 0x08]
-    0x8B, 0x53, 0x10,        // mov edx, [rbx + 0x10]
+    0x48, 0x8B, 0x53, 0x10,  // mov rdx, [rbx + 0x10]
     0x4C, 0x8B, 0x43, 0x18,  // mov r8, [rbx + 0x18]
     0x4C, 0x8B, 0x4B, 0x20,  // mov r9, [rbx + 0x20]
     0xFF, 0x13,              // call [rbx]
@@ -36,34 +33,49 @@ constexpr std::array<std::uint8_t, 40> ThreadCode = {
     0x48, 0x83, 0xC4, 0x20,  // add rsp, 32
     0x5B,                    // pop rbx
     0xC3,                    // ret
-    0xCC,
 };
 constexpr std::size_t CallOffset = 64;
 
-/// Where the process has SendMessageW: libraries need not lie at the same place in every process.
-std::uint64_t FindSendMessage(HANDLE process) {
-    const HMODULE here = ::GetModuleHandleW(L"user32.dll");
-    const FARPROC function = ::GetProcAddress(here, "SendMessageW");
-    const auto offset = reinterpret_cast<std::uintptr_t>(function) - reinterpret_cast<std::uintptr_t>(here);
+/// Where the process has user32.dll; null when it is not found.
+HMODULE FindUser32(HANDLE process) {
     std::array<HMODULE, 256> modules{};
     DWORD bytes = 0;
     if (::EnumProcessModules(process, modules.data(), sizeof modules, &bytes) == 0) {
-        return 0;
+        return nullptr;
     }
     for (std::size_t i = 0; i < bytes / sizeof(HMODULE) && i < modules.size(); ++i) {
         std::array<WCHAR, MAX_PATH> name{};
         ::GetModuleBaseNameW(process, modules[i], name.data(), static_cast<DWORD>(name.size()));
         if (::lstrcmpiW(name.data(), L"user32.dll") == 0) {
-            return reinterpret_cast<std::uintptr_t>(modules[i]) + offset;
+            return modules[i];
         }
     }
-    return 0;
+    return nullptr;
+}
+
+/// Where the process has the function: libraries need not lie at the same place in every process.
+std::uint64_t FindFunction(HANDLE process, const char* name) {
+    const HMODULE here = ::GetModuleHandleW(L"user32.dll");
+    const FARPROC function = ::GetProcAddress(here, name);
+    // Looking through all modules takes many calls; one process is asked many times.
+    static DWORD lastProcess = 0;
+    static HMODULE there = nullptr;
+    const DWORD id = ::GetProcessId(process);
+    if (id != lastProcess || there == nullptr) {
+        lastProcess = id;
+        there = FindUser32(process);
+    }
+    if (function == nullptr || there == nullptr) {
+        return 0;
+    }
+    return reinterpret_cast<std::uintptr_t>(function) - reinterpret_cast<std::uintptr_t>(here) +
+           reinterpret_cast<std::uintptr_t>(there);
 }
 
 }  // namespace
 
-RemoteBlock::RemoteBlock(HANDLE process, std::size_t size)
-    : process(process),
+RemoteBlock::RemoteBlock(HANDLE ofProcess, std::size_t size)
+    : process(ofProcess),
       address(::VirtualAllocEx(process, nullptr, size, MEM_COMMIT | MEM_RESERVE,
                                PAGE_EXECUTE_READWRITE)) {}
 
@@ -89,10 +101,9 @@ bool RemoteBlock::Read(void* data, std::size_t size, std::size_t offset) const {
            done == size;
 }
 
-bool SendFromInside(HANDLE process, HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                    LRESULT& result) {
-    Call call{FindSendMessage(process), reinterpret_cast<std::uintptr_t>(window), message, wParam,
-              static_cast<std::uint64_t>(lParam), 0};
+bool CallInside(HANDLE process, const char* function, const std::array<std::uint64_t, 4>& arguments,
+                std::uint64_t& result) {
+    Call call{FindFunction(process, function), arguments, 0};
     RemoteBlock block(process, CallOffset + sizeof call);
     if (call.function == 0 || !block.Write(ThreadCode.data(), ThreadCode.size()) ||
         !block.Write(&call, sizeof call, CallOffset)) {
@@ -109,7 +120,20 @@ bool SendFromInside(HANDLE process, HWND window, UINT message, WPARAM wParam, LP
     if (!ended || !block.Read(&call, sizeof call, CallOffset)) {
         return false;
     }
-    result = static_cast<LRESULT>(call.result);
+    result = call.result;
+    return true;
+}
+
+bool SendFromInside(HANDLE process, HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                    LRESULT& result) {
+    std::uint64_t answer = 0;
+    if (!CallInside(process, "SendMessageW",
+                    {reinterpret_cast<std::uintptr_t>(window), message, wParam,
+                     static_cast<std::uint64_t>(lParam)},
+                    answer)) {
+        return false;
+    }
+    result = static_cast<LRESULT>(answer);
     return true;
 }
 

@@ -5,14 +5,16 @@
 
 #include <windows.h>
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 
 namespace lunara::e2e {
 
 /// A block of memory of another process, readable, writable and executable there; freed at the end.
 class RemoteBlock {
   public:
-    RemoteBlock(HANDLE process, std::size_t size);
+    RemoteBlock(HANDLE ofProcess, std::size_t size);
     RemoteBlock(const RemoteBlock&) = delete;
     RemoteBlock& operator=(const RemoteBlock&) = delete;
     ~RemoteBlock();
@@ -26,6 +28,11 @@ class RemoteBlock {
     HANDLE process;
     void* address;
 };
+
+/// A function of user32 with up to four arguments, called by a thread of that process. False when the
+/// thread could not be run to its end.
+bool CallInside(HANDLE process, const char* function, const std::array<std::uint64_t, 4>& arguments,
+                std::uint64_t& result);
 
 /// SendMessageW called by a thread of the window's own process, so that the addresses in the
 /// parameters mean something there. False when the thread could not be run to its end.

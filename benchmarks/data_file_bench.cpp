@@ -1,0 +1,187 @@
+// Loading and saving the enciphered diary of 40 years, beside moving the same bytes plain.
+
+#include "records/data_file.h"
+
+#include <stdlib.h>  // NOLINT(modernize-deprecated-headers): mkdtemp
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+
+#include "blowfish_peers.h"
+#include "records/replacement_file.h"
+#include "report.h"
+
+namespace lunara::bench {
+namespace {
+
+constexpr std::int32_t BleedingDays = 2'700;
+constexpr std::int32_t TemperatureDays = 14'600;
+constexpr std::int32_t NotePages = 3'000;
+constexpr const WCHAR* Password = TEXT("ein geheimeswort");
+
+/// A folder on the disk of the system's temporary files, with the diary's three files.
+class Diary {
+  public:
+    Diary() {
+        std::string pattern = std::filesystem::temp_directory_path() / "lunara-bench-XXXXXX";
+        Require(::mkdtemp(pattern.data()) != nullptr, "mkdtemp");
+        folder = pattern;
+        const std::int32_t first = DayNumber(MakeDateKey(1986, 1, 1));
+        for (std::int32_t i = 0; i < TemperatureDays; ++i) {
+            temperature.Set(KeyOfDayNumber(first + i), 9700 + i % 100);
+        }
+        for (std::int32_t i = 0; i < BleedingDays; ++i) {
+            bleeding.Set(KeyOfDayNumber(first + i / 5 * 28 + i % 5), 1);
+        }
+        const WideString text(60, 'n');
+        for (std::int32_t i = 0; i < NotePages / 2; ++i) {
+            notes.AppendText(KeyOfDayNumber(first + 9 * i), text.c_str(), 60);
+        }
+        Require(notes.Count() == NotePages, "note pages");
+        Save(Password);
+    }
+    Diary(const Diary&) = delete;
+    Diary& operator=(const Diary&) = delete;
+    ~Diary() {
+        std::error_code ignored;
+        std::filesystem::remove_all(folder, ignored);
+    }
+
+    WideString Path(const char* name) const { return (folder / name).u16string(); }
+
+    void Save(const WCHAR* password) {
+        temperature.dirty = true;
+        bleeding.dirty = true;
+        notes.dirty = true;
+        Require(SaveDayValues(temperature, Path(Files[0]).c_str(), password) == 1 &&
+                    SaveDayValues(bleeding, Path(Files[1]).c_str(), password) == 1 &&
+                    SaveNotePages(notes, Path(Files[2]).c_str(), password) == 1,
+                "save");
+    }
+
+    void Load() {
+        Require(LoadDayValues(temperature, Path(Files[0]).c_str(), Password) == 1 &&
+                    LoadDayValues(bleeding, Path(Files[1]).c_str(), Password) == 1 &&
+                    LoadNotePages(notes, Path(Files[2]).c_str(), Password) == 1 &&
+                    notes.Count() == NotePages,
+                "load");
+    }
+
+    static constexpr const char* Files[] = {"Temperature.dat", "Bleeding.dat", "NotePages.dat"};
+    static constexpr std::int64_t Bytes =
+        3 * 4 + (TemperatureDays + BleedingDays) * 8 + NotePages * 72;
+
+  private:
+    std::filesystem::path folder;
+    DayValueList temperature;
+    DayValueList bleeding;
+    NotePageList notes{10};
+};
+
+/// The whole file as it is, into new memory.
+std::unique_ptr<unsigned char[]> ReadPlain(const WCHAR* path, std::size_t& length) {
+    const HANDLE file = ::CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    LARGE_INTEGER size{};
+    DWORD got = 0;
+    Require(file != INVALID_HANDLE_VALUE && ::GetFileSizeEx(file, &size) != FALSE, "open");
+    length = static_cast<std::size_t>(size.QuadPart);
+    std::unique_ptr<unsigned char[]> bytes(new unsigned char[length]);
+    Require(::ReadFile(file, bytes.get(), static_cast<DWORD>(length), &got, nullptr) != FALSE &&
+                got == length,
+            "read");
+    ::CloseHandle(file);
+    return bytes;
+}
+
+void AddLoad() {
+    AddCase("load/lunara, enciphered", Time::Processor, [](benchmark::State& state) {
+        Diary diary;
+        for (auto _ : state) {
+            diary.Load();
+        }
+        state.SetBytesProcessed(state.iterations() * Diary::Bytes);
+    });
+    AddCase("load/plain bytes", Time::Processor, [](benchmark::State& state) {
+        const Diary diary;
+        for (auto _ : state) {
+            for (const char* name : Diary::Files) {
+                std::size_t length = 0;
+                benchmark::DoNotOptimize(ReadPlain(diary.Path(name).c_str(), length));
+            }
+        }
+        state.SetBytesProcessed(state.iterations() * Diary::Bytes);
+    });
+}
+
+/// The peer's key is set up once, outside the measured time; ours once a file, inside it.
+template <typename Peer>
+void AddPeerLoad() {
+    AddCase(std::string("load/plain bytes, deciphered by ") + Peer::Name, Time::Processor,
+            [](benchmark::State& state) {
+                const Diary diary;
+                Peer peer;
+                for (auto _ : state) {
+                    for (const char* name : Diary::Files) {
+                        std::size_t length = 0;
+                        const auto bytes = ReadPlain(diary.Path(name).c_str(), length);
+                        peer.Decipher(bytes.get() + 4, length - 4);
+                        benchmark::DoNotOptimize(bytes.get());
+                    }
+                }
+                state.SetBytesProcessed(state.iterations() * Diary::Bytes);
+            });
+}
+
+void AddSave() {
+    constexpr double Seconds = 0.3;  // the disk's flushes vary
+    const auto lunaraSave = [](const WCHAR* password) {
+        return [password](benchmark::State& state) {
+            Diary diary;
+            for (auto _ : state) {
+                diary.Save(password);
+            }
+            state.SetBytesProcessed(state.iterations() * Diary::Bytes);
+        };
+    };
+    AddCase(
+        "save/plain bytes, same flushes", Time::Clock,
+        [](benchmark::State& state) {
+            const Diary diary;
+            std::vector<std::pair<std::unique_ptr<unsigned char[]>, std::size_t>> contents;
+            for (const char* name : Diary::Files) {
+                std::size_t length = 0;
+                auto bytes = ReadPlain(diary.Path(name).c_str(), length);
+                contents.emplace_back(std::move(bytes), length);
+            }
+            for (auto _ : state) {
+                for (std::size_t i = 0; i < contents.size(); ++i) {
+                    ReplacementFile file(diary.Path(Diary::Files[i]).c_str());
+                    Require(file.Create() == 1 &&
+                                file.Write(contents[i].first.get(), contents[i].second) == 1 &&
+                                file.PutInPlace() == 1,
+                            "write");
+                }
+            }
+            state.SetBytesProcessed(state.iterations() * Diary::Bytes);
+        },
+        Seconds);
+    AddCase("save/lunara, enciphered", Time::Clock, lunaraSave(Password), Seconds);
+    AddCase("save/lunara, without password", Time::Clock, lunaraSave(TEXT("")), Seconds);
+}
+
+}  // namespace
+}  // namespace lunara::bench
+
+int main(int argc, char** argv) {
+    using namespace lunara::bench;
+    AddLoad();
+    AddPeerLoad<OpenSslBlowfish>();
+    AddPeerLoad<GcryptBlowfish<GCRY_CIPHER_MODE_ECB>>();
+    AddPeerLoad<NettleBlowfish>();
+    AddSave();
+    return RunAll(argc, argv,
+                  "40 years in 3 files: 2,700 bleeding days, 14,600 temperatures, 3,000 note pages "
+                  "(354,412 bytes)");
+}

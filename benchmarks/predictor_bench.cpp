@@ -1,0 +1,173 @@
+// What the prediction costs: a diary of 40 years beside one of 4, and beside the bare sums that
+// every prediction needs whatever the diary's length.
+
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <cstdio>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cycle/distribution.h"
+#include "cycle/periods.h"
+#include "cycle/predictor.h"
+#include "platform/clock.h"
+
+namespace lunara {
+namespace {
+
+constexpr double MostFor40Years = 3;  // times the cost for 4 years
+constexpr double MostFor4Years = 5;   // times the cost of the sums
+
+constexpr char Name40Years[] = "UpdatePrediction/40_years";
+constexpr char Name4Years[] = "UpdatePrediction/4_years";
+constexpr char NameSums[] = "sums_of_one_prediction";
+constexpr char NameStarts[] = "sums_of_the_starts_alone";
+
+/// One period in twenty has each of these lengths; 5.2 days on average.
+constexpr std::string_view BleedingDays = "44444555555556666677";
+
+/// Fills the diary with 13 cycles a year of 25 to 31 days, and sets the clock to the 13th day of the
+/// last one. Always the same diary.
+void FillDiary(UserData& data, int years) {
+    std::uint32_t state = 1;
+    const auto next = [&state](std::uint32_t below) {
+        state = state * 1'664'525 + 1'013'904'223;
+        return static_cast<std::int32_t>((state >> 16) % below);
+    };
+    std::int32_t start = DayNumber(MakeDateKey(1985, 1, 7));
+    for (int cycle = 0; cycle < 13 * years; ++cycle) {
+        const std::int32_t length = 25 + next(4) + next(4);
+        const std::int32_t bleeding = BleedingDays[static_cast<std::size_t>(next(20))] - '0';
+        for (std::int32_t day = 0; day < bleeding; ++day) {
+            data.bleeding.Set(KeyOfDayNumber(start + day), day < 2 ? 3 : 1 + (bleeding > day + 2));
+        }
+        start += length;
+    }
+    for (std::int32_t day = 0; day < 5; ++day) {
+        data.bleeding.Set(KeyOfDayNumber(start + day), 2);
+    }
+    SYSTEMTIME today{};
+    FromDateKey(KeyOfDayNumber(start + 12), today);
+    SetLocalNow(today);
+}
+
+void BenchUpdate(benchmark::State& state, int years) {
+    UserData data;
+    FillDiary(data, years);
+    for (auto _ : state) {
+        data.predictor.predictionUpToDate = false;
+        UpdatePrediction(data, 1);
+        benchmark::ClobberMemory();
+    }
+    state.counters["records"] = data.bleeding.Count();
+    state.counters["cycles"] = data.predictor.validCycles.Count();
+}
+
+struct Sums {
+    LengthShares shares;
+    PeriodProfile profile;
+};
+
+Sums SumsOf4Years() {
+    UserData data;
+    FillDiary(data, 4);
+    UpdatePrediction(data, 0);
+    const std::span cycles(data.predictor.validCycles.begin(),
+                           static_cast<std::size_t>(data.predictor.validCycles.Count()));
+    const RecordedDays days(data.bleeding, data.predictor.computedFor);
+    return {MeasureLengthShares(cycles), MeasurePeriodProfile(cycles, days)};
+}
+
+void BenchSums(benchmark::State& state) {
+    const Sums sums = SumsOf4Years();
+    HorizonValues starts;
+    HorizonValues levels;
+    HorizonValues bleeding;
+    HorizonValues ovulation;
+    HorizonValues pregnancy;
+    for (auto _ : state) {
+        PredictStarts(sums.shares, 12, starts);
+        SpreadOverPeriod(sums.profile.meanLevel, starts, 12, levels);
+        SpreadOverPeriod(sums.profile.bleedShare, starts, 12, bleeding);
+        PredictOvulation(MeasureOvulationOffsets(sums.shares), starts, ovulation);
+        PredictPregnancy(ovulation, pregnancy);
+        benchmark::DoNotOptimize(levels.data());
+        benchmark::DoNotOptimize(bleeding.data());
+        benchmark::DoNotOptimize(pregnancy.data());
+        benchmark::ClobberMemory();
+    }
+}
+
+void BenchStarts(benchmark::State& state) {
+    const Sums sums = SumsOf4Years();
+    HorizonValues starts;
+    for (auto _ : state) {
+        PredictStarts(sums.shares, 12, starts);
+        benchmark::DoNotOptimize(starts.data());
+        benchmark::ClobberMemory();
+    }
+}
+
+/// Shows what the console shows, and keeps the medians.
+class MedianReporter : public benchmark::ConsoleReporter {
+  public:
+    void ReportRuns(const std::vector<Run>& runs) override {
+        for (const Run& run : runs) {
+            if (run.aggregate_name == "median") {
+                medians[run.run_name.function_name] = run.GetAdjustedCPUTime();
+            }
+        }
+        ConsoleReporter::ReportRuns(runs);
+    }
+
+    double Ratio(const char* name, const char* peer) const {
+        return medians.at(name) / medians.at(peer);
+    }
+
+  private:
+    std::map<std::string, double> medians;
+};
+
+bool PrintRatio(const char* text, double ratio, double most) {
+    const bool good = ratio <= most;
+    std::printf("%-58s %5.2f  (at most %.0f)  %s\n", text, ratio, most, good ? "ok" : "TOO SLOW");
+    return good;
+}
+
+int Run(int argc, char** argv) {
+    // Median of interleaved repetitions: what else the machine does then hits all cases alike.
+    std::array<char, 40> repetitions = {"--benchmark_repetitions=15"};
+    std::array<char, 56> interleaving = {"--benchmark_enable_random_interleaving=true"};
+    std::array<char, 32> duration = {"--benchmark_min_time=0.05"};
+    std::array<char, 56> aggregates = {"--benchmark_report_aggregates_only=true"};
+    std::vector<char*> arguments = {argv[0], repetitions.data(), interleaving.data(),
+                                    duration.data(), aggregates.data()};
+    arguments.insert(arguments.end(), argv + 1, argv + argc);
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+    if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
+        return 2;
+    }
+    benchmark::RegisterBenchmark(Name40Years, BenchUpdate, 40)->Unit(benchmark::kMicrosecond);
+    benchmark::RegisterBenchmark(Name4Years, BenchUpdate, 4)->Unit(benchmark::kMicrosecond);
+    benchmark::RegisterBenchmark(NameSums, BenchSums)->Unit(benchmark::kMicrosecond);
+    benchmark::RegisterBenchmark(NameStarts, BenchStarts)->Unit(benchmark::kMicrosecond);
+    MedianReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    bool good =
+        PrintRatio("40 years / 4 years", reporter.Ratio(Name40Years, Name4Years), MostFor40Years);
+    good = PrintRatio("4 years / sums of one prediction", reporter.Ratio(Name4Years, NameSums),
+                      MostFor4Years) &&
+           good;
+    std::printf("%-58s %5.2f\n", "4 years / sums of the starts alone",
+                reporter.Ratio(Name4Years, NameStarts));
+    return good ? 0 : 1;
+}
+
+}  // namespace
+}  // namespace lunara
+
+int main(int argc, char** argv) { return lunara::Run(argc, argv); }

@@ -1,0 +1,210 @@
+// How long it takes from starting Lunara to the first painted diary (her name is given and OK
+// pressed as soon as the sign-in dialog stands there), beside the start of a program with one bare
+// window.
+//
+// Both are started from outside, turn by turn, and watched until a pixel of their window has the
+// colour that only their own painting gives it.
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int Runs = 15;
+constexpr DWORD LongestWaitMs = 20'000;
+
+double NowMs() {
+    LARGE_INTEGER count{};
+    LARGE_INTEGER frequency{};
+    ::QueryPerformanceCounter(&count);
+    ::QueryPerformanceFrequency(&frequency);
+    return static_cast<double>(count.QuadPart) * 1000.0 / static_cast<double>(frequency.QuadPart);
+}
+
+bool WaitUntil(const std::function<bool()>& condition) {
+    const double start = NowMs();
+    while (!condition()) {
+        if (NowMs() - start > LongestWaitMs) {
+            return false;
+        }
+        ::Sleep(1);
+    }
+    return true;
+}
+
+struct Running {
+    PROCESS_INFORMATION process{};
+
+    bool Start(const std::wstring& program) {
+        std::wstring line = L"\"" + program + L"\"";
+        STARTUPINFOW start{};
+        start.cb = sizeof start;
+        const std::wstring folder = program.substr(0, program.find_last_of(L'\\'));
+        return ::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                folder.c_str(), &start, &process) != 0;
+    }
+    void End(HWND window) {
+        ::PostMessageW(window, WM_CLOSE, 0, 0);
+        if (::WaitForSingleObject(process.hProcess, LongestWaitMs) != WAIT_OBJECT_0) {
+            ::TerminateProcess(process.hProcess, 1);
+        }
+        ::CloseHandle(process.hThread);
+        ::CloseHandle(process.hProcess);
+    }
+};
+
+COLORREF PixelOf(HWND window, int x, int y) {
+    const HDC dc = ::GetDC(window);
+    const COLORREF color = ::GetPixel(dc, x, y);
+    ::ReleaseDC(window, dc);
+    return color;
+}
+
+double StartBareWindow(const std::wstring& program) {
+    const double begin = NowMs();
+    Running running;
+    HWND window = nullptr;
+    if (!running.Start(program) || !WaitUntil([&] {
+            window = ::FindWindowW(L"LunaraBareWindow", nullptr);
+            return window != nullptr && PixelOf(window, 100, 100) == 0;
+        })) {
+        return -1;
+    }
+    const double elapsed = NowMs() - begin;
+    running.End(window);
+    return elapsed;
+}
+
+HWND FindSignIn() {
+    HWND dialog = ::FindWindowW(nullptr, L"Login user");
+    return dialog != nullptr && ::IsWindowVisible(dialog) ? dialog : nullptr;
+}
+
+/// The colour of the month band: the calendar's left column, which nothing but its painting fills.
+bool IsDiaryPainted(HWND main) {
+    const HWND diary = ::FindWindowExW(main, nullptr, nullptr, L"Diary view");
+    const HWND calendar = diary == nullptr ? nullptr : ::GetDlgItem(diary, 3002);
+    if (calendar == nullptr) {
+        return false;
+    }
+    const COLORREF color = PixelOf(calendar, 3, 5);
+    return color != CLR_INVALID && color != RGB(255, 255, 255) && color != RGB(0, 0, 0) &&
+           color != ::GetSysColor(COLOR_BTNFACE);
+}
+
+double StartLunara(const std::wstring& program) {
+    const double begin = NowMs();
+    Running running;
+    HWND dialog = nullptr;
+    HWND main = nullptr;
+    if (!running.Start(program) || !WaitUntil([&] { return (dialog = FindSignIn()) != nullptr; })) {
+        return -1;
+    }
+    ::SendDlgItemMessageW(dialog, 1002, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"Sample"));
+    ::PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+    const bool painted = WaitUntil([&] {
+        main = ::FindWindowW(L"wfcWnd_1_0", L"Lunara");
+        return main != nullptr && IsDiaryPainted(main);
+    });
+    const double elapsed = NowMs() - begin;
+    running.End(main);
+    return painted ? elapsed : -1;
+}
+
+bool RunToEnd(const std::wstring& commandLine) {
+    std::wstring line = commandLine;
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    if (::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                         &process) == 0) {
+        return false;
+    }
+    ::WaitForSingleObject(process.hProcess, LongestWaitMs);
+    DWORD code = 1;
+    ::GetExitCodeProcess(process.hProcess, &code);
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
+    return code == 0;
+}
+
+/// A program folder of its own with the sample diary in it; its Lunara.exe, or "" when it failed.
+std::wstring PrepareProgram(const std::wstring& build) {
+    const std::wstring folder = build + L"\\benchmarks\\start";
+    ::CreateDirectoryW(folder.c_str(), nullptr);
+    const std::wstring program = folder + L"\\Lunara.exe";
+    if (::CopyFileW((build + L"\\Lunara.exe").c_str(), program.c_str(), FALSE) == 0) {
+        return {};
+    }
+    const std::wstring diary = folder + L"\\Sample";
+    if (::GetFileAttributesW((diary + L"\\Bleeding.dat").c_str()) == INVALID_FILE_ATTRIBUTES &&
+        !RunToEnd(L"\"" + build + L"\\lunara-cli.exe\" sample \"" + diary + L"\"")) {
+        return {};
+    }
+    // The diary is what is measured, whatever view was shown last.
+    HKEY key = nullptr;
+    if (::RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Apps\\Lunara", 0, nullptr, 0, KEY_WRITE,
+                          nullptr, &key, nullptr) == ERROR_SUCCESS) {
+        const DWORD diaryView = 3000;
+        ::RegSetValueExW(key, L"CurrentView", 0, REG_DWORD,
+                         reinterpret_cast<const BYTE*>(&diaryView), sizeof diaryView);
+        ::RegCloseKey(key);
+    }
+    return program;
+}
+
+void Report(const char* name, std::vector<double> times, double reference) {
+    std::sort(times.begin(), times.end());
+    const double median = times[times.size() / 2];
+    std::printf("%-28s median %7.1f ms, quartiles %7.1f .. %7.1f ms", name, median,
+                times[times.size() / 4], times[times.size() * 3 / 4]);
+    if (reference > 0) {
+        std::printf(", ratio %.2f", median / reference);
+    }
+    std::printf("\n");
+}
+
+double Median(std::vector<double> times) {
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+}
+
+}  // namespace
+
+int wmain(int /*count*/, wchar_t** arguments) {
+    wchar_t self[MAX_PATH] = {};
+    ::GetFullPathNameW(arguments[0], MAX_PATH, self, nullptr);
+    std::wstring build(self);
+    build.erase(build.find_last_of(L'\\'));
+    const std::wstring bare = build + L"\\bare_window.exe";
+    build.erase(build.find_last_of(L'\\'));
+    const std::wstring program = PrepareProgram(build);
+    if (program.empty()) {
+        std::puts("start_bench: the program folder could not be prepared");
+        return 1;
+    }
+
+    std::vector<double> bareTimes;
+    std::vector<double> lunaraTimes;
+    for (int run = -1; run < Runs; ++run) {  // the first turn warms the caches and does not count
+        const double bareTime = StartBareWindow(bare);
+        const double lunaraTime = StartLunara(program);
+        if (bareTime < 0 || lunaraTime < 0) {
+            std::puts("start_bench: a program did not come up");
+            return 1;
+        }
+        if (run >= 0) {
+            bareTimes.push_back(bareTime);
+            lunaraTimes.push_back(lunaraTime);
+        }
+    }
+    std::printf("start to first painted window, %d runs each, turn by turn\n", Runs);
+    Report("bare window", bareTimes, 0);
+    Report("Lunara, first painted diary", lunaraTimes, Median(bareTimes));
+    return 0;
+}

@@ -1,0 +1,78 @@
+#include "frame/backup.h"
+
+#include "frame/backup_dialogs.h"
+#include "frame/backup_files.h"
+#include "frame/messages.h"
+#include "resources/ids.h"
+
+namespace lunara {
+namespace {
+
+/// Buttons are hidden while a dialog is up.
+class HiddenButtons {
+  public:
+    explicit HiddenButtons(DialogHost& host) : main(host) { main.HideButtons(); }
+    HiddenButtons(const HiddenButtons&) = delete;
+    HiddenButtons& operator=(const HiddenButtons&) = delete;
+    ~HiddenButtons() { main.ShowButtons(); }
+
+  private:
+    DialogHost& main;
+};
+
+/// Saves before the copies are made. False when it needs the password and she did not give it.
+bool SaveFirst(DialogHost& main, SignedInUser user) {
+    if (user.data.IsDirty() && EnsurePassword(main, user) == 0) {
+        return false;
+    }
+    if (!user.password.IsHeld()) {
+        return true;  // and nothing to save
+    }
+    user.password.Unmask();
+    const int saved = user.data.Save(user.userName, user.password.Text());
+    if (saved != 0) {
+        user.password.Wipe();
+    } else {
+        // Its entries are not on disk yet, and without the password they never would be.
+        user.password.Mask();
+    }
+    return true;
+}
+
+}  // namespace
+
+void Backup(DialogHost& main, SignedInUser user) {
+    const HiddenButtons hidden(main);
+    BackupDialog dialog(&main.Frame());
+    if (dialog.DoModal() != IDOK) {
+        return;
+    }
+    if (dialog.saveFirst == 1 && !SaveFirst(main, user)) {
+        return;
+    }
+    if (BackupFiles(user.userName, dialog.backupName.data()) != 0) {
+        ShowMessage(nullptr, IDS_BACKUP_DONE, CaptionMessage, MB_OK);
+    } else {
+        ShowMessage(nullptr, IDS_BACKUP_FAILED, CaptionWarning, MB_OK);
+    }
+}
+
+int Restore(DialogHost& main, SignedInUser user) {
+    const HiddenButtons hidden(main);
+    RestoreDialog dialog(BackupsFolderOfUser(user.userName), &main.Frame());
+    if (dialog.DoModal() != IDOK ||
+        ShowMessage(main.Frame().Handle(), IDS_ASK_RESTORE, CaptionWarning, MB_YESNO) != IDYES ||
+        RestoreFiles(user.userName, dialog.backupName.data()) == 0) {
+        return 0;
+    }
+    if (Login(main, user) != 0) {
+        return 1;
+    }
+    // What is in memory belongs to the files that were just replaced: it must not be saved over
+    // them.
+    user.data.Unload();
+    ::PostQuitMessage(0);
+    return 0;
+}
+
+}  // namespace lunara

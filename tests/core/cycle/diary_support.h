@@ -1,0 +1,97 @@
+#pragma once
+
+// What the tests of the prediction share: diaries made in a line, and a receiver of the warnings.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cycle/day_status.h"
+#include "cycle/predictor.h"
+#include "tests/core/records/test_support.h"
+
+namespace lunara::test {
+
+inline constexpr std::uint32_t AllBits = 0xFFFF'FFFF;
+
+/// Keeps what would be shown.
+class WarningRecorder : public WarningSink {
+  public:
+    void PostPredictionWarning(const WCHAR* text) override { warnings.push_back(Utf8(text)); }
+
+    std::vector<std::string> warnings;
+};
+
+/// The date `days` after another.
+inline SYSTEMTIME Later(const SYSTEMTIME& date, std::int32_t days) {
+    SYSTEMTIME result{};
+    EXPECT_EQ(AddDays(date, days, result), 1);
+    return result;
+}
+
+/// A diary with its prediction, on a given day. Levels are written as digits, one a day.
+class Diary {
+  public:
+    Diary() { data.predictor.warningSink = &recorder; }
+    Diary(const Diary&) = delete;
+    Diary& operator=(const Diary&) = delete;
+    ~Diary() { ReleaseClock(); }
+
+    /// Records the levels from `start` on; '0' records nothing.
+    Diary& Bleed(const SYSTEMTIME& start, const std::string& levels) {
+        for (std::size_t i = 0; i < levels.size(); ++i) {
+            if (levels[i] != '0') {
+                data.bleeding.Set(ToDateKey(Later(start, static_cast<std::int32_t>(i))),
+                                  levels[i] - '0');
+            }
+        }
+        data.predictor.predictionUpToDate = false;
+        return *this;
+    }
+
+    /// Periods of these levels at the start of each cycle, and one more where the last cycle ends.
+    /// Returns that last period's start.
+    SYSTEMTIME BleedCycles(SYSTEMTIME start, const std::vector<std::int32_t>& lengths,
+                           const std::string& levels = "33211") {
+        Bleed(start, levels);
+        for (const std::int32_t length : lengths) {
+            start = Later(start, length);
+            Bleed(start, levels);
+        }
+        return start;
+    }
+
+    /// Computes for that day; the warning, "" for none.
+    std::string Predict(const SYSTEMTIME& today) {
+        recorder.warnings.clear();
+        SYSTEMTIME noon = today;
+        noon.wHour = 12;
+        SetLocalNow(noon);
+        data.predictor.predictionUpToDate = false;
+        EXPECT_EQ(UpdatePrediction(data, 1), 1);
+        EXPECT_LE(recorder.warnings.size(), 1U);
+        return recorder.warnings.empty() ? "" : recorder.warnings[0];
+    }
+
+    std::string StatusOf(const SYSTEMTIME& date, std::uint32_t mask = AllBits) {
+        WCHAR text[128];
+        const int found = GetDayStatusText(data, date, text, 128, mask);
+        EXPECT_EQ(found != 0, text[0] != 0);
+        return Utf8(text);
+    }
+
+    std::vector<std::pair<std::int32_t, std::int32_t>> ValidCycles() const {
+        std::vector<std::pair<std::int32_t, std::int32_t>> cycles;
+        for (const CycleRecord& cycle : data.predictor.validCycles) {
+            cycles.emplace_back(cycle.periodLength, cycle.cycleLength);
+        }
+        return cycles;
+    }
+
+    UserData data;
+    WarningRecorder recorder;
+};
+
+}  // namespace lunara::test

@@ -1,0 +1,483 @@
+#include "cycle/predictor.h"
+
+#include "cycle/day_status.h"
+#include "tests/core/cycle/diary_support.h"
+
+namespace lunara::test {
+namespace {
+
+using Cycles = std::vector<std::pair<std::int32_t, std::int32_t>>;  // period length, cycle length
+
+const SYSTEMTIME Start = Day(2024, 1, 1);
+
+// ---- Periods and cycles
+// ---------------------------------------------------------------------------
+
+TEST(PeriodsTest, OneDayWithoutBleedingIsBridged) {
+    Diary diary;
+    const SYSTEMTIME second = Later(Start, 28);
+    diary.Bleed(Start, "1101").Bleed(second, "11");
+    diary.Predict(Later(second, 5));
+    EXPECT_EQ(diary.ValidCycles(), (Cycles{{4, 28}}));
+}
+
+TEST(PeriodsTest, GapOfThreeDaysStartsNewPeriod) {
+    Diary diary;
+    diary.Bleed(Start, "11").Bleed(Later(Start, 4), "11").Bleed(Later(Start, 30), "11");
+    diary.Predict(Later(Start, 33));
+    EXPECT_EQ(diary.ValidCycles(), (Cycles{{2, 26}}));
+    EXPECT_EQ(diary.data.predictor.invalidCycles, 2);  // 4 days, and the open one
+    EXPECT_EQ(diary.data.predictor.discardedPeriods, 0);
+}
+
+TEST(PeriodsTest, SingleDayYesterdayIsKept) {
+    Diary diary;
+    diary.Bleed(Start, "221").Bleed(Later(Start, 28), "1");
+    diary.Predict(Later(Start, 29));
+    EXPECT_EQ(diary.ValidCycles(), (Cycles{{3, 28}}));
+    EXPECT_EQ(diary.data.predictor.discardedPeriods, 0);
+    EXPECT_EQ(IsBleedingDayCounted(diary.data, Later(Start, 28)), 1);
+    // It does not count as a start, though: it may yet turn out to be no period.
+    EXPECT_EQ(IsSameDay(diary.data.LastValidPeriodStart(), Start), 1);
+}
+
+TEST(PeriodsTest, SingleDayTwoDaysAgoIsDiscardedAndItsCycleBridged) {
+    Diary diary;
+    diary.Bleed(Start, "221").Bleed(Later(Start, 12), "1").Bleed(Later(Start, 28), "221");
+    diary.Predict(Later(Start, 30));
+    EXPECT_EQ(diary.ValidCycles(), (Cycles{{3, 28}}));
+    EXPECT_EQ(diary.data.predictor.discardedPeriods, 1);
+    EXPECT_EQ(diary.data.predictor.discardedDays.Count(), 1);
+    EXPECT_EQ(IsBleedingDayCounted(diary.data, Later(Start, 12)), 0);
+    EXPECT_EQ(IsBleedingDayCounted(diary.data, Later(Start, 13)), 1);
+}
+
+TEST(PeriodsTest, DiscardedOpenPeriodMakesTheCycleBeforeItTooLong) {
+    Diary diary;
+    diary.Bleed(Start, "221").Bleed(Later(Start, 28), "1");
+    diary.Predict(Later(Start, 30));
+    EXPECT_EQ(diary.ValidCycles(), Cycles{});  // 28 + 37 days
+    EXPECT_EQ(diary.data.predictor.discardedPeriods, 1);
+    EXPECT_EQ(diary.data.predictor.invalidCycles, 1);
+}
+
+TEST(PeriodsTest, PeriodOfEightDaysIsDiscarded) {
+    Diary diary;
+    diary.Bleed(Start, "3322111").Bleed(Later(Start, 26), "22222222");
+    diary.Predict(Later(Start, 40));
+    EXPECT_EQ(diary.data.predictor.discardedPeriods, 1);
+    EXPECT_EQ(diary.data.predictor.discardedDays.Count(), 8);
+    for (int day = 26; day < 34; ++day) {
+        EXPECT_EQ(IsBleedingDayCounted(diary.data, Later(Start, day)), 0) << day;
+    }
+    EXPECT_EQ(IsBleedingDayCounted(diary.data, Later(Start, 6)), 1);
+    EXPECT_EQ(IsSameDay(diary.data.LastValidPeriodStart(), Start), 1);
+}
+
+TEST(PeriodsTest, DaysWithoutBleedingInsideADiscardedPeriodAreDiscardedToo) {
+    Diary diary;
+    diary.Bleed(Start, "221").Bleed(Later(Start, 28), "1010101011");
+    diary.Predict(Later(Start, 45));
+    EXPECT_EQ(diary.data.predictor.discardedDays.Count(), 10);
+    EXPECT_EQ(IsBleedingDayCounted(diary.data, Later(Start, 29)), 0);
+}
+
+struct LengthCase {
+    const char* label;
+    std::int32_t length;
+    bool isValid;
+};
+
+TEST(PeriodsTest, CyclesOf21To36DaysAreValid) {
+    constexpr LengthCase Cases[] = {{"just too short", 20, false},
+                                    {"shortest", 21, true},
+                                    {"longest", 36, true},
+                                    {"just too long", 37, false}};
+    for (const LengthCase& test : Cases) {
+        SCOPED_TRACE(test.label);
+        Diary diary;
+        const SYSTEMTIME last = diary.BleedCycles(Start, {28, test.length});
+        diary.Predict(Later(last, 5));
+        EXPECT_EQ(diary.ValidCycles().size(), test.isValid ? 2U : 1U);
+        EXPECT_EQ(diary.data.predictor.invalidCycles, test.isValid ? 1 : 2);
+    }
+}
+
+TEST(PeriodsTest, RecordsAfterTodayChangeNothing) {
+    Diary diary;
+    const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
+    const SYSTEMTIME today = Later(last, 3);
+    diary.Predict(today);
+    const std::int32_t levels = diary.data.predictor.bleedingLevels.Count();
+    const float level = GetBleedingLevel(diary.data, Later(last, 28));
+    EXPECT_GT(level, 0);
+    diary.Bleed(Later(last, 6), "3333").Bleed(Later(last, 28), "3");
+    EXPECT_EQ(diary.Predict(today), "");
+    EXPECT_EQ(diary.ValidCycles().size(), 4U);
+    EXPECT_EQ(diary.data.predictor.bleedingLevels.Count(), levels);
+    EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 28)), level);
+}
+
+TEST(PeriodsTest, FirstRecordAfterTodayMeansNothingIsKnown) {
+    Diary diary;
+    diary.Bleed(Later(Start, 1), "33211");
+    EXPECT_EQ(diary.Predict(Start), "Insufficient statistical data. Prediction not available! ");
+    EXPECT_EQ(diary.data.LastValidPeriodStart().wYear, 0);
+    EXPECT_EQ(diary.data.predictor.invalidCycles, 0);
+    EXPECT_EQ(diary.data.predictor.bleedingLevels.Count(), 0);
+    EXPECT_EQ(diary.data.predictor.dayFlags.Count(), 0);
+}
+
+// ---- Warnings
+// -------------------------------------------------------------------------------------
+
+TEST(WarningTest, EmptyDiary) {
+    Diary diary;
+    EXPECT_EQ(diary.Predict(Start), "No statistical data. ");
+    EXPECT_TRUE(diary.data.predictor.predictionUpToDate);
+}
+
+struct WarningCase {
+    const char* label;
+    std::vector<std::int32_t> cycles;
+    std::int32_t today;  // days after the last start
+    const char* warning;
+};
+
+TEST(WarningTest, ByCyclesAndDay) {
+    const WarningCase cases[] = {
+        {"four cycles", {28, 27, 29, 30}, 5, ""},
+        {"three cycles", {28, 27, 29}, 5, "Too few valid cycles for stable prediction. "},
+        {"one cycle", {28}, 5, "Too few valid cycles for stable prediction. "},
+        {"no cycle", {}, 5, "Insufficient statistical data. Prediction not available! "},
+        {"invalid cycles without a discarded period are not counted",
+         {28, 27, 29, 30, 40, 20},
+         5,
+         ""},
+        {"last day with a prediction", {28, 27, 29, 36}, 36, ""},
+        {"too far",
+         {28, 27, 29, 36},
+         37,
+         "Too far from the last valid period start. Prediction not meaningfull! "},
+        {"few and too far",
+         {28},
+         37,
+         "Too few valid cycles for stable prediction. Too far from the last valid period start. "
+         "Prediction not meaningfull! "},
+        {"past every observed length",
+         {28, 27, 29, 30},
+         31,
+         "Today after statistically expected cycle length. Prediction not available! "},
+        {"on the longest observed length", {28, 27, 29, 30}, 30, ""},
+    };
+    for (const WarningCase& test : cases) {
+        SCOPED_TRACE(test.label);
+        Diary diary;
+        const SYSTEMTIME last = diary.BleedCycles(Start, test.cycles);
+        EXPECT_EQ(diary.Predict(Later(last, test.today)), test.warning);
+    }
+}
+
+TEST(WarningTest, DiscardedPeriodBringsBothCounts) {
+    Diary diary;
+    const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30, 40});
+    diary.Bleed(Later(Start, 14), "1");
+    EXPECT_EQ(diary.Predict(Later(last, 5)), "1 discarded period(s). 2 invalid cycle(s). ");
+}
+
+TEST(WarningTest, CountsStandBetweenTheOthers) {
+    Diary diary;
+    diary.Bleed(Start, "33211").Bleed(Later(Start, 10), "1");
+    EXPECT_EQ(diary.Predict(Later(Start, 20)),
+              "Insufficient statistical data. 1 discarded period(s). 1 invalid cycle(s). "
+              "Prediction not available! ");
+}
+
+TEST(WarningTest, NoInvalidCycleIsLeftWhenEveryPeriodWasDiscarded) {
+    Diary diary;
+    diary.Bleed(Start, "1").Bleed(Later(Start, 28), "22222222");
+    EXPECT_EQ(diary.Predict(Later(Start, 50)),
+              "Insufficient statistical data. 2 discarded period(s). 0 invalid cycle(s). "
+              "Prediction not available! ");
+    EXPECT_EQ(diary.data.LastValidPeriodStart().wYear, 0);
+}
+
+TEST(WarningTest, IsNotPostedWithoutBeingAskedFor) {
+    Diary diary;
+    diary.Bleed(Start, "33211");
+    SetLocalNow(Start);
+    EXPECT_EQ(UpdatePrediction(diary.data, 0), 1);
+    EXPECT_TRUE(diary.recorder.warnings.empty());
+    EXPECT_TRUE(diary.data.predictor.predictionUpToDate);
+}
+
+TEST(WarningTest, NobodyNeedsToListen) {
+    Diary diary;
+    diary.data.predictor.warningSink = nullptr;
+    EXPECT_EQ(diary.Predict(Start), "");
+}
+
+TEST(WarningTest, OneBoxAnHour) {
+    struct Turn {
+        const char* label;
+        DWORD tick;
+        bool shown;
+    };
+    constexpr Turn Turns[] = {{"the first, early after the device's start", 1, true},
+                              {"an hour later to the millisecond", 3'600'001, false},
+                              {"one more millisecond", 3'600'002, true},
+                              {"within the hour", 3'600'003, false},
+                              {"much later", 0xFFFF'0000, true},
+                              {"across the count's wrap, within the hour", 1'000'000, false},
+                              {"across the count's wrap, after the hour", 3'534'466, true}};
+    CyclePredictor state;
+    for (const Turn& turn : Turns) {
+        SCOPED_TRACE(turn.label);
+        const DWORD before = state.lastWarningTick;
+        EXPECT_EQ(TakeWarningTurn(state, turn.tick), turn.shown);
+        EXPECT_EQ(state.lastWarningTick, turn.shown ? turn.tick : before);
+    }
+}
+
+// ---- When it is computed
+// --------------------------------------------------------------------------
+
+TEST(UpdateTest, ReturnsAtOnceWhileNothingChanged) {
+    Diary diary;
+    diary.Predict(Start);
+    diary.recorder.warnings.clear();
+    EXPECT_EQ(UpdatePrediction(diary.data, 1), 1);
+    EXPECT_TRUE(diary.recorder.warnings.empty());
+}
+
+TEST(UpdateTest, AnotherDayIsComputedAnew) {
+    Diary diary;
+    const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
+    diary.Predict(Later(last, 4));
+    EXPECT_TRUE(diary.data.predictor.todayIsBleeding);
+    EXPECT_EQ(diary.data.predictor.computedFor, ToDateKey(Later(last, 4)));
+    EXPECT_GT(GetPeriodProbability(diary.data, Later(last, 30)), 0.2F);
+
+    SYSTEMTIME midnight = Later(last, 31);
+    midnight.wHour = 0;
+    SetLocalNow(midnight);
+    EXPECT_EQ(UpdatePrediction(diary.data, 0), 1);
+    EXPECT_FALSE(diary.data.predictor.todayIsBleeding);
+    EXPECT_EQ(GetPeriodProbability(diary.data, Later(last, 58)), 0);
+    EXPECT_EQ(diary.data.predictor.computedFor, ToDateKey(Later(last, 31)));
+}
+
+TEST(UpdateTest, ChangeOfBleedingIsComputedAnew) {
+    Diary diary;
+    const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
+    diary.Predict(Later(last, 5));
+    EXPECT_EQ(diary.data.SetCurrentDate(Later(last, 4)), 1);
+    EXPECT_EQ(diary.data.SetBleeding(0), 1);
+    EXPECT_FALSE(diary.data.predictor.predictionUpToDate);
+    EXPECT_EQ(UpdatePrediction(diary.data, 1), 1);
+    EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 4)), 0);
+}
+
+TEST(UpdateTest, WithoutRecordsNothingIsLeftOfTheLastResult) {
+    Diary diary;
+    const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
+    diary.Bleed(Later(Start, 14), "1");
+    diary.Predict(Later(last, 1));
+    CyclePredictor& state = diary.data.predictor;
+    EXPECT_TRUE(state.todayIsBleeding);
+    EXPECT_NE(state.lastValidPeriodStart.wYear, 0);
+
+    diary.data.bleeding.Clear();
+    EXPECT_EQ(diary.Predict(Later(last, 1)), "No statistical data. ");
+    EXPECT_FALSE(state.todayIsBleeding);
+    EXPECT_EQ(state.lastValidPeriodStart.wYear, 0);
+    EXPECT_EQ(state.validCycles.Count(), 0);
+    EXPECT_EQ(state.discardedPeriods, 0);
+    EXPECT_EQ(state.invalidCycles, 0);
+    EXPECT_EQ(state.dayFlags.Count(), 0);
+    EXPECT_EQ(state.dayFlagArgs.Count(), 0);
+    for (const DayValueList* list :
+         {&state.bleedingLevels, &state.periodProbabilities, &state.ovulationProbabilities,
+          &state.pregnancyProbabilities, &state.discardedDays}) {
+        EXPECT_EQ(list->Count(), 0);
+    }
+}
+
+TEST(UpdateTest, RecordsNeedNotBeInOrder) {
+    Diary diary;
+    diary.Bleed(Later(Start, 28), "33211").Bleed(Start, "33211");
+    diary.Predict(Later(Start, 33));
+    EXPECT_EQ(diary.ValidCycles(), (Cycles{{5, 28}}));
+}
+
+// ---- The day lists
+// --------------------------------------------------------------------------------
+
+TEST(DayListsTest, RecordedDaysHaveTheirLevelAndAreCertain) {
+    Diary diary;
+    diary.Bleed(Start, "3021");
+    diary.data.bleeding.Set(ToDateKey(Later(Start, 3)), -2);
+    diary.Predict(Later(Start, 9));
+    const float levels[] = {3, 0, 2, -2, 0};
+    const float probabilities[] = {1, 0, 1, 1, 0};
+    for (int day = 0; day < 5; ++day) {
+        EXPECT_EQ(GetBleedingLevel(diary.data, Later(Start, day)), levels[day]) << day;
+        EXPECT_EQ(GetPeriodProbability(diary.data, Later(Start, day)), probabilities[day]) << day;
+    }
+}
+
+TEST(DayListsTest, RecordOfLevelZeroIsKeptAsImprobable) {
+    Diary diary;
+    diary.data.bleeding.Set(ToDateKey(Start), 0);
+    diary.Predict(Start);
+    EXPECT_EQ(diary.data.predictor.periodProbabilities.Count(), 1);
+    EXPECT_EQ(GetPeriodProbability(diary.data, Start), 0);
+    EXPECT_TRUE(diary.data.predictor.todayIsBleeding);
+}
+
+TEST(DayListsTest, EvenCycleOvulatesInItsMiddle) {
+    Diary diary;
+    const SYSTEMTIME last = diary.BleedCycles(Start, {28});
+    diary.Predict(Later(last, 40));
+    EXPECT_EQ(diary.data.predictor.ovulationProbabilities.Count(), 1);
+    EXPECT_EQ(GetOvulationProbability(diary.data, Later(Start, 14)), 1.0F);
+    const float weights[] = {0, 0.5F, 1, 1, 1, 0};
+    for (int day = 12; day <= 17; ++day) {
+        EXPECT_EQ(GetPregnancyProbability(diary.data, Later(Start, day)), weights[day - 12]) << day;
+    }
+    EXPECT_EQ(diary.data.predictor.pregnancyProbabilities.Count(), 4);
+}
+
+TEST(DayListsTest, OddCycleOvulatesOnEitherOfTwoDays) {
+    Diary diary;
+    const SYSTEMTIME last = diary.BleedCycles(Start, {29});
+    diary.Predict(Later(last, 40));
+    EXPECT_EQ(diary.data.predictor.ovulationProbabilities.Count(), 2);
+    EXPECT_EQ(GetOvulationProbability(diary.data, Later(Start, 14)), 0.5F);
+    EXPECT_EQ(GetOvulationProbability(diary.data, Later(Start, 15)), 0.5F);
+    const float weights[] = {0, 0.25F, 0.75F, 1, 1, 0.5F, 0};
+    for (int day = 12; day <= 18; ++day) {
+        EXPECT_EQ(GetPregnancyProbability(diary.data, Later(Start, day)), weights[day - 12]) << day;
+    }
+}
+
+TEST(DayListsTest, PredictionCoversAYearFromTheLastStart) {
+    Diary diary;
+    const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28}, "22");
+    const SYSTEMTIME today = Later(last, 10);
+    diary.Predict(today);
+    for (int k = 10; k < 400; ++k) {
+        const float expected = k % 28 < 2 && k < 365 ? 1.0F : 0.0F;
+        EXPECT_EQ(GetPeriodProbability(diary.data, Later(last, k)), expected) << k;
+        EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, k)), 2 * expected) << k;
+        EXPECT_EQ(GetOvulationProbability(diary.data, Later(last, k)),
+                  k % 28 == 14 && k < 365 ? 1.0F : 0.0F)
+            << k;
+    }
+    // The ovulation of the running cycle lies before the last day of its prediction, too.
+    EXPECT_EQ(GetOvulationProbability(diary.data, Later(last, 14)), 1.0F);
+}
+
+TEST(DayListsTest, RecordedTodayGoesBeforeItsPrediction) {
+    Diary diary;
+    const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28}, "33");
+    diary.Bleed(Later(last, 28), "1");
+    diary.Predict(Later(last, 28));
+    EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 28)), 1.0F);
+    EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 29)), 3.0F);
+}
+
+TEST(DayListsTest, EndedCycleGoesBeforeThePredictionOfItsOvulation) {
+    Diary diary;
+    const SYSTEMTIME last = diary.BleedCycles(Start, {28, 30, 28, 30});
+    diary.Bleed(Later(last, 26), "1");  // today: kept, and ends a cycle of 26 days
+    diary.Predict(Later(last, 26));
+    EXPECT_EQ(diary.ValidCycles().back().second, 26);
+    EXPECT_EQ(GetOvulationProbability(diary.data, Later(last, 13)), 1.0F);
+    // What the ended cycle says nothing of keeps its prediction.
+    EXPECT_GT(GetOvulationProbability(diary.data, Later(last, 15)), 0.3F);
+    EXPECT_LT(GetOvulationProbability(diary.data, Later(last, 15)), 0.5F);
+}
+
+TEST(DayListsTest, ValuesUnderAHundredthLeaveNoEntry) {
+    Diary diary;
+    std::vector<std::int32_t> lengths(100, 28);
+    lengths[50] = 33;
+    const SYSTEMTIME last = diary.BleedCycles(Start, lengths, "11");
+    diary.Predict(Later(last, 3));
+    EXPECT_EQ(GetPeriodProbability(diary.data, Later(last, 33)), 0.01F);  // one in a hundred
+    lengths.push_back(28);
+    Diary longer;
+    const SYSTEMTIME end = longer.BleedCycles(Start, lengths, "11");
+    longer.Predict(Later(end, 3));
+    EXPECT_LT(longer.data.predictor.periodProbabilities.Find(ToDateKey(Later(end, 33))), 0);
+}
+
+TEST(DayListsTest, ProfileCountsBleedingOfDiscardedPeriods) {
+    Diary diary;
+    // Bleeding on days 0 and 1 and, apart from that period, on day 5.
+    const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28}, "220001");
+    diary.Predict(Later(last, 6));
+    EXPECT_EQ(diary.data.predictor.discardedPeriods, 4);  // today's neighbour may still go on
+    EXPECT_EQ(diary.ValidCycles(), (Cycles{{2, 28}, {2, 28}, {2, 28}, {2, 28}}));
+    EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 28)), 2.0F);
+    EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 33)), 1.0F);
+    EXPECT_EQ(GetPeriodProbability(diary.data, Later(last, 33)), 1.0F);
+}
+
+TEST(DayListsTest, LevelsAreSigned) {
+    Diary diary;
+    SYSTEMTIME start = Start;
+    for (int cycle = 0; cycle < 5; ++cycle, start = Later(start, 28)) {
+        diary.data.bleeding.Set(ToDateKey(start), cycle % 2 == 0 ? 3 : -1);
+        diary.data.bleeding.Set(ToDateKey(Later(start, 1)), -1);
+    }
+    const SYSTEMTIME last = Later(start, -28);
+    diary.Predict(Later(last, 2));
+    EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 28)), 1.0F);
+    EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 29)), 0.0F);  // -1 is less than 0.01
+    EXPECT_EQ(GetPeriodProbability(diary.data, Later(last, 29)), 1.0F);
+}
+
+TEST(DayListsTest, NothingIsPredictedAfterEveryObservedLength) {
+    Diary diary;
+    const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
+    diary.Predict(Later(last, 31));
+    for (const DayValueList* list :
+         {&diary.data.predictor.bleedingLevels, &diary.data.predictor.periodProbabilities,
+          &diary.data.predictor.ovulationProbabilities,
+          &diary.data.predictor.pregnancyProbabilities}) {
+        EXPECT_LE(list->At(list->Count() - 1).date, ToDateKey(Later(last, 4)));
+    }
+}
+
+// ---- Record dates
+// ---------------------------------------------------------------------------------
+
+TEST(RecordDatesTest, SpanBleedingAndTemperature) {
+    Diary diary;
+    SYSTEMTIME date = Day(1999, 9, 9);
+    EXPECT_EQ(GetFirstRecordDate(diary.data, date), 0);
+    EXPECT_EQ(GetLastRecordDate(diary.data, date), 0);
+    EXPECT_EQ(IsSameDay(date, Day(1999, 9, 9)), 1);
+
+    diary.Bleed(Later(Start, 10), "11");
+    EXPECT_EQ(GetFirstRecordDate(diary.data, date), 1);
+    EXPECT_EQ(IsSameDay(date, Later(Start, 10)), 1);
+    EXPECT_EQ(GetLastRecordDate(diary.data, date), 1);
+    EXPECT_EQ(IsSameDay(date, Later(Start, 11)), 1);
+
+    diary.data.temperature.Set(ToDateKey(Later(Start, 40)), 9800);
+    diary.data.temperature.Set(ToDateKey(Start), 9700);  // not in order
+    EXPECT_EQ(GetFirstRecordDate(diary.data, date), 1);
+    EXPECT_EQ(IsSameDay(date, Start), 1);
+    EXPECT_EQ(GetLastRecordDate(diary.data, date), 1);
+    EXPECT_EQ(IsSameDay(date, Later(Start, 40)), 1);
+
+    diary.data.bleeding.Clear();
+    EXPECT_EQ(GetLastRecordDate(diary.data, date), 1);
+    EXPECT_EQ(IsSameDay(date, Later(Start, 40)), 1);
+}
+
+}  // namespace
+}  // namespace lunara::test

@@ -1,0 +1,194 @@
+// Every Show command, from the menu and from the menu bar, in both views; and the view commands.
+
+#include <windows.h>
+// After windows.h, which it builds on.
+#include <commctrl.h>
+
+#include "tests/e2e/fixture.h"
+
+namespace lunara::e2e {
+namespace {
+
+struct Show {
+    const char* label;
+    UINT command;
+    DWORD bit;        // of the diary's show flags
+};
+
+constexpr std::array<Show, 5> DiaryItems = {{
+    {"Notes", CommandShowNotes, 1},
+    {"Bleeding", CommandShowBleeding, 2},
+    {"Period", CommandShowPeriod, 4},
+    {"Ovulation", CommandShowOvulation, 8},
+    {"Pregnancy", CommandShowPregnancy, 16},
+}};
+constexpr int On = TBSTATE_ENABLED | TBSTATE_CHECKED;
+constexpr int Off = TBSTATE_ENABLED;
+
+class Commands : public EndToEnd {
+  protected:
+    void SetUp() override {
+        EndToEnd::SetUp();
+        MakeSampleDiary(L"Anna");
+    }
+
+    /// The item cells of a row as they are on the screen: how many stand before the white.
+    static int CellsShown(Program& program) {
+        const int side = program.AskRow(0, 5).height;
+        const Picture agenda = Program::Look(program.Agenda());
+        int cells = 0;
+        while (agenda.At((cells + 1) * side, side / 2) == RGB(0, 0, 0)) {
+            ++cells;
+        }
+        return cells;
+    }
+};
+
+TEST_F(Commands, DiaryItemsAreToggledFromMenuAndMenuBar) {
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    EXPECT_EQ(CellsShown(program), 5);
+    for (const Show& item : DiaryItems) {
+        SCOPED_TRACE(item.label);
+        EXPECT_EQ(program.ButtonState(item.command), On);
+        ASSERT_TRUE(program.ClickButton(item.command));
+        ASSERT_TRUE(program.Settle());
+        EXPECT_EQ(program.ButtonState(item.command), Off);
+        EXPECT_EQ(CellsShown(program), 4);
+        ASSERT_TRUE(program.ChooseFromMenu(item.command));
+        ASSERT_TRUE(program.Settle());
+        EXPECT_EQ(program.ButtonState(item.command), On);
+        EXPECT_EQ(CellsShown(program), 5);
+    }
+    EXPECT_TRUE(program.Exit());
+}
+
+TEST_F(Commands, TheLastItemStays) {
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    for (const Show& item : DiaryItems) {
+        if (item.command != CommandShowPeriod) {
+            ASSERT_TRUE(program.ClickButton(item.command));
+            ASSERT_TRUE(program.Settle());
+        }
+    }
+    EXPECT_EQ(CellsShown(program), 1);
+    ASSERT_TRUE(program.ChooseFromMenu(CommandShowPeriod));
+    ASSERT_TRUE(program.Settle());
+    program.Keep(L"period-only");
+    EXPECT_EQ(program.ButtonState(CommandShowPeriod), On);
+    EXPECT_EQ(CellsShown(program), 1);
+    ASSERT_TRUE(program.Exit());
+    EXPECT_EQ(ReadNumber(L"DiaryView_ShowFlags"), 4u);
+}
+
+TEST_F(Commands, ARefusedClickLeavesTheButtonPressed) {
+    WriteNumber(L"DiaryView_ShowFlags", 2);
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    EXPECT_EQ(program.ButtonState(CommandShowNotes), Off);
+    ASSERT_TRUE(program.ClickButton(CommandShowBleeding));
+    ASSERT_TRUE(program.Settle());
+    EXPECT_EQ(program.ButtonState(CommandShowBleeding), On);
+    EXPECT_EQ(CellsShown(program), 1);
+    EXPECT_TRUE(program.Exit());
+}
+
+TEST_F(Commands, ChosenItemsComeBackAtTheNextStart) {
+    WriteNumber(L"DiaryView_ShowFlags", 2 + 16);
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    for (const Show& item : DiaryItems) {
+        EXPECT_EQ(program.ButtonState(item.command), (item.bit & 18U) != 0 ? On : Off) << item.label;
+    }
+    EXPECT_EQ(CellsShown(program), 2);
+    ASSERT_TRUE(program.Exit());
+    EXPECT_EQ(ReadNumber(L"DiaryView_ShowFlags"), 18u);
+}
+
+TEST_F(Commands, ViewCommandsSwitchTheViewAndItsButtons) {
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    EXPECT_TRUE(program.IsOnTop(program.Diary()));
+    EXPECT_NE(program.ButtonState(CommandShowTemperature) & TBSTATE_HIDDEN, 0);
+    for (const Show& item : DiaryItems) {
+        EXPECT_EQ(program.ButtonStyle(item.command), TBSTYLE_CHECK) << item.label;
+    }
+
+    ASSERT_TRUE(program.ChooseFromMenu(CommandViewGraph));
+    ASSERT_TRUE(program.Settle());
+    program.Keep(L"graph");
+    EXPECT_TRUE(program.IsOnTop(program.Graph()));
+    for (const UINT hidden : {CommandShowNotes, CommandShowPeriod, CommandShowOvulation,
+                              CommandShowPregnancy}) {
+        EXPECT_NE(program.ButtonState(hidden) & TBSTATE_HIDDEN, 0) << hidden;
+    }
+    for (const UINT shown : {CommandShowBleeding, CommandShowTemperature}) {
+        EXPECT_EQ(program.ButtonState(shown) & TBSTATE_HIDDEN, 0) << shown;
+        EXPECT_EQ(program.ButtonStyle(shown), TBSTYLE_CHECKGROUP) << shown;
+    }
+
+    ASSERT_TRUE(program.ChooseFromMenu(CommandViewDiary));
+    ASSERT_TRUE(program.PutWarningAway());
+    EXPECT_TRUE(program.IsOnTop(program.Diary()));
+    EXPECT_NE(program.ButtonState(CommandShowTemperature) & TBSTATE_HIDDEN, 0);
+    for (const Show& item : DiaryItems) {
+        EXPECT_EQ(program.ButtonState(item.command), On) << item.label;
+    }
+    EXPECT_TRUE(program.Exit());
+}
+
+TEST_F(Commands, GraphShowsEitherBleedingOrTemperature) {
+    WriteNumber(L"CurrentView", ViewGraph);
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    const auto expect = [&](UINT checked, UINT other) {
+        ASSERT_TRUE(program.Settle());
+        EXPECT_EQ(program.ButtonState(checked), On) << checked;
+        EXPECT_EQ(program.ButtonState(other), Off) << other;
+    };
+    ASSERT_TRUE(program.ClickButton(CommandShowTemperature));
+    expect(CommandShowTemperature, CommandShowBleeding);
+    ASSERT_TRUE(program.ChooseFromMenu(CommandShowBleeding));
+    expect(CommandShowBleeding, CommandShowTemperature);
+    ASSERT_TRUE(program.ChooseFromMenu(CommandShowTemperature));
+    expect(CommandShowTemperature, CommandShowBleeding);
+    ASSERT_TRUE(program.ClickButton(CommandShowBleeding));
+    expect(CommandShowBleeding, CommandShowTemperature);
+    // The menu offers the others, too, without effect here.
+    for (const UINT other : {CommandShowNotes, CommandShowPeriod, CommandShowOvulation,
+                             CommandShowPregnancy}) {
+        ASSERT_TRUE(program.ChooseFromMenu(other));
+        expect(CommandShowBleeding, CommandShowTemperature);
+    }
+    ASSERT_TRUE(program.Exit());
+    EXPECT_EQ(ReadNumber(L"CurrentView"), ViewGraph);
+}
+
+TEST_F(Commands, AboutHidesTheButtonsWhileItIsShown) {
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    program.Press('A', true);
+    const HWND about = program.WaitForDialog(L"About Lunara");
+    ASSERT_NE(about, nullptr);
+    program.Keep(L"about");
+    for (const Show& item : DiaryItems) {
+        EXPECT_NE(program.ButtonState(item.command) & TBSTATE_HIDDEN, 0) << item.label;
+    }
+    ASSERT_TRUE(program.Leave(about, ControlOk));
+    ASSERT_TRUE(program.Settle());
+    for (const Show& item : DiaryItems) {
+        EXPECT_EQ(program.ButtonState(item.command), On) << item.label;
+    }
+    EXPECT_TRUE(program.Exit());
+}
+
+}  // namespace
+}  // namespace lunara::e2e

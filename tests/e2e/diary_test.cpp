@@ -1,0 +1,82 @@
+// The diary shows what the companion predicts from the same files, on the screen and in its answers.
+
+#include "tests/e2e/expectation.h"
+#include "tests/e2e/fixture.h"
+#include "tests/e2e/wait.h"
+
+namespace lunara::e2e {
+namespace {
+
+class Diary : public EndToEnd {
+  protected:
+    /// Regular cycles before today, and near today one day of everything that has a mark of its own.
+    void MakeMarkedDiary(const std::wstring& user) {
+        std::string csv = "date,bleeding,temperature_f,cramps,pms,note\n";
+        for (int cycle = 13; cycle >= 1; --cycle) {
+            for (int day = 0; day < 5; ++day) {
+                csv += ToUtf8(IsoDate(AddDays(Today, -20 - 28 * (cycle - 1) + day))) +
+                       (day < 2 ? ",3,,,,\n" : ",2,,,,\n");
+            }
+        }
+        csv += ToUtf8(IsoDate(AddDays(Today, -8))) + ",,,1,,\n";
+        csv += ToUtf8(IsoDate(AddDays(Today, -7))) + ",,,,1,\n";
+        csv += ToUtf8(IsoDate(AddDays(Today, -6))) + ",,,1,1,Both\n";
+        csv += ToUtf8(IsoDate(AddDays(Today, -3))) + ",2,,,,\n";  // too short to be a period
+        csv += ToUtf8(IsoDate(AddDays(Today, 2))) + ",,,,,To come\n";
+        ASSERT_TRUE(WriteFile(folder.Path() + L"diary.csv", csv));
+        const auto made = folder.RunCompanion(L"import \"" + folder.UserFolder(user) + L"\" --csv \"" +
+                                                  folder.Path() + L"diary.csv\"",
+                                              Password);
+        ASSERT_EQ(made.exitCode, 0u) << made.output;
+        WriteNumber(L"CurrentView", ViewDiary);
+    }
+};
+
+TEST_F(Diary, ShowsTheCompanionsPrediction) {
+    MakeSampleDiary(L"Anna");
+    const Expectation expected(folder, L"Anna", Password, Today);
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    program.Keep(L"diary");
+    EXPECT_EQ(program.Warning(), expected.Warning());
+    EXPECT_EQ(program.FirstDay(), AddDays(Today, -10));
+    CompareDiary(program, folder, expected);
+    EXPECT_TRUE(program.Exit());
+}
+
+TEST_F(Diary, ShowsEveryMark) {
+    MakeMarkedDiary(L"Anna");
+    const Expectation expected(folder, L"Anna", Password, Today);
+    EXPECT_EQ(expected.RowOf(AddDays(Today, -3)).cells[1].overlay, 112u);
+    EXPECT_EQ(expected.RowOf(AddDays(Today, 8)).cells[1].overlay, 106u);
+    EXPECT_EQ(expected.RowOf(AddDays(Today, -6)).cells[0].overlay, 116u);
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    program.Keep(L"marks");
+    EXPECT_EQ(program.Warning(), expected.Warning());
+    CompareDiary(program, folder, expected);
+    EXPECT_TRUE(program.Exit());
+}
+
+TEST_F(Diary, ShowsDistantDaysAfterScrolling) {
+    MakeSampleDiary(L"Anna");
+    const Expectation expected(folder, L"Anna", Password, Today);
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    for (int page = 1; page <= 8; ++page) {
+        ::SendMessageW(program.Diary(), WM_VSCROLL, SB_PAGEDOWN, 0);
+    }
+    ASSERT_TRUE(program.Settle());
+    EXPECT_EQ(program.FirstDay(), AddDays(Today, 70));
+    ::UpdateWindow(program.Agenda());
+    ASSERT_TRUE(program.Settle());
+    program.Keep(L"future");
+    CompareDiary(program, folder, expected);
+    EXPECT_TRUE(program.Exit());
+}
+
+}  // namespace
+}  // namespace lunara::e2e

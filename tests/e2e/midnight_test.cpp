@@ -1,0 +1,56 @@
+// A day begins while the program runs.
+
+#include "tests/e2e/expectation.h"
+#include "tests/e2e/fixture.h"
+#include "tests/e2e/wait.h"
+
+namespace lunara::e2e {
+namespace {
+
+/// The program looks at the date once a minute.
+constexpr DWORD TimerPatienceMs = 90000;
+
+class Midnight : public EndToEnd {};
+
+TEST_F(Midnight, TheNewDaysPredictionIsShownByItself) {
+    MakeSampleDiary(L"Anna");
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    CompareDiary(program, folder, Expectation(folder, L"Anna", Password, Today));
+    program.Keep(L"before");
+    const Picture before = Program::Look(program.Agenda());
+
+    const Day tomorrow = AddDays(Today, 1);
+    ASSERT_TRUE(SetToday(tomorrow));
+    EXPECT_TRUE(WaitFor([&] { return !(Program::Look(program.Agenda()) == before); },
+                        TimerPatienceMs));
+    ASSERT_TRUE(program.Settle());
+    program.Keep(L"after");
+    EXPECT_EQ(program.FindAnyDialog(), nullptr) << "the timer warns of nothing";
+    CompareDiary(program, folder, Expectation(folder, L"Anna", Password, tomorrow));
+
+    // From then on it looks every minute, and finds nothing new.
+    ::SendMessageW(program.Main(), WM_TIMER, DayTimer, 0);
+    CompareDiary(program, folder, Expectation(folder, L"Anna", Password, tomorrow));
+    EXPECT_TRUE(program.Exit());
+}
+
+TEST_F(Midnight, SeveralDaysMayHavePassed) {
+    MakeSampleDiary(L"Anna");
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    const Day later = AddDays(Today, 17);
+    ASSERT_TRUE(SetToday(later));
+    ::SendMessageW(program.Main(), WM_TIMER, DayTimer, 0);
+    ASSERT_TRUE(program.Settle());
+    ::UpdateWindow(program.Agenda());
+    ASSERT_TRUE(program.Settle());
+    program.Keep(L"later");
+    CompareDiary(program, folder, Expectation(folder, L"Anna", Password, later));
+    EXPECT_TRUE(program.Exit());
+}
+
+}  // namespace
+}  // namespace lunara::e2e

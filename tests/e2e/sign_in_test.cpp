@@ -1,0 +1,175 @@
+// Signing in: new users, passwords right and wrong, changed passwords, files that cannot be read.
+
+#include "tests/e2e/fixture.h"
+#include "tests/e2e/wait.h"
+
+namespace lunara::e2e {
+namespace {
+
+class SignIn : public EndToEnd {
+  protected:
+    /// Reads a box over the sign-in and puts it away.
+    static std::wstring Dismiss(Program& program) {
+        const HWND box = program.WaitForDialog(L"Warning");
+        if (box == nullptr) {
+            return L"";
+        }
+        const std::wstring text = Program::BoxText(box);
+        program.Press(VK_RETURN);
+        program.WaitForNoDialog(L"Warning");
+        return text;
+    }
+
+    static HWND FocusOf(HWND dialog) {
+        GUITHREADINFO info{};
+        info.cbSize = sizeof info;
+        ::GetGUIThreadInfo(::GetWindowThreadProcessId(dialog, nullptr), &info);
+        return info.hwndFocus;
+    }
+};
+
+TEST_F(SignIn, NewUserStartsWithAnEmptyDiary) {
+    WriteNumber(L"CurrentView", ViewDiary);
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(L"Berta", L"pass"));
+    EXPECT_EQ(program.Warning(), L"No statistical data. ");
+    program.Keep(L"empty-diary");
+    for (int row = 0; row < 20; ++row) {
+        EXPECT_EQ(program.AskRow(row, 5).text, L"") << "row " << row;
+    }
+    ASSERT_TRUE(program.Exit());
+    EXPECT_TRUE(FileExists(folder.UserFolder(L"Berta")));
+    EXPECT_FALSE(FileExists(folder.UserFolder(L"Berta") + L"\\Bleeding.dat"));
+}
+
+TEST_F(SignIn, CancelEndsTheProgramAndWritesNothing) {
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    const HWND dialog = program.WaitForDialog(L"Login user");
+    ASSERT_TRUE(program.Click(::GetDlgItem(dialog, ControlCancel)));
+    ASSERT_TRUE(program.WaitForEnd());
+    EXPECT_EQ(program.ExitCode(), 0u);
+    EXPECT_EQ(ReadText(L"LastUser"), std::nullopt);
+    EXPECT_EQ(ReadNumber(L"CurrentView"), std::nullopt);
+}
+
+TEST_F(SignIn, EmptyNameIsRefused) {
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.EnterUser(L"", L"password"));
+    EXPECT_EQ(Dismiss(program), L"User name should not be empty");
+    const HWND dialog = program.FindDialog(L"Login user");
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_TRUE(WaitFor([&] { return FocusOf(dialog) == ::GetDlgItem(dialog, ControlPassword); }));
+}
+
+TEST_F(SignIn, PasswordsOfOneToThreeCharactersAreRefused) {
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    for (const WCHAR* password : {L"a", L"ab", L"abc"}) {
+        ASSERT_TRUE(program.EnterUser(L"Berta", password));
+        EXPECT_EQ(Dismiss(program), L"Password should be at least 4 long if specified!");
+    }
+    EXPECT_TRUE(program.SignIn(L"Berta", L"abcd"));
+    EXPECT_TRUE(program.Exit());
+}
+
+TEST_F(SignIn, WrongPasswordIsRefusedThenTheRightOneOpens) {
+    MakeSampleDiary(L"Anna");
+    const std::string before = FilesOf(L"Anna");
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.EnterUser(L"Anna", L"Moonlight 4"));
+    EXPECT_EQ(Dismiss(program), L"User/Password invalid");
+    const HWND dialog = program.FindDialog(L"Login user");
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_TRUE(WaitFor([&] { return FocusOf(dialog) == ::GetDlgItem(dialog, ControlPassword); }));
+    EXPECT_EQ(::SendDlgItemMessageW(dialog, ControlPassword, WM_GETTEXTLENGTH, 0, 0), 0);
+    EXPECT_EQ(Program::TextOf(::GetDlgItem(dialog, ControlUserName)), L"Anna");
+    program.Keep(L"refused");
+    EXPECT_TRUE(FilesOf(L"Anna") == before);
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    EXPECT_TRUE(program.Exit());
+    EXPECT_TRUE(FilesOf(L"Anna") == before);
+}
+
+TEST_F(SignIn, UnreadableFilesKeepTheSignInOpenAndAreLeftAlone) {
+    struct Case {
+        const char* label;
+        const WCHAR* file;
+        std::string content;
+        const WCHAR* message;
+    };
+    const std::array<Case, 3> cases = {{
+        {"foreign", L"Bleeding.dat", "This is no diary at all.", L"Not a valid Lunara data file"},
+        {"short header", L"Temperature.dat", "LN", L"Data file is corupted or wrong type"},
+        {"cut record", L"Notes.dat", "", L"Data file is corupted or wrong type"},
+    }};
+    MakeSampleDiary(L"Anna");
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    for (const Case& each : cases) {
+        SCOPED_TRACE(each.label);
+        const std::wstring path = folder.UserFolder(L"Anna") + L"\\" + each.file;
+        const std::string good = ReadFile(path);
+        ASSERT_GT(good.size(), 8u);
+        const std::string bad = each.content.empty() ? good.substr(0, good.size() - 3) : each.content;
+        ASSERT_TRUE(WriteFile(path, bad));
+        ASSERT_TRUE(program.EnterUser(L"Anna", Password));
+        EXPECT_EQ(Dismiss(program), each.message);
+        EXPECT_EQ(ReadFile(path), bad);
+        ASSERT_TRUE(WriteFile(path, good));
+    }
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    EXPECT_TRUE(program.Exit());
+}
+
+TEST_F(SignIn, ChangedPasswordOpensTheDiaryAndTheOldOneDoesNot) {
+    const WCHAR newPassword[] = L"neap tide";
+    MakeSampleDiary(L"Anna");
+    const std::string records = Export(L"Anna");
+    {
+        Program program(folder);
+        ASSERT_TRUE(program.Start());
+        ASSERT_TRUE(program.SignIn(L"Anna", Password));
+        ASSERT_TRUE(program.ChooseFromMenu(CommandChangePassword));
+        const HWND dialog = program.WaitForDialog(L"Change password");
+        ASSERT_NE(dialog, nullptr);
+        const auto fill = [&](int control, const std::wstring& text) {
+            const HWND field = ::GetDlgItem(dialog, control);
+            program.Click(field);
+            program.Type(text);
+            return WaitFor([&] {
+                return ::SendMessageW(field, WM_GETTEXTLENGTH, 0, 0) ==
+                       static_cast<LRESULT>(text.size());
+            });
+        };
+        ASSERT_TRUE(fill(ControlOldPassword, L"not this"));
+        ASSERT_TRUE(fill(ControlPassword, newPassword));
+        ASSERT_TRUE(fill(ControlConfirmation, newPassword));
+        program.Keep(L"change-password");
+        ASSERT_TRUE(program.Click(::GetDlgItem(dialog, ControlOk)));
+        EXPECT_EQ(Dismiss(program), L"Old password does not match!");
+        ASSERT_TRUE(fill(ControlOldPassword, Password));
+        ASSERT_TRUE(program.Leave(dialog, ControlOk));
+        ASSERT_TRUE(program.Settle());
+        EXPECT_TRUE(Opens(L"Anna", Password)) << "nothing is written before the end";
+        ASSERT_TRUE(program.Exit());
+    }
+    EXPECT_TRUE(Opens(L"Anna", newPassword));
+    EXPECT_FALSE(Opens(L"Anna", Password));
+    EXPECT_TRUE(Export(L"Anna", newPassword) == records);
+
+    Program again(folder);
+    ASSERT_TRUE(again.Start());
+    ASSERT_TRUE(again.EnterUser(L"Anna", Password));
+    EXPECT_EQ(Dismiss(again), L"User/Password invalid");
+    ASSERT_TRUE(again.SignIn(L"Anna", newPassword));
+    again.Keep(L"new-password");
+    EXPECT_TRUE(again.Exit());
+    EXPECT_TRUE(Export(L"Anna", newPassword) == records);
+}
+
+}  // namespace
+}  // namespace lunara::e2e

@@ -1,0 +1,57 @@
+// Any bytes as a CSV file to import. Whatever is refused is refused with a place and a reason; what
+// is taken makes a diary that comes back the same through export and import.
+
+#include <cstdint>
+#include <cstdlib>
+
+#include "diary_csv.h"
+#include "import_changes.h"
+
+namespace {
+
+void Require(bool holds) {
+    if (!holds) {
+        std::abort();
+    }
+}
+
+void Import(lunara::UserData& data, std::string_view text) {
+    lunara::DiaryCsv csv;
+    lunara::CsvFault fault;
+    Require(lunara::ReadDiaryCsv(text, csv, fault));
+    Require(lunara::ApplyChanges(data, csv.changes));
+}
+
+void CheckOddities(const lunara::DiaryCsv& csv) {
+    for (const lunara::CsvFault& oddity : csv.oddities) {
+        Require(oddity.line >= 2 && oddity.column >= 1 && !oddity.reason.empty());
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    const std::string_view text(reinterpret_cast<const char*>(bytes), size);
+    lunara::DiaryCsv csv;
+    lunara::CsvFault fault;
+    if (!lunara::ReadDiaryCsv(text, csv, fault)) {
+        Require(fault.line >= 1 && fault.column >= 1 && !fault.reason.empty());
+        return 0;
+    }
+    CheckOddities(csv);
+    lunara::UserData data;
+    Require(lunara::ApplyChanges(data, csv.changes));
+    const std::string exported = lunara::WriteDiaryCsv(data);
+
+    lunara::UserData copy;
+    Import(copy, exported);
+    Require(lunara::WriteDiaryCsv(copy) == exported);
+
+    // Once more changes nothing.
+    data.bleeding.dirty = data.temperature.dirty = data.noteFlags.dirty = false;
+    data.notePages.dirty = false;
+    Import(data, exported);
+    Require(!data.bleeding.dirty && !data.temperature.dirty && !data.noteFlags.dirty &&
+            !data.notePages.dirty);
+    return 0;
+}

@@ -1,0 +1,35 @@
+#include <ostream>
+
+#include "commands.h"
+#include "diary_folder.h"
+
+namespace lunara {
+namespace {
+
+std::string Verdict(const DiaryFile& file, const UserData& data, const WideString& folder) {
+    if (!FileExists(PathInFolder(folder, file.name))) {
+        return "no file, nothing recorded";
+    }
+    const std::int32_t count = file.count(data);
+    return "good, " + std::to_string(count) + (count == 1 ? " record" : " records");
+}
+
+}  // namespace
+
+int RunCheck(const Options& options, const WideString& password, const Streams& streams) {
+    if (const std::optional<Failure> failure = CheckFolder(options.folder)) {
+        return Report(*failure, streams);
+    }
+    UserData data;
+    for (const DiaryFile& file : DiaryFiles()) {
+        const std::optional<Failure> failure = LoadDiaryFile(file, data, options.folder, password);
+        if (failure) {
+            streams.out.flush();
+            return Report(*failure, streams);
+        }
+        streams.out << ToUtf8(file.name) << ": " << Verdict(file, data, options.folder) << '\n';
+    }
+    return ExitDone;
+}
+
+}  // namespace lunara

@@ -1,0 +1,45 @@
+#pragma once
+
+// The four data files in a folder, one by one, so that a failure has the file's name.
+
+#include <optional>
+#include <span>
+
+#include "files.h"
+#include "records/user_data.h"
+
+namespace lunara {
+
+struct DiaryFile {
+    const WCHAR* name;
+    int (*load)(UserData& data, const WCHAR* path, const WCHAR* password);
+    int (*save)(UserData& data, const WCHAR* path, const WCHAR* password);
+    std::int32_t (*count)(const UserData& data);
+    bool (*isDirty)(const UserData& data);
+};
+
+/// Temperature, bleeding, notes, note pages: the order in which they are loaded and saved.
+std::span<const DiaryFile> DiaryFiles();
+
+/// The file's path to be opened or shown.
+WideString PathInFolder(const WideString& folder, const WCHAR* name);
+
+/// What keeps the folder from being read: that it does not exist or is none, or cannot be reached.
+std::optional<Failure> CheckFolder(const WideString& folder);
+
+bool FileExists(const WideString& path);
+
+/// Loads one file; a file that is not there loads as an empty collection.
+std::optional<Failure> LoadDiaryFile(const DiaryFile& file, UserData& data,
+                                     const WideString& folder, const WideString& password);
+
+/// Loads all four, up to the first bad one.
+std::optional<Failure> LoadDiary(UserData& data, const WideString& folder,
+                                 const WideString& password);
+
+/// Creates the folder and its parents and saves every dirty collection. When one cannot be saved,
+/// the files that were written before it are put back as they were.
+std::optional<Failure> SaveDiary(UserData& data, const WideString& folder,
+                                 const WideString& password);
+
+}  // namespace lunara

@@ -1,0 +1,26 @@
+#include "commands.h"
+#include "diary_folder.h"
+#include "platform/clock.h"
+#include "sample_diary.h"
+
+namespace lunara {
+
+int RunSample(const Options& options, const WideString& password, const Streams& streams) {
+    for (const DiaryFile& file : DiaryFiles()) {
+        const WideString path = PathInFolder(options.folder, file.name);
+        if (FileExists(path)) {
+            return Report({path, "there is a diary already, which the sample would replace"},
+                          streams);
+        }
+    }
+    UserData data;
+    if (FillSampleDiary(data, LocalNow()) == 0) {
+        return Report({options.folder, "the sample would begin before 1601"}, streams);
+    }
+    if (const std::optional<Failure> failure = SaveDiary(data, options.folder, password)) {
+        return Report(*failure, streams);
+    }
+    return ExitDone;
+}
+
+}  // namespace lunara

@@ -1,0 +1,168 @@
+#include "sample_diary.h"
+
+#include <iterator>
+#include <string_view>
+
+#include "platform/text.h"
+
+namespace lunara {
+namespace {
+
+struct SampleCycle {
+    std::int32_t length;        // days to the next cycle's start
+    std::int32_t ovulationDay;  // estimated, day 1 being the first of bleeding
+    std::string_view levels;    // of its bleeding days, one digit each
+};
+
+// The first 27 cycles of the first woman of Fehring et al., Menstrual Cycle Data, Marquette
+// University, 2012: regular and without a gap, 24 to 32 days long. The last one is the open cycle.
+constexpr SampleCycle Cycles[] = {
+    {29, 17, "33211"}, {27, 15, "33211"}, {29, 15, "33211"},  {27, 15, "33321"},  {28, 16, "33221"},
+    {26, 15, "33211"}, {29, 16, "33211"}, {24, 14, "3321"},   {28, 16, "133221"}, {28, 17, "33211"},
+    {26, 14, "33211"}, {29, 16, "33211"}, {27, 15, "332211"}, {28, 16, "23221"},  {30, 18, "3221"},
+    {28, 16, "33211"}, {26, 14, "33311"}, {26, 14, "33221"},  {24, 12, "3321"},   {27, 15, "23211"},
+    {28, 16, "3321"},  {26, 14, "2321"},  {27, 14, "3221"},   {27, 15, "3321"},   {25, 14, "3221"},
+    {32, 19, "2321"},  {27, 16, "2321"},
+};
+constexpr std::int32_t OpenCycle = static_cast<std::int32_t>(std::size(Cycles)) - 1;
+// Late enough for the open cycle's bleeding to be over, early enough for everything else to lie
+// ahead.
+constexpr std::int32_t TodaysCycleDay = 12;
+
+struct SampleNote {
+    std::int32_t cycle;
+    std::int32_t day;  // of the cycle, from 1
+    const WCHAR* text;
+};
+
+constexpr SampleNote Notes[] = {
+    {0, 1, TEXT("First entry. Let us see whether I keep this up.")},
+    {0, 20, TEXT("New thermometer, the old one was off by a lot.")},
+    {1, 3, TEXT("Hot-water bottle and an early night.")},
+    {2, 16, TEXT("Slept only four hours, so do not trust today's temperature.")},
+    {3, 27, TEXT("Headache in the evening.")},
+    {5, 9, TEXT("Dr. Moreau: everything fine.\r\nNext check-up in a year.")},
+    {7, 2, TEXT("Earlier than expected, and heavy.")},
+    {8, 12, TEXT("Two weeks at the sea. Thermometer forgotten once or twice.")},
+    {10, 18, TEXT("Started running again, 3 km.")},
+    {12, 5, TEXT("Caf\u00E9 with Ana; felt well all day.")},
+    {14, 24, TEXT("A cold, slight fever.")},
+    {14, 25, TEXT("Still in bed.")},
+    {17, 1, TEXT("Cramps until noon, then better.")},
+    {18, 8, TEXT("Half marathon!")},
+    {19, 10, TEXT("Dr. Moreau: blood test, iron a little low.\r\nTablets, one a day.")},
+    {21, 22, TEXT("Tired. Moved house today.")},
+    {23, 4, TEXT("Iron is fine again.")},
+    {25, 28, TEXT("Late this time. The exam?")},
+    {25, 31, TEXT("Exam passed.")},
+    {26, 1, TEXT("There it is. Hot-water bottle.")},
+    {26, 5, TEXT("Over already.")},
+    {26, 9, TEXT("Swimming in the lake, 18 degrees.")},
+    {26, 12, TEXT("Feeling very well today.")},
+};
+
+// Hundredths of a degree Fahrenheit; the program's entry goes by tenths.
+constexpr std::int32_t BeforeOvulation = 9720;
+constexpr std::int32_t OnOvulation = 9700;
+constexpr std::int32_t DayAfterOvulation = 9750;
+constexpr std::int32_t LaterDays = 9790;
+constexpr std::int32_t DayBeforeNextCycle = 9760;
+constexpr std::int32_t Spread = 20;  // up or down
+constexpr std::int32_t EntryStep = 10;
+// One morning in so many has no temperature.
+constexpr std::uint32_t ForgottenMornings = 11;
+
+/// A number that looks random and is the same everywhere.
+std::uint32_t Scatter(std::int32_t cycle, std::int32_t day, std::uint32_t purpose) {
+    std::uint32_t bits = static_cast<std::uint32_t>(cycle) * 64 + static_cast<std::uint32_t>(day);
+    bits = bits * 8 + purpose + 1;
+    bits *= 2654435761U;
+    bits ^= bits >> 15;
+    bits *= 2246822519U;
+    return bits ^ bits >> 13;
+}
+
+/// `NoTemperature` for a forgotten morning, and where it happens to be the day's value.
+std::int32_t TemperatureOn(std::int32_t cycle, std::int32_t day) {
+    if (Scatter(cycle, day, 0) % ForgottenMornings == 0) {
+        return NoTemperature;
+    }
+    const SampleCycle& facts = Cycles[cycle];
+    const std::int32_t sinceOvulation = day - facts.ovulationDay;
+    std::int32_t value = BeforeOvulation;
+    if (day == facts.length) {
+        value = DayBeforeNextCycle;
+    } else if (sinceOvulation > 1) {
+        value = LaterDays;
+    } else if (sinceOvulation == 1) {
+        value = DayAfterOvulation;
+    } else if (sinceOvulation == 0) {
+        value = OnOvulation;
+    }
+    constexpr std::uint32_t Steps = 2 * Spread / EntryStep + 1;
+    value += static_cast<std::int32_t>(Scatter(cycle, day, 1) % Steps) * EntryStep - Spread;
+    return value;
+}
+
+/// Cramps on the first days of a period that begins heavily, PMS on some of the last days of a
+/// cycle.
+std::int32_t MarksOn(std::int32_t cycle, std::int32_t day) {
+    const SampleCycle& facts = Cycles[cycle];
+    std::int32_t marks = 0;
+    if (day <= 2 && facts.levels[0] == '3' && Scatter(cycle, day, 2) % 3 != 0) {
+        marks |= NoteFlagCramps;
+    }
+    if (day > facts.length - 3 && Scatter(cycle, day, 3) % 5 < 2) {
+        marks |= NoteFlagPms;
+    }
+    return marks;
+}
+
+int FillDay(UserData& data, DateKey key, std::int32_t cycle, std::int32_t day) {
+    const std::string_view levels = Cycles[cycle].levels;
+    int stored = 1;
+    if (day <= static_cast<std::int32_t>(levels.size())) {
+        stored &= data.bleeding.Set(key, levels[static_cast<std::size_t>(day - 1)] - '0');
+    }
+    if (const std::int32_t value = TemperatureOn(cycle, day); value != NoTemperature) {
+        stored &= data.temperature.Set(key, value);
+    }
+    if (const std::int32_t marks = MarksOn(cycle, day); marks != 0) {
+        stored &= data.noteFlags.Set(key, marks);
+    }
+    for (const SampleNote& note : Notes) {
+        if (note.cycle == cycle && note.day == day) {
+            const WideView text = note.text;
+            stored &=
+                data.notePages.AppendText(key, note.text, static_cast<std::int32_t>(text.size()));
+        }
+    }
+    return stored;
+}
+
+}  // namespace
+
+int FillSampleDiary(UserData& data, const SYSTEMTIME& today) {
+    std::int32_t daysBack = TodaysCycleDay - 1;
+    for (std::int32_t cycle = 0; cycle < OpenCycle; ++cycle) {
+        daysBack += Cycles[cycle].length;
+    }
+    SYSTEMTIME date{};
+    if (AddDays(today, -daysBack, date) == 0) {
+        return 0;
+    }
+    for (std::int32_t cycle = 0; cycle <= OpenCycle; ++cycle) {
+        const std::int32_t days = cycle == OpenCycle ? TodaysCycleDay : Cycles[cycle].length;
+        for (std::int32_t day = 1; day <= days; ++day) {
+            if (FillDay(data, ToDateKey(date), cycle, day) == 0) {
+                return 0;
+            }
+            AddDays(date, 1, date);
+        }
+    }
+    data.MarkAllDirty();
+    data.predictor.predictionUpToDate = false;
+    return 1;
+}
+
+}  // namespace lunara
