@@ -11,6 +11,7 @@
 #include "frame/folder_files.h"
 #include "platform/clock.h"
 #include "platform/pocketpc/documents_folder.h"
+#include "records/data_folder.h"
 #include "resources/ids.h"
 #include "tests/ui/frame/main_window_test_base.h"
 
