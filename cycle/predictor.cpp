@@ -4,7 +4,6 @@
 #include <bit>
 #include <optional>
 #include <span>
-#include <tuple>
 #include <utility>
 
 #include "cycle/day_status.h"
@@ -78,8 +77,36 @@ constexpr PregnancyAroundOvulation SpreadKernel(const OvulationKernel& kernel) {
     return weights;
 }
 
-constexpr PregnancyAroundOvulation EvenPregnancy = SpreadKernel(EvenOvulationKernel);
-constexpr PregnancyAroundOvulation OddPregnancy = SpreadKernel(OddOvulationKernel);
+/// The entries of a row of weights that are not zero, which stand side by side.
+template <std::size_t Most>
+struct Stretch {
+    std::int32_t first = 0;
+    std::int32_t count = 0;
+    std::array<float, Most> weights{};
+};
+
+template <std::size_t Most, std::size_t Size>
+constexpr Stretch<Most> TakeStretch(const std::array<float, Size>& row) {
+    Stretch<Most> stretch;
+    for (std::size_t i = 0; i < Size; ++i) {
+        if (row[i] > 0) {
+            stretch.first = stretch.count == 0 ? static_cast<std::int32_t>(i) : stretch.first;
+            stretch.weights[static_cast<std::size_t>(stretch.count++)] = row[i];
+        }
+    }
+    return stretch;
+}
+
+constexpr std::size_t MostOvulationDays = 2;
+constexpr std::size_t MostPregnancyDays = 5;
+
+/// By the remainder of the cycle's length when it is halved.
+constexpr std::array<Stretch<MostOvulationDays>, 2> PastOvulation = {
+    TakeStretch<MostOvulationDays>(EvenOvulationKernel),
+    TakeStretch<MostOvulationDays>(OddOvulationKernel)};
+constexpr std::array<Stretch<MostPregnancyDays>, 2> PastPregnancy = {
+    TakeStretch<MostPregnancyDays>(SpreadKernel(EvenOvulationKernel)),
+    TakeStretch<MostPregnancyDays>(SpreadKernel(OddOvulationKernel))};
 
 DayValue DayWeight(DateKey date, float weight) {
     return {date, std::bit_cast<std::int32_t>(weight)};
@@ -104,16 +131,28 @@ void StoreRecordedDays(const RecordedDays& days, CyclePredictor& state) {
     state.periodProbabilities.EndFill(count);
 }
 
+/// Writes a stretch of weights, of which the first entry would belong to the day `offset` after the
+/// start. There must be room for the longest stretch: all of it is written and what is too much
+/// then left behind, because how many days it has cannot be guessed by the processor.
+template <std::size_t Most>
+DayRun WriteStretch(const Stretch<Most>& stretch, const DaysAfter& days, std::int32_t offset,
+                    DayValue*& next) {
+    DayValue* const first = next;
+    for (std::size_t i = 0; i < Most; ++i) {
+        const std::int32_t day = offset + stretch.first + static_cast<std::int32_t>(i);
+        first[i] = DayWeight(days[day], stretch.weights[i]);
+    }
+    next += stretch.count;
+    return {first->date, next[-1].date};
+}
+
 /// So are the ovulations of the valid cycles, which have ended, and the fertile days around them.
 void StorePastOvulations(CyclePredictor& state, PastRuns& runs) {
     const std::int32_t cycles = state.validCycles.Count();
-    constexpr auto OvulationRoom = static_cast<std::int32_t>(std::tuple_size_v<OvulationKernel>);
-    constexpr auto PregnancyRoom =
-        static_cast<std::int32_t>(std::tuple_size_v<PregnancyAroundOvulation>);
-    DayValue* ovulations =
-        state.ovulationProbabilities.BeginFill(cycles * OvulationRoom + HorizonDays);
-    DayValue* pregnancies =
-        state.pregnancyProbabilities.BeginFill(cycles * PregnancyRoom + HorizonDays);
+    DayValue* const ovulations = state.ovulationProbabilities.BeginFill(
+        cycles * static_cast<std::int32_t>(MostOvulationDays) + HorizonDays);
+    DayValue* const pregnancies = state.pregnancyProbabilities.BeginFill(
+        cycles * static_cast<std::int32_t>(MostPregnancyDays) + HorizonDays);
     if (ovulations == nullptr || pregnancies == nullptr) {
         return;
     }
@@ -122,25 +161,11 @@ void StorePastOvulations(CyclePredictor& state, PastRuns& runs) {
     DayValue* nextOvulation = ovulations;
     DayValue* nextPregnancy = pregnancies;
     for (const CycleRecord& cycle : state.validCycles) {
-        const bool even = cycle.cycleLength % 2 == 0;
-        const OvulationKernel& ovulation = OvulationKernelOf(cycle.cycleLength);
-        const PregnancyAroundOvulation& pregnancy = even ? EvenPregnancy : OddPregnancy;
+        const auto odd = static_cast<std::size_t>(cycle.cycleLength % 2);
         const DaysAfter days(cycle.start);
-        const std::int32_t first = OvulationKernelDay(cycle.cycleLength);
-        DayValue* const firstOvulation = nextOvulation;
-        DayValue* const firstPregnancy = nextPregnancy;
-        for (std::size_t i = 0; i < pregnancy.size(); ++i) {
-            const DateKey date = days[first + static_cast<std::int32_t>(i)];
-            // Written always and kept or not: which days count cannot be guessed by the processor.
-            if (i < ovulation.size()) {
-                *nextOvulation = DayWeight(date, ovulation[i]);
-                nextOvulation += ovulation[i] > 0 ? 1 : 0;
-            }
-            *nextPregnancy = DayWeight(date, pregnancy[i]);
-            nextPregnancy += pregnancy[i] > 0 ? 1 : 0;
-        }
-        runs.ovulation.push_back({firstOvulation->date, nextOvulation[-1].date});
-        runs.pregnancy.push_back({firstPregnancy->date, nextPregnancy[-1].date});
+        const std::int32_t offset = OvulationKernelDay(cycle.cycleLength);
+        runs.ovulation.push_back(WriteStretch(PastOvulation[odd], days, offset, nextOvulation));
+        runs.pregnancy.push_back(WriteStretch(PastPregnancy[odd], days, offset, nextPregnancy));
     }
     state.ovulationProbabilities.EndFill(static_cast<std::int32_t>(nextOvulation - ovulations));
     state.pregnancyProbabilities.EndFill(static_cast<std::int32_t>(nextPregnancy - pregnancies));

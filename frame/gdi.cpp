@@ -50,8 +50,8 @@ WindowDcScope::~WindowDcScope() {
 }
 
 HFONT ShellFont() {
-    static const HFONT MadeOnce = MakeShellFont();
-    return MadeOnce;
+    static const HFONT madeOnce = MakeShellFont();
+    return madeOnce;
 }
 
 Bitmap LoadBitmapResource(UINT id) {

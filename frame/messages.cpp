@@ -12,6 +12,7 @@ constexpr int TextCapacity = 256;
 constexpr int CaptionCapacity = 128;
 constexpr int FlagTextCapacity = 64;
 constexpr int FlagBits = 32;
+constexpr std::size_t FlagTextsCapacity = std::size_t{FlagBits} * FlagTextCapacity;
 
 MessageRecorder* currentRecorder = nullptr;
 
@@ -57,7 +58,7 @@ int ShowAppMessage(UINT id, UINT flags) {
 
 int ShowFlagMessages(UINT firstId, DWORD bits, UINT flags) {
     // Each text of up to 63 units is followed by a line break or, the last one, by the terminator.
-    std::array<WCHAR, FlagBits * FlagTextCapacity> text{};
+    std::array<WCHAR, FlagTextsCapacity> text{};
     std::size_t length = 0;
     for (UINT bit = 0; bit < FlagBits; ++bit) {
         if ((bits >> bit & 1U) == 0) {

@@ -11,8 +11,10 @@ namespace lunara {
 class DataExchange;
 
 /// Message numbers with which a modeless dialog that has a loop of its own tells its owner.
+// NOLINTBEGIN(readability-identifier-naming): spelt like the system's own messages.
 inline constexpr UINT WM_DIALOG_OK = 0x8001;
 inline constexpr UINT WM_DIALOG_CANCEL = 0x8002;
+// NOLINTEND(readability-identifier-naming)
 
 /// The class of all windows that the framework creates itself; a second instance of the program
 /// finds the first one by it.

@@ -64,7 +64,7 @@ void WindowMap::Insert(HWND window, Window* object) {
     if (count + 1 > capacity) {
         Resize(capacity + GrowthStep);
     }
-    if (count >= capacity) {
+    if (entries == nullptr || count >= capacity) {
         return;  // out of memory: nothing is written past the old array
     }
     entries[count] = Entry{key, object};

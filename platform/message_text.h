@@ -18,6 +18,8 @@ class MessageText {
     explicit MessageText(int startCapacity);
     MessageText(const MessageText&) = delete;
     MessageText& operator=(const MessageText&) = delete;
+    MessageText(MessageText&&) = delete;
+    MessageText& operator=(MessageText&&) = delete;
     ~MessageText() = default;
 
     /// Keeps as much of the text as fits. 0 frees the buffer. Without memory nothing changes.

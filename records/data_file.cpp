@@ -35,6 +35,7 @@ int Refuse(DWORD error) {
 /// its end.
 class RecordCipher {
   public:
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): the state is set when it is used
     explicit RecordCipher(const WCHAR* password) {
         const DataKey key(password);
         active = *key.Bytes() != 0;
@@ -62,7 +63,7 @@ class RecordCipher {
     }
 
   private:
-    CipherState state;  // NOLINT(cppcoreguidelines-pro-type-member-init): set when active
+    CipherState state;
     bool active = false;
 };
 
@@ -274,12 +275,12 @@ template <typename Record>
 struct Scratch {
     static constexpr std::size_t Capacity = ScratchBytes / sizeof(Record);
 
-    Scratch() = default;
+    Scratch() = default;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled before use
     Scratch(const Scratch&) = delete;
     Scratch& operator=(const Scratch&) = delete;
     ~Scratch() { ::SecureZeroMemory(records, used * sizeof(Record)); }
 
-    Record records[Capacity];  // NOLINT(cppcoreguidelines-pro-type-member-init): filled before use
+    Record records[Capacity];
     std::size_t used = 0;
 };
 

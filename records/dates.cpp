@@ -29,10 +29,21 @@ constexpr int DaysBefore(int month, bool leap) {
     return DaysBeforeMonth[static_cast<std::size_t>(month) - 1] + (leap && month > 2 ? 1 : 0);
 }
 
+/// Asked before every conversion: Wine takes 30 February for 1 March, where the platform refuses
+/// it.
+bool IsRealDate(int year, int month, int day) {
+    if (year < FirstYear || year > LastYear || month < 1 || month > 12 || day < 1) {
+        return false;
+    }
+    const bool leap = IsLeapYear(year);
+    return day <= DaysBefore(month + 1, leap) - DaysBefore(month, leap);
+}
+
 /// Both halves together; a structure that does not convert counts as 0.
 std::int64_t FileTimeUnits(const SYSTEMTIME& date) {
     FILETIME fileTime{};
-    if (::SystemTimeToFileTime(&date, &fileTime) == 0) {
+    if (!IsRealDate(date.wYear, date.wMonth, date.wDay) ||
+        ::SystemTimeToFileTime(&date, &fileTime) == 0) {
         return 0;
     }
     return static_cast<std::int64_t>(std::uint64_t{fileTime.dwHighDateTime} << 32 |
@@ -78,7 +89,8 @@ int FromDateKey(DateKey key, SYSTEMTIME& date) {
     date.wMonth = static_cast<WORD>(key >> 8 & 0xFF);
     date.wDay = static_cast<WORD>(key & 0xFF);
     FILETIME fileTime{};
-    if (::SystemTimeToFileTime(&date, &fileTime) == 0) {
+    if (!IsRealDate(date.wYear, date.wMonth, date.wDay) ||
+        ::SystemTimeToFileTime(&date, &fileTime) == 0) {
         return 0;
     }
     return ::FileTimeToSystemTime(&fileTime, &date) != 0 ? 1 : 0;
@@ -121,13 +133,10 @@ std::int32_t DayNumber(DateKey key) {
     const auto year = static_cast<int>(key >> 16);
     const auto month = static_cast<int>(key >> 8 & 0xFF);
     const auto day = static_cast<int>(key & 0xFF);
-    if (year < FirstYear || year > LastYear || month < 1 || month > 12 || day < 1) {
+    if (!IsRealDate(year, month, day)) {
         return 0;
     }
     const bool leap = IsLeapYear(year);
-    if (day > DaysBefore(month + 1, leap) - DaysBefore(month, leap)) {
-        return 0;
-    }
     const int years = year - FirstYear;
     return 365 * years + years / 4 - years / 100 + years / 400 + DaysBefore(month, leap) + day - 1;
 }

@@ -3,64 +3,64 @@
 #include <algorithm>
 #include <array>
 
-#include "frame/gdi.h"
+#include "cycle/predictor.h"
 #include "frame/help.h"
 #include "frame/settings.h"
 #include "platform/clock.h"
+#include "platform/pocketpc/common_controls.h"
+#include "records/dates.h"
+#include "resources/ids.h"
+#include "views/month_colors.h"
 
 namespace lunara {
 namespace {
 
-constexpr WCHAR ShowFlagsValue[] = TEXT("GraphView_ShowFlags");
-constexpr WCHAR MeasureValue[] = TEXT("TemperatureMeasure");
+constexpr WCHAR ShowFlagsSetting[] = TEXT("GraphView_ShowFlags");
+constexpr WCHAR MeasureSetting[] = TEXT("TemperatureMeasure");
 constexpr WCHAR HelpAnchor[] = TEXT("Lunara.htm#_Calendar_graph");
-constexpr int TitleCapacity = 64;
+constexpr std::int32_t DaysBeforeCurrent = 7;
 
 }  // namespace
 
-GraphView::GraphView(UserData& userData) : data(userData), currentDate(LocalNow()) {}
+GraphView::GraphView(UserData& userData)
+    : data(userData),
+      fahrenheitButton(ToggleLook::Flat),
+      celsiusButton(ToggleLook::Flat),
+      startDate(LocalNow()) {}
 
-void GraphView::DateChanged(UserData& /*changed*/, const SYSTEMTIME& /*old*/,
-                            const SYSTEMTIME& current) {
-    currentDate = current;
+GraphView::~GraphView() { data.DetachObserver(*this); }
+
+// ---- Creation and settings --------------------------------------------------------------------
+
+LRESULT GraphView::OnCreate() {
+    if (!CreateChildren()) {
+        return -1;
+    }
+    legend = LoadBitmapResource(IDB_BLEEDING_LEGEND);
+    ::SendMessageW(chart.Handle(), CHM_SETMARGIN, GraphLeftColumnPx, 0);
+    chart.AttachSink(*this);
+    data.AttachObserver(*this);
+    FitColumns();
+    ReadSettings();
+    ShowMeasure();
+    ShowMode();
+    ResetScroll();
+    SelectCurrentColumn();
+    ShowPickedDate();
+    return 0;
 }
 
-void GraphView::SetShowBleeding(bool shown) {
-    if (!shown || mode == GraphShowBleeding) {
-        return;
-    }
-    mode = GraphShowBleeding;
-    Invalidate(true);
-    for (GraphListener* listener : listeners) {
-        listener->BleedingGraphSelected();
-    }
-}
-
-void GraphView::SetShowTemperature(bool shown) {
-    if (!shown || mode == GraphShowTemperature) {
-        return;
-    }
-    mode = GraphShowTemperature;
-    Invalidate(true);
-    for (GraphListener* listener : listeners) {
-        listener->TemperatureGraphSelected();
-    }
-}
-
-void GraphView::AttachListener(GraphListener& listener) { listeners.push_back(&listener); }
-
-void GraphView::DetachListener(GraphListener& listener) { std::erase(listeners, &listener); }
-
-void GraphView::SetCurrentDate(const SYSTEMTIME& date) {
-    currentDate = date;
-    data.SetCurrentDate(date);
-}
-
-void GraphView::Refresh() { Invalidate(true); }
-
-void GraphView::Reload() {
-    data.GetCurrentDate(currentDate);
-    Invalidate(true);
+void GraphView::OnDestroy() {
+    Settings settings;
+    settings.WriteDword(MeasureSetting, measure);
+    settings.WriteDword(ShowFlagsSetting, mode);
+    data.DetachObserver(*this);
+    chart.DetachSink(*this);
+    legend.Reset();
+    scrollBar = nullptr;
+    datePicker = nullptr;
+    valueEdit = nullptr;
+    valueSpin = nullptr;
 }
 
 void GraphView::ReadSettings() {
@@ -69,64 +69,352 @@ void GraphView::ReadSettings() {
         return;
     }
     DWORD value = GraphShowBleeding;
-    settings.ReadDword(ShowFlagsValue, value);
+    settings.ReadDword(ShowFlagsSetting, value);
     mode = value == GraphShowTemperature ? GraphShowTemperature : GraphShowBleeding;
     value = MeasureFahrenheit;
-    settings.ReadDword(MeasureValue, value);
+    settings.ReadDword(MeasureSetting, value);
     measure = value == MeasureCelsius ? MeasureCelsius : MeasureFahrenheit;
 }
 
-void GraphView::OnCreate() {
-    ReadSettings();
-    data.AttachObserver(*this);
-    data.GetCurrentDate(currentDate);
+// ---- Graph and unit ---------------------------------------------------------------------------
+
+void GraphView::SetShowBleeding(bool shown) {
+    if (shown) {
+        SwitchMode(GraphShowBleeding, &GraphListener::BleedingGraphSelected);
+    }
 }
 
-void GraphView::OnDestroy() {
-    Settings settings;
-    settings.WriteDword(MeasureValue, measure);
-    settings.WriteDword(ShowFlagsValue, mode);
-    data.DetachObserver(*this);
+void GraphView::SetShowTemperature(bool shown) {
+    if (shown) {
+        SwitchMode(GraphShowTemperature, &GraphListener::TemperatureGraphSelected);
+    }
 }
 
-void GraphView::OnPaint() {
-    const PaintScope paint(Handle());
-    RECT client{};
-    ::GetClientRect(Handle(), &client);
-    std::array<WCHAR, TitleCapacity> title{};
-    ::GetWindowTextW(Handle(), title.data(), TitleCapacity);
-    const BackgroundModeScope transparent(paint.Dc(), TRANSPARENT);
-    ::DrawTextW(paint.Dc(), title.data(), -1, &client, DT_CENTER | DT_VCENTER | DT_SINGLELINE);
+void GraphView::SwitchMode(GraphShowFlag wanted, void (GraphListener::*selected)()) {
+    if (wanted == mode) {
+        return;
+    }
+    mode = wanted;
+    ShowMode();
+    // By index: a listener that is being told may attach another one.
+    for (std::size_t index = 0; index < listeners.size(); ++index) {
+        (listeners[index]->*selected)();
+    }
 }
 
-void GraphView::OnEraseBackground(HDC dc) {
-    RECT client{};
-    ::GetClientRect(Handle(), &client);
-    ::FillRect(dc, &client, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
+void GraphView::ShowMode() {
+    if (Handle() == nullptr) {
+        return;
+    }
+    Invalidate(true);
+    const int command = mode == GraphShowTemperature ? SW_SHOW : SW_HIDE;
+    ::ShowWindow(fahrenheitButton.Handle(), command);
+    ::ShowWindow(celsiusButton.Handle(), command);
+    ResetChart();
+    ShowEntry();
 }
 
-bool GraphView::OnMessage(UINT message, WPARAM wParam, LPARAM /*lParam*/, LRESULT* result) {
-    LRESULT answer = 0;
-    switch (message) {
-        case WM_CREATE:
-            OnCreate();
-            break;
-        case WM_DESTROY:
-            OnDestroy();
-            break;
-        case WM_PAINT:
-            OnPaint();
-            break;
-        case WM_ERASEBKGND:
-            OnEraseBackground(reinterpret_cast<HDC>(wParam));
+void GraphView::ShowMeasure() {
+    Invalidate(true);
+    ::SendMessageW(fahrenheitButton.Handle(), BM_SETCHECK,
+                   measure == MeasureFahrenheit ? BST_CHECKED : BST_UNCHECKED, 0);
+    ::SendMessageW(celsiusButton.Handle(), BM_SETCHECK,
+                   measure == MeasureCelsius ? BST_CHECKED : BST_UNCHECKED, 0);
+    ShowEntry();
+    ResetChart();
+}
+
+void GraphView::OnCommand(UINT id, UINT notification) {
+    if (notification != BN_CLICKED || (id != FahrenheitId && id != CelsiusId)) {
+        return;
+    }
+    const Window& button = id == FahrenheitId ? fahrenheitButton : celsiusButton;
+    if (::SendMessageW(button.Handle(), BM_GETCHECK, 0, 0) == BST_CHECKED) {
+        return;
+    }
+    measure = id == FahrenheitId ? MeasureFahrenheit : MeasureCelsius;
+    ShowMeasure();
+    for (std::size_t index = 0; index < listeners.size(); ++index) {
+        listeners[index]->MeasureSelected(measure);
+    }
+}
+
+void GraphView::AttachListener(GraphListener& listener) { listeners.push_back(&listener); }
+
+void GraphView::DetachListener(GraphListener& listener) { std::erase(listeners, &listener); }
+
+// ---- The current day's value ------------------------------------------------------------------
+
+void GraphView::ShowEntry() {
+    const GraphSeries series = Series();
+    const ValueRange range = series.SpinRange();
+    ::SendMessageW(valueSpin, UDM_SETRANGE, 0, MAKELPARAM(range.maximum, range.minimum));
+    // Only the spin changes values: what it cannot reach cannot be entered.
+    ::SendMessageW(valueEdit, EM_SETREADONLY, TRUE, 0);
+    const std::int32_t value = series.DayValue(data);
+    std::array<WCHAR, ChartLabelCapacity> text{};
+    series.FormatEntry(value, text.data(), text.size());
+    ::SetWindowTextW(valueEdit, text.data());
+    const std::int32_t position =
+        std::clamp(series.SpinPosition(value), range.minimum, range.maximum);
+    ::SendMessageW(valueSpin, UDM_SETPOS, 0, MAKELPARAM(position, 0));
+}
+
+void GraphView::ShowPickedDate() {
+    SYSTEMTIME date = GetCurrentDate();
+    ::SendMessageW(datePicker, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&date));
+}
+
+void GraphView::OnSpin(std::int32_t position) {
+    const GraphSeries series = Series();
+    if (series.Store(data, series.FromSpinPosition(position)) == 0) {
+        ShowEntry();  // the spin has moved already
+    }
+}
+
+void GraphView::OnPickDate(const SYSTEMTIME& picked) {
+    // The picker does not fill in every field that makes two dates the same day.
+    SYSTEMTIME date{};
+    if (FromDateKey(ToDateKey(picked), date) == 0 || data.SetCurrentDate(date) == 0) {
+        ShowPickedDate();
+    }
+}
+
+void GraphView::ValueChanged() {
+    ResetChart();
+    ShowEntry();
+}
+
+void GraphView::TemperatureChanged(UserData&, std::int32_t) { ValueChanged(); }
+
+void GraphView::BleedingChanged(UserData&, std::int32_t) { ValueChanged(); }
+
+// ---- Dates and scrolling ----------------------------------------------------------------------
+
+SYSTEMTIME GraphView::GetCurrentDate() const {
+    SYSTEMTIME date{};
+    data.GetCurrentDate(date);
+    return date;
+}
+
+void GraphView::SetCurrentDate(const SYSTEMTIME& date) {
+    if (data.SetCurrentDate(date) != 0) {
+        // The data set tells of a new date only, and the graph may have been scrolled away from the
+        // present one.
+        BringIntoView(GetCurrentDate());
+    }
+}
+
+void GraphView::DateChanged(UserData&, const SYSTEMTIME&, const SYSTEMTIME& current) {
+    BringIntoView(current);
+    SelectCurrentColumn();
+    ShowPickedDate();
+    ShowEntry();
+}
+
+void GraphView::BringIntoView(const SYSTEMTIME& date) {
+    if (Handle() != nullptr && !calendar.IsDateShown(date)) {
+        SetStart(StartToShow(date, startDate, Columns()));
+    }
+}
+
+void GraphView::SelectCurrentColumn() {
+    const std::int32_t column = DaysBetween(GetCurrentDate(), startDate) + 1;
+    ::SendMessageW(chart.Handle(), CHM_SETSELECTION, static_cast<WPARAM>(column), 0);
+}
+
+void GraphView::SetStart(const SYSTEMTIME& newStart) {
+    // Before the calendar's first year there is nothing to show: such a start is no date.
+    if (newStart.wYear == 0) {
+        return;
+    }
+    const std::int32_t days = DaysBetween(newStart, startDate);
+    if (days == 0) {
+        return;
+    }
+    startDate = newStart;
+    ::SendMessageW(calendar.Handle(), CCM_SETSTARTDATE, 0, reinterpret_cast<LPARAM>(&startDate));
+    ResetChart();
+    SetScroll(MoveScroll(GetScroll(), days));
+    SelectCurrentColumn();
+}
+
+ScrollState GraphView::GetScroll() const {
+    SCROLLINFO info{};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_RANGE | SIF_POS;
+    ::GetScrollInfo(scrollBar, SB_CTL, &info);
+    return {info.nMin, info.nMax, info.nPos};
+}
+
+void GraphView::SetScroll(const ScrollState& scroll) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_RANGE | SIF_POS;
+    info.nMin = scroll.minimum;
+    info.nMax = scroll.maximum;
+    info.nPos = scroll.position;
+    ::SetScrollInfo(scrollBar, SB_CTL, &info, TRUE);
+}
+
+void GraphView::ResetScroll() {
+    // The position stands for the first day shown, so the range is counted from a graph at today.
+    startDate = LocalNow();
+    ::SendMessageW(calendar.Handle(), CCM_SETSTARTDATE, 0, reinterpret_cast<LPARAM>(&startDate));
+    SYSTEMTIME first{};
+    const bool hasRecords = GetFirstRecordDate(data, first) != 0;
+    SetScroll(InitialScroll(hasRecords ? DaysBetween(startDate, first) : -1));
+    SYSTEMTIME start{};
+    AddDays(GetCurrentDate(), -DaysBeforeCurrent, start);
+    SetStart(start);
+}
+
+void GraphView::OnHScroll(int request) {
+    SCROLLINFO info{};
+    if (request == SB_THUMBPOSITION) {
+        info.cbSize = sizeof(info);
+        info.fMask = SIF_POS | SIF_TRACKPOS;
+        ::GetScrollInfo(scrollBar, SB_CTL, &info);
+    }
+    SYSTEMTIME start{};
+    AddDays(startDate, ScrollDistance(request, info.nTrackPos - info.nPos), start);
+    SetStart(start);
+}
+
+void GraphView::ResetChart() { ::SendMessageW(chart.Handle(), CHM_RESETDATA, 0, 0); }
+
+void GraphView::Refresh() {
+    if (Handle() != nullptr) {
+        calendar.Invalidate(false);
+        ResetChart();
+        ShowEntry();
+    }
+}
+
+void GraphView::Reload() {
+    if (Handle() != nullptr) {
+        ResetScroll();
+        SelectCurrentColumn();
+        ShowPickedDate();
+        Refresh();
+    }
+}
+
+// ---- What the chart and the strip ask ---------------------------------------------------------
+
+LRESULT GraphView::Notify(NMHDR&) { return 0; }
+
+bool GraphView::GetRange(NMHDR&, int& minimum, int& maximum) {
+    const ValueRange range = Series().AxisRange();
+    minimum = range.minimum;
+    maximum = range.maximum;
+    return true;
+}
+
+void GraphView::OnGetPoints(ChartPoints& request) {
+    const std::int32_t columns = Columns();
+    request.points =
+        Series().MakePoints(data, startDate, columns, GraphLeftColumnPx, dayWidth).release();
+    request.count = columns + 2;
+}
+
+bool GraphView::OnSelectPoint(const ChartValue& point) {
+    if (point.index != chart.Selection()) {
+        SYSTEMTIME day{};
+        if (AddDays(startDate, point.index - 1, day) == 0 || data.SetCurrentDate(day) == 0) {
+            return true;
+        }
+    }
+    const GraphSeries series = Series();
+    if (!series.EntryRange().Contains(point.value)) {
+        return true;
+    }
+    std::array<WCHAR, ChartLabelCapacity> text{};
+    series.FormatEntry(point.value, text.data(), text.size());
+    ::SetWindowTextW(valueEdit, text.data());
+    return false;
+}
+
+bool GraphView::OnChartNotify(NMHDR& record, LRESULT& answer) {
+    switch (record.code) {
+        case CHN_GETSCALES: {
+            auto& request = reinterpret_cast<ChartScales&>(record);
+            const std::span<const ChartScale> scales = Series().Scales();
+            request.count = static_cast<std::int32_t>(scales.size());
+            request.scales = scales.data();
             answer = 1;
-            break;
-        case WM_HELP:
-            StartHelp(HelpAnchor);
-            break;
+            return true;
+        }
+        case CHN_GETLABEL: {
+            auto& request = reinterpret_cast<ChartLabel&>(record);
+            Series().FormatLabel(request.value, request.text, ChartLabelCapacity);
+            answer = 1;
+            return true;
+        }
+        case CHN_GETPOINTS:
+            OnGetPoints(reinterpret_cast<ChartPoints&>(record));
+            answer = 1;
+            return true;
+        case CHN_SELECTPOINT:
+            answer = OnSelectPoint(reinterpret_cast<const ChartValue&>(record)) ? 1 : 0;
+            return true;
+        case CHN_VALUECHANGED:
+            Series().Store(data, reinterpret_cast<const ChartValue&>(record).value);
+            answer = 0;
+            return true;
         default:
             return false;
     }
+}
+
+bool GraphView::OnNotify(NMHDR& record, LRESULT& answer) {
+    switch (record.idFrom) {
+        case CalendarId:
+            if (record.code == CCN_GETMONTHCOLOR) {
+                auto& request = reinterpret_cast<CalendarMonthColor&>(record);
+                request.color = MonthColor(request.date.wMonth);
+                answer = 1;
+                return true;
+            }
+            return false;
+        case DatePickerId:
+            if (record.code == DTN_DATETIMECHANGE) {
+                const auto& change = reinterpret_cast<const NMDATETIMECHANGE&>(record);
+                if (change.dwFlags == GDT_VALID) {
+                    OnPickDate(change.st);
+                }
+                answer = 0;
+                return true;
+            }
+            return false;
+        case ChartId:
+            return OnChartNotify(record, answer);
+        default:
+            return false;
+    }
+}
+
+// ---- Message switch ---------------------------------------------------------------------------
+
+bool GraphView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
+    LRESULT answer = 0;
+    const bool isFromSpin = valueSpin != nullptr && reinterpret_cast<HWND>(lParam) == valueSpin;
+    // clang-format off
+    switch (message) {
+        case WM_CREATE: answer = OnCreate(); break;
+        case WM_DESTROY: OnDestroy(); break;
+        case WM_PAINT: OnPaint(); break;
+        case WM_ERASEBKGND: OnEraseBackground(reinterpret_cast<HDC>(wParam)); answer = 1; break;
+        case WM_SIZE: OnSize(); break;
+        case WM_HSCROLL: OnHScroll(LOWORD(wParam)); break;
+        case WM_VSCROLL: if (!isFromSpin) { return false; } OnSpin(HIWORD(wParam)); break;
+        case WM_COMMAND: OnCommand(LOWORD(wParam), HIWORD(wParam)); break;
+        case WM_CTLCOLORSTATIC: answer = OnFieldColor(reinterpret_cast<HDC>(wParam)); break;
+        case WM_NOTIFY: if (!OnNotify(*reinterpret_cast<NMHDR*>(lParam), answer)) { return false; } break;
+        case WM_HELP: StartHelp(HelpAnchor); break;
+        default: return false;
+    }
+    // clang-format on
     if (result != nullptr) {
         *result = answer;
     }

@@ -1,26 +1,25 @@
 #pragma once
 
-// The graph view: the second view of the main window. It keeps its choice of graph and unit; the
-// graph itself is not drawn yet.
+// The graph: a chart of the temperature or of the bleeding over the calendar strip, with the unit
+// buttons beside it and a row of fields below, where the current day's value is shown and changed.
+// Answers what the chart and the strip ask, scrolls them together, and keeps its choice of graph
+// and unit in the settings.
 
 #include <cstdint>
 #include <vector>
 
+#include "frame/gdi.h"
+#include "frame/notification.h"
 #include "frame/window.h"
-#include "records/user_data.h"
+#include "records/data_observer.h"
+#include "views/calendar_ctrl.h"
+#include "views/chart_ctrl.h"
+#include "views/diary_layout.h"
+#include "views/graph_layout.h"
+#include "views/graph_series.h"
+#include "views/toggle_button.h"
 
 namespace lunara {
-
-/// The graph that is shown; the two exclude each other.
-enum GraphShowFlag : std::uint32_t {
-    GraphShowBleeding = 1,
-    GraphShowTemperature = 2,
-};
-
-enum TemperatureMeasure : std::uint32_t {
-    MeasureFahrenheit = 0,
-    MeasureCelsius = 1,
-};
 
 /// Is told when the graph view changes over.
 class GraphListener {
@@ -32,16 +31,30 @@ class GraphListener {
 
     virtual void BleedingGraphSelected() = 0;
     virtual void TemperatureGraphSelected() = 0;
+    /// Another unit was chosen by its button.
+    virtual void MeasureSelected(TemperatureMeasure /*measure*/) {}
 };
 
-class GraphView : public Window, public DataObserver {
+class GraphView : public Window, public DataObserver, private NotificationSink {
   public:
-    /// The data set must outlive the view.
+    static constexpr int ChartId = 3001;
+    static constexpr int CalendarId = 3002;
+    static constexpr int ScrollBarId = 3003;
+    static constexpr int FahrenheitId = 3004;
+    static constexpr int CelsiusId = 3005;
+    static constexpr int DatePickerId = 3006;
+    static constexpr int ValueEditId = 3007;
+    static constexpr int ValueSpinId = 3008;
+
+    /// `userData` must outlive the view. While the window exists, the view observes it.
     explicit GraphView(UserData& userData);
+    GraphView(const GraphView&) = delete;
+    GraphView& operator=(const GraphView&) = delete;
+    ~GraphView() override;
 
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
-    void DateChanged(UserData& changed, const SYSTEMTIME& old, const SYSTEMTIME& current) override;
 
+    /// The graph shown, as a GraphShowFlag.
     std::uint32_t GetShowFlags() const { return mode; }
     /// Change over to that graph. With false, or for the graph that is shown already, nothing
     /// happens.
@@ -53,27 +66,84 @@ class GraphView : public Window, public DataObserver {
     void AttachListener(GraphListener& listener);
     void DetachListener(GraphListener& listener);
 
-    SYSTEMTIME GetCurrentDate() const { return currentDate; }
+    /// The data set's current date.
+    SYSTEMTIME GetCurrentDate() const;
+    /// Makes it the data set's current date and brings it into view.
     void SetCurrentDate(const SYSTEMTIME& date);
 
-    /// Repaints after a new prediction.
+    /// Asks for everything anew and repaints, after a recomputation or when another day has begun.
     void Refresh();
-    /// Begins anew after the data set was replaced.
+    /// The data set was replaced: its own scroll range, its current date, everything painted anew.
     void Reload();
 
+    // What the data set tells. Every change is accepted.
+    void DateChanged(UserData& changed, const SYSTEMTIME& old, const SYSTEMTIME& current) override;
+    void TemperatureChanged(UserData& changed, std::int32_t value) override;
+    void BleedingChanged(UserData& changed, std::int32_t value) override;
+
   private:
-    void OnCreate();
+    // The chart's direct question. Its records come as WM_NOTIFY, and are not answered here again.
+    LRESULT Notify(NMHDR& record) override;
+    bool GetRange(NMHDR& record, int& minimum, int& maximum) override;
+
+    LRESULT OnCreate();
     void OnDestroy();
     void OnPaint();
-    void OnEraseBackground(HDC dc);
+    void OnEraseBackground(HDC dc) const;
+    void OnSize();
+    void OnHScroll(int request);
+    void OnSpin(std::int32_t position);
+    void OnCommand(UINT id, UINT notification);
+    LRESULT OnFieldColor(HDC dc) const;
+    /// Whether the notification is one of the view's; then `answer` holds its result.
+    bool OnNotify(NMHDR& record, LRESULT& answer);
+    bool OnChartNotify(NMHDR& record, LRESULT& answer);
+    void OnPickDate(const SYSTEMTIME& picked);
+    void OnGetPoints(ChartPoints& request);
+    /// Whether the point is refused.
+    bool OnSelectPoint(const ChartValue& point);
+
+    GraphMetrics Metrics() const;
+    bool CreateChildren();
+    HWND CreateField(const WCHAR* className, DWORD exStyle, DWORD style, const RECT& place, int id);
+    void PlaceChildren();
+    void FitColumns();
+    std::int32_t Columns() const;
+
+    GraphSeries Series() const { return {mode, measure}; }
     void ReadSettings();
+    void SwitchMode(GraphShowFlag wanted, void (GraphListener::*selected)());
+    void ShowMode();
+    void ShowMeasure();
+    void ResetChart();
+    void ShowEntry();
+    void ShowPickedDate();
+    void ValueChanged();
+
+    void ResetScroll();
+    void SetStart(const SYSTEMTIME& newStart);
+    void SelectCurrentColumn();
+    void BringIntoView(const SYSTEMTIME& date);
+    ScrollState GetScroll() const;
+    void SetScroll(const ScrollState& scroll);
 
     UserData& data;
+    ChartCtrl chart;
+    CalendarCtrl calendar;
+    ToggleButton fahrenheitButton;
+    ToggleButton celsiusButton;
+    HWND scrollBar = nullptr;
+    HWND datePicker = nullptr;
+    HWND valueEdit = nullptr;
+    HWND valueSpin = nullptr;
     // Temperature until the settings are read, bleeding when they hold no choice: the two defaults
     // differ on purpose, the first survives only where no settings can be kept at all.
-    std::uint32_t mode = GraphShowTemperature;
-    std::uint32_t measure = MeasureFahrenheit;
-    SYSTEMTIME currentDate;
+    GraphShowFlag mode = GraphShowTemperature;
+    TemperatureMeasure measure = MeasureFahrenheit;
+    SYSTEMTIME startDate;
+    LONG dayWidth = 10;
+    GraphLayout layout{};
+    Bitmap legend;
     std::vector<GraphListener*> listeners;
 };
 

@@ -78,8 +78,9 @@ def main(arguments):
     marks = {name: read_bmp(RESOURCES / f"bitmaps/mark{name}.bmp") for name in ("106", "107", "112", "116")}
     strip = read_bmp(RESOURCES / "bitmaps/menubar120.bmp")
     face = [[(240, 240, 240) if pixel == (192, 192, 192) else pixel for pixel in row] for row in strip]
+    legend = read_bmp(RESOURCES / "bitmaps/legend105.bmp")
     bands = [band(marks, 31, 1), band(marks, 24, 1), band(marks, 18, 1), band(marks, 13, 1), band(marks, 31, 3), strip, face,
-             enlarge(face, 6)]
+             enlarge(face, 6), legend, enlarge(legend, 6)]
     width = max(len(rows[0]) for rows in bands)
     sheet = [[(*pixel, 255) for pixel in row + [WHITE] * (width - len(row))]
              for rows in bands for row in rows]

@@ -193,6 +193,21 @@ def menu_bar_strip():
     return [sum((picture[y] for picture in pictures), []) for y in range(BUTTON)]
 
 
+# ---- The bleeding graph's legend ------------------------------------------------------------------
+
+LEGEND_WIDTH, LEGEND_HEIGHT = 30, 26
+
+
+def legend():
+    """Three drops side by side on one ground, each larger than the one before: slight, norm, heavy."""
+    layers = [(everywhere, WHITE)]
+    for cx, top, r in ((4.5, 13.5, 3.0), (12.5, 8.5, 4.0), (23.5, 1.5, 5.8)):
+        layers += [(drop(cx, top, 24.4, r), (140, 0, 20)),
+                   (drop(cx, top + 2.2, 23.4, r - 1), (225, 20, 45)),
+                   (ellipse(cx - r * 0.36, 24.4 - r * 1.1, r * 0.2, r * 0.34), (255, 170, 175))]
+    return paint(LEGEND_WIDTH, LEGEND_HEIGHT, layers + [(box(1, 25, 29, 26), (60, 65, 85))])
+
+
 # ---- The program's icon --------------------------------------------------------------------------
 
 def icon(side):
@@ -220,6 +235,7 @@ def pictures():
         "bitmaps/mark112.bmp": bmp(mark(CROSS)),
         "bitmaps/mark116.bmp": bmp(mark(NOTE_SHEET)),
         "bitmaps/menubar120.bmp": bmp(menu_bar_strip()),
+        "bitmaps/legend105.bmp": bmp(legend()),
         "lunara.ico": ico([icon(side) for side in (16, 32, 48, 256)]),
     }
 

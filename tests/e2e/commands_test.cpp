@@ -12,7 +12,7 @@ namespace {
 struct Show {
     const char* label;
     UINT command;
-    DWORD bit;        // of the diary's show flags
+    DWORD bit;  // of the diary's show flags
 };
 
 constexpr std::array<Show, 5> DiaryItems = {{
@@ -103,7 +103,8 @@ TEST_F(Commands, ChosenItemsComeBackAtTheNextStart) {
     ASSERT_TRUE(program.Start());
     ASSERT_TRUE(program.SignIn(L"Anna", Password));
     for (const Show& item : DiaryItems) {
-        EXPECT_EQ(program.ButtonState(item.command), (item.bit & 18U) != 0 ? On : Off) << item.label;
+        EXPECT_EQ(program.ButtonState(item.command), (item.bit & 18U) != 0 ? On : Off)
+            << item.label;
     }
     EXPECT_EQ(CellsShown(program), 2);
     ASSERT_TRUE(program.Exit());
@@ -124,8 +125,8 @@ TEST_F(Commands, ViewCommandsSwitchTheViewAndItsButtons) {
     ASSERT_TRUE(program.Settle());
     program.Keep(L"graph");
     EXPECT_TRUE(program.IsOnTop(program.Graph()));
-    for (const UINT hidden : {CommandShowNotes, CommandShowPeriod, CommandShowOvulation,
-                              CommandShowPregnancy}) {
+    for (const UINT hidden :
+         {CommandShowNotes, CommandShowPeriod, CommandShowOvulation, CommandShowPregnancy}) {
         EXPECT_NE(program.ButtonState(hidden) & TBSTATE_HIDDEN, 0) << hidden;
     }
     for (const UINT shown : {CommandShowBleeding, CommandShowTemperature}) {
@@ -162,8 +163,8 @@ TEST_F(Commands, GraphShowsEitherBleedingOrTemperature) {
     ASSERT_TRUE(program.ClickButton(CommandShowBleeding));
     expect(CommandShowBleeding, CommandShowTemperature);
     // The menu offers the others, too, without effect here.
-    for (const UINT other : {CommandShowNotes, CommandShowPeriod, CommandShowOvulation,
-                             CommandShowPregnancy}) {
+    for (const UINT other :
+         {CommandShowNotes, CommandShowPeriod, CommandShowOvulation, CommandShowPregnancy}) {
         ASSERT_TRUE(program.ChooseFromMenu(other));
         expect(CommandShowBleeding, CommandShowTemperature);
     }

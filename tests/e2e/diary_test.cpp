@@ -1,4 +1,5 @@
-// The diary shows what the companion predicts from the same files, on the screen and in its answers.
+// The diary shows what the companion predicts from the same files, on the screen and in its
+// answers.
 
 #include "tests/e2e/expectation.h"
 #include "tests/e2e/fixture.h"
@@ -9,7 +10,8 @@ namespace {
 
 class Diary : public EndToEnd {
   protected:
-    /// Regular cycles before today, and near today one day of everything that has a mark of its own.
+    /// Regular cycles before today, and near today one day of everything that has a mark of its
+    /// own.
     void MakeMarkedDiary(const std::wstring& user) {
         std::string csv = "date,bleeding,temperature_f,cramps,pms,note\n";
         for (int cycle = 13; cycle >= 1; --cycle) {
@@ -24,8 +26,8 @@ class Diary : public EndToEnd {
         csv += ToUtf8(IsoDate(AddDays(Today, -3))) + ",2,,,,\n";  // too short to be a period
         csv += ToUtf8(IsoDate(AddDays(Today, 2))) + ",,,,,To come\n";
         ASSERT_TRUE(WriteFile(folder.Path() + L"diary.csv", csv));
-        const auto made = folder.RunCompanion(L"import \"" + folder.UserFolder(user) + L"\" --csv \"" +
-                                                  folder.Path() + L"diary.csv\"",
+        const auto made = folder.RunCompanion(L"import \"" + folder.UserFolder(user) +
+                                                  L"\" --csv \"" + folder.Path() + L"diary.csv\"",
                                               Password);
         ASSERT_EQ(made.exitCode, 0u) << made.output;
         WriteNumber(L"CurrentView", ViewDiary);

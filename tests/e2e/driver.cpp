@@ -66,8 +66,8 @@ INPUT KeyInput(WORD key, WORD scan, DWORD flags) {
     return input;
 }
 
-/// A button event at a place of the screen. The place goes with the event: a pointer moved beforehand
-/// may have been moved on by the display when the event comes.
+/// A button event at a place of the screen. The place goes with the event: a pointer moved
+/// beforehand may have been moved on by the display when the event comes.
 INPUT MouseInput(DWORD button, POINT screen) {
     constexpr LONG Span = 65536;  // the screen's width and height in the event's units
     const LONG width = ::GetSystemMetrics(SM_CXSCREEN);
@@ -114,7 +114,8 @@ bool Program::Fail(const std::wstring& what) const {
     return false;
 }
 
-// ---- Its life ------------------------------------------------------------------------------------
+// ---- Its life
+// ------------------------------------------------------------------------------------
 
 bool Program::Start(WORD showCommand) {
     STARTUPINFOW startup{};
@@ -154,7 +155,8 @@ void Program::Kill() {
     }
 }
 
-// ---- Windows -------------------------------------------------------------------------------------
+// ---- Windows
+// -------------------------------------------------------------------------------------
 
 HWND Program::FindMain() const {
     return FindTopLevel(process.dwProcessId, MainClass, MainTitle, false);
@@ -164,9 +166,7 @@ HWND Program::FindDialog(const WCHAR* title) const {
     return FindTopLevel(process.dwProcessId, DialogClass, title, true);
 }
 
-HWND Program::FindAnyDialog() const {
-    return FindDialog(nullptr);
-}
+HWND Program::FindAnyDialog() const { return FindDialog(nullptr); }
 
 HWND Program::WaitForDialog(const WCHAR* title) {
     HWND dialog = nullptr;
@@ -203,7 +203,8 @@ HWND Program::MenuBar() const {
     return FindChild(main, process.dwProcessId, TOOLBARCLASSNAMEW, nullptr);
 }
 
-// ---- Entries -------------------------------------------------------------------------------------
+// ---- Entries
+// -------------------------------------------------------------------------------------
 
 std::wstring Program::TextOf(HWND window) {
     std::array<WCHAR, 1024> text{};
@@ -214,8 +215,8 @@ std::wstring Program::TextOf(HWND window) {
 }
 
 void Program::SetTextOf(HWND window, const std::wstring& text) {
-    ::SendMessageTimeoutW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()), SMTO_NORMAL,
-                          PatienceMs, nullptr);
+    ::SendMessageTimeoutW(window, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()),
+                          SMTO_NORMAL, PatienceMs, nullptr);
 }
 
 std::wstring Program::BoxText(HWND box) {
@@ -313,14 +314,12 @@ void Program::Send(UINT command) {
     ::SendMessageTimeoutW(main, WM_COMMAND, command, 0, SMTO_NORMAL, PatienceMs, nullptr);
 }
 
-void Program::Post(UINT command) {
-    ::PostMessageW(main, WM_COMMAND, command, 0);
-}
+void Program::Post(UINT command) { ::PostMessageW(main, WM_COMMAND, command, 0); }
 
 bool Program::Settle() {
-    // A window is asked to paint only when no message is left, posted or from mouse and keyboard. So
-    // the main window, of which nothing is seen between its children, is made to paint itself, and
-    // when it has, all that came before is done.
+    // A window is asked to paint only when no message is left, posted or from mouse and keyboard.
+    // So the main window, of which nothing is seen between its children, is made to paint itself,
+    // and when it has, all that came before is done.
     ::RedrawWindow(main, nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN);
     if (!WaitFor([&] { return ::GetUpdateRect(main, nullptr, FALSE) == 0 || !IsRunning(); })) {
         return Fail(L"the program does not answer");
@@ -328,7 +327,8 @@ bool Program::Settle() {
     return IsRunning();
 }
 
-// ---- Whole steps ---------------------------------------------------------------------------------
+// ---- Whole steps
+// ---------------------------------------------------------------------------------
 
 bool Program::EnterUser(const std::wstring& user, const std::wstring& password) {
     const HWND dialog = WaitForDialog(L"Login user");
@@ -348,9 +348,8 @@ bool Program::EnterUser(const std::wstring& user, const std::wstring& password) 
     Click(secret);
     Type(password);
     if (!WaitFor([&] {
-            return TextOf(name) == user &&
-                   ::SendMessageW(secret, WM_GETTEXTLENGTH, 0, 0) ==
-                       static_cast<LRESULT>(password.size());
+            return TextOf(name) == user && ::SendMessageW(secret, WM_GETTEXTLENGTH, 0, 0) ==
+                                               static_cast<LRESULT>(password.size());
         })) {
         return Fail(L"the sign-in does not take what is typed: \"" + TextOf(name) + L"\"");
     }
@@ -365,8 +364,8 @@ bool Program::WaitForViews() {
         !IsRunning()) {
         return Fail(L"no views");
     }
-    // The first fence is handled by the message loop, so the window is complete when it is; what the
-    // creation has posted lies before the second.
+    // The first fence is handled by the message loop, so the window is complete when it is; what
+    // the creation has posted lies before the second.
     return Settle() && PutWarningAway();
 }
 
@@ -450,7 +449,8 @@ bool Program::Exit() {
     return WaitForEnd() && ExitCode() == 0;
 }
 
-// ---- What it shows -------------------------------------------------------------------------------
+// ---- What it shows
+// -------------------------------------------------------------------------------
 
 int Program::ButtonState(UINT command) const {
     return static_cast<int>(::SendMessageW(MenuBar(), TB_GETSTATE, command, 0));
@@ -476,7 +476,8 @@ int Program::ButtonStyle(UINT command) const {
     info.cbSize = sizeof info;
     info.dwMask = TBIF_STYLE;
     LRESULT index = -1;
-    return SendRecord(MenuBar(), TB_GETBUTTONINFOW, command, &info, sizeof info, &index) && index >= 0
+    return SendRecord(MenuBar(), TB_GETBUTTONINFOW, command, &info, sizeof info, &index) &&
+                   index >= 0
                ? info.fsStyle
                : -1;
 }
@@ -488,7 +489,8 @@ bool Program::ClickButton(UINT command) {
         return Fail(L"no such button on the menu bar");
     }
     // Left of its middle: a drop-down may have an arrow of its own at the right.
-    return ClickAt(MenuBar(), {(2 * button.left + button.right) / 3, (button.top + button.bottom) / 2});
+    return ClickAt(MenuBar(),
+                   {(2 * button.left + button.right) / 3, (button.top + button.bottom) / 2});
 }
 
 Row Program::AskRow(int index, int cells) {

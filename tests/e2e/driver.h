@@ -1,10 +1,11 @@
 #pragma once
 
 // One run of the built program, operated the way a user operates it: by looking at its windows,
-// clicking, typing, choosing from its menu. What cannot be seen on the screen is asked of the windows
-// from outside. Every operation waits until the program is ready for it.
+// clicking, typing, choosing from its menu. What cannot be seen on the screen is asked of the
+// windows from outside. Every operation waits until the program is ready for it.
 //
-// A run that cannot go on (a window that does not come) adds a test failure with what was waited for.
+// A run that cannot go on (a window that does not come) adds a test failure with what was waited
+// for.
 
 #include <windows.h>
 
@@ -99,10 +100,12 @@ class Program {
     /// The main window is complete; a prediction warning is read and put away.
     bool WaitForViews();
     bool SignIn(const std::wstring& user, const std::wstring& password);
-    /// The text of the warning that `WaitForViews` or `PutWarningAway` put away; empty when none came.
+    /// The text of the warning that `WaitForViews` or `PutWarningAway` put away; empty when none
+    /// came.
     const std::wstring& Warning() const { return warning; }
     bool PutWarningAway();
-    /// Opens the Tools menu, and Options when the command is there, and chooses it: all with clicks.
+    /// Opens the Tools menu, and Options when the command is there, and chooses it: all with
+    /// clicks.
     bool ChooseFromMenu(UINT command);
     /// Exit by the command; true when it ended with exit code 0.
     bool Exit();

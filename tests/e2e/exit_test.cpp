@@ -42,7 +42,8 @@ class Leaving : public EndToEnd {
     static bool ClickCloseBox(Program& program) {
         RECT frame{};
         ::GetWindowRect(program.Main(), &frame);
-        const LONG y = frame.top + ::GetSystemMetrics(SM_CYSIZEFRAME) + ::GetSystemMetrics(SM_CYCAPTION) / 2;
+        const LONG y =
+            frame.top + ::GetSystemMetrics(SM_CYSIZEFRAME) + ::GetSystemMetrics(SM_CYCAPTION) / 2;
         for (LONG x = frame.right - 1; x > frame.left; --x) {
             if (::SendMessageW(program.Main(), WM_NCHITTEST, 0, MAKELPARAM(x, y)) == HTCLOSE) {
                 POINT client{x - 4, y};
@@ -82,8 +83,8 @@ TEST_F(Leaving, ByTheCloseBoxSaves) {
 TEST_F(Leaving, ByTheEndOfTheSessionSaves) {
     Check([](Program& program) {
         DWORD_PTR answer = 0;
-        ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_QUERYENDSESSION, 0, 0, SMTO_NORMAL, 30000,
-                                        &answer),
+        ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_QUERYENDSESSION, 0, 0, SMTO_NORMAL,
+                                        30000, &answer),
                   0);
         EXPECT_NE(answer, 0u);
         ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, 30000,

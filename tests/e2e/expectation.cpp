@@ -59,8 +59,8 @@ std::vector<std::string> ColumnsOf(const std::string& csv, Day day, std::size_t 
 
 BYTE Mix(int color, int ground, float share) {
     const float part = static_cast<float>(color) * share;
-    return static_cast<BYTE>(static_cast<int>(static_cast<double>(part) +
-                                              ground * (1.0 - static_cast<double>(share))));
+    return static_cast<BYTE>(
+        static_cast<int>(static_cast<double>(part) + ground * (1.0 - static_cast<double>(share))));
 }
 
 }  // namespace
@@ -137,8 +137,8 @@ ExpectedRow Expectation::RowOf(Day day) const {
         period.overlay = DateMark(day, entry);
     }
     row.cells.push_back(period);
-    for (const auto& [color, key] : {std::pair(Orange, "ovulationProbability"),
-                                     std::pair(Green, "pregnancyWeight")}) {
+    for (const auto& [color, key] :
+         {std::pair(Orange, "ovulationProbability"), std::pair(Green, "pregnancyWeight")}) {
         ExpectedCell cell{Blend(color, White, Number(entry, key)), 0, 0};
         cell.overlay = cell.color != White && afterStart ? 106U : 0U;
         row.cells.push_back(cell);

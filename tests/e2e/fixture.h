@@ -41,20 +41,21 @@ class EndToEnd : public ::testing::Test {
             folder.RunCompanion(L"check \"" + folder.UserFolder(user) + L"\"", password);
         return (checked.exitCode == 0 ? ::testing::AssertionSuccess()
                                       : ::testing::AssertionFailure())
-               << "exit code " << checked.exitCode << "\n" << checked.output;
+               << "exit code " << checked.exitCode << "\n"
+               << checked.output;
     }
 
     /// The user's records as CSV.
     std::string Export(const std::wstring& user, const std::wstring& password = Password) {
-        return folder
-            .RunCompanion(L"export \"" + folder.UserFolder(user) + L"\" --csv -", password)
+        return folder.RunCompanion(L"export \"" + folder.UserFolder(user) + L"\" --csv -", password)
             .output;
     }
 
     /// Every data file of the user, contents and all, one after the other.
     std::string FilesOf(const std::wstring& user) {
         std::string all;
-        for (const WCHAR* name : {L"Bleeding.dat", L"Temperature.dat", L"Notes.dat", L"NotePages.dat"}) {
+        for (const WCHAR* name :
+             {L"Bleeding.dat", L"Temperature.dat", L"Notes.dat", L"NotePages.dat"}) {
             all += ToUtf8(name) + ":" + ReadFile(folder.UserFolder(user) + L"\\" + name) + "\n";
         }
         return all;

@@ -145,8 +145,8 @@ ProgramFolder::Answer ProgramFolder::RunCompanion(const std::wstring& arguments,
     // A new file for every run: whatever inherited the last one's handle may still hold it.
     const fs::path output = folder / (L"companion-" + std::to_wstring(++runs) + L".txt");
     WriteFile(secret.native(), ToUtf8(password) + "\n");
-    std::wstring command = L"\"" + path + L"lunara-cli.exe\" " + arguments + L" --password-file \"" +
-                           secret.native() + L"\"";
+    std::wstring command = L"\"" + path + L"lunara-cli.exe\" " + arguments +
+                           L" --password-file \"" + secret.native() + L"\"";
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
@@ -190,8 +190,8 @@ std::string ToUtf8(const std::wstring& text) {
     const int length = ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
                                              nullptr, 0, nullptr, nullptr);
     std::string result(static_cast<std::size_t>(length), '\0');
-    ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), result.data(), length,
-                          nullptr, nullptr);
+    ::WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), result.data(),
+                          length, nullptr, nullptr);
     return result;
 }
 

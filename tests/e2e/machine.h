@@ -1,7 +1,7 @@
 #pragma once
 
-// What surrounds the program under test: the date it is told, its settings, folders, and the companion
-// that reads and writes the same files.
+// What surrounds the program under test: the date it is told, its settings, folders, and the
+// companion that reads and writes the same files.
 
 #include <windows.h>
 
@@ -10,7 +10,8 @@
 
 namespace lunara::e2e {
 
-// ---- The date ------------------------------------------------------------------------------------
+// ---- The date
+// ------------------------------------------------------------------------------------
 
 struct Day {
     int year;
@@ -25,10 +26,12 @@ Day AddDays(Day day, int count);
 std::wstring IsoDate(Day day);
 
 /// Every program under test sees this date, and the clock stands still at 12:00:00, from the moment
-/// this returns. Needs the surroundings that scripts/e2e.sh makes; false when the date does not follow.
+/// this returns. Needs the surroundings that scripts/e2e.sh makes; false when the date does not
+/// follow.
 bool SetToday(Day day);
 
-// ---- Settings ------------------------------------------------------------------------------------
+// ---- Settings
+// ------------------------------------------------------------------------------------
 
 /// The program's key in the registry as it never was.
 void ForgetSettings();
@@ -39,7 +42,8 @@ void WriteText(const WCHAR* name, const std::wstring& value);
 std::optional<DWORD> ReadNumber(const WCHAR* name);
 std::optional<std::wstring> ReadText(const WCHAR* name);
 
-// ---- Folders and programs ------------------------------------------------------------------------
+// ---- Folders and programs
+// ------------------------------------------------------------------------
 
 /// A program folder of its own for one test, with fresh copies of the programs and nothing else.
 class ProgramFolder {

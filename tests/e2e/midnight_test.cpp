@@ -14,17 +14,21 @@ class Midnight : public EndToEnd {};
 
 TEST_F(Midnight, TheNewDaysPredictionIsShownByItself) {
     MakeSampleDiary(L"Anna");
+    // A period is expected now, so that a day without it moves the whole prediction.
+    const Day lateDay = AddDays(Today, 17);
+    ASSERT_TRUE(SetToday(lateDay));
     Program program(folder);
     ASSERT_TRUE(program.Start());
     ASSERT_TRUE(program.SignIn(L"Anna", Password));
-    CompareDiary(program, folder, Expectation(folder, L"Anna", Password, Today));
+    CompareDiary(program, folder, Expectation(folder, L"Anna", Password, lateDay));
     program.Keep(L"before");
     const Picture before = Program::Look(program.Agenda());
 
-    const Day tomorrow = AddDays(Today, 1);
+    const Day tomorrow = AddDays(lateDay, 1);
     ASSERT_TRUE(SetToday(tomorrow));
-    EXPECT_TRUE(WaitFor([&] { return !(Program::Look(program.Agenda()) == before); },
-                        TimerPatienceMs));
+    EXPECT_TRUE(
+        WaitFor([&] { return !(Program::Look(program.Agenda()) == before); }, TimerPatienceMs))
+        << "nothing changes by itself";
     ASSERT_TRUE(program.Settle());
     program.Keep(L"after");
     EXPECT_EQ(program.FindAnyDialog(), nullptr) << "the timer warns of nothing";
@@ -38,10 +42,11 @@ TEST_F(Midnight, TheNewDaysPredictionIsShownByItself) {
 
 TEST_F(Midnight, SeveralDaysMayHavePassed) {
     MakeSampleDiary(L"Anna");
+    ASSERT_TRUE(SetToday(AddDays(Today, 17)));
     Program program(folder);
     ASSERT_TRUE(program.Start());
     ASSERT_TRUE(program.SignIn(L"Anna", Password));
-    const Day later = AddDays(Today, 17);
+    const Day later = AddDays(Today, 21);
     ASSERT_TRUE(SetToday(later));
     ::SendMessageW(program.Main(), WM_TIMER, DayTimer, 0);
     ASSERT_TRUE(program.Settle());

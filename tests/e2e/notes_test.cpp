@@ -61,8 +61,9 @@ TEST_F(Notes, AddedEditedCancelledAndDeleted) {
     Row row = program.AskRow(TodaysRow, 5);
     EXPECT_EQ(row.cells[0].color, RGB(255, 128, 128));
     EXPECT_NE(row.cells[0].overlay, nullptr);
-    EXPECT_TRUE(Expectation::CellLooksLike(Program::Look(program.Agenda()), 0, TodaysRow, row.height,
-                                           {RGB(255, 128, 128), 0, 116}, folder.Program()));
+    EXPECT_TRUE(Expectation::CellLooksLike(Program::Look(program.Agenda()), 0, TodaysRow,
+                                           row.height, {RGB(255, 128, 128), 0, 116},
+                                           folder.Program()));
 
     dialog = Open(program, TodaysRow);
     ASSERT_NE(dialog, nullptr);

@@ -7,8 +7,8 @@ namespace lunara::e2e {
 
 Picture Picture::OfScreen(const RECT& area) {
     const HDC screen = ::GetDC(nullptr);
-    Picture picture = OfDc(screen, area.left, area.top, area.right - area.left,
-                           area.bottom - area.top);
+    Picture picture =
+        OfDc(screen, area.left, area.top, area.right - area.left, area.bottom - area.top);
     ::ReleaseDC(nullptr, screen);
     return picture;
 }
@@ -81,8 +81,8 @@ bool Picture::SaveAs(const std::wstring& path) const {
     file.bfOffBits = sizeof file + sizeof info;
     const auto bytes = static_cast<DWORD>(pixels.size() * sizeof(DWORD));
     file.bfSize = file.bfOffBits + bytes;
-    const HANDLE target = ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0,
-                                        nullptr);
+    const HANDLE target =
+        ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
     if (target == INVALID_HANDLE_VALUE) {
         return false;
     }

@@ -49,8 +49,8 @@ enum View : DWORD { ViewDiary = 3000, ViewGraph = 3001 };
 
 inline constexpr UINT_PTR DayTimer = 1;
 
-/// Asked of the main window: how many drawing objects are alive, plus 1 (so that no answer at all, 0,
-/// cannot pass for "none").
+/// Asked of the main window: how many drawing objects are alive, plus 1 (so that no answer at all,
+/// 0, cannot pass for "none").
 inline constexpr WCHAR LiveGdiObjectsMessage[] = L"Lunara_LiveGdiObjects";
 
 }  // namespace lunara::e2e

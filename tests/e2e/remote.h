@@ -1,7 +1,7 @@
 #pragma once
 
-// Memory and calls inside another process: for the messages whose parameters are addresses, which the
-// system does not carry from one process to another.
+// Memory and calls inside another process: for the messages whose parameters are addresses, which
+// the system does not carry from one process to another.
 
 #include <windows.h>
 
@@ -29,8 +29,8 @@ class RemoteBlock {
     void* address;
 };
 
-/// A function of user32 with up to four arguments, called by a thread of that process. False when the
-/// thread could not be run to its end.
+/// A function of user32 with up to four arguments, called by a thread of that process. False when
+/// the thread could not be run to its end.
 bool CallInside(HANDLE process, const char* function, const std::array<std::uint64_t, 4>& arguments,
                 std::uint64_t& result);
 

@@ -22,10 +22,18 @@ class Scrolling : public EndToEnd {
         const LONG arrow = ::GetSystemMetrics(SM_CYVSCROLL);
         LONG y = 0;
         switch (part) {
-            case Part::LineUp: y = arrow / 2; break;
-            case Part::LineDown: y = bar.bottom - arrow / 2; break;
-            case Part::PageUp: y = arrow + 2; break;
-            case Part::PageDown: y = bar.bottom - arrow - 3; break;
+            case Part::LineUp:
+                y = arrow / 2;
+                break;
+            case Part::LineDown:
+                y = bar.bottom - arrow / 2;
+                break;
+            case Part::PageUp:
+                y = arrow + 2;
+                break;
+            case Part::PageDown:
+                y = bar.bottom - arrow - 3;
+                break;
         }
         return program.ClickAt(program.ScrollBar(), {bar.right / 2, y}) && program.Settle();
     }

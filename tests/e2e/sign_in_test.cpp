@@ -114,7 +114,8 @@ TEST_F(SignIn, UnreadableFilesKeepTheSignInOpenAndAreLeftAlone) {
         const std::wstring path = folder.UserFolder(L"Anna") + L"\\" + each.file;
         const std::string good = ReadFile(path);
         ASSERT_GT(good.size(), 8u);
-        const std::string bad = each.content.empty() ? good.substr(0, good.size() - 3) : each.content;
+        const std::string bad =
+            each.content.empty() ? good.substr(0, good.size() - 3) : each.content;
         ASSERT_TRUE(WriteFile(path, bad));
         ASSERT_TRUE(program.EnterUser(L"Anna", Password));
         EXPECT_EQ(Dismiss(program), each.message);

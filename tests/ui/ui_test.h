@@ -78,6 +78,9 @@ class ScriptedWindow : public Window {
     using Handler =
         std::function<bool(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result)>;
 
+    ScriptedWindow() = default;
+    ScriptedWindow(const ScriptedWindow&) = delete;
+    ScriptedWindow& operator=(const ScriptedWindow&) = delete;
     ~ScriptedWindow() override;
 
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;

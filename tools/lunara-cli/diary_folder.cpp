@@ -129,7 +129,7 @@ std::optional<Failure> SaveDiary(UserData& data, const WideString& folder,
             return failure;
         }
     }
-    if (CreateFolderTree(folder.c_str()) == 0) {
+    if (CreateDirectoryTree(folder.c_str()) == 0) {
         return Failure{folder, ReasonText(::GetLastError())};
     }
     std::vector<OldFile> saved;

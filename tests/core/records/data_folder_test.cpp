@@ -161,11 +161,11 @@ TEST(DataFolderTest, IsTheProgramsFolderAndTheEscapedName) {
     EXPECT_EQ(DataFolderOfUser(WideString(400, 'x')).size(), PathCapacity - 1);
 }
 
-TEST(CreateFolderTreeTest, CreatesMissingParentsWithEitherSeparator) {
+TEST(CreateDirectoryTreeTest, CreatesMissingParentsWithEitherSeparator) {
     const ScratchFolder scratch;
     for (const WCHAR* below : {TEXT("/a/b/c"), TEXT("\\d\\e"), TEXT("/f\\g/"), TEXT("/a/b/h\\")}) {
         const WideString folder = Wide(scratch.Root()) + below;
-        EXPECT_EQ(CreateFolderTree(folder.c_str()), 1);
+        EXPECT_EQ(CreateDirectoryTree(folder.c_str()), 1);
         EXPECT_NE(::GetFileAttributesW(folder.c_str()) & FILE_ATTRIBUTE_DIRECTORY, 0U);
         EXPECT_NE(::GetFileAttributesW(folder.c_str()), INVALID_FILE_ATTRIBUTES);
     }
@@ -173,32 +173,32 @@ TEST(CreateFolderTreeTest, CreatesMissingParentsWithEitherSeparator) {
     EXPECT_TRUE(std::filesystem::is_directory(scratch.Root() / "f" / "g"));
 }
 
-TEST(CreateFolderTreeTest, FolderThatIsThereIsFine) {
+TEST(CreateDirectoryTreeTest, FolderThatIsThereIsFine) {
     const ScratchFolder scratch;
-    EXPECT_EQ(CreateFolderTree(Wide(scratch.Root()).c_str()), 1);
-    EXPECT_EQ(CreateFolderTree((Wide(scratch.Root()) + TEXT("/")).c_str()), 1);
-    EXPECT_EQ(CreateFolderTree(TEXT("/")), 1);
+    EXPECT_EQ(CreateDirectoryTree(Wide(scratch.Root()).c_str()), 1);
+    EXPECT_EQ(CreateDirectoryTree((Wide(scratch.Root()) + TEXT("/")).c_str()), 1);
+    EXPECT_EQ(CreateDirectoryTree(TEXT("/")), 1);
 }
 
-TEST(CreateFolderTreeTest, FileInTheWayFailsWithTheSystemsError) {
+TEST(CreateDirectoryTreeTest, FileInTheWayFailsWithTheSystemsError) {
     const ScratchFolder scratch;
     WriteBytes(scratch.File("file"), {1, 2, 3});
     for (const WCHAR* below : {TEXT("/file"), TEXT("/file/a"), TEXT("/file/a/b")}) {
         ::SetLastError(ERROR_SUCCESS);
-        EXPECT_EQ(CreateFolderTree((Wide(scratch.Root()) + below).c_str()), 0);
+        EXPECT_EQ(CreateDirectoryTree((Wide(scratch.Root()) + below).c_str()), 0);
         EXPECT_NE(::GetLastError(), ERROR_SUCCESS);
     }
     EXPECT_EQ(ReadBytes(scratch.File("file")), (Bytes{1, 2, 3}));
-    EXPECT_EQ(CreateFolderTree(TEXT("")), 0);
+    EXPECT_EQ(CreateDirectoryTree(TEXT("")), 0);
 }
 
-TEST(CreateFolderTreeTest, EscapedNamesCanBeFolders) {
+TEST(CreateDirectoryTreeTest, EscapedNamesCanBeFolders) {
     const ScratchFolder scratch;
     int count = 0;
     for (const WCHAR* name : {TEXT(".."), TEXT("CON"), TEXT("a/b"), TEXT("Anna. "), TEXT("\xD83D"),
                               TEXT("nul.txt"), TEXT(":"), TEXT("\x01")}) {
         const WideString folder = Wide(scratch.Root()) + TEXT("/") + FolderNameOfUser(name);
-        EXPECT_EQ(CreateFolderTree(folder.c_str()), 1) << ToUtf8(folder);
+        EXPECT_EQ(CreateDirectoryTree(folder.c_str()), 1) << ToUtf8(folder);
         ++count;
         EXPECT_EQ(scratch.Names().size(), static_cast<std::size_t>(count)) << ToUtf8(folder);
     }

@@ -15,6 +15,8 @@ constexpr int TextCapacity = 8;
 class FieldsDialog : public Dialog {
   public:
     FieldsDialog() : Dialog(TEST_DIALOG) { fullScreen = false; }
+    FieldsDialog(const FieldsDialog&) = delete;
+    FieldsDialog& operator=(const FieldsDialog&) = delete;
     ~FieldsDialog() override {
         if (Handle() != nullptr) {
             ::DestroyWindow(Handle());

@@ -19,6 +19,8 @@ class TestDialog : public Dialog {
         : Dialog(shapeId, owner) {
         fullScreen = false;
     }
+    TestDialog(const TestDialog&) = delete;
+    TestDialog& operator=(const TestDialog&) = delete;
     ~TestDialog() override {
         if (Handle() != nullptr) {
             ::DestroyWindow(Handle());

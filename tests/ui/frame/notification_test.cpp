@@ -15,6 +15,9 @@ struct ColorRecord {
 
 class TestControl : public NotifyingControl {
   public:
+    TestControl() = default;
+    TestControl(const TestControl&) = delete;
+    TestControl& operator=(const TestControl&) = delete;
     ~TestControl() override {
         if (Handle() != nullptr) {
             ::DestroyWindow(Handle());

@@ -1,0 +1,163 @@
+// The graph view's children, where they stand, and what the view paints itself.
+
+#include <algorithm>
+
+#include "resources/ids.h"
+#include "views/graph_view.h"
+
+// after windows.h
+#include "platform/pocketpc/common_controls.h"
+
+namespace lunara {
+namespace {
+
+constexpr WCHAR DateLabel[] = TEXT("Date: ");
+constexpr WCHAR BleedingLabel[] = TEXT("Bleeding: ");
+constexpr WCHAR FahrenheitLabel[] = TEXT("Temp \u00B0F: ");
+constexpr WCHAR CelsiusLabel[] = TEXT("Temp \u00B0C: ");
+constexpr COLORREF White = RGB(255, 255, 255);
+
+LONG Width(const RECT& rect) { return rect.right - rect.left; }
+LONG Height(const RECT& rect) { return rect.bottom - rect.top; }
+
+void MoveTo(HWND window, const RECT& place) {
+    ::SetWindowPos(window, nullptr, place.left, place.top, Width(place), Height(place),
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+HMENU ControlId(int id) { return reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)); }
+
+bool CreateControl(Window& control, const WCHAR* title, const RECT& place, HWND parent, int id) {
+    return control.Create(0, nullptr, title, WS_CHILD | WS_VISIBLE, place.left, place.top,
+                          Width(place), Height(place), parent, ControlId(id)) != 0;
+}
+
+SIZE TextSize(HDC dc, const WCHAR* text) {
+    SIZE size{};
+    ::GetTextExtentPoint32W(dc, text, ::lstrlenW(text), &size);
+    return size;
+}
+
+void DrawLabel(HDC dc, const WCHAR* text, RECT place) {
+    ::DrawTextW(dc, text, -1, &place, DT_LEFT | DT_SINGLELINE | DT_NOPREFIX | DT_NOCLIP);
+}
+
+}  // namespace
+
+GraphMetrics GraphView::Metrics() const {
+    const WindowDcScope dc(Handle());
+    TEXTMETRICW metrics{};
+    ::GetTextMetricsW(dc.Dc(), &metrics);
+    SIZE valueLabel = TextSize(dc.Dc(), FahrenheitLabel);
+    // In some fonts the other words are the wider ones, and would run under the field.
+    for (const WCHAR* label : {CelsiusLabel, BleedingLabel}) {
+        valueLabel.cx = std::max(valueLabel.cx, TextSize(dc.Dc(), label).cx);
+    }
+    return {metrics.tmHeight, ::GetSystemMetrics(SM_CXVSCROLL), ::GetSystemMetrics(SM_CYHSCROLL),
+            TextSize(dc.Dc(), DateLabel), valueLabel};
+}
+
+HWND GraphView::CreateField(const WCHAR* className, DWORD exStyle, DWORD style, const RECT& place,
+                            int id) {
+    const HWND field = ::CreateWindowExW(exStyle, className, nullptr, WS_CHILD | WS_VISIBLE | style,
+                                         place.left, place.top, Width(place), Height(place),
+                                         Handle(), ControlId(id), AppInstance(), nullptr);
+    ::SendMessageW(field, WM_SETFONT, reinterpret_cast<WPARAM>(ShellFont()), FALSE);
+    return field;
+}
+
+bool GraphView::CreateChildren() {
+    RECT client{};
+    ::GetClientRect(Handle(), &client);
+    layout = LayOutGraph(client, Metrics());
+    datePicker = CreateField(DATETIMEPICK_CLASSW, WS_EX_STATICEDGE, WS_TABSTOP, layout.datePicker,
+                             DatePickerId);
+    valueEdit = CreateField(TEXT("edit"), WS_EX_STATICEDGE, WS_TABSTOP | ES_CENTER | ES_MULTILINE,
+                            layout.valueEdit, ValueEditId);
+    // Its buddy is the window made before it.
+    valueSpin =
+        CreateField(UPDOWN_CLASSW, 0, UDS_AUTOBUDDY | UDS_ARROWKEYS, layout.valueSpin, ValueSpinId);
+    const bool hasCalendar =
+        CreateControl(calendar, nullptr, layout.calendar, Handle(), CalendarId);
+    scrollBar = CreateField(TEXT("scrollbar"), 0, SBS_HORZ, layout.scrollBar, ScrollBarId);
+    return datePicker != nullptr && valueEdit != nullptr && valueSpin != nullptr && hasCalendar &&
+           scrollBar != nullptr &&
+           CreateControl(fahrenheitButton, TEXT("\u00B0F"), layout.fahrenheitButton, Handle(),
+                         FahrenheitId) &&
+           CreateControl(celsiusButton, TEXT("\u00B0C"), layout.celsiusButton, Handle(),
+                         CelsiusId) &&
+           CreateControl(chart, nullptr, layout.chart, Handle(), ChartId);
+}
+
+void GraphView::PlaceChildren() {
+    RECT client{};
+    ::GetClientRect(Handle(), &client);
+    layout = LayOutGraph(client, Metrics());
+    MoveTo(datePicker, layout.datePicker);
+    MoveTo(valueEdit, layout.valueEdit);
+    MoveTo(valueSpin, layout.valueSpin);
+    MoveTo(calendar.Handle(), layout.calendar);
+    MoveTo(scrollBar, layout.scrollBar);
+    MoveTo(fahrenheitButton.Handle(), layout.fahrenheitButton);
+    MoveTo(celsiusButton.Handle(), layout.celsiusButton);
+    MoveTo(chart.Handle(), layout.chart);
+}
+
+void GraphView::FitColumns() {
+    ::SendMessageW(calendar.Handle(), CCM_SETDAYCOUNT, GraphDaysShown, 0);
+    CalendarHitTest first{};
+    ::SendMessageW(calendar.Handle(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&first));
+    dayWidth = Width(first.cell);
+}
+
+std::int32_t GraphView::Columns() const { return GraphColumns(Width(layout.chart), dayWidth); }
+
+void GraphView::OnSize() {
+    if (chart.Handle() == nullptr) {
+        return;
+    }
+    const SYSTEMTIME current = GetCurrentDate();
+    const bool wasShown = calendar.IsDateShown(current);
+    PlaceChildren();
+    FitColumns();
+    ResetChart();
+    if (wasShown) {
+        BringIntoView(current);
+    }
+    Invalidate(true);
+}
+
+void GraphView::OnPaint() {
+    const PaintScope paint(Handle());
+    const HDC dc = paint.Dc();
+    const BackgroundModeScope transparent(dc, TRANSPARENT);
+    DrawLabel(dc, DateLabel, layout.dateLabel);
+    if (mode == GraphShowTemperature) {
+        DrawLabel(dc, measure == MeasureCelsius ? CelsiusLabel : FahrenheitLabel,
+                  layout.valueLabel);
+        return;
+    }
+    DrawLabel(dc, BleedingLabel, layout.valueLabel);
+    BITMAP picture{};
+    if (::GetObjectW(legend.Get(), sizeof(picture), &picture) == 0) {
+        return;
+    }
+    const RECT place = CenteredIn(layout.legendArea, {picture.bmWidth, picture.bmHeight});
+    const MemoryDc memory(::CreateCompatibleDC(dc));
+    const SelectScope selected(memory.Get(), legend.Get());
+    ::BitBlt(dc, place.left, place.top, Width(place), Height(place), memory.Get(), 0, 0, SRCCOPY);
+}
+
+void GraphView::OnEraseBackground(HDC dc) const {
+    RECT client{};
+    ::GetClientRect(Handle(), &client);
+    ::FillRect(dc, &client, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
+}
+
+LRESULT GraphView::OnFieldColor(HDC dc) const {
+    // A read-only field is grey by default.
+    ::SetBkColor(dc, White);
+    return reinterpret_cast<LRESULT>(::GetStockObject(WHITE_BRUSH));
+}
+
+}  // namespace lunara
