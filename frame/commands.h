@@ -11,8 +11,8 @@
 namespace lunara {
 
 struct Command {
-    UINT id;
-    void (MainWindow::*run)();
+    UINT id = 0;
+    void (MainWindow::*run)() = nullptr;
     /// For the commands that have a button: the show flag that it stands for, 0 where the view does
     /// not offer it.
     std::uint32_t diaryFlag = 0;

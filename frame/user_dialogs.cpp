@@ -31,8 +31,7 @@ void SetPanelFlags(HWND dialog, DWORD flags) {
 
 }  // namespace
 
-// ---- PasswordDialog
-// ------------------------------------------------------------------------------
+// ---- PasswordDialog -----------------------------------------------------------------------------
 
 BOOL PasswordDialog::OnInitDialog() {
     const BOOL result = Dialog::OnInitDialog();
@@ -95,8 +94,7 @@ bool PasswordDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESU
     return Dialog::OnMessage(message, wParam, lParam, result);
 }
 
-// ---- LoginDialog
-// ---------------------------------------------------------------------------------
+// ---- LoginDialog --------------------------------------------------------------------------------
 
 LoginDialog::LoginDialog(Window* owner) : PasswordDialog(IDD_LOGIN, owner) {}
 
@@ -132,8 +130,7 @@ void LoginDialog::DoDataExchange(DataExchange& exchange) {
 
 bool LoginDialog::IsPasswordEdit(int controlId) const { return controlId == IDC_PASSWORD; }
 
-// ---- ChangePasswordDialog
-// ------------------------------------------------------------------------
+// ---- ChangePasswordDialog -----------------------------------------------------------------------
 
 ChangePasswordDialog::ChangePasswordDialog(Window* owner)
     : PasswordDialog(IDD_CHANGE_PASSWORD, owner) {}

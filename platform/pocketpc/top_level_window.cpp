@@ -26,6 +26,24 @@ void LimitSize(HWND window, MINMAXINFO& limits) {
     limits.ptMinTrackSize = POINT{least.cx, least.cy};
 }
 
+/// The system's default places cascade down the screen, until a portrait window hangs over its
+/// edge.
+void KeepOnScreen(HWND window) {
+    RECT work{};
+    RECT frame{};
+    if (::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0) == FALSE ||
+        ::GetWindowRect(window, &frame) == FALSE) {
+        return;
+    }
+    const LONG x =
+        std::max(work.left, std::min(frame.left, work.right - (frame.right - frame.left)));
+    const LONG y =
+        std::max(work.top, std::min(frame.top, work.bottom - (frame.bottom - frame.top)));
+    if (x != frame.left || y != frame.top) {
+        ::SetWindowPos(window, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
+
 LRESULT CALLBACK TopLevelProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                               DWORD_PTR) {
     switch (message) {
@@ -57,6 +75,7 @@ void PrepareTopLevelWindow(CREATESTRUCTW& parameters) {
 void EquipTopLevelWindow(HWND window, HINSTANCE instance, UINT iconId) {
     topLevelWindow = window;
     ::SetWindowSubclass(window, &TopLevelProc, TopLevelHook, 0);
+    KeepOnScreen(window);
     struct {
         WPARAM kind;
         int width;

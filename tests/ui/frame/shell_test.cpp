@@ -38,8 +38,7 @@ RECT ClientOnScreen(HWND window) {
            << "," << b.top << "-" << b.right << "," << b.bottom;
 }
 
-// ---- Input panel
-// ---------------------------------------------------------------------------------
+// ---- Input panel --------------------------------------------------------------------------------
 
 class PanelTest : public UiTest {
   protected:
@@ -87,8 +86,7 @@ TEST_F(PanelTest, RefusesWhatItDoesNotKnow) {
     EXPECT_FALSE(SHSipInfo(999, 0, &info, 0));
 }
 
-// ---- Sheet geometry
-// ------------------------------------------------------------------------------
+// ---- Sheet geometry -----------------------------------------------------------------------------
 
 TEST(SheetLayoutTest, GrowsEvenlyUpToTheLimitAndStandsInTheMiddle) {
     const struct {
@@ -122,8 +120,7 @@ TEST(SheetLayoutTest, WhatTouchesInTheTemplateTouchesOnTheSheet) {
     }
 }
 
-// ---- Full-screen dialogs
-// -------------------------------------------------------------------------
+// ---- Full-screen dialogs ------------------------------------------------------------------------
 
 class FullScreenTest : public UiTest {
   protected:
@@ -264,8 +261,44 @@ TEST_F(FullScreenTest, SettingChangesNeedTheWindowsRecord) {
     EXPECT_FALSE(SHHandleWMSettingChange(owner.Handle(), 0, 0, nullptr));
 }
 
-// ---- Menu bar
-// ------------------------------------------------------------------------------------
+// ---- Top-level window ---------------------------------------------------------------------------
+
+class TopLevelTest : public UiTest {
+  protected:
+    void SetUp() override {
+        UiTest::SetUp();
+        CREATESTRUCTW wanted{};
+        PrepareTopLevelWindow(wanted);
+        ASSERT_EQ(window.Create(0, nullptr, TEXT("Top"), static_cast<DWORD>(wanted.style), 4000,
+                                3000, wanted.cx, wanted.cy, nullptr, nullptr),
+                  1);
+        EquipTopLevelWindow(window.Handle(), AppInstance(), IDI_LUNARA);
+    }
+    void TearDown() override {
+        ::DestroyWindow(window.Handle());
+        EXPECT_EQ(TopLevelWindow(), nullptr);
+        UiTest::TearDown();
+    }
+    ScriptedWindow window;
+};
+
+TEST_F(TopLevelTest, IsMovedOntoTheScreen) {
+    EXPECT_EQ(TopLevelWindow(), window.Handle());
+    RECT work{};
+    ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    const RECT place = ScreenRect(window.Handle());
+    EXPECT_EQ(place.right, work.right);
+    EXPECT_EQ(place.bottom, work.bottom);
+}
+
+TEST_F(TopLevelTest, HasALeastSize) {
+    MINMAXINFO limits{};
+    ::SendMessageW(window.Handle(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
+    EXPECT_GT(limits.ptMinTrackSize.x, LeastClient.cx);
+    EXPECT_GT(limits.ptMinTrackSize.y, LeastClient.cy);
+}
+
+// ---- Menu bar -----------------------------------------------------------------------------------
 
 TEST(MenuBarDescriptionTest, ReadsMenuAndButtons) {
     const std::uint16_t words[] = {102, 2,     0xFFFF,         104, MENU_BAR_DROP_DOWN, 104,
