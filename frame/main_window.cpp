@@ -41,6 +41,11 @@ bool AskForRetry(const WideString& path, DWORD error) {
            IDRETRY;
 }
 
+UINT LiveGdiObjectsQuery() {
+    static const UINT message = ::RegisterWindowMessageW(LiveGdiObjectsMessage);
+    return message;
+}
+
 }  // namespace
 
 MainWindow::MainWindow() : graphView(data), diaryView(data), startDate(LocalNow()) {
@@ -445,7 +450,12 @@ bool MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* 
             }
             break;
         default:
-            return false;
+            // No constant: the system gives registered messages their numbers.
+            if (message != LiveGdiObjectsQuery()) {
+                return false;
+            }
+            answer = 1 + LiveGdiObjects();
+            break;
     }
     if (result != nullptr) {
         *result = answer;

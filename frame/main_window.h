@@ -22,6 +22,11 @@ inline constexpr DWORD ViewGraph = 3001;
 /// new[], freed by the receiver. Result 0.
 inline constexpr UINT WM_PREDICTION_WARNING = WM_USER + 2;
 
+/// Registered message, sent to the main window from outside: tests ask how many drawing objects are
+/// alive, which the system cannot tell everywhere. Result: their number plus 1, so that no answer
+/// at all is not taken for none.
+inline constexpr WCHAR LiveGdiObjectsMessage[] = TEXT("Lunara_LiveGdiObjects");
+
 inline constexpr UINT_PTR DayTimerId = 1;
 inline constexpr UINT DayTimerPeriodMs = 60'000;
 

@@ -230,8 +230,7 @@ std::wstring Program::BoxText(HWND box) {
     return text;
 }
 
-bool Program::ClickAt(HWND window, POINT client) {
-    POINT screen = client;
+bool Program::WaitUntilUncovered(HWND window, POINT client, POINT& screen) const {
     if (!WaitFor([&] {
             screen = client;
             ::ClientToScreen(window, &screen);
@@ -239,7 +238,12 @@ bool Program::ClickAt(HWND window, POINT client) {
         })) {
         return Fail(L"what is to be clicked is covered");
     }
-    return ClickScreen(screen);
+    return true;
+}
+
+bool Program::ClickAt(HWND window, POINT client) {
+    POINT screen{};
+    return WaitUntilUncovered(window, client, screen) && ClickScreen(screen);
 }
 
 bool Program::ClickScreen(POINT screen) {
@@ -250,9 +254,12 @@ bool Program::ClickScreen(POINT screen) {
 }
 
 bool Program::Drag(HWND window, POINT from, POINT to, const std::function<void()>& held) {
-    ::ClientToScreen(window, &from);
+    POINT start{};
+    if (!WaitUntilUncovered(window, from, start)) {
+        return false;
+    }
     ::ClientToScreen(window, &to);
-    std::array<INPUT, 2> inputs = {MouseInput(MOUSEEVENTF_LEFTDOWN, from), MouseInput(0, to)};
+    std::array<INPUT, 2> inputs = {MouseInput(MOUSEEVENTF_LEFTDOWN, start), MouseInput(0, to)};
     if (::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) !=
         inputs.size()) {
         return false;

@@ -128,6 +128,8 @@ class Program {
 
   private:
     bool Fail(const std::wstring& what) const;
+    /// Waits until a click there would reach the window; `screen` is the same place on the screen.
+    bool WaitUntilUncovered(HWND window, POINT client, POINT& screen) const;
     /// Reads a rectangle or record that a control writes to an address.
     bool SendRecord(HWND window, UINT message, WPARAM wParam, void* record, std::size_t size,
                     LRESULT* result = nullptr) const;
