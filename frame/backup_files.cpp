@@ -69,13 +69,43 @@ RestorePlaces PlacesOf(WideView userName) {
     return {folder, folder + StagedSuffix, folder + BeforeSuffix};
 }
 
+/// Whether no file of the folder is held open in a way that keeps it from being deleted. A folder
+/// with such a file can be renamed on some systems, but the file would have to be shown all the
+/// same.
+bool CanAllFilesGo(const WideString& folder) {
+    WIN32_FIND_DATAW entry{};
+    WideString path = folder;
+    const HANDLE search = AppendPath(path, AllFiles) != 0 ? ::FindFirstFileW(path.c_str(), &entry)
+                                                          : INVALID_HANDLE_VALUE;
+    bool free = true;
+    for (BOOL found = search != INVALID_HANDLE_VALUE; found != FALSE && free;
+         found = ::FindNextFileW(search, &entry)) {
+        path = folder;
+        if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ||
+            AppendPath(path, entry.cFileName) == 0) {
+            continue;
+        }
+        const HANDLE file = ::CreateFileW(path.c_str(), DELETE,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                          nullptr, OPEN_EXISTING, 0, nullptr);
+        free = file != INVALID_HANDLE_VALUE;
+        if (free) {
+            ::CloseHandle(file);
+        }
+    }
+    if (search != INVALID_HANDLE_VALUE) {
+        ::FindClose(search);
+    }
+    return free;
+}
+
 /// The two folders change places. Fails, with everything as it was, while somebody holds a file in
 /// the user's folder open.
 bool SwapFolders(const RestorePlaces& places) {
     if (!IsFolder(places.user)) {
         return Rename(places.staged, places.user);
     }
-    if (!Rename(places.user, places.before)) {
+    if (!CanAllFilesGo(places.user) || !Rename(places.user, places.before)) {
         return false;
     }
     if (Rename(places.staged, places.user)) {

@@ -377,7 +377,7 @@ TEST_F(BackupTest, EntriesAfterABackupAskForThePasswordAtTheEnd) {
     FillDiary(main->Data());
     script->Press(IDOK);
     Command(IDM_BACKUP);
-    main->Data().SetTemperature(9810);
+    main->Data().SetTemperature(9777);
     bool readOnly = false;
     std::wstring name;
     script->Then([&](HWND dialog) {
@@ -411,7 +411,7 @@ TEST_F(BackupTest, GivingUpAtTheEndAsksOnceWhetherToLeave) {
     FillDiary(main->Data());
     script->Press(IDOK);
     Command(IDM_BACKUP);
-    main->Data().SetTemperature(9810);
+    main->Data().SetTemperature(9777);
     messages.boxes.clear();
     messages.answers = {IDNO};
     script->Press(IDCANCEL);
