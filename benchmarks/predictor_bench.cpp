@@ -29,8 +29,8 @@ constexpr char NameStarts[] = "sums_of_the_starts_alone";
 /// One period in twenty has each of these lengths; 5.2 days on average.
 constexpr std::string_view BleedingDays = "44444555555556666677";
 
-/// Fills the diary with 13 cycles a year of 25 to 31 days, and sets the clock to the 13th day of the
-/// last one. Always the same diary.
+/// Fills the diary with 13 cycles a year of 25 to 31 days, and sets the clock to the 13th day of
+/// the last one. Always the same diary.
 void FillDiary(UserData& data, int years) {
     std::uint32_t state = 1;
     const auto next = [&state](std::uint32_t below) {
@@ -57,7 +57,7 @@ void FillDiary(UserData& data, int years) {
 void BenchUpdate(benchmark::State& state, int years) {
     UserData data;
     FillDiary(data, years);
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         data.predictor.predictionUpToDate = false;
         UpdatePrediction(data, 1);
         benchmark::ClobberMemory();
@@ -67,7 +67,7 @@ void BenchUpdate(benchmark::State& state, int years) {
 }
 
 struct Sums {
-    LengthShares shares;
+    LengthShares shares{};
     PeriodProfile profile;
 };
 
@@ -88,7 +88,7 @@ void BenchSums(benchmark::State& state) {
     HorizonValues bleeding;
     HorizonValues ovulation;
     HorizonValues pregnancy;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         PredictStarts(sums.shares, 12, starts);
         SpreadOverPeriod(sums.profile.meanLevel, starts, 12, levels);
         SpreadOverPeriod(sums.profile.bleedShare, starts, 12, bleeding);
@@ -104,12 +104,17 @@ void BenchSums(benchmark::State& state) {
 void BenchStarts(benchmark::State& state) {
     const Sums sums = SumsOf4Years();
     HorizonValues starts;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         PredictStarts(sums.shares, 12, starts);
         benchmark::DoNotOptimize(starts.data());
         benchmark::ClobberMemory();
     }
 }
+
+BENCHMARK_CAPTURE(BenchUpdate, 40, 40)->Name(Name40Years)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(BenchUpdate, 4, 4)->Name(Name4Years)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BenchSums)->Name(NameSums)->Unit(benchmark::kMicrosecond);
+BENCHMARK(BenchStarts)->Name(NameStarts)->Unit(benchmark::kMicrosecond);
 
 /// Shows what the console shows, and keeps the medians.
 class MedianReporter : public benchmark::ConsoleReporter {
@@ -151,10 +156,12 @@ int Run(int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
         return 2;
     }
-    benchmark::RegisterBenchmark(Name40Years, BenchUpdate, 40)->Unit(benchmark::kMicrosecond);
-    benchmark::RegisterBenchmark(Name4Years, BenchUpdate, 4)->Unit(benchmark::kMicrosecond);
-    benchmark::RegisterBenchmark(NameSums, BenchSums)->Unit(benchmark::kMicrosecond);
-    benchmark::RegisterBenchmark(NameStarts, BenchStarts)->Unit(benchmark::kMicrosecond);
+#ifdef NDEBUG
+    constexpr const char* BuildType = "release";
+#else
+    constexpr const char* BuildType = "debug";
+#endif
+    std::printf("compiler %s, %s build; diaries of 13 cycles a year\n", __VERSION__, BuildType);
     MedianReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     bool good =

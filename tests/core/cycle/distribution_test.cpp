@@ -13,6 +13,7 @@ namespace {
 
 std::vector<CycleRecord> CyclesOfLengths(const std::vector<std::int32_t>& lengths) {
     std::vector<CycleRecord> cycles;
+    cycles.reserve(lengths.size());
     for (const std::int32_t length : lengths) {
         cycles.push_back({5, length, 0});
     }
@@ -36,7 +37,7 @@ TEST(LengthSharesTest, ReciprocalIsRoundedFirst) {
 
 TEST(PredictStartsTest, UnconditionedUpToDay21) {
     const LengthShares shares = MeasureLengthShares(CyclesOfLengths({21, 28}));
-    HorizonValues starts;
+    HorizonValues starts{};
     ASSERT_TRUE(PredictStarts(shares, 21, starts));
     EXPECT_EQ(starts[0], 0);
     EXPECT_EQ(starts[21], 0.5F);
@@ -48,7 +49,7 @@ TEST(PredictStartsTest, UnconditionedUpToDay21) {
 
 TEST(PredictStartsTest, PassedDaysLendTheirShareToTheComingOnes) {
     const LengthShares shares = MeasureLengthShares(CyclesOfLengths({21, 28}));
-    HorizonValues starts;
+    HorizonValues starts{};
     ASSERT_TRUE(PredictStarts(shares, 22, starts));
     EXPECT_EQ(starts[21], 0);
     EXPECT_EQ(starts[28], 1.0F);
@@ -58,7 +59,7 @@ TEST(PredictStartsTest, PassedDaysLendTheirShareToTheComingOnes) {
 
 TEST(PredictStartsTest, FailsWhenNoShareIsLeft) {
     const LengthShares shares = MeasureLengthShares(CyclesOfLengths({21, 28}));
-    HorizonValues starts;
+    HorizonValues starts{};
     EXPECT_TRUE(PredictStarts(shares, 28, starts));
     EXPECT_FALSE(PredictStarts(shares, 29, starts));
     EXPECT_FALSE(PredictStarts(shares, 36, starts));
@@ -94,7 +95,7 @@ TEST(PredictOvulationTest, LastStartCountsAsCertain) {
     OvulationOffsets offsets{};
     offsets[0] = 1.0F;
     offsets[6] = 0.5F;
-    HorizonValues ovulation;
+    HorizonValues ovulation{};
     PredictOvulation(offsets, starts, ovulation);
     EXPECT_EQ(ovulation[8], 1.0F);
     EXPECT_EQ(ovulation[14], 0.5F);
@@ -109,7 +110,7 @@ TEST(PredictPregnancyTest, FertileDaysAroundAnOvulation) {
     ovulation[10] = 1.0F;
     ovulation[364] = 0.5F;
     ovulation[3] = 0.25F;
-    HorizonValues pregnancy;
+    HorizonValues pregnancy{};
     PredictPregnancy(ovulation, pregnancy);
     const float expected[] = {0, 0, 0, 0.25F, 0.25F, 0.25F, 0, 0, 0, 0.5F, 1, 1, 1, 0};
     for (std::size_t k = 0; k < std::size(expected); ++k) {
@@ -151,11 +152,11 @@ struct WorkedExample {
     Diary diary;
     SYSTEMTIME lastStart{};
     PeriodProfile profile;
-    HorizonValues starts;
-    HorizonValues levelsByDay;
-    HorizonValues bleedingByDay;
-    HorizonValues ovulation;
-    HorizonValues pregnancy;
+    HorizonValues starts{};
+    HorizonValues levelsByDay{};
+    HorizonValues bleedingByDay{};
+    HorizonValues ovulation{};
+    HorizonValues pregnancy{};
 };
 
 TEST(WorkedExampleTest, EveryBitIsThatOfTheIndependentCalculation) {

@@ -140,10 +140,10 @@ class Computation {
     void ComputeShares() {
         const auto n = static_cast<float>(result.validCycles.size());
         for (const CycleRecord& cycle : result.validCycles) {
-            H[cycle.cycleLength - 21] += 1.0F;
+            shares[cycle.cycleLength - 21] += 1.0F;
         }
         const float r = 1.0F / n;
-        for (float& share : H) {
+        for (float& share : shares) {
             share = r * share;
         }
     }
@@ -177,16 +177,16 @@ class Computation {
     bool ComputeStarts() {
         ComputeShares();
         for (int j = 0; j < 16; ++j) {
-            S[21 + j] = H[j];
+            starts[21 + j] = shares[j];
         }
         if (daysPassed > 21) {
             float passed = 0;
             float remaining = 0;
             for (int k = 21; k < daysPassed; ++k) {
-                passed = passed + S[k];
+                passed = passed + starts[k];
             }
             for (int k = daysPassed; k <= 36; ++k) {
-                remaining = remaining + S[k];
+                remaining = remaining + starts[k];
             }
             if (passed > 0) {
                 if (!(remaining > 0)) {
@@ -194,20 +194,20 @@ class Computation {
                 }
                 const float ratio = passed / remaining;
                 for (int k = 21; k < daysPassed; ++k) {
-                    S[k] = 0;
+                    starts[k] = 0;
                 }
                 for (int k = daysPassed; k <= 36; ++k) {
-                    S[k] = S[k] * ratio + S[k];
+                    starts[k] = starts[k] * ratio + starts[k];
                 }
             }
         }
         for (int k = 42; k <= 364; ++k) {
             float sum = 0;
             for (int j = 0; j <= 15; ++j) {
-                const float product = S[k - 21 - j] * H[j];
+                const float product = starts[k - 21 - j] * shares[j];
                 sum = sum + product;
             }
-            S[k] = S[k] + sum;
+            starts[k] = starts[k] + sum;
         }
         return true;
     }
@@ -216,35 +216,37 @@ class Computation {
         ComputeProfile();
         for (int k = daysPassed; k <= 364; ++k) {
             for (int t = 0; t < 7; ++t) {
-                const float start = k - t < 0 ? 0.0F : S[k - t];
-                A[k] = A[k] + meanLevel[t] * start;
-                B[k] = B[k] + bleedShare[t] * start;
+                const float start = k - t < 0 ? 0.0F : starts[k - t];
+                levels[k] = levels[k] + meanLevel[t] * start;
+                bleedingChance[k] = bleedingChance[k] + bleedShare[t] * start;
             }
         }
-        float O[13] = {};
+        float offsets[13] = {};
         for (int j = 0; j <= 15; ++j) {
             const int length = 21 + j;
             for (int m = 0; m < 5; ++m) {
                 const int i = length / 2 - 10 + m;
-                O[i] = KernelOf(length)[m] * H[j] + O[i];
+                offsets[i] = KernelOf(length)[m] * shares[j] + offsets[i];
             }
         }
-        S[0] = 1.0F;
+        starts[0] = 1.0F;
         for (int k = 0; k <= 364; ++k) {
             for (int i = 0; i <= 12; ++i) {
-                V[k] = V[k] + O[i] * (k - 8 - i < 0 ? 0.0F : S[k - 8 - i]);
+                ovulation[k] =
+                    ovulation[k] + offsets[i] * (k - 8 - i < 0 ? 0.0F : starts[k - 8 - i]);
             }
         }
-        S[0] = 0;
+        starts[0] = 0;
         for (int k = 3; k <= 364; ++k) {
             for (int j = 0; j <= 6; ++j) {
-                P[k] = P[k] + (k + 3 - j > 364 ? 0.0F : V[k + 3 - j]) * PregnancyWeights[j];
+                pregnancy[k] = pregnancy[k] + (k + 3 - j > 364 ? 0.0F : ovulation[k + 3 - j]) *
+                                                  PregnancyWeights[j];
             }
         }
-        StoreWeights(A, result.bleedingLevels);
-        StoreWeights(B, result.periodProbabilities);
-        StoreWeights(V, result.ovulationProbabilities);
-        StoreWeights(P, result.pregnancyProbabilities);
+        StoreWeights(levels, result.bleedingLevels);
+        StoreWeights(bleedingChance, result.periodProbabilities);
+        StoreWeights(ovulation, result.ovulationProbabilities);
+        StoreWeights(pregnancy, result.pregnancyProbabilities);
     }
 
     void StoreWeights(const float (&values)[365], std::map<DateKey, float>& target) const {
@@ -275,17 +277,17 @@ class Computation {
             const float* kernel = KernelOf(cycle.cycleLength);
             const int base = cycle.cycleLength / 2 - 2;
             const SYSTEMTIME start = DateOf(cycle.start);
-            float Q[36] = {};
+            float kernelDays[36] = {};
             for (int m = 0; m < 5; ++m) {
                 if (kernel[m] > 0.0) {
                     result.ovulationProbabilities[Shift(start, base + m)] = kernel[m];
                 }
-                Q[base + m] = kernel[m];
+                kernelDays[base + m] = kernel[m];
             }
             for (int t = 3; t <= 32; ++t) {
                 float w = 0;
                 for (int j = 0; j <= 6; ++j) {
-                    w = w + Q[t + 3 - j] * PregnancyWeights[j];
+                    w = w + kernelDays[t + 3 - j] * PregnancyWeights[j];
                 }
                 if (w > 0.0) {
                     result.pregnancyProbabilities[Shift(start, t)] = w;
@@ -383,14 +385,14 @@ class Computation {
     int daysPassed = 0;
     ReferencePrediction result;
 
-    float H[16] = {};
+    float shares[16] = {};
     float meanLevel[7] = {};
     float bleedShare[7] = {};
-    float S[365] = {};
-    float A[365] = {};
-    float B[365] = {};
-    float V[365] = {};
-    float P[365] = {};
+    float starts[365] = {};
+    float levels[365] = {};
+    float bleedingChance[365] = {};
+    float ovulation[365] = {};
+    float pregnancy[365] = {};
 };
 
 }  // namespace
