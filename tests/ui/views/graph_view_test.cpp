@@ -493,6 +493,21 @@ TEST_F(GraphViewTest, DateStaysInViewWhenTheWindowIsResized) {
     }
 }
 
+// A narrow window shows more days than 15, one for every pixel.
+TEST_F(GraphViewTest, DateThatAWiderWindowWouldLoseIsBroughtBack) {
+    Make(GraphLeftColumnPx + 18, Height);
+    Send(WM_HSCROLL, SB_PAGEUP);
+    ASSERT_EQ(Start(), KeyFromToday(-17));
+    ::SetWindowPos(view->Handle(), nullptr, 0, 0, Width, Height, SWP_NOZORDER);
+    EXPECT_EQ(Start(), KeyFromToday(-14));
+    EXPECT_EQ(Selection(), 15);
+    // One that was not in view does not come.
+    Send(WM_HSCROLL, SB_PAGEDOWN);
+    Send(WM_HSCROLL, SB_PAGEDOWN);
+    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 240, 320, SWP_NOZORDER);
+    EXPECT_EQ(Start(), KeyFromToday(6));
+}
+
 TEST_F(GraphViewTest, WithoutAreaItStaysAlive) {
     Make(0, 0);
     view->SetShowTemperature(true);
