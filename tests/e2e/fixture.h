@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/e2e/driver.h"
 #include "tests/e2e/machine.h"
 
@@ -14,7 +16,9 @@ inline constexpr WCHAR Password[] = L"moonlight 4";
 
 inline std::wstring CurrentTestName() {
     const ::testing::TestInfo& test = *::testing::UnitTest::GetInstance()->current_test_info();
-    const std::string name = std::string(test.test_suite_name()) + "." + test.name();
+    std::string name = std::string(test.test_suite_name()) + "." + test.name();
+    std::replace(name.begin(), name.end(), '/',
+                 '-');  // of tests with parameters; it names a folder
     return {name.begin(), name.end()};
 }
 

@@ -1,5 +1,5 @@
-// The tour of all screens with the sample diary: one picture each, for people who have no display at
-// hand and for judging the screens at several sizes. Run with scripts/tour.sh.
+// The tour of all screens with the sample diary: one picture each, for people who have no display
+// at hand and for judging the screens at several sizes. Run with scripts/tour.sh.
 
 #include <array>
 
@@ -31,8 +31,10 @@ class Tour : public EndToEnd, public ::testing::WithParamInterface<ClientSize> {
         RECT client{};
         ::GetWindowRect(main, &frame);
         ::GetClientRect(main, &client);
-        ::SetWindowPos(main, nullptr, 0, 0, frame.right - frame.left - client.right + GetParam().width,
-                       frame.bottom - frame.top - client.bottom + GetParam().height, SWP_NOZORDER);
+        ::SetWindowPos(main, nullptr, 0, 0,
+                       frame.right - frame.left - client.right + GetParam().width,
+                       frame.bottom - frame.top - client.bottom + GetParam().height,
+                       SWP_NOZORDER | SWP_NOMOVE);
     }
 
     /// Opens a dialog by its command, looks at it and closes it again.
@@ -65,7 +67,7 @@ TEST_P(Tour, EveryScreen) {
     ASSERT_NE(signIn, nullptr);
     Resize();
     Look(L"sign-in");
-    program.Click(::GetDlgItem(signIn, ControlOk));
+    ::PostMessageW(signIn, WM_COMMAND, ControlOk, 0);
     ASSERT_TRUE(program.WaitForViews());
     Look(L"diary");
 
