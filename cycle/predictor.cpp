@@ -57,8 +57,7 @@ void ForgetResults(CyclePredictor& state) {
     state.invalidCycles = 0;
 }
 
-// ---- The past
-// -------------------------------------------------------------------------------------
+// ---- The past ----
 
 /// Weights of the days around an ovulation, from the day of the kernel's first entry on.
 using PregnancyAroundOvulation = std::array<float, 6>;
@@ -171,8 +170,7 @@ void StorePastOvulations(CyclePredictor& state, PastRuns& runs) {
     state.pregnancyProbabilities.EndFill(static_cast<std::int32_t>(nextPregnancy - pregnancies));
 }
 
-// ---- The prediction
-// -------------------------------------------------------------------------------
+// ---- The prediction ----
 
 /// Stores the weights of at least 0.01 for the days from the last valid period start on. A day that
 /// has an entry already keeps it: what is known of the past goes before what is expected.
@@ -236,8 +234,7 @@ Outcome Recompute(UserData& data, const SYSTEMTIME& today) {
     return outcome;
 }
 
-// ---- The warning
-// ----------------------------------------------------------------------------------
+// ---- The warning ----
 
 void ComposeWarning(const CyclePredictor& state, Outcome outcome, MessageText& text) {
     const auto append = [&text](UINT id) { text.FormatResource(&MessageText::Append, id); };

@@ -74,7 +74,7 @@ int MainWindow::PreCreateWindow(CREATESTRUCTW& parameters) {
     return RegisterFrameworkClass() != 0 ? Window::PreCreateWindow(parameters) : 0;
 }
 
-// ---- Creation and end ---------------------------------------------------------------------------
+// ---- Creation and end ----
 
 LRESULT MainWindow::OnCreate() {
     if (!SetUp()) {
@@ -185,7 +185,7 @@ void MainWindow::WriteSettings() {
     settings.WriteString(LastUserValue, userName);
 }
 
-// ---- Messages -----------------------------------------------------------------------------------
+// ---- Messages ----
 
 void MainWindow::OnPaint() {
     const PaintScope paint(Handle());
@@ -247,7 +247,7 @@ bool MainWindow::OnCommand(UINT id) {
     return true;
 }
 
-// ---- Commands -----------------------------------------------------------------------------------
+// ---- Commands ----
 
 void MainWindow::Exit() {
     const HWND self = Handle();
@@ -338,7 +338,7 @@ void MainWindow::RefreshViews() {
 
 void MainWindow::Help() { StartHelp(HelpAnchor); }
 
-// ---- Views --------------------------------------------------------------------------------------
+// ---- Views ----
 
 RECT MainWindow::ViewArea() const {
     RECT area{};
@@ -390,7 +390,7 @@ void MainWindow::ToggleInGraph(UINT command, void (GraphView::*setter)(bool)) {
     CheckButton(command, (graphView.GetShowFlags() & flag) != 0);
 }
 
-// ---- What the core reports ----------------------------------------------------------------------
+// ---- What the core reports ----
 
 void MainWindow::PostPredictionWarning(const WCHAR* text) {
     const std::size_t size = WideView(text).size() + 1;
@@ -402,7 +402,7 @@ void MainWindow::PostPredictionWarning(const WCHAR* text) {
     }
 }
 
-// ---- Message switch -----------------------------------------------------------------------------
+// ---- Message switch ----
 
 bool MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
     LRESULT answer = 0;

@@ -127,7 +127,7 @@ void MainWindow::CheckButton(UINT command, bool checked) {
     ChangeButtonState(command, TBSTATE_CHECKED, checked ? BYTE{TBSTATE_CHECKED} : BYTE{0});
 }
 
-// ---- What the views report ----------------------------------------------------------------------
+// ---- What the views report ----
 
 void MainWindow::ShownChanged(UINT command, bool shown) {
     CheckOption(command, shown);

@@ -31,7 +31,7 @@ void SetPanelFlags(HWND dialog, DWORD flags) {
 
 }  // namespace
 
-// ---- PasswordDialog -----------------------------------------------------------------------------
+// ---- PasswordDialog ----
 
 BOOL PasswordDialog::OnInitDialog() {
     const BOOL result = Dialog::OnInitDialog();
@@ -94,7 +94,7 @@ bool PasswordDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESU
     return Dialog::OnMessage(message, wParam, lParam, result);
 }
 
-// ---- LoginDialog --------------------------------------------------------------------------------
+// ---- LoginDialog ----
 
 LoginDialog::LoginDialog(Window* owner) : PasswordDialog(IDD_LOGIN, owner) {}
 
@@ -130,7 +130,7 @@ void LoginDialog::DoDataExchange(DataExchange& exchange) {
 
 bool LoginDialog::IsPasswordEdit(int controlId) const { return controlId == IDC_PASSWORD; }
 
-// ---- ChangePasswordDialog -----------------------------------------------------------------------
+// ---- ChangePasswordDialog ----
 
 ChangePasswordDialog::ChangePasswordDialog(Window* owner)
     : PasswordDialog(IDD_CHANGE_PASSWORD, owner) {}

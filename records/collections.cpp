@@ -48,8 +48,7 @@ std::int32_t SearchRun(const Record* records, std::int32_t count, DateKey key) {
 
 }  // namespace
 
-// ---- RecordArray
-// ----------------------------------------------------------------------------------
+// ---- RecordArray ----
 
 template <typename Record>
 bool RecordArray<Record>::Reallocate(std::int64_t wanted) {
@@ -104,8 +103,7 @@ void RecordArray<Record>::Adopt(Record* block, std::int32_t allocatedRecords) {
     allocated = allocatedRecords;
 }
 
-// ---- DateSortedList
-// -------------------------------------------------------------------------------
+// ---- DateSortedList ----
 
 template <typename Record>
 std::int32_t DateSortedList<Record>::Find(DateKey key) {
@@ -243,8 +241,7 @@ void DateSortedList<Record>::EndFill(std::int32_t filled) {
     unsorted = false;
 }
 
-// ---- SteppedList
-// ----------------------------------------------------------------------------------
+// ---- SteppedList ----
 
 template <typename Record>
 int SteppedList<Record>::GrowFor(std::int32_t index) {
@@ -317,8 +314,7 @@ void SteppedList<Record>::Adopt(Record* block, std::int32_t newCount, std::int32
     capacity = newCapacity;
 }
 
-// ---- NotePageList
-// ---------------------------------------------------------------------------------
+// ---- NotePageList ----
 
 std::int32_t NotePageList::FindFirst(DateKey key, NotePage& page) const {
     const NotePage* match =

@@ -146,12 +146,8 @@ class DateSortedList {
 
     /// The record at `index`, in [0, count).
     const Record& At(std::int32_t index) const { return array.Data()[index]; }
-    const Record* begin() const {
-        return array.Data();
-    }  // NOLINT(readability-identifier-naming): range-for
-    const Record* end() const {
-        return array.Data() + count;
-    }  // NOLINT(readability-identifier-naming): range-for
+    const Record* begin() const { return array.Data(); }
+    const Record* end() const { return array.Data() + count; }
 
     /// Overwrites all but the date of the record at `index`, in [0, count).
     void ReplaceAt(std::int32_t index, const Record& record) { array.Data()[index] = record; }
@@ -212,12 +208,8 @@ class SteppedList {
     std::int32_t Count() const { return count; }
     std::int32_t Capacity() const { return capacity; }
     const Record& At(std::int32_t index) const { return array.Data()[index]; }
-    const Record* begin() const {
-        return array.Data();
-    }  // NOLINT(readability-identifier-naming): range-for
-    const Record* end() const {
-        return array.Data() + count;
-    }  // NOLINT(readability-identifier-naming): range-for
+    const Record* begin() const { return array.Data(); }
+    const Record* end() const { return array.Data() + count; }
 
     /// As `DateSortedList::dirty`.
     bool dirty = false;

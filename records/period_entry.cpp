@@ -50,8 +50,7 @@ int AddPeriod(UserData& data, const SYSTEMTIME& start, std::int32_t length, std:
     return 1;
 }
 
-// ---- PeriodEntry
-// ----------------------------------------------------------------------------------
+// ---- PeriodEntry ----
 
 PeriodEntry::PeriodEntry()
     : startDate(DaysLater(LocalNow(), -DefaultPeriodLength)), endDate(LocalNow()) {}
@@ -140,8 +139,7 @@ int PeriodEntry::SetBleeding(std::int32_t mode) {
     return 1;
 }
 
-// ---- PeriodRules
-// ----------------------------------------------------------------------------------
+// ---- PeriodRules ----
 
 bool PeriodRules::CanChangeStartDate(PeriodEntry& entry, const SYSTEMTIME& /*old*/,
                                      const SYSTEMTIME& wanted) {

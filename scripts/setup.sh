@@ -15,7 +15,7 @@ packages=(g++ clang clang-format clang-tidy libclang-rt-14-dev cmake ninja-build
           googletest libcli11-dev nlohmann-json3-dev)
 if [[ $profile != native ]]; then
     packages+=(g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64 xvfb xauth faketime
-               xdotool imagemagick fonts-dejavu-core fonts-liberation procps)
+               xdotool imagemagick fonts-wine fonts-dejavu-core fonts-liberation procps)
 fi
 if [[ $profile == bench ]]; then
     packages+=(libbenchmark-dev libssl-dev libgcrypt20-dev nettle-dev)

@@ -41,7 +41,7 @@ class ClipScope {
 
 ChartCtrl::~ChartCtrl() = default;
 
-// ---- Data -------------------------------------------------------------------------------------
+// ---- Data ----
 
 bool ChartCtrl::FetchPoints() {
     if (points) {
@@ -80,7 +80,7 @@ void ChartCtrl::ReleasePoints() {
     ++resets;
 }
 
-// ---- Painting ---------------------------------------------------------------------------------
+// ---- Painting ----
 
 void ChartCtrl::Draw(HDC dc, const RECT& client) {
     const bool hasPoints = FetchPoints();
@@ -184,7 +184,7 @@ void ChartCtrl::OnPaint() {
     }
 }
 
-// ---- Dragging ---------------------------------------------------------------------------------
+// ---- Dragging ----
 
 ChartCtrl::BandDrawing::BandDrawing(HDC target, const RECT& area)
     : dc(target),
@@ -276,7 +276,7 @@ void ChartCtrl::OnLButtonUp() {
     EndDrag();  // unless a reset did
 }
 
-// ---- Messages ---------------------------------------------------------------------------------
+// ---- Messages ----
 
 void ChartCtrl::OnResetData() {
     ReleasePoints();

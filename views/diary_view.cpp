@@ -50,8 +50,7 @@ DiaryView::DiaryView(UserData& userData) : data(userData), startDate(LocalNow())
 
 DiaryView::~DiaryView() { data.DetachObserver(*this); }
 
-// ---- Items shown
-// ---------------------------------------------------------------------------------
+// ---- Items shown ----
 
 std::uint32_t DiaryView::SetShowNotes(bool isShown) {
     return SetShown(DiaryShowNotes, isShown, &DiaryListener::NotesShownChanged);
@@ -111,8 +110,7 @@ void DiaryView::WriteShowFlags() const {
     settings.WriteDword(ShowFlagsSetting, showFlags);
 }
 
-// ---- Dates and scrolling
-// -------------------------------------------------------------------------
+// ---- Dates and scrolling ----
 
 SYSTEMTIME DiaryView::GetCurrentDate() const {
     SYSTEMTIME date{};
@@ -219,8 +217,7 @@ void DiaryView::OnVScroll(int request) {
     SetStart(start);
 }
 
-// ---- Creation and layout
-// -------------------------------------------------------------------------
+// ---- Creation and layout ----
 
 DiaryLayout DiaryView::ClientLayout() const {
     RECT client{};
@@ -315,8 +312,7 @@ void DiaryView::OnEraseBackground(HDC dc) const {
     ::FillRect(dc, &client, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
 }
 
-// ---- Rows and taps
-// -------------------------------------------------------------------------------
+// ---- Rows and taps ----
 
 HBITMAP DiaryView::Picture(DiaryPicture id) const {
     switch (id) {

@@ -30,7 +30,7 @@ GraphView::GraphView(UserData& userData)
 
 GraphView::~GraphView() { data.DetachObserver(*this); }
 
-// ---- Creation and settings --------------------------------------------------------------------
+// ---- Creation and settings ----
 
 LRESULT GraphView::OnCreate() {
     if (!CreateChildren()) {
@@ -76,7 +76,7 @@ void GraphView::ReadSettings() {
     measure = value == MeasureCelsius ? MeasureCelsius : MeasureFahrenheit;
 }
 
-// ---- Graph and unit ---------------------------------------------------------------------------
+// ---- Graph and unit ----
 
 void GraphView::SetShowBleeding(bool shown) {
     if (shown) {
@@ -143,7 +143,7 @@ void GraphView::AttachListener(GraphListener& listener) { listeners.push_back(&l
 
 void GraphView::DetachListener(GraphListener& listener) { std::erase(listeners, &listener); }
 
-// ---- The current day's value ------------------------------------------------------------------
+// ---- The current day's value ----
 
 void GraphView::ShowEntry() {
     const GraphSeries series = Series();
@@ -189,7 +189,7 @@ void GraphView::TemperatureChanged(UserData&, std::int32_t) { ValueChanged(); }
 
 void GraphView::BleedingChanged(UserData&, std::int32_t) { ValueChanged(); }
 
-// ---- Dates and scrolling ----------------------------------------------------------------------
+// ---- Dates and scrolling ----
 
 SYSTEMTIME GraphView::GetCurrentDate() const {
     SYSTEMTIME date{};
@@ -300,7 +300,7 @@ void GraphView::Reload() {
     }
 }
 
-// ---- What the chart and the strip ask ---------------------------------------------------------
+// ---- What the chart and the strip ask ----
 
 LRESULT GraphView::Notify(NMHDR&) { return 0; }
 
@@ -394,7 +394,7 @@ bool GraphView::OnNotify(NMHDR& record, LRESULT& answer) {
     }
 }
 
-// ---- Message switch ---------------------------------------------------------------------------
+// ---- Message switch ----
 
 bool GraphView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
     LRESULT answer = 0;

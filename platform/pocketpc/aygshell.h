@@ -7,7 +7,7 @@
 
 // NOLINTBEGIN(readability-identifier-naming): these are the shell's own spellings.
 
-// ---- Full-screen dialogs ------------------------------------------------------------------------
+// ---- Full-screen dialogs ----
 
 inline constexpr DWORD SHIDIM_FLAGS = 1;
 inline constexpr DWORD SHIDIF_DONEBUTTON = 1;
@@ -62,7 +62,7 @@ enum SIPSTATE {
 
 BOOL SHSipPreference(HWND window, SIPSTATE state);
 
-// ---- Menu bar -----------------------------------------------------------------------------------
+// ---- Menu bar ----
 
 inline constexpr UINT TB_SETTOOLTIPS_DEVICE = 0x451;  // wParam: count, lParam: array of texts
 
@@ -82,7 +82,7 @@ struct SHMENUBARINFO {
 /// the device's tool-tip message and the toolbar's button messages.
 BOOL SHCreateMenuBar(SHMENUBARINFO* info);
 
-// ---- Windows ------------------------------------------------------------------------------------
+// ---- Windows ----
 
 struct SHACTIVATEINFO {
     DWORD cbSize;

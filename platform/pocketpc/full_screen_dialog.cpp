@@ -59,7 +59,7 @@ RECT ClientOnScreen(HWND window) {
     return client;
 }
 
-// ---- Layout -------------------------------------------------------------------------------------
+// ---- Layout ----
 
 void ScaleFonts(FullScreenState& state, double scale) {
     if (state.fontScale == scale) {
@@ -117,7 +117,7 @@ void OwnerFollows(const FullScreenState& state) {
     }
 }
 
-// ---- Painting -----------------------------------------------------------------------------------
+// ---- Painting ----
 
 void EraseWithTitle(const FullScreenState& state, HDC dc) {
     RECT client{};
@@ -148,7 +148,7 @@ LRESULT WhiteBackground(HDC dc) {
     return reinterpret_cast<LRESULT>(::GetStockObject(WHITE_BRUSH));
 }
 
-// ---- Messages -----------------------------------------------------------------------------------
+// ---- Messages ----
 
 LRESULT CALLBACK FollowProc(HWND owner, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                             DWORD_PTR reference) {
@@ -221,7 +221,7 @@ LRESULT CALLBACK FullScreenProc(HWND dialog, UINT message, WPARAM wParam, LPARAM
     return inner;
 }
 
-// ---- Taking a dialog over -----------------------------------------------------------------------
+// ---- Taking a dialog over ----
 
 void RememberDesign(FullScreenState& state) {
     RECT client{};

@@ -66,7 +66,7 @@ struct MenuBar {
     }
 };
 
-// ---- What it is made of -------------------------------------------------------------------------
+// ---- What it is made of ----
 
 std::optional<MenuBarDescription> LoadDescription(HINSTANCE instance, UINT id) {
     const HRSRC resource =
@@ -140,7 +140,7 @@ void AddButtons(const MenuBar& bar, HINSTANCE instance) {
     }
 }
 
-// ---- What it does -------------------------------------------------------------------------------
+// ---- What it does ----
 
 void PlaceAtBottom(const MenuBar& bar) {
     RECT client{};

@@ -144,9 +144,9 @@ DWORD GetModuleFileNameW(HINSTANCE module, LPWSTR path, DWORD size);
 /// Looks the id up in the program's one list of strings; `instance` is not looked at.
 int LoadStringW(HINSTANCE instance, UINT id, LPWSTR buffer, int size);
 
-/// FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY only; asked for a text of the system's
-/// own, it has none (ERROR_MR_MID_NOT_FOUND). Returns the characters stored,
-/// 0 on failure (an insert beyond 99, a bad conversion, a text that does not fit).
+/// FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY only; asked for a text of the
+/// system's own, it has none (ERROR_MR_MID_NOT_FOUND). Returns the characters stored, 0 on failure
+/// (an insert beyond 99, a bad conversion, a text that does not fit).
 DWORD FormatMessageW(DWORD flags, const void* source, DWORD messageId, DWORD languageId,
                      LPWSTR buffer, DWORD size, va_list* arguments);
 

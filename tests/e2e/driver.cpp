@@ -114,8 +114,7 @@ bool Program::Fail(const std::wstring& what) const {
     return false;
 }
 
-// ---- Its life
-// ------------------------------------------------------------------------------------
+// ---- Its life ----
 
 bool Program::Start(WORD showCommand) {
     STARTUPINFOW startup{};
@@ -155,8 +154,7 @@ void Program::Kill() {
     }
 }
 
-// ---- Windows
-// -------------------------------------------------------------------------------------
+// ---- Windows ----
 
 HWND Program::FindMain() const {
     return FindTopLevel(process.dwProcessId, MainClass, MainTitle, false);
@@ -203,8 +201,7 @@ HWND Program::MenuBar() const {
     return FindChild(main, process.dwProcessId, TOOLBARCLASSNAMEW, nullptr);
 }
 
-// ---- Entries
-// -------------------------------------------------------------------------------------
+// ---- Entries ----
 
 std::wstring Program::TextOf(HWND window) {
     std::array<WCHAR, 1024> text{};
@@ -334,8 +331,7 @@ bool Program::Settle() {
     return IsRunning();
 }
 
-// ---- Whole steps
-// ---------------------------------------------------------------------------------
+// ---- Whole steps ----
 
 bool Program::EnterUser(const std::wstring& user, const std::wstring& password) {
     const HWND dialog = WaitForDialog(L"Login user");
@@ -456,8 +452,7 @@ bool Program::Exit() {
     return WaitForEnd() && ExitCode() == 0;
 }
 
-// ---- What it shows
-// -------------------------------------------------------------------------------
+// ---- What it shows ----
 
 int Program::ButtonState(UINT command) const {
     return static_cast<int>(::SendMessageW(MenuBar(), TB_GETSTATE, command, 0));

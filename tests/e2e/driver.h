@@ -115,6 +115,8 @@ class Program {
     int ButtonState(UINT command) const;
     int ButtonStyle(UINT command) const;
     bool ClickButton(UINT command);
+    /// The menus that are open, in no certain order.
+    std::vector<HWND> OpenMenus() const;
     Row AskRow(int index, int cells);
     SCROLLINFO Scroll() const;
     /// The first day that the diary shows.
@@ -134,7 +136,6 @@ class Program {
     bool SendRecord(HWND window, UINT message, WPARAM wParam, void* record, std::size_t size,
                     LRESULT* result = nullptr) const;
 
-    std::vector<HWND> OpenMenus() const;
     bool ClickMenuItem(HWND menuWindow, UINT id);
 
     const ProgramFolder& folder;

@@ -10,8 +10,7 @@
 
 namespace lunara::e2e {
 
-// ---- The date
-// ------------------------------------------------------------------------------------
+// ---- The date ----
 
 struct Day {
     int year;
@@ -30,8 +29,7 @@ std::wstring IsoDate(Day day);
 /// follow.
 bool SetToday(Day day);
 
-// ---- Settings
-// ------------------------------------------------------------------------------------
+// ---- Settings ----
 
 /// The program's key in the registry as it never was.
 void ForgetSettings();
@@ -42,8 +40,7 @@ void WriteText(const WCHAR* name, const std::wstring& value);
 std::optional<DWORD> ReadNumber(const WCHAR* name);
 std::optional<std::wstring> ReadText(const WCHAR* name);
 
-// ---- Folders and programs
-// ------------------------------------------------------------------------
+// ---- Folders and programs ----
 
 /// A program folder of its own for one test, with fresh copies of the programs and nothing else.
 class ProgramFolder {

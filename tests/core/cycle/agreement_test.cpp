@@ -14,8 +14,7 @@
 namespace lunara::test {
 namespace {
 
-// ---- Comparing
-// ------------------------------------------------------------------------------------
+// ---- Comparing ----
 
 std::vector<DayValue> RecordsOf(Diary& diary) {
     diary.data.bleeding.Sort();
@@ -87,8 +86,7 @@ void ExpectAgreement(Diary& diary, const SYSTEMTIME& today) {
     ASSERT_NO_FATAL_FAILURE(ExpectSameFlags(state, expected));
 }
 
-// ---- Digest
-// ---------------------------------------------------------------------------------------
+// ---- Digest ----
 
 /// FNV-1a, 64 bits, over everything that a prediction leaves behind.
 class Digest {
@@ -138,8 +136,7 @@ class Digest {
     std::uint64_t value = 0xCBF2'9CE4'8422'2325;
 };
 
-// ---- Real diaries
-// ---------------------------------------------------------------------------------
+// ---- Real diaries ----
 
 struct RealCycle {
     std::int32_t length = 0;
@@ -220,8 +217,7 @@ TEST(AgreementTest, EveryTargetComputesTheSameBits) {
     EXPECT_EQ(digest.Value(), 0xFE15'EBF6'F982'BA78U);
 }
 
-// ---- Diaries that nobody keeps
-// --------------------------------------------------------------------
+// ---- Diaries that nobody keeps ----
 
 TEST(AgreementTest, RandomDiaries) {
     std::mt19937 random(20'240'229);

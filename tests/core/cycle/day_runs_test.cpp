@@ -70,8 +70,7 @@ TEST(DayRunsTest, KnownRunsAreTakenOverOnlyBeforeTheDate) {
     EXPECT_EQ(Offsets(runs), (Runs{{3, 4}, {10, 12}, {20, 20}}));
 }
 
-// ---- Steps between near days
-// ----------------------------------------------------------------------
+// ---- Steps between near days ----
 
 /// Every key of the years around the ends of the calendar, a leap century and two common ones.
 template <typename Visit>

@@ -13,8 +13,7 @@ std::uint32_t FlagsOf(Diary& diary, const SYSTEMTIME& date) {
     return index < 0 ? 0 : list.At(index).flags;
 }
 
-// ---- Marks
-// ----------------------------------------------------------------------------------------
+// ---- Marks ----
 
 TEST(DayStatusTest, RecordedPeriodHasFirstAndLastDay) {
     Diary diary;
@@ -153,8 +152,7 @@ TEST(DayStatusTest, NeverSetBitsAreNeverSet) {
     }
 }
 
-// ---- SetDayFlags
-// ----------------------------------------------------------------------------------
+// ---- SetDayFlags ----
 
 TEST(SetDayFlagsTest, ClearsThenSets) {
     CyclePredictor state;
@@ -180,8 +178,7 @@ TEST(SetDayFlagsTest, ArgumentsAreAppended) {
     EXPECT_EQ(state.dayFlagArgs.At(3), 30);
 }
 
-// ---- Texts
-// ----------------------------------------------------------------------------------------
+// ---- Texts ----
 
 TEST(DayStatusTextTest, FollowsTheMaskInBitOrder) {
     Diary diary;

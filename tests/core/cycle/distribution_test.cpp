@@ -20,8 +20,7 @@ std::vector<CycleRecord> CyclesOfLengths(const std::vector<std::int32_t>& length
     return cycles;
 }
 
-// ---- Each step
-// ------------------------------------------------------------------------------------
+// ---- Each step ----
 
 TEST(LengthSharesTest, ReciprocalIsRoundedFirst) {
     const LengthShares shares = MeasureLengthShares(CyclesOfLengths(
@@ -120,8 +119,7 @@ TEST(PredictPregnancyTest, FertileDaysAroundAnOvulation) {
     EXPECT_EQ(pregnancy[364], 0.5F);
 }
 
-// ---- The worked example
-// ---------------------------------------------------------------------------
+// ---- The worked example ----
 
 /// The diary of the worked example in docs/predictions.md, and all that is computed from it.
 struct WorkedExample {

@@ -10,8 +10,7 @@ using Cycles = std::vector<std::pair<std::int32_t, std::int32_t>>;  // period le
 
 const SYSTEMTIME Start = Day(2024, 1, 1);
 
-// ---- Periods and cycles
-// ---------------------------------------------------------------------------
+// ---- Periods and cycles ----
 
 TEST(PeriodsTest, OneDayWithoutBleedingIsBridged) {
     Diary diary;
@@ -128,8 +127,7 @@ TEST(PeriodsTest, FirstRecordAfterTodayMeansNothingIsKnown) {
     EXPECT_EQ(diary.data.predictor.dayFlags.Count(), 0);
 }
 
-// ---- Warnings
-// -------------------------------------------------------------------------------------
+// ---- Warnings ----
 
 TEST(WarningTest, EmptyDiary) {
     Diary diary;
@@ -239,8 +237,7 @@ TEST(WarningTest, OneBoxAnHour) {
     }
 }
 
-// ---- When it is computed
-// --------------------------------------------------------------------------
+// ---- When it is computed ----
 
 TEST(UpdateTest, ReturnsAtOnceWhileNothingChanged) {
     Diary diary;
@@ -310,8 +307,7 @@ TEST(UpdateTest, RecordsNeedNotBeInOrder) {
     EXPECT_EQ(diary.ValidCycles(), (Cycles{{5, 28}}));
 }
 
-// ---- The day lists
-// --------------------------------------------------------------------------------
+// ---- The day lists ----
 
 TEST(DayListsTest, RecordedDaysHaveTheirLevelAndAreCertain) {
     Diary diary;
@@ -451,8 +447,7 @@ TEST(DayListsTest, NothingIsPredictedAfterEveryObservedLength) {
     }
 }
 
-// ---- Record dates
-// ---------------------------------------------------------------------------------
+// ---- Record dates ----
 
 TEST(RecordDatesTest, SpanBleedingAndTemperature) {
     Diary diary;

@@ -265,8 +265,7 @@ TEST(SteppedList, SetSizeRoundsUpAndClearsTheNewRecords) {
     EXPECT_EQ(list.Capacity(), 0);
 }
 
-// ---- Notes as pages
-// -------------------------------------------------------------------------------
+// ---- Notes as pages ----
 
 WideString TextOf(std::size_t length) {
     WideString text;

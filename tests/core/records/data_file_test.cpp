@@ -105,7 +105,7 @@ class DataFileTest : public ::testing::Test {
     NotePageList pages{10};
 };
 
-// ---- Golden files -------------------------------------------------------------------------------
+// ---- Golden files ----
 
 const WCHAR* const SecretPassword = TEXT("secret");
 
@@ -200,7 +200,7 @@ TEST_F(DataFileTest, PasswordsThatAgreeIn55BytesOpenTheSameFile) {
               (Outcome{0, DataFileWrongPassword}));
 }
 
-// ---- Loading ------------------------------------------------------------------------------------
+// ---- Loading ----
 
 TEST_F(DataFileTest, MissingFileIsAnEmptyCollectionForAnyPassword) {
     for (const WCHAR* password : {NoPassword, SecretPassword}) {
@@ -468,7 +468,7 @@ TEST_F(DataFileTest, SizesBeyondAllSenseAreRefusedWithoutReading) {
     EXPECT_EQ(Load(pages, file, NoPassword), (Outcome{0, DataFileCorrupt}));
 }
 
-// ---- Damaged files ------------------------------------------------------------------------------
+// ---- Damaged files ----
 
 /// What a reader may answer, whatever is in a file: the list is then as the file says, or empty.
 template <typename List>

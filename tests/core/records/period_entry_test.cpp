@@ -174,8 +174,7 @@ TEST(PeriodEntryListeners, AreAllAskedInOrderAndOneRefusalIsEnough) {
     EXPECT_EQ(calls, "be bE ");
 }
 
-// ---- Adding
-// ---------------------------------------------------------------------------------------
+// ---- Adding ----
 
 class AddPeriodTest : public ::testing::Test {
   protected:

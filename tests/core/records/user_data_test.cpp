@@ -287,8 +287,7 @@ TEST_F(UserDataTest, WeightsFromOneHundredthOnAreStored) {
     EXPECT_TRUE(list.dirty);
 }
 
-// ---- Folders
-// --------------------------------------------------------------------------------------
+// ---- Folders ----
 
 class UserDataFolderTest : public UserDataTest {
   protected:

@@ -131,7 +131,7 @@ TEST_F(MainWindowStartTest, TheUserIsRememberedAtTheEnd) {
     EXPECT_EQ(OfferedName(), TestUser);
 }
 
-// ---- The owner's name ---------------------------------------------------------------------------
+// ---- The owner's name ----
 
 class OwnerNameTest : public UiTest {
   protected:
@@ -202,7 +202,7 @@ TEST_F(OwnerNameTest, AnEmptyRecordIsAnEmptyName) {
     EXPECT_EQ(OwnerName(root), L"");
 }
 
-// ---- A second start -----------------------------------------------------------------------------
+// ---- A second start ----
 
 class SecondStartTest : public MainWindowTest {
   protected:

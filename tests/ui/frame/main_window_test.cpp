@@ -50,7 +50,7 @@ class RunningTest : public MainWindowTest {
     }
 };
 
-// ---- Views --------------------------------------------------------------------------------------
+// ---- Views ----
 
 TEST_F(RunningTest, SwitchingViewsKeepsTheDate) {
     const SYSTEMTIME first = Day(2024, 4, 3);
@@ -116,7 +116,7 @@ TEST_F(RunningTest, TheViewsHaveTheirTitles) {
     EXPECT_EQ(TextOf(main->Graph().Handle()), L"Graph view");
 }
 
-// ---- Buttons and menu ---------------------------------------------------------------------------
+// ---- Buttons and menu ----
 
 TEST_F(RunningTest, TheDiaryOffersFiveOfTheSixButtons) {
     Command(IDM_VIEW_DIARY);
@@ -293,7 +293,7 @@ TEST_F(RunningTest, ButtonsHaveToolTips) {
     }
 }
 
-// ---- Messages and commands ----------------------------------------------------------------------
+// ---- Messages and commands ----
 
 TEST_F(RunningTest, AboutHidesTheButtonsWhileItIsShown) {
     Command(IDM_VIEW_DIARY);

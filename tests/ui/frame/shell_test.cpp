@@ -38,7 +38,7 @@ RECT ClientOnScreen(HWND window) {
            << "," << b.top << "-" << b.right << "," << b.bottom;
 }
 
-// ---- Input panel --------------------------------------------------------------------------------
+// ---- Input panel ----
 
 class PanelTest : public UiTest {
   protected:
@@ -86,7 +86,7 @@ TEST_F(PanelTest, RefusesWhatItDoesNotKnow) {
     EXPECT_FALSE(SHSipInfo(999, 0, &info, 0));
 }
 
-// ---- Sheet geometry -----------------------------------------------------------------------------
+// ---- Sheet geometry ----
 
 TEST(SheetLayoutTest, GrowsEvenlyUpToTheLimitAndStandsInTheMiddle) {
     const struct {
@@ -120,7 +120,7 @@ TEST(SheetLayoutTest, WhatTouchesInTheTemplateTouchesOnTheSheet) {
     }
 }
 
-// ---- Full-screen dialogs ------------------------------------------------------------------------
+// ---- Full-screen dialogs ----
 
 class FullScreenTest : public UiTest {
   protected:
@@ -261,7 +261,7 @@ TEST_F(FullScreenTest, SettingChangesNeedTheWindowsRecord) {
     EXPECT_FALSE(SHHandleWMSettingChange(owner.Handle(), 0, 0, nullptr));
 }
 
-// ---- Top-level window ---------------------------------------------------------------------------
+// ---- Top-level window ----
 
 class TopLevelTest : public UiTest {
   protected:
@@ -298,7 +298,7 @@ TEST_F(TopLevelTest, HasALeastSize) {
     EXPECT_GT(limits.ptMinTrackSize.y, LeastClient.cy);
 }
 
-// ---- Menu bar -----------------------------------------------------------------------------------
+// ---- Menu bar ----
 
 TEST(MenuBarDescriptionTest, ReadsMenuAndButtons) {
     const std::uint16_t words[] = {102, 2,     0xFFFF,         104, MENU_BAR_DROP_DOWN, 104,

@@ -169,7 +169,7 @@ class ChartCtrlTest : public UiTest {
     Notices changed;
 };
 
-// ---- Data -------------------------------------------------------------------------------------
+// ---- Data ----
 
 TEST_F(ChartCtrlTest, AsksOnceForPointsAndScales) {
     points = {{14, 9750}, {54, 9760}};
@@ -240,7 +240,7 @@ TEST_F(ChartCtrlTest, SelectionIsPaintedAtOnce) {
     EXPECT_FALSE(codes.empty());
 }
 
-// ---- Painting ---------------------------------------------------------------------------------
+// ---- Painting ----
 
 TEST_F(ChartCtrlTest, DefaultTemperatureGrid) {
     Show({-100, -100});
@@ -434,7 +434,7 @@ TEST_F(ChartCtrlTest, PaintingGivesBackWhatItSelected) {
     EXPECT_EQ(clip.left, 0);
 }
 
-// ---- Tap and drag -----------------------------------------------------------------------------
+// ---- Tap and drag ----
 
 TEST_F(ChartCtrlTest, DragTellsTheNewValue) {
     Show({9750, 9740, 9760, 9750});

@@ -125,8 +125,7 @@ class DiaryViewTest : public UiTest {
     std::unique_ptr<DiaryView> view;
 };
 
-// ---- Creation
-// ------------------------------------------------------------------------------------
+// ---- Creation ----
 
 TEST_F(DiaryViewTest, HasScrollBarCalendarAndAgendaSideBySide) {
     Make();
@@ -191,8 +190,7 @@ TEST_F(DiaryViewTest, StartsAtTheDataSetsCurrentDate) {
     EXPECT_EQ(ToDateKey(view->GetCurrentDate()), ToDateKey(date));
 }
 
-// ---- Scrolling
-// -----------------------------------------------------------------------------------
+// ---- Scrolling ----
 
 struct ScrollCase {
     const char* label;
@@ -283,8 +281,7 @@ TEST_F(DiaryViewTest, CannotScrollBeforeTheCalendarBegins) {
     EXPECT_EQ(Start(), ToDateKey(Day(1601, 1, 5)));
 }
 
-// ---- Bringing dates into view
-// --------------------------------------------------------------------
+// ---- Bringing dates into view ----
 
 TEST_F(DiaryViewTest, ADateThatIsShownMovesNothing) {
     Make();
@@ -317,8 +314,7 @@ TEST_F(DiaryViewTest, SettingTheSameDateBringsItBackIntoView) {
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 13)));
 }
 
-// ---- Show flags
-// ----------------------------------------------------------------------------------
+// ---- Show flags ----
 
 TEST_F(DiaryViewTest, ShowsEverythingWithoutASetting) {
     EXPECT_EQ(view->GetShowFlags(), 31U);
@@ -430,8 +426,7 @@ TEST_F(DiaryViewTest, SettersWorkBeforeTheWindowExists) {
     view->SetCurrentDate(Day(2020, 1, 1));
 }
 
-// ---- Rows
-// ----------------------------------------------------------------------------------------
+// ---- Rows ----
 
 TEST_F(DiaryViewTest, RowsCarryTextColorsAndPictures) {
     const SYSTEMTIME fifth = Day(2026, 3, 5);
@@ -509,8 +504,7 @@ TEST_F(DiaryViewTest, AReplacedDataSetIsShownFromItsOwnDate) {
     EXPECT_TRUE(WaitsForPaint(Calendar()));
 }
 
-// ---- Notes
-// ---------------------------------------------------------------------------------------
+// ---- Notes ----
 
 class DiaryNotesTest : public DiaryViewTest {
   protected:
@@ -624,8 +618,7 @@ TEST_F(DiaryNotesTest, TapFindsTheDayInAFlatWindow) {
     EXPECT_TRUE(hand.WasUsed());
 }
 
-// ---- Window
-// --------------------------------------------------------------------------------------
+// ---- Window ----
 
 TEST_F(DiaryViewTest, HelpOpensItsOwnAnchor) {
     Make();

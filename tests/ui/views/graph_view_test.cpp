@@ -31,7 +31,7 @@ class DateRefuser : public DataObserver {
     int CanChangeDate(UserData&, const SYSTEMTIME&, const SYSTEMTIME&) override { return 0; }
 };
 
-// ---- Creation and settings -----
+// ---- Creation and settings ----
 
 TEST_F(GraphViewTest, WithoutAKeyItShowsTemperatureInFahrenheit) {
     SetSettingsLocation({nullptr, nullptr, TEXT("")});
@@ -146,7 +146,7 @@ TEST_F(GraphViewTest, ScrollRangeWithoutRecordsGrowsAtOnce) {
     EXPECT_EQ(Scroll().position, 0);
 }
 
-// ---- Graph and unit -----
+// ---- Graph and unit ----
 
 TEST_F(GraphViewTest, BleedingHidesTheUnitButtons) {
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
@@ -208,7 +208,7 @@ TEST_F(GraphViewTest, ATapOnTheCheckedUnitDoesNothing) {
     EXPECT_FALSE(WaitsForPaint(Item(GraphView::ChartId)));
 }
 
-// ---- The current day's value -----
+// ---- The current day's value ----
 
 TEST_F(GraphViewTest, EntryShowsTheCurrentDay) {
     Warm(-1, 9823);
@@ -352,7 +352,7 @@ TEST_F(GraphViewTest, ADayThatHasComeCanBeEntered) {
     EXPECT_EQ(data->GetBleeding(), 2);
 }
 
-// ---- Dates -----
+// ---- Dates ----
 
 TEST_F(GraphViewTest, PickedDateBecomesTheCurrentOne) {
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
@@ -460,7 +460,7 @@ TEST_F(GraphViewTest, ReloadBeginsAtTheNewDiary) {
     EXPECT_EQ(Selection(), 8);
 }
 
-// ---- Size -----
+// ---- Size ----
 
 TEST_F(GraphViewTest, DateStaysInViewWhenTheWindowIsResized) {
     for (const DWORD mode : {GraphShowBleeding, GraphShowTemperature}) {
@@ -519,7 +519,7 @@ TEST_F(GraphViewTest, WithoutAreaItStaysAlive) {
     EXPECT_EQ(DayWidth(), 29);
 }
 
-// ---- Painting -----
+// ---- Painting ----
 
 TEST_F(GraphViewTest, GroundIsWhite) {
     Make();
@@ -574,7 +574,7 @@ TEST_F(GraphViewTest, LabelsNameTheDateAndTheValue) {
     EXPECT_NE(InkIn(view->Handle(), label), fahrenheit);
 }
 
-// ---- The rest -----
+// ---- The rest ----
 
 TEST_F(GraphViewTest, AnswersMonthColors) {
     Make();
