@@ -209,18 +209,20 @@ int FormatTextV(WCHAR* target, std::size_t size, const WCHAR* format, va_list ar
         const Conversion conversion = TakeConversion(format);
         switch (conversion.kind) {
             case 'd':
-            case 'i':
-                PutNumber(
-                    output, conversion,
-                    conversion.longs > 1 ? va_arg(arguments, long long) : va_arg(arguments, int));
+            case 'i': {
+                const long long value =
+                    conversion.longs > 1 ? va_arg(arguments, long long) : va_arg(arguments, int);
+                PutNumber(output, conversion, value);
                 break;
+            }
             case 'u':
             case 'x':
-            case 'X':
-                PutNumber(output, conversion,
-                          conversion.longs > 1 ? va_arg(arguments, long long)
-                                               : va_arg(arguments, unsigned));
+            case 'X': {
+                const long long value = conversion.longs > 1 ? va_arg(arguments, long long)
+                                                             : va_arg(arguments, unsigned);
+                PutNumber(output, conversion, value);
                 break;
+            }
             case 'c': {
                 const auto unit = static_cast<WCHAR>(va_arg(arguments, int));
                 PutString(output, conversion, WideView(&unit, 1));

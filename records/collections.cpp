@@ -361,7 +361,7 @@ WCHAR* NotePageList::CopyText(DateKey key) const {
     if (first < 0) {
         return nullptr;
     }
-    std::int32_t pages = 0;
+    std::int32_t pages = 1;
     while (first + pages < Count() && At(first + pages).date == key) {
         ++pages;
     }

@@ -70,8 +70,9 @@ BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime) {
     const int fours = rest / DaysPer4Years;  // [0, 24]
     rest -= fours * DaysPer4Years;
     const int single = smaller(rest / 365, 3);
-    rest -= single * 365;  // [0, 365]
-    const LONGLONG year = FirstYear + cycles * 400 + centuries * 100 + fours * 4 + single;
+    rest -= single * 365;                                          // [0, 365]
+    const int yearOfCycle = centuries * 100 + fours * 4 + single;  // [0, 399]
+    const LONGLONG year = FirstYear + cycles * 400 + yearOfCycle;
     const bool leap = IsLeapYear(static_cast<int>(year));
     int month = 1;
     while (month < 12 && rest >= DaysBefore(month + 1, leap)) {
