@@ -109,8 +109,13 @@ Program::~Program() {
     ::CloseHandle(process.hProcess);
 }
 
-bool Program::Fail(const std::wstring& what) const {
-    ADD_FAILURE() << ToUtf8(what) << (IsRunning() ? "" : " (the program has ended)");
+bool Program::Fail(const std::wstring& what) {
+    const HWND dialog = FindAnyDialog();
+    ADD_FAILURE() << ToUtf8(what) << (IsRunning() ? "" : " (the program has ended)")
+                  << (dialog == nullptr
+                          ? ""
+                          : ToUtf8(L"; there is \"" + TextOf(dialog) + L"\": " + BoxText(dialog)));
+    Keep(L"failed");
     return false;
 }
 
@@ -227,7 +232,7 @@ std::wstring Program::BoxText(HWND box) {
     return text;
 }
 
-bool Program::WaitUntilUncovered(HWND window, POINT client, POINT& screen) const {
+bool Program::WaitUntilUncovered(HWND window, POINT client, POINT& screen) {
     if (!WaitFor([&] {
             screen = client;
             ::ClientToScreen(window, &screen);
@@ -344,9 +349,11 @@ bool Program::EnterUser(const std::wstring& user, const std::wstring& password) 
     }
     const HWND name = ::GetDlgItem(dialog, ControlUserName);
     const HWND secret = ::GetDlgItem(dialog, ControlPassword);
-    SetTextOf(name, L"");
-    Click(name);
-    Type(user);
+    if (TextOf(name) != user) {
+        SetTextOf(name, L"");
+        Click(name);
+        Type(user);
+    }
     SetTextOf(secret, L"");
     Click(secret);
     Type(password);

@@ -95,7 +95,7 @@ class Program {
     bool Settle();
 
     // ---- Whole steps ----
-    /// Waits for the sign-in dialog and fills it in, by typing; OK is clicked.
+    /// Waits for the sign-in dialog and fills it in, by typing what is not there yet; OK is clicked.
     bool EnterUser(const std::wstring& user, const std::wstring& password);
     /// The main window is complete; a prediction warning is read and put away.
     bool WaitForViews();
@@ -129,9 +129,10 @@ class Program {
     int LiveGdiObjects() const;
 
   private:
-    bool Fail(const std::wstring& what) const;
+    /// Fails the test with what was waited for and what is in the way, and keeps a picture.
+    bool Fail(const std::wstring& what);
     /// Waits until a click there would reach the window; `screen` is the same place on the screen.
-    bool WaitUntilUncovered(HWND window, POINT client, POINT& screen) const;
+    bool WaitUntilUncovered(HWND window, POINT client, POINT& screen);
     /// Reads a rectangle or record that a control writes to an address.
     bool SendRecord(HWND window, UINT message, WPARAM wParam, void* record, std::size_t size,
                     LRESULT* result = nullptr) const;
