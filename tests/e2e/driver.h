@@ -95,7 +95,8 @@ class Program {
     bool Settle();
 
     // ---- Whole steps ----
-    /// Waits for the sign-in dialog and fills it in, by typing what is not there yet; OK is clicked.
+    /// Waits for the sign-in dialog and fills it in, by typing what is not there yet; OK is
+    /// clicked.
     bool EnterUser(const std::wstring& user, const std::wstring& password);
     /// The main window is complete; a prediction warning is read and put away.
     bool WaitForViews();

@@ -14,7 +14,7 @@ class SignIn : public EndToEnd {
         if (box == nullptr) {
             return L"";
         }
-        const std::wstring text = Program::BoxText(box);
+        std::wstring text = Program::BoxText(box);
         program.Press(VK_RETURN);
         program.WaitForNoDialog(L"Warning");
         return text;
