@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/wait.h"
 
 namespace lunara::e2e {
 namespace {
@@ -42,24 +43,32 @@ class Commands : public EndToEnd {
         }
         return cells;
     }
+
+    /// Whether the rows come to have that many cells: painting waits until all else is done.
+    static ::testing::AssertionResult ShowsCells(Program& program, int cells) {
+        if (WaitFor([&] { return CellsShown(program) == cells; })) {
+            return ::testing::AssertionSuccess();
+        }
+        return ::testing::AssertionFailure() << CellsShown(program) << " cells are shown";
+    }
 };
 
 TEST_F(Commands, DiaryItemsAreToggledFromMenuAndMenuBar) {
     Program program(folder);
     ASSERT_TRUE(program.Start());
     ASSERT_TRUE(program.SignIn(L"Anna", Password));
-    EXPECT_EQ(CellsShown(program), 5);
+    EXPECT_TRUE(ShowsCells(program, 5));
     for (const Show& item : DiaryItems) {
         SCOPED_TRACE(item.label);
         EXPECT_EQ(program.ButtonState(item.command), On);
         ASSERT_TRUE(program.ClickButton(item.command));
         ASSERT_TRUE(program.Settle());
         EXPECT_EQ(program.ButtonState(item.command), Off);
-        EXPECT_EQ(CellsShown(program), 4);
+        EXPECT_TRUE(ShowsCells(program, 4));
         ASSERT_TRUE(program.ChooseFromMenu(item.command));
         ASSERT_TRUE(program.Settle());
         EXPECT_EQ(program.ButtonState(item.command), On);
-        EXPECT_EQ(CellsShown(program), 5);
+        EXPECT_TRUE(ShowsCells(program, 5));
     }
     EXPECT_TRUE(program.Exit());
 }
@@ -74,12 +83,12 @@ TEST_F(Commands, TheLastItemStays) {
             ASSERT_TRUE(program.Settle());
         }
     }
-    EXPECT_EQ(CellsShown(program), 1);
+    EXPECT_TRUE(ShowsCells(program, 1));
     ASSERT_TRUE(program.ChooseFromMenu(CommandShowPeriod));
     ASSERT_TRUE(program.Settle());
     program.Keep(L"period-only");
     EXPECT_EQ(program.ButtonState(CommandShowPeriod), On);
-    EXPECT_EQ(CellsShown(program), 1);
+    EXPECT_TRUE(ShowsCells(program, 1));
     ASSERT_TRUE(program.Exit());
     EXPECT_EQ(ReadNumber(L"DiaryView_ShowFlags"), 4u);
 }
@@ -93,7 +102,7 @@ TEST_F(Commands, ARefusedClickLeavesTheButtonPressed) {
     ASSERT_TRUE(program.ClickButton(CommandShowBleeding));
     ASSERT_TRUE(program.Settle());
     EXPECT_EQ(program.ButtonState(CommandShowBleeding), On);
-    EXPECT_EQ(CellsShown(program), 1);
+    EXPECT_TRUE(ShowsCells(program, 1));
     EXPECT_TRUE(program.Exit());
 }
 
@@ -106,7 +115,7 @@ TEST_F(Commands, ChosenItemsComeBackAtTheNextStart) {
         EXPECT_EQ(program.ButtonState(item.command), (item.bit & 18U) != 0 ? On : Off)
             << item.label;
     }
-    EXPECT_EQ(CellsShown(program), 2);
+    EXPECT_TRUE(ShowsCells(program, 2));
     ASSERT_TRUE(program.Exit());
     EXPECT_EQ(ReadNumber(L"DiaryView_ShowFlags"), 18u);
 }
