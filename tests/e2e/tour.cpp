@@ -34,7 +34,7 @@ class Tour : public EndToEnd, public ::testing::WithParamInterface<ClientSize> {
         ::SetWindowPos(main, nullptr, 0, 0,
                        frame.right - frame.left - client.right + GetParam().width,
                        frame.bottom - frame.top - client.bottom + GetParam().height,
-                       SWP_NOZORDER | SWP_NOMOVE);
+                       SWP_NOZORDER | SWP_NOMOVE | SWP_NOACTIVATE);
     }
 
     /// Opens a dialog by its command, looks at it and closes it again.
