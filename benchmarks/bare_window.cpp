@@ -9,7 +9,7 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         case WM_PAINT: {
             PAINTSTRUCT paint{};
             const HDC dc = ::BeginPaint(window, &paint);
-            ::FillRect(dc, &paint.rcPaint, static_cast<HBRUSH>(::GetStockObject(BLACK_BRUSH)));
+            ::FillRect(dc, &paint.rcPaint, static_cast<HBRUSH>(::GetStockObject(LTGRAY_BRUSH)));
             ::EndPaint(window, &paint);
             return 0;
         }

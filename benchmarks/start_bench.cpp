@@ -17,6 +17,7 @@ namespace {
 
 constexpr int Runs = 15;
 constexpr DWORD LongestWaitMs = 20'000;
+constexpr COLORREF BareColor = RGB(192, 192, 192);  // what bare_window.cpp paints
 
 double NowMs() {
     LARGE_INTEGER count{};
@@ -58,10 +59,14 @@ struct Running {
     }
 };
 
+/// A pixel of the window as it is on the screen: what another program's device context holds need
+/// not be.
 COLORREF PixelOf(HWND window, int x, int y) {
-    const HDC dc = ::GetDC(window);
-    const COLORREF color = ::GetPixel(dc, x, y);
-    ::ReleaseDC(window, dc);
+    POINT point{x, y};
+    ::ClientToScreen(window, &point);
+    const HDC screen = ::GetDC(nullptr);
+    const COLORREF color = ::GetPixel(screen, point.x, point.y);
+    ::ReleaseDC(nullptr, screen);
     return color;
 }
 
@@ -71,7 +76,7 @@ double StartBareWindow(const std::wstring& program) {
     HWND window = nullptr;
     if (!running.Start(program) || !WaitUntil([&] {
             window = ::FindWindowW(L"LunaraBareWindow", nullptr);
-            return window != nullptr && PixelOf(window, 100, 100) == 0;
+            return window != nullptr && PixelOf(window, 100, 100) == BareColor;
         })) {
         return -1;
     }
