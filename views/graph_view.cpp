@@ -285,6 +285,7 @@ void GraphView::ResetChart() { ::SendMessageW(chart.Handle(), CHM_RESETDATA, 0, 
 
 void GraphView::Refresh() {
     if (Handle() != nullptr) {
+        Invalidate(true);
         calendar.Invalidate(false);
         ResetChart();
         ShowEntry();
