@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <cstddef>
 
 #include "platform/clock.h"
 #include "platform/text.h"
@@ -32,7 +33,8 @@ void DrawRectangle(HDC dc, const RECT& rect) {
 
 /// Three characters; null for a number that is no month.
 const WCHAR* MonthName(WORD month) {
-    return month >= 1 && month <= 12 ? MonthNames + MonthNameLength * (month - 1) : nullptr;
+    return month >= 1 && month <= 12 ? MonthNames + std::ptrdiff_t{MonthNameLength} * (month - 1)
+                                     : nullptr;
 }
 
 /// Unit n is the letter of weekday n; its place across the strip.

@@ -316,7 +316,7 @@ bool ChartCtrl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* r
         case WM_MOUSEMOVE: OnMouseMove({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); break;
         case WM_LBUTTONUP: OnLButtonUp(); break;
         case WM_CAPTURECHANGED: EndDrag(); break;
-        case WM_CANCELMODE: EndDrag(); return false;
+        case WM_CANCELMODE:
         case WM_SIZE: EndDrag(); return false;
         case WM_DESTROY: ReleasePoints(); break;
         case CHM_RESETDATA: OnResetData(); break;

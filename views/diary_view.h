@@ -40,6 +40,8 @@ class DiaryView : public Window, public DataObserver {
 
     /// `userData` must outlive the view. While the window exists, the view observes it.
     explicit DiaryView(UserData& userData);
+    DiaryView(const DiaryView&) = delete;
+    DiaryView& operator=(const DiaryView&) = delete;
     ~DiaryView() override;
 
     /// The items shown, as DiaryShowFlag bits.
