@@ -77,6 +77,9 @@ bool HasGathers() { return __builtin_cpu_supports("avx2") != 0; }
 
 std::size_t RunBlocksGathered(const std::uint32_t* subkeys, const CipherBoxes& boxes,
                               unsigned char* bytes, std::size_t length) {
+    if (!HasGathers()) {
+        return 0;
+    }
     std::size_t done = 0;
     for (; length - done >= GroupBytes; done += GroupBytes) {
         RunGroup(subkeys, boxes, bytes + done);

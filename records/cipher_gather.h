@@ -18,7 +18,7 @@ inline constexpr std::size_t GatherBlocks = 32;
 bool HasGathers();
 
 /// Takes groups of `GatherBlocks` blocks through the rounds with the 18 `subkeys` in the order of
-/// their use, and returns how many bytes were done. Only where `HasGathers`.
+/// their use, and returns how many bytes were done: none where there are no gathers.
 std::size_t RunBlocksGathered(const std::uint32_t* subkeys, const CipherBoxes& boxes,
                               unsigned char* bytes, std::size_t length);
 

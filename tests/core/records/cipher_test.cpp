@@ -194,9 +194,7 @@ TEST(CipherTest, DecipheringReturnsWhatWasEnciphered) {
 
 // Whichever way this processor is faster with, both are right on it.
 TEST(CipherTest, GatheredBlocksAreThoseOfTheReference) {
-    if (!HasGathers()) {
-        GTEST_SKIP() << "this processor has no gathers";
-    }
+    const std::size_t blocksOfGroup = HasGathers() ? GatherBlocks : 0;
     CipherState state{};
     InitCipher(state, "secret");
     for (std::size_t blocks = 0; blocks <= 3 * GatherBlocks; ++blocks) {
@@ -204,7 +202,8 @@ TEST(CipherTest, GatheredBlocksAreThoseOfTheReference) {
         Bytes bytes = original;
         const std::size_t done =
             RunBlocksGathered(state.subkeys, state.boxes, bytes.data(), bytes.size());
-        ASSERT_EQ(done, blocks / GatherBlocks * GatherBlocks * CipherBlockBytes);
+        // Without gathers nothing is done, and nothing is touched.
+        ASSERT_EQ(done, blocks / GatherBlocks * blocksOfGroup * CipherBlockBytes);
         const auto end = static_cast<std::ptrdiff_t>(done);
         Bytes expected =
             EncipheredByReference("secret", Bytes(original.begin(), original.begin() + end));
