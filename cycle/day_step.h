@@ -9,27 +9,14 @@ namespace lunara {
 
 /// Days of the month year << 16 | month << 8, whose month is 1..12.
 constexpr DateKey DaysOfMonth(DateKey yearAndMonth) {
-    const DateKey year = yearAndMonth >> 16;
-    const DateKey month = yearAndMonth >> 8 & 0xFF;
-    if (month == 2) {
-        return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0) ? 29 : 28;
-    }
-    return 30 + ((month + (month >> 3)) & 1);
+    return static_cast<DateKey>(CalendarMonthDays(static_cast<int>(yearAndMonth >> 16),
+                                                  static_cast<int>(yearAndMonth >> 8 & 0xFF)));
 }
 
 /// The month after year << 16 | month << 8.
 constexpr DateKey MonthAfter(DateKey yearAndMonth) {
     const bool isDecember = (yearAndMonth >> 8 & 0xFF) == 12;
     return yearAndMonth + (isDecember ? 0x1'0000 - 0xB00 : 0x100);
-}
-
-/// Whether the key is a day that day numbers know.
-constexpr bool IsRealDay(DateKey key) {
-    constexpr DateKey FirstYear = 1601;
-    constexpr DateKey LastYear = 30'827;
-    const DateKey day = key & 0xFF;
-    return (key >> 8 & 0xFF) - 1 < 12 && day - 1 < 31 && (day <= 28 || day <= DaysOfMonth(key)) &&
-           (key >> 16) - FirstYear <= LastYear - FirstYear;
 }
 
 /// The days after a day, up to four weeks of them.

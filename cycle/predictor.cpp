@@ -1,5 +1,6 @@
 #include "cycle/predictor.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <optional>
@@ -350,6 +351,24 @@ int GetLastRecordDate(UserData& data, SYSTEMTIME& date) {
     return EdgeRecordDate(
         data, [](DayValueList& list) { return list.At(list.Count() - 1).date; },
         [](DateKey a, DateKey b) { return a > b; }, date);
+}
+
+int GetFirstRealRecordDate(UserData& data, SYSTEMTIME& date) {
+    std::optional<DateKey> best;
+    for (DayValueList* list : {&data.bleeding, &data.temperature}) {
+        list->Sort();
+        const auto* first = std::find_if(list->begin(), list->end(), [](const DayValue& record) {
+            return IsRealDay(record.date);
+        });
+        if (first != list->end() && (!best || first->date < *best)) {
+            best = first->date;
+        }
+    }
+    if (!best) {
+        return 0;
+    }
+    FromDateKey(*best, date);
+    return 1;
 }
 
 bool TakeWarningTurn(CyclePredictor& state, DWORD tick) {

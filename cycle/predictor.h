@@ -29,6 +29,11 @@ int IsBleedingDayCounted(UserData& data, const SYSTEMTIME& date);
 int GetFirstRecordDate(UserData& data, SYSTEMTIME& date);
 int GetLastRecordDate(UserData& data, SYSTEMTIME& date);
 
+/// The earliest day of the calendar with a bleeding or temperature record; 0 when there is none,
+/// with `date` left alone. A stored 31 February, which counts as day 0 in all arithmetic, would
+/// reach back to 1601.
+int GetFirstRealRecordDate(UserData& data, SYSTEMTIME& date);
+
 /// Whether a warning may be shown at this tick: more than an hour after the last one. When it may,
 /// the tick is remembered. The difference is unsigned, so the tick count's wrap does no harm.
 bool TakeWarningTurn(CyclePredictor& state, DWORD tick);

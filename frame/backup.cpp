@@ -3,6 +3,7 @@
 #include "frame/backup_dialogs.h"
 #include "frame/backup_files.h"
 #include "frame/messages.h"
+#include "frame/saving.h"
 #include "resources/ids.h"
 
 namespace lunara {
@@ -20,6 +21,11 @@ class HiddenButtons {
     DialogHost& main;
 };
 
+bool IsEmpty(const UserData& data) {
+    return data.bleeding.Count() == 0 && data.temperature.Count() == 0 &&
+           data.noteFlags.Count() == 0 && data.notePages.Count() == 0;
+}
+
 /// Saves before the copies are made. False when it needs the password and she did not give it.
 bool SaveFirst(DialogHost& main, SignedInUser user) {
     if (user.data.IsDirty() && EnsurePassword(main, user) == 0) {
@@ -28,13 +34,10 @@ bool SaveFirst(DialogHost& main, SignedInUser user) {
     if (!user.password.IsHeld()) {
         return true;  // and nothing to save
     }
-    user.password.Unmask();
-    const int saved = user.data.Save(user.userName, user.password.Text());
-    if (saved != 0) {
+    // Entries that are not on disk yet never would be without the password. And with no file on
+    // disk, any other password would later be taken for hers.
+    if (SaveWithHeldPassword(user) != 0 && !IsEmpty(user.data)) {
         user.password.Wipe();
-    } else {
-        // Its entries are not on disk yet, and without the password they never would be.
-        user.password.Mask();
     }
     return true;
 }
@@ -65,12 +68,12 @@ int Restore(DialogHost& main, SignedInUser user) {
         RestoreFiles(user.userName, dialog.backupName.data()) == 0) {
         return 0;
     }
+    // What is in memory belongs to the files that were just replaced: it must not be saved over
+    // them, however this ends.
+    user.data.Unload();
     if (Login(main, user) != 0) {
         return 1;
     }
-    // What is in memory belongs to the files that were just replaced: it must not be saved over
-    // them.
-    user.data.Unload();
     ::PostQuitMessage(0);
     return 0;
 }

@@ -51,7 +51,9 @@ void RestoreDialog::FillList() {
     WideString pattern = backupsFolder;
     WIN32_FIND_DATAW entry{};
     HANDLE search = INVALID_HANDLE_VALUE;
-    if (AppendPath(pattern, TEXT("*.*")) != 0) {
+    // Without a folder for backups there are none. Joined to nothing, the pattern would name the
+    // root of the drive, and its folders would be offered for deletion.
+    if (!backupsFolder.empty() && AppendPath(pattern, TEXT("*.*")) != 0) {
         search = ::FindFirstFileW(pattern.c_str(), &entry);
     }
     if (search == INVALID_HANDLE_VALUE) {

@@ -1,6 +1,7 @@
 #include "frame/backup_files.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "frame/folder_files.h"
 #include "frame/messages.h"
@@ -13,25 +14,16 @@ namespace {
 
 constexpr WCHAR BackupRoot[] = TEXT("LunaraBackup");
 constexpr WCHAR AllFiles[] = TEXT("*.*");
+constexpr WCHAR DataFiles[] = TEXT("*.dat");
 
 // Beside the user's folder. No user's folder can have such a name: "%7E" would be an escape, and a
-// '~' is never escaped.
+// '~' is never escaped. What is there tells how far a restore has come (RecoverInterruptedRestore).
 constexpr WCHAR StagedSuffix[] = TEXT("%7Erestore");  // the copies, until they are in place
-constexpr WCHAR BeforeSuffix[] = TEXT("%7Ebefore");   // the user's files as they were
-
-bool IsFolder(const WideString& path) {
-    const DWORD attributes = ::GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
+constexpr WCHAR AsideSuffix[] = TEXT("%7Easide");     // the user's files while they are moved
+constexpr WCHAR BeforeSuffix[] = TEXT("%7Ebefore");   // all of them; the copies may go in
 
 bool Rename(const WideString& from, const WideString& to) {
     return ::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) != FALSE;
-}
-
-void RemoveFolder(const WideString& folder) {
-    if (IsFolder(folder)) {
-        DeleteFolderFiles(folder.c_str(), AllFiles, true, true);
-    }
 }
 
 /// Whether the name stays inside the folder that it is appended to, and names something there.
@@ -61,51 +53,28 @@ WideString BackupFolder(WideView userName, WideView backupName) {
 struct RestorePlaces {
     WideString user;
     WideString staged;
+    WideString aside;
     WideString before;
 };
 
 RestorePlaces PlacesOf(WideView userName) {
     const WideString folder = DataFolderOfUser(userName);
-    return {folder, folder + StagedSuffix, folder + BeforeSuffix};
+    return {folder, folder + StagedSuffix, folder + AsideSuffix, folder + BeforeSuffix};
 }
 
-/// Whether no file of the folder is held open in a way that keeps it from being deleted. A folder
-/// with such a file can be renamed on some systems, but the file would have to be shown all the
-/// same.
-bool CanAllFilesGo(const WideString& folder) {
-    WIN32_FIND_DATAW entry{};
-    WideString path = folder;
-    const HANDLE search = AppendPath(path, AllFiles) != 0 ? ::FindFirstFileW(path.c_str(), &entry)
-                                                          : INVALID_HANDLE_VALUE;
-    bool free = true;
-    for (BOOL found = search != INVALID_HANDLE_VALUE; found != FALSE && free;
-         found = ::FindNextFileW(search, &entry)) {
-        path = folder;
-        if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ||
-            AppendPath(path, entry.cFileName) == 0) {
-            continue;
-        }
-        const HANDLE file = ::CreateFileW(path.c_str(), DELETE,
-                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                          nullptr, OPEN_EXISTING, 0, nullptr);
-        free = file != INVALID_HANDLE_VALUE;
-        if (free) {
-            ::CloseHandle(file);
-        }
-    }
-    if (search != INVALID_HANDLE_VALUE) {
-        ::FindClose(search);
-    }
-    return free;
+/// Whether there is still something of an earlier restore that could be taken for this one's.
+bool IsAnyLeftOver(const RestorePlaces& places) {
+    return IsFolder(places.staged) || IsFolder(places.aside) || IsFolder(places.before);
 }
 
-/// The two folders change places. Fails, with everything as it was, while somebody holds a file in
-/// the user's folder open.
+/// The two folders change places. Fails, with everything as it was or as a restore that was cut
+/// off, when the user's folder cannot go as a whole: while somebody holds a file in it open, or
+/// with a sub-folder in it, which has to be shown.
 bool SwapFolders(const RestorePlaces& places) {
     if (!IsFolder(places.user)) {
         return Rename(places.staged, places.user);
     }
-    if (!CanAllFilesGo(places.user) || !Rename(places.user, places.before)) {
+    if (HasUnmovableEntries(places.user.c_str()) || !Rename(places.user, places.before)) {
         return false;
     }
     if (Rename(places.staged, places.user)) {
@@ -115,20 +84,29 @@ bool SwapFolders(const RestorePlaces& places) {
     return false;
 }
 
+/// The files set aside go back to the user's folder. Fails, with the rest still aside, while one
+/// cannot.
+bool BringBack(const RestorePlaces& places) {
+    return MoveFolderFiles(places.aside.c_str(), places.user.c_str()).empty() &&
+           RemoveFolder(places.aside) != 0;
+}
+
 /// The same file by file, for a folder that cannot change places as a whole: what can be set aside
-/// is, the rest is shown, and when a copy then finds its place taken, all go back where they were.
-bool SwapFiles(const RestorePlaces& places) {
-    if (CreateDirectoryTree(places.before.c_str()) == 0) {
+/// is, and when a copy then finds its place taken, all go back where they were. Returns whether the
+/// copies are in place; `left` is what then stays beside them.
+bool SwapFiles(const RestorePlaces& places, std::vector<WideString>& left) {
+    if (CreateDirectoryTree(places.aside.c_str()) == 0) {
         return false;
     }
-    MarkFilesForArchive(places.user.c_str());
-    MoveFolderFiles(places.user.c_str(), places.before.c_str(), OnMoveFailure::ShowAndGoOn);
-    if (MoveFolderFiles(places.staged.c_str(), places.user.c_str(), OnMoveFailure::UndoAndStop) !=
-        0) {
-        RemoveFolder(places.staged);  // from here on the copies count, whatever happens
-        return true;
+    left = MoveFolderFiles(places.user.c_str(), places.aside.c_str());
+    // From here on only the copies are to be found in the user's folder, beside what is left.
+    if (Rename(places.aside, places.before)) {
+        if (MoveAllFolderFiles(places.staged.c_str(), places.user.c_str()) != 0) {
+            return true;
+        }
+        Rename(places.before, places.aside);
     }
-    MoveFolderFiles(places.before.c_str(), places.user.c_str(), OnMoveFailure::ShowAndGoOn);
+    BringBack(places);
     return false;
 }
 
@@ -150,38 +128,64 @@ int BackupFiles(WideView userName, WideView backupName) {
         ShowMessage(nullptr, IDS_NO_BACKUP_FOLDER, CaptionError, MB_OK);
         return 0;
     }
-    MarkFilesForArchive(source.c_str());
-    return CopyFolderFiles(source.c_str(), target.c_str(), AllFiles, false, true, false);
+    // A collection that has become empty has no file any more. What an earlier backup of the same
+    // name left of it would bring deleted entries back, or, under an older password, keep the whole
+    // backup from ever being opened.
+    return CopyFolderFiles(source.c_str(), target.c_str(), AllFiles, false, true, false,
+                           NormalFiles::Take) != 0 &&
+                   DeleteFilesGoneFrom(source.c_str(), target.c_str(), DataFiles) != 0
+               ? 1
+               : 0;
 }
 
 int RestoreFiles(WideView userName, WideView backupName) {
     const WideString source = BackupFolder(userName, backupName);
     const RestorePlaces places = PlacesOf(userName);
-    RecoverInterruptedRestore(userName);
-    if (source.empty() || !IsFolder(source) || CreateDirectoryTree(places.staged.c_str()) == 0) {
+    if (RecoverInterruptedRestore(userName) == 0 || IsAnyLeftOver(places) || source.empty() ||
+        !IsFolder(source) || CreateDirectoryTree(places.staged.c_str()) == 0) {
         return 0;
     }
-    MarkFilesForArchive(source.c_str());
+    std::vector<WideString> left;
     const bool restored =
-        CopyFolderFiles(source.c_str(), places.staged.c_str(), AllFiles, false, true, false) != 0 &&
-        (SwapFolders(places) || SwapFiles(places));
-    RemoveFolder(places.staged);
-    RemoveFolder(places.before);
+        CopyFolderFiles(source.c_str(), places.staged.c_str(), AllFiles, false, true, false,
+                        NormalFiles::Take) != 0 &&
+        (SwapFolders(places) || (IsFolder(places.user) && SwapFiles(places, left)));
+    if (restored) {
+        RemoveFolder(places.staged);
+        RemoveFolder(places.before);
+    } else {
+        RecoverInterruptedRestore(userName);
+    }
+    // Only now, with every file in its place: while a box stands, anything can happen.
+    for (const WideString& path : left) {
+        ShowFileStays(path.c_str());
+    }
     return restored ? 1 : 0;
 }
 
-void RecoverInterruptedRestore(WideView userName) {
+int RecoverInterruptedRestore(WideView userName) {
     const RestorePlaces places = PlacesOf(userName);
-    if (IsFolder(places.before)) {
-        if (!IsFolder(places.user)) {
-            Rename(places.before, places.user);
-        } else if (IsFolder(places.staged)) {
-            MoveFolderFiles(places.before.c_str(), places.user.c_str(), OnMoveFailure::ShowAndGoOn);
+    if (IsFolder(places.aside)) {
+        // Cut off while the user's files were being moved: none of the copies is among them yet.
+        if (CreateDirectoryTree(places.user.c_str()) == 0 || !BringBack(places)) {
+            return 0;
         }
-        // With the user's folder there and no copies left over, only the tidying up was missed.
+    } else if (IsFolder(places.before)) {
+        if (!IsFolder(places.user)) {
+            // Cut off between the two renames.
+            if (!Rename(places.before, places.user)) {
+                return 0;
+            }
+        } else if (IsFolder(places.staged) &&
+                   !MoveFolderFiles(places.staged.c_str(), places.user.c_str()).empty()) {
+            // Cut off while the copies were being put in place, and still not all of them can be.
+            return 0;
+        }
+        // Without copies left over, only the tidying up was missed.
     }
     RemoveFolder(places.staged);
     RemoveFolder(places.before);
+    return 1;
 }
 
 }  // namespace lunara

@@ -20,11 +20,15 @@ WideString BackupsFolderOfUser(WideView userName);
 /// left there.
 int BackupFiles(WideView userName, WideView backupName);
 
-/// Puts the backup's files in place of the user's. 1, or 0 with the user's files as they were.
+/// Puts the backup's files in place of the user's. What cannot be taken away is shown ("Fail to
+/// delete file '%s'") and stays beside them. 1, or 0 with the user's files as they were, or where
+/// RecoverInterruptedRestore finds them.
 int RestoreFiles(WideView userName, WideView backupName);
 
-/// Brings the user's folder back to what it was when a restore was cut off (the program or the
-/// device stopped), and tidies up after one that was done. To be called before the files are read.
-void RecoverInterruptedRestore(WideView userName);
+/// Ends a restore that was cut off (the program or the device stopped): the user's folder is then
+/// what it was before, or, when the copies had begun to go in, what it was to become. Also tidies
+/// up after one that was done. To be called before the files are read. 1, or 0 while a file that
+/// has to be moved cannot be: nothing is lost then, but the folder may hold some files of either.
+int RecoverInterruptedRestore(WideView userName);
 
 }  // namespace lunara

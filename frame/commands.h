@@ -1,7 +1,7 @@
 #pragma once
 
 // The main window's commands, each standing here once: what it does, and which view offers it as a
-// button. The menu greys what is not in this table.
+// button.
 
 #include <span>
 

@@ -10,18 +10,19 @@ namespace lunara {
 namespace {
 
 constexpr WCHAR AllFiles[] = TEXT("*.*");
+constexpr DWORD MoveFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
 constexpr WCHAR DeleteFileFailed[] = TEXT("Fail to delete file '%s'");
 constexpr WCHAR DeleteFolderFailed[] = TEXT("Fail to delete folder '%s'");
 
 bool BeginsWithDot(const WIN32_FIND_DATAW& entry) { return entry.cFileName[0] == '.'; }
 
-bool IsFolder(const WIN32_FIND_DATAW& entry) {
+bool NamesFolder(const WIN32_FIND_DATAW& entry) {
     return (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-/// Whether `CopyFolderFiles` passes over the entry.
-bool IsPassedOver(const WIN32_FIND_DATAW& entry) {
-    return BeginsWithDot(entry) || (entry.dwFileAttributes & FILE_ATTRIBUTE_NORMAL) != 0;
+bool IsDotOrDotDot(const WIN32_FIND_DATAW& entry) {
+    const WideView name(entry.cFileName);
+    return name == TEXT(".") || name == TEXT("..");
 }
 
 /// A search over folder\pattern, closed at the end of the scope. A search that finds nothing, or
@@ -73,9 +74,10 @@ bool DeleteEntry(const WCHAR* folder, const WCHAR* name, bool quiet) {
 /// Calls `transfer` with source and target path of every entry that is to go from one folder into
 /// the other, until it fails or a path does not fit.
 int TransferFiles(const WCHAR* source, const WCHAR* target, const WCHAR* pattern,
+                  NormalFiles normal,
                   const std::function<bool(const WCHAR*, const WCHAR*)>& transfer) {
     for (FolderSearch search(source, pattern); search.HasEntry(); search.Next()) {
-        if (IsPassedOver(search.Entry())) {
+        if (IsPassedOver(search.Entry(), normal)) {
             continue;
         }
         WideString from(source);
@@ -105,9 +107,14 @@ int AppendPath(WideString& path, WideView name) {
     return 1;
 }
 
+bool IsPassedOver(const WIN32_FIND_DATAW& entry, NormalFiles normal) {
+    return BeginsWithDot(entry) || (normal == NormalFiles::PassOver &&
+                                    (entry.dwFileAttributes & FILE_ATTRIBUTE_NORMAL) != 0);
+}
+
 int DeleteFolderFiles(const WCHAR* folder, const WCHAR* pattern, bool removeFolder, bool quiet) {
     for (FolderSearch search(folder, pattern); search.HasEntry(); search.Next()) {
-        if (BeginsWithDot(search.Entry()) && IsFolder(search.Entry())) {
+        if (BeginsWithDot(search.Entry()) && NamesFolder(search.Entry())) {
             continue;
         }
         if (!DeleteEntry(folder, search.Entry().cFileName, quiet) && quiet) {
@@ -124,48 +131,102 @@ int DeleteFolderFiles(const WCHAR* folder, const WCHAR* pattern, bool removeFold
 }
 
 int CopyFolderFiles(const WCHAR* source, const WCHAR* target, const WCHAR* pattern, bool clearFirst,
-                    bool overwrite, bool quiet) {
+                    bool overwrite, bool quiet, NormalFiles normal) {
     if (clearFirst && DeleteFolderFiles(target, AllFiles, false, quiet) != 0) {
         return 0;
     }
-    return TransferFiles(source, target, pattern, [overwrite](const WCHAR* from, const WCHAR* to) {
-        return ::CopyFileW(from, to, overwrite ? FALSE : TRUE) != FALSE;
-    });
+    return TransferFiles(source, target, pattern, normal,
+                         [overwrite](const WCHAR* from, const WCHAR* to) {
+                             return ::CopyFileW(from, to, overwrite ? FALSE : TRUE) != FALSE;
+                         });
 }
 
-void MarkFilesForArchive(const WCHAR* folder) {
+int DeleteFilesGoneFrom(const WCHAR* source, const WCHAR* copies, const WCHAR* pattern) {
+    if (!FolderSearch(source, pattern).HasEntry()) {
+        return 1;
+    }
+    int deleted = 1;
+    for (FolderSearch search(copies, pattern); search.HasEntry(); search.Next()) {
+        WideString original(source);
+        if (AppendPath(original, search.Entry().cFileName) != 0 &&
+            ::GetFileAttributesW(original.c_str()) == INVALID_FILE_ATTRIBUTES &&
+            !DeleteEntry(copies, search.Entry().cFileName, true)) {
+            deleted = 0;
+        }
+    }
+    return deleted;
+}
+
+bool HasUnmovableEntries(const WCHAR* folder) {
     for (FolderSearch search(folder, AllFiles); search.HasEntry(); search.Next()) {
+        if (IsDotOrDotDot(search.Entry())) {
+            continue;
+        }
         WideString path(folder);
-        if (search.Entry().dwFileAttributes == FILE_ATTRIBUTE_NORMAL &&
+        if (NamesFolder(search.Entry()) || AppendPath(path, search.Entry().cFileName) == 0) {
+            return true;
+        }
+        const HANDLE file = ::CreateFileW(path.c_str(), DELETE,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                          nullptr, OPEN_EXISTING, 0, nullptr);
+        if (file == INVALID_HANDLE_VALUE) {
+            return true;
+        }
+        ::CloseHandle(file);
+    }
+    return false;
+}
+
+void ShowFileStays(const WCHAR* path) { ShowFailure(DeleteFileFailed, path); }
+
+std::vector<WideString> MoveFolderFiles(const WCHAR* source, const WCHAR* target) {
+    std::vector<WideString> left;
+    TransferFiles(source, target, AllFiles, NormalFiles::Take,
+                  [&left](const WCHAR* from, const WCHAR* to) {
+                      if (IsFolder(from) || ::MoveFileExW(from, to, MoveFlags) == FALSE) {
+                          left.emplace_back(from);
+                      }
+                      return true;
+                  });
+    return left;
+}
+
+int MoveAllFolderFiles(const WCHAR* source, const WCHAR* target) {
+    std::vector<std::pair<WideString, WideString>> moved;
+    const int finished = TransferFiles(source, target, AllFiles, NormalFiles::Take,
+                                       [&moved](const WCHAR* from, const WCHAR* to) {
+                                           if (::MoveFileExW(from, to, MoveFlags) == FALSE) {
+                                               return false;
+                                           }
+                                           moved.emplace_back(from, to);
+                                           return true;
+                                       });
+    if (finished == 0) {
+        for (const auto& [from, to] : moved) {
+            ::MoveFileExW(to.c_str(), from.c_str(), MoveFlags);
+        }
+    }
+    return finished;
+}
+
+bool IsFolder(const WideString& path) {
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+int RemoveFolder(const WideString& folder) {
+    if (!IsFolder(folder) || DeleteFolderFiles(folder.c_str(), AllFiles, true, true) == 0) {
+        return 1;
+    }
+    for (FolderSearch search(folder.c_str(), AllFiles); search.HasEntry(); search.Next()) {
+        WideString path(folder);
+        if (!NamesFolder(search.Entry()) &&
+            (search.Entry().dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0 &&
             AppendPath(path, search.Entry().cFileName) != 0) {
             ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_ARCHIVE);
         }
     }
-}
-
-int MoveFolderFiles(const WCHAR* source, const WCHAR* target, OnMoveFailure onFailure) {
-    constexpr DWORD Flags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    std::vector<std::pair<WideString, WideString>> moved;
-    bool all = true;
-    const int finished =
-        TransferFiles(source, target, AllFiles, [&](const WCHAR* from, const WCHAR* to) {
-            if (::MoveFileExW(from, to, Flags) != FALSE) {
-                moved.emplace_back(from, to);
-                return true;
-            }
-            all = false;
-            if (onFailure == OnMoveFailure::ShowAndGoOn) {
-                ShowFailure(DeleteFileFailed, from);
-                return true;
-            }
-            return false;
-        });
-    if (finished == 0 && onFailure == OnMoveFailure::UndoAndStop) {
-        for (const auto& [from, to] : moved) {
-            ::MoveFileExW(to.c_str(), from.c_str(), Flags);
-        }
-    }
-    return finished != 0 && all ? 1 : 0;
+    return DeleteFolderFiles(folder.c_str(), AllFiles, true, true) == 0 ? 1 : 0;
 }
 
 }  // namespace lunara

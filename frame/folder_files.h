@@ -3,6 +3,8 @@
 // Operations on paths and on the files of one folder, for backup and restore. Paths hold at most
 // `PathCapacity` units with the terminator; what does not fit is refused, never cut.
 
+#include <vector>
+
 #include "platform/text.h"
 
 namespace lunara {
@@ -18,23 +20,45 @@ int AppendPath(WideString& path, WideView name);
 /// `quiet`. Otherwise 0.
 int DeleteFolderFiles(const WCHAR* folder, const WCHAR* pattern, bool removeFolder, bool quiet);
 
-/// Copies what matches `pattern` from one folder into the other: not what begins with "." and not
-/// what has the attribute "normal", which on the device marks what is no user's file. `clearFirst`
-/// empties the target first. The first failed copy (a sub-folder is one) ends it with 0;
-/// otherwise 1.
+/// What to do about files with the attribute "normal". On the device it marks what is no user's
+/// file; on a desktop, tools that archive files leave her own files with it.
+enum class NormalFiles { PassOver, Take };
+
+/// Whether a file is left where it is: all whose name begins with ".", and the normal ones as
+/// asked.
+bool IsPassedOver(const WIN32_FIND_DATAW& entry, NormalFiles normal);
+
+/// Copies what matches `pattern` from one folder into the other, unless it is passed over.
+/// `clearFirst` empties the target first. The first failed copy (a sub-folder is one) ends it with
+/// 0; otherwise 1.
 int CopyFolderFiles(const WCHAR* source, const WCHAR* target, const WCHAR* pattern, bool clearFirst,
-                    bool overwrite, bool quiet);
+                    bool overwrite, bool quiet, NormalFiles normal = NormalFiles::PassOver);
 
-/// Desktop tools that archive files leave them with the attribute "normal", and `CopyFolderFiles`
-/// would pass over them. Gives such files of the folder the archive attribute back.
-void MarkFilesForArchive(const WCHAR* folder);
+/// Deletes the files of `copies` that match `pattern` and have none of the same name in `source`.
+/// A `source` without any file of the pattern is more likely lost than emptied, and deletes
+/// nothing. 1, or 0 when one cannot be deleted.
+int DeleteFilesGoneFrom(const WCHAR* source, const WCHAR* copies, const WCHAR* pattern);
 
-/// What to do about a file that cannot be moved: show it ("Fail to delete file '%s'") and go on, or
-/// move back what was moved and stop.
-enum class OnMoveFailure { ShowAndGoOn, UndoAndStop };
+/// Whether a folder has a sub-folder, or a file that is held open in a way that keeps it from being
+/// deleted.
+bool HasUnmovableEntries(const WCHAR* folder);
 
-/// Moves every file of `source` that `CopyFolderFiles` would copy into `target`, replacing files
-/// there. 1 when all were moved, else 0.
-int MoveFolderFiles(const WCHAR* source, const WCHAR* target, OnMoveFailure onFailure);
+/// Shows "Fail to delete file '%s'" for the file.
+void ShowFileStays(const WCHAR* path);
+
+/// Moves the files of `source` that are not passed over, the normal ones taken, into `target`,
+/// replacing files there. Returns the paths of what could not be moved; a sub-folder never is.
+std::vector<WideString> MoveFolderFiles(const WCHAR* source, const WCHAR* target);
+
+/// The same, but the first file that cannot be moved ends it with 0, and what was moved goes back;
+/// otherwise 1.
+int MoveAllFolderFiles(const WCHAR* source, const WCHAR* target);
+
+/// Whether the path names a folder.
+bool IsFolder(const WideString& path);
+
+/// Removes a folder with its files, also with those that are marked read-only. A folder with
+/// sub-folders stays. 1 when it is gone, or was not there.
+int RemoveFolder(const WideString& folder);
 
 }  // namespace lunara

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <utility>
 
 #include "cycle/predictor.h"
 #include "frame/backup.h"
@@ -11,6 +12,7 @@
 #include "frame/help.h"
 #include "frame/messages.h"
 #include "frame/prediction_warning.h"
+#include "frame/saving.h"
 #include "frame/settings.h"
 #include "platform/clock.h"
 #include "platform/pocketpc/aygshell.h"
@@ -28,17 +30,12 @@ constexpr WCHAR CurrentViewValue[] = TEXT("CurrentView");
 constexpr WCHAR LastUserValue[] = TEXT("LastUser");
 constexpr WCHAR HelpAnchor[] = TEXT("Lunara.htm#Lunara_help");
 constexpr int TitleCapacity = 128;
-constexpr int FailureTextCapacity = 1024;
 
-/// Says which file could not be saved and why, and whether she wants to try again.
-bool AskForRetry(const WideString& path, DWORD error) {
-    MessageText text(FailureTextCapacity);
-    text.FormatSystem(&MessageText::Set, error);
-    text.Prepend(TEXT("':\n"));
-    text.Prepend(path.c_str());
-    text.Prepend(TEXT("Fail to save file '"));
-    return ShowText(nullptr, text.Text(), CaptionError, MB_RETRYCANCEL | MB_ICONEXCLAMATION) ==
-           IDRETRY;
+/// The view covers the other one wholly. To hide that one saves drawing it whenever it changes.
+void BringUp(HWND view, HWND other) {
+    ::BringWindowToTop(view);
+    ::ShowWindow(view, SW_SHOWNA);
+    ::ShowWindow(other, SW_HIDE);
 }
 
 UINT LiveGdiObjectsQuery() {
@@ -126,17 +123,9 @@ void MainWindow::OnDestroy() {
 }
 
 void MainWindow::SaveAtEnd() {
-    if (!password.IsHeld()) {
-        return;  // nothing to save, or she chose to leave without (see MayEnd)
-    }
-    for (;;) {
-        password.Unmask();
-        const int saved = data.Save(userName, password.Text());
-        const DWORD error = ::GetLastError();
-        password.Mask();
-        if (saved != 0 || !AskForRetry(data.FailedPath(), error)) {
-            return;
-        }
+    // Without it there is nothing to save, or she chose to leave without (see MayEnd).
+    if (password.IsHeld()) {
+        SaveWithHeldPassword(User());
     }
 }
 
@@ -150,17 +139,37 @@ bool MainWindow::MayEnd() {
                     MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
 }
 
+bool MainWindow::OnClose() {
+    if (!data.IsLoaded()) {
+        EndSignIn();
+        return true;
+    }
+    return !MayEnd();
+}
+
+/// The message loop ends, and with it the sign-in that runs in it and what waits for that. To
+/// destroy the window would leave the loop without anything that could end it.
+void MainWindow::EndSignIn() { ::PostQuitMessage(0); }
+
+bool MainWindow::OnQueryEndSession() {
+    // The time to ask: at the end itself nobody may be there to answer.
+    askedAtSessionEnd = true;
+    return !data.IsLoaded() || MayEnd();
+}
+
 void MainWindow::OnEndSession(bool ending) {
+    const bool asked = std::exchange(askedAtSessionEnd, false);
     if (!ending) {
         return;
     }
-    if (data.IsLoaded()) {
-        MayEnd();  // the session ends whatever the answer
-        ::DestroyWindow(Handle());
-    } else {
-        // Still signing in: that ends with the message loop, and with it the creation.
-        ::PostQuitMessage(0);
+    if (!data.IsLoaded()) {
+        EndSignIn();
+        return;
     }
+    if (!asked) {
+        MayEnd();  // the session ends whatever the answer
+    }
+    ::DestroyWindow(Handle());
 }
 
 void MainWindow::ReadSettings() {
@@ -230,8 +239,8 @@ void MainWindow::OnHelp(WPARAM wParam, LPARAM lParam) {
 }
 
 void MainWindow::OnTimer(UINT_PTR timer) {
-    // The start date stays what it was: once the day has changed, the call below is made every
-    // minute, and costs nothing unless yet another day has begun.
+    // The start date stays what it was: once the day has changed, this is done every minute. The
+    // prediction then costs nothing unless yet another day has begun.
     if (timer == DayTimerId && DaysBetween(LocalNow(), startDate) != 0) {
         UpdatePrediction(data, 0);
         RefreshViews();
@@ -307,7 +316,7 @@ void MainWindow::HistoryCommand() {
     dialog.Entry().SetStartDate(current, false);
     dialog.Entry().SetPeriodLength(DefaultPeriodLength, false);
     dialog.SetBleeding(BleedingNormal, false);
-    RunDialog(*this, dialog, IDD_HISTORY, [this, &dialog] {
+    const auto add = [this, &dialog] {
         const PeriodEntry& entry = dialog.Entry();
         if (AddPeriod(data, entry.GetStartDate(), entry.GetPeriodLength(), entry.GetBleeding()) ==
             0) {
@@ -315,9 +324,11 @@ void MainWindow::HistoryCommand() {
             ShowMessage(dialog.Handle(), error, CaptionWarning, MB_ICONEXCLAMATION);
         }
         return false;  // open for further periods
+    };
+    RunDialog(*this, dialog, IDD_HISTORY, add, [this] {
+        UpdatePrediction(data, 1);
+        RefreshViews();
     });
-    UpdatePrediction(data, 1);
-    RefreshViews();
 }
 
 void MainWindow::BackupCommand() { Backup(*this, User()); }
@@ -350,8 +361,9 @@ RECT MainWindow::ViewArea() const {
 }
 
 bool MainWindow::CreateViews() {
-    // The views lie over each other: each must leave the other's pixels alone.
-    constexpr DWORD Style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_CLIPCHILDREN;
+    // The views lie over each other: each must leave the other's pixels alone. The one that is to
+    // be on top comes up when it is complete, so that nothing is drawn before.
+    constexpr DWORD Style = WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN;
     const RECT area = ViewArea();
     const int width = area.right - area.left;
     const int height = area.bottom - area.top;
@@ -364,7 +376,7 @@ bool MainWindow::CreateViews() {
 void MainWindow::ShowDiaryView() {
     UpdatePrediction(data, 1);
     diaryView.SetCurrentDate(graphView.GetCurrentDate());
-    ::BringWindowToTop(diaryView.Handle());
+    BringUp(diaryView.Handle(), graphView.Handle());
     diaryView.Refresh();
     CheckView(IDM_VIEW_DIARY, IDM_VIEW_GRAPH);
     SetUpButtons(ViewDiary, diaryView.GetShowFlags());
@@ -372,7 +384,7 @@ void MainWindow::ShowDiaryView() {
 
 void MainWindow::ShowGraphView() {
     graphView.SetCurrentDate(diaryView.GetCurrentDate());
-    ::BringWindowToTop(graphView.Handle());
+    BringUp(graphView.Handle(), diaryView.Handle());
     CheckView(IDM_VIEW_GRAPH, IDM_VIEW_DIARY);
     SetUpButtons(ViewGraph, graphView.GetShowFlags());
 }
@@ -433,9 +445,12 @@ bool MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* 
             OnTimer(wParam);
             break;
         case WM_CLOSE:
-            if (MayEnd()) {
+            if (!OnClose()) {
                 return false;
             }
+            break;
+        case WM_QUERYENDSESSION:
+            answer = OnQueryEndSession() ? TRUE : FALSE;
             break;
         case WM_ENDSESSION:
             OnEndSession(wParam != FALSE);

@@ -67,7 +67,11 @@ class MainWindow : public Window,
     void OnSize();
     void OnHelp(WPARAM wParam, LPARAM lParam);
     void OnTimer(UINT_PTR timer);
+    /// Whether WM_CLOSE is dealt with; if not, the window is destroyed.
+    bool OnClose();
+    bool OnQueryEndSession();
     void OnEndSession(bool ending);
+    static void EndSignIn();
     /// Whether the program may end now. Asks for the password when it is needed for saving and not
     /// held, and, if she does not give it, whether to leave without saving.
     bool MayEnd();
@@ -104,7 +108,6 @@ class MainWindow : public Window,
 
     // Menu and menu bar
     bool CreateBar();
-    void GreyMissingCommands();
     HMENU ToolsMenu() const;
     HMENU OptionsMenu() const;
     void CheckOption(UINT command, bool checked);
@@ -150,6 +153,7 @@ class MainWindow : public Window,
     DiaryView diaryView;
     WCHAR userName[NameCapacity] = {};
     HeldPassword password;
+    bool askedAtSessionEnd = false;  // whether the session may end
     SHACTIVATEINFO activation{};
     const SYSTEMTIME startDate;  // never moved forward: see OnTimer
 };

@@ -22,21 +22,6 @@ TBBUTTONINFOW ButtonInfo(DWORD mask) {
     return info;
 }
 
-/// Greys every item, pop-ups included, whose command nobody would carry out.
-void GreyMissingItems(HMENU menu) {
-    const int count = ::GetMenuItemCount(menu);
-    for (int i = 0; i < count; ++i) {
-        if (const HMENU inner = ::GetSubMenu(menu, i); inner != nullptr) {
-            GreyMissingItems(inner);
-            continue;
-        }
-        const UINT id = ::GetMenuItemID(menu, i);
-        if (id != 0 && CommandTable::Find(id) == nullptr) {  // separators have no id
-            ::EnableMenuItem(menu, static_cast<UINT>(i), MF_BYPOSITION | MF_GRAYED);
-        }
-    }
-}
-
 }  // namespace
 
 bool MainWindow::CreateBar() {
@@ -54,7 +39,6 @@ bool MainWindow::CreateBar() {
     }
     ::SendMessageW(menuBar.Handle(), TB_SETTOOLTIPS_DEVICE, std::size(ToolTips),
                    reinterpret_cast<LPARAM>(ToolTips));
-    GreyMissingItems(ToolsMenu());
     return true;
 }
 

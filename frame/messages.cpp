@@ -35,7 +35,19 @@ int ShowText(HWND owner, const WCHAR* text, const WCHAR* caption, UINT flags) {
     if (currentRecorder != nullptr) {
         return currentRecorder->Show(owner, text, caption, flags);
     }
-    return ::MessageBoxW(owner, text, caption, flags);
+    // On the device a box covers the one window there is. On a desktop a box without an owner would
+    // leave all windows usable: it could get lost behind them, with what waits for its answer.
+    if (owner != nullptr) {
+        return ::MessageBoxW(owner, text, caption, flags);
+    }
+    const HWND active = ::GetActiveWindow();
+    const int answer = ::MessageBoxW(nullptr, text, caption, flags | MB_TASKMODAL);
+    // As the box went, all windows were still held, and the system may have gone on to another
+    // program's.
+    if (active != nullptr && ::IsWindow(active) != FALSE) {
+        ::SetForegroundWindow(active);
+    }
+    return answer;
 }
 
 void SetMessageRecorder(MessageRecorder* recorder) { currentRecorder = recorder; }

@@ -23,10 +23,11 @@ class DialogHost {
 };
 
 /// Shows `dialog` (template `templateId`) over the disabled main window and runs messages until it
-/// is answered. `accept` is asked at each WM_DIALOG_OK whether that ends the loop. Returns 1 then,
-/// 0 when the dialog was cancelled, could not be made, or the program ends (the quit message is
-/// left for the outer loop).
+/// is answered. `accept` is asked at each WM_DIALOG_OK whether that ends the loop; `cancelled` is
+/// told of WM_DIALOG_CANCEL, which does. Returns 1 when it was accepted, 0 when it was cancelled,
+/// could not be made, was destroyed, or the program ends (the quit message is left for the outer
+/// loop).
 int RunDialog(DialogHost& host, Dialog& dialog, UINT templateId,
-              const std::function<bool()>& accept);
+              const std::function<bool()>& accept, const std::function<void()>& cancelled = {});
 
 }  // namespace lunara

@@ -106,6 +106,8 @@ BOOL LoginDialog::OnInitDialog() {
         return result;
     }
     ::SendDlgItemMessageW(Handle(), IDC_USER_NAME, EM_SETREADONLY, TRUE, 0);
+    // Read-only alone looks like a field to type into.
+    ::EnableWindow(::GetDlgItem(Handle(), IDC_USER_NAME), FALSE);
     ::SetFocus(::GetDlgItem(Handle(), IDC_PASSWORD));
     return FALSE;  // the focus is where it belongs
 }

@@ -52,5 +52,6 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int showCommand) {
     }
     ::ShowWindow(main->Handle(), showCommand);
     ::UpdateWindow(main->Handle());
+    ::GdiFlush();  // to the screen, before the rest of the start goes on
     return lunara::RunMessageLoop();
 }

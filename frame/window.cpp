@@ -21,6 +21,20 @@ LRESULT Dispatch(Window& object, const CurrentMessage& message) {
     return result;
 }
 
+/// Whether a class of that name exists; one of ours is registered when there is none.
+bool EnsureClass(const WCHAR* name) {
+    WNDCLASSW windowClass{};
+    if (::GetClassInfoW(appInstance, name, &windowClass) != FALSE) {
+        return true;
+    }
+    windowClass = {};
+    windowClass.style = CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS;
+    windowClass.lpfnWndProc = &FrameworkWindowProc;
+    windowClass.hInstance = appInstance;
+    windowClass.lpszClassName = name;
+    return ::RegisterClassW(&windowClass) != 0;
+}
+
 }  // namespace
 
 const CurrentMessage& GetCurrentMessage() { return currentMessage; }
@@ -58,6 +72,14 @@ LRESULT CALLBACK FrameworkWindowProc(HWND window, UINT message, WPARAM wParam, L
     return result;
 }
 
+int UseWindowClass(CREATESTRUCTW& parameters, const WCHAR* className) {
+    if (parameters.lpszClass != nullptr) {
+        return 1;
+    }
+    parameters.lpszClass = className;
+    return EnsureClass(className) ? 1 : 0;
+}
+
 Window::~Window() {
     Detach();
     if (mainWindow == this) {
@@ -91,11 +113,7 @@ LRESULT Window::DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) {
 bool Window::OnMessage(UINT, WPARAM, LPARAM, LRESULT*) { return false; }
 
 int Window::PreCreateWindow(CREATESTRUCTW& parameters) {
-    if (parameters.lpszClass != nullptr) {
-        return 1;
-    }
-    parameters.lpszClass = FrameworkClassName;
-    return RegisterFrameworkClass();
+    return UseWindowClass(parameters, FrameworkClassName);
 }
 
 void Window::DoDataExchange(DataExchange&) {}
@@ -185,18 +203,7 @@ int Window::Create(DWORD exStyle, const WCHAR* className, const WCHAR* title, DW
     return 1;
 }
 
-int Window::RegisterFrameworkClass() {
-    WNDCLASSW existing{};
-    if (::GetClassInfoW(AppInstance(), FrameworkClassName, &existing) != FALSE) {
-        return 1;
-    }
-    WNDCLASSW windowClass{};
-    windowClass.style = CS_VREDRAW | CS_HREDRAW | CS_DBLCLKS;
-    windowClass.lpfnWndProc = &FrameworkWindowProc;
-    windowClass.hInstance = AppInstance();
-    windowClass.lpszClassName = FrameworkClassName;
-    return ::RegisterClassW(&windowClass) != 0 ? 1 : 0;
-}
+int Window::RegisterFrameworkClass() { return EnsureClass(FrameworkClassName) ? 1 : 0; }
 
 int Window::UpdateData(bool save) {
     DataExchange exchange(save, *this);

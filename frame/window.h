@@ -43,9 +43,13 @@ Window* GetMainWindow();
 /// Its handle; null when there is none.
 HWND MainWindowHandle();
 
-/// The window procedure of the framework's class and of every subclassed window. A control that
-/// registers a class of its own in `PreCreateWindow` gives it this procedure.
+/// The window procedure of the framework's class and of every subclassed window.
 LRESULT CALLBACK FrameworkWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+/// Gives a window that is about to be created this class, unless its creator named another one. The
+/// class is registered on first use and is the framework's in all but its name. For controls'
+/// `PreCreateWindow`, with its result.
+int UseWindowClass(CREATESTRUCTW& parameters, const WCHAR* className);
 
 class Window {
   public:

@@ -184,6 +184,15 @@ std::optional<WideString> FromUtf8(std::string_view bytes) {
     return text;
 }
 
+std::optional<WideString> FromStrictUtf8(std::string_view bytes) {
+    for (std::size_t i = 0; i + 1 < bytes.size(); ++i) {
+        if (bytes[i] == '\xED' && static_cast<unsigned char>(bytes[i + 1]) >= 0xA0) {
+            return std::nullopt;
+        }
+    }
+    return FromUtf8(bytes);
+}
+
 void CopyText(WCHAR* target, std::size_t size, WideView text) {
     const std::size_t length = std::min(text.size(), size - 1);
     std::copy_n(text.data(), length, target);

@@ -28,6 +28,9 @@ std::string ToUtf8(WideView text);
 /// back, so that FromUtf8(ToUtf8(t)) is t for every t.
 std::optional<WideString> FromUtf8(std::string_view bytes);
 
+/// The same without surrogates: what nobody but `ToUtf8` writes is not taken.
+std::optional<WideString> FromStrictUtf8(std::string_view bytes);
+
 /// Copies as much of `text` as fits into `size` code units and always terminates (size >= 1).
 void CopyText(WCHAR* target, std::size_t size, WideView text);
 

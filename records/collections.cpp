@@ -347,23 +347,40 @@ int NotePageList::AppendText(DateKey key, const WCHAR* text, std::int32_t length
 std::int32_t NotePageList::RemoveText(DateKey key) {
     NotePage page{};
     const std::int32_t first = FindFirst(key, page);
-    std::int32_t removed = 0;
-    while (first >= 0 && first < Count() && At(first).date == key) {
+    const std::int32_t pages = CountPages(key, first);
+    for (std::int32_t i = 0; i < pages; ++i) {
         RemoveAt(first);
-        ++removed;
     }
-    return removed;
+    return pages;
+}
+
+int NotePageList::ReplaceText(DateKey key, const WCHAR* text, std::int32_t length) {
+    NotePage page{};
+    const std::int32_t first = FindFirst(key, page);
+    const std::int32_t pages = CountPages(key, first);  // before new ones stand behind them
+    if (AppendText(key, text, length) == 0) {
+        return 0;
+    }
+    for (std::int32_t i = 0; i < pages; ++i) {
+        RemoveAt(first);
+    }
+    return 1;
+}
+
+std::int32_t NotePageList::CountPages(DateKey key, std::int32_t first) const {
+    std::int32_t pages = 0;
+    while (first >= 0 && first + pages < Count() && At(first + pages).date == key) {
+        ++pages;
+    }
+    return pages;
 }
 
 WCHAR* NotePageList::CopyText(DateKey key) const {
     NotePage page{};
     const std::int32_t first = FindFirst(key, page);
-    if (first < 0) {
+    const std::int32_t pages = CountPages(key, first);
+    if (pages == 0) {
         return nullptr;
-    }
-    std::int32_t pages = 1;
-    while (first + pages < Count() && At(first + pages).date == key) {
-        ++pages;
     }
     const auto units = static_cast<std::size_t>(pages) * NotePageUnits;
     auto* text = new WCHAR[units];

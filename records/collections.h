@@ -252,9 +252,17 @@ class NotePageList : public SteppedList<NotePage> {
     /// Removes the day's pages; returns how many there were.
     std::int32_t RemoveText(DateKey key);
 
+    /// Appends the text and removes the day's pages that were there. 0 without memory: the day
+    /// keeps its old pages then.
+    int ReplaceText(DateKey key, const WCHAR* text, std::int32_t length);
+
     /// The day's text in a new array that the caller frees with delete[]; null when there is none.
     /// The last unit of its last page reads as 0.
     WCHAR* CopyText(DateKey key) const;
+
+  private:
+    /// How many pages of the day stand together from `first` on; 0 when that is -1.
+    std::int32_t CountPages(DateKey key, std::int32_t first) const;
 };
 
 extern template class DateSortedList<DayValue>;

@@ -6,7 +6,6 @@
 
 #include "records/cipher.h"
 #include "records/password_key.h"
-#include "records/replacement_file.h"
 
 namespace lunara {
 namespace {
@@ -307,6 +306,16 @@ int WriteRecords(ReplacementFile& file, const Record* records, std::size_t count
 }
 
 template <typename List>
+int WriteList(List& list, ReplacementFile& file, const WCHAR* password) {
+    if (file.Create() == 0 || file.Write(Header, sizeof(Header)) == 0) {
+        return 0;
+    }
+    SortForSave(list);
+    const auto count = static_cast<std::size_t>(list.Count());
+    return WriteRecords(file, list.begin(), count, password) != 0 && file.Complete() != 0 ? 1 : 0;
+}
+
+template <typename List>
 int SaveList(List& list, const WCHAR* path, const WCHAR* password) {
     if (!list.dirty) {
         return 1;
@@ -320,12 +329,7 @@ int SaveList(List& list, const WCHAR* path, const WCHAR* password) {
         return 1;
     }
     ReplacementFile file(path);
-    if (file.Create() == 0 || file.Write(Header, sizeof(Header)) == 0) {
-        return 0;
-    }
-    SortForSave(list);
-    if (WriteRecords(file, list.begin(), static_cast<std::size_t>(list.Count()), password) == 0 ||
-        file.PutInPlace() == 0) {
+    if (WriteList(list, file, password) == 0 || file.PutInPlace() == 0) {
         return 0;
     }
     list.dirty = false;
@@ -348,6 +352,14 @@ int LoadNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password) 
 
 int SaveNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password) {
     return SaveList(list, path, password);
+}
+
+int WriteDayValues(DayValueList& list, ReplacementFile& file, const WCHAR* password) {
+    return WriteList(list, file, password);
+}
+
+int WriteNotePages(NotePageList& list, ReplacementFile& file, const WCHAR* password) {
+    return WriteList(list, file, password);
 }
 
 }  // namespace lunara

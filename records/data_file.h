@@ -7,6 +7,7 @@
 // wrong one turns their dates into noise.
 
 #include "records/collections.h"
+#include "records/replacement_file.h"
 
 namespace lunara {
 
@@ -35,5 +36,10 @@ int LoadNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
 /// error in the last error.
 int SaveDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password);
 int SaveNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
+
+/// Only the writing: creates `file`, writes the list as a data file and completes it. The caller
+/// puts it in place and clears `dirty`. 0 as above.
+int WriteDayValues(DayValueList& list, ReplacementFile& file, const WCHAR* password);
+int WriteNotePages(NotePageList& list, ReplacementFile& file, const WCHAR* password);
 
 }  // namespace lunara

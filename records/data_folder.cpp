@@ -121,7 +121,10 @@ WideString FolderNameOfUser(WideView userName) {
 WideString DataFolderOfUser(WideView userName) {
     std::array<WCHAR, PathCapacity> appFolder{};
     GetAppFolder(appFolder.data(), static_cast<int>(appFolder.size()));
-    WideString folder = appFolder.data() + FolderNameOfUser(userName);
+    // A program that does not know its folder has no diaries: a bare name would be one of whatever
+    // folder is the current one. Nothing can be called this, and so every use of it fails.
+    const WideString parent = appFolder[0] != 0 ? WideString(appFolder.data()) : TEXT("|\\");
+    const WideString folder = parent + FolderNameOfUser(userName);
     return folder.substr(0, PathCapacity - 1);
 }
 

@@ -12,7 +12,8 @@ namespace lunara {
 /// stay as they are.
 WideString FolderNameOfUser(WideView userName);
 
-/// The program's folder followed by `FolderNameOfUser`, cut at `PathCapacity` - 1 characters.
+/// The program's folder followed by `FolderNameOfUser`, cut at `PathCapacity` - 1 characters. A
+/// path that cannot exist when the program's folder is not known.
 WideString DataFolderOfUser(WideView userName);
 
 /// Creates the folder and any missing parents. 1 when it is there afterwards, else 0 with the

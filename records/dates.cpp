@@ -7,13 +7,6 @@
 namespace lunara {
 namespace {
 
-constexpr std::array<int, 13> DaysBeforeMonth = {0,   31,  59,  90,  120, 151, 181,
-                                                 212, 243, 273, 304, 334, 365};
-constexpr int DaysPer400Years = 146'097;
-constexpr int DaysPerCentury = 36'524;
-constexpr int DaysPer4Years = 1'461;
-constexpr int FirstYear = 1601;
-constexpr int LastYear = 30'827;  // the platform's dates end here
 constexpr std::int64_t DaysOfPlatform = 10'674'942;
 
 constexpr WCHAR Weekdays[] = TEXT("Sun Mon Tue Wed Thu Fri Sat ");
@@ -22,24 +15,6 @@ constexpr WCHAR MonthsWithComma[] = TEXT("Jan,Feb,Mar,Apr,May,Jun,Jul,Aug,Sep,Oc
 constexpr std::size_t EntryLength = 4;
 constexpr WCHAR BlankEntry[] = TEXT("    ");
 
-constexpr bool IsLeapYear(int year) {
-    return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-}
-
-constexpr int DaysBefore(int month, bool leap) {
-    return DaysBeforeMonth[static_cast<std::size_t>(month) - 1] + (leap && month > 2 ? 1 : 0);
-}
-
-/// Asked before every conversion: Wine takes 30 February for 1 March, where the platform refuses
-/// it.
-bool IsRealDate(int year, int month, int day) {
-    if (year < FirstYear || year > LastYear || month < 1 || month > 12 || day < 1) {
-        return false;
-    }
-    const bool leap = IsLeapYear(year);
-    return day <= DaysBefore(month + 1, leap) - DaysBefore(month, leap);
-}
-
 constexpr std::int64_t UnitsPerMillisecond = 10'000;
 
 /// 100 ns units since 1 January 1601; 0 for a structure that names no real moment. The platform's
@@ -47,20 +22,19 @@ constexpr std::int64_t UnitsPerMillisecond = 10'000;
 /// results must be the same everywhere.
 std::int64_t UnitsOf(const SYSTEMTIME& date) {
     const DateKey key = ToDateKey(date);
-    const std::int32_t day = DayNumber(key);
-    const bool isRealDay = day > 0 || key == MakeDateKey(FirstYear, 1, 1);
-    if (!isRealDay || date.wHour > 23 || date.wMinute > 59 || date.wSecond > 59 ||
+    if (!IsRealDay(key) || date.wHour > 23 || date.wMinute > 59 || date.wSecond > 59 ||
         date.wMilliseconds > 999) {
         return 0;
     }
     const std::int64_t seconds = (std::int64_t{date.wHour} * 60 + date.wMinute) * 60 + date.wSecond;
-    return day * UnitsPerDay + (seconds * 1000 + date.wMilliseconds) * UnitsPerMillisecond;
+    return DayNumber(key) * UnitsPerDay +
+           (seconds * 1000 + date.wMilliseconds) * UnitsPerMillisecond;
 }
 
-int FromUnits(std::int64_t units, SYSTEMTIME& date) {
+/// Day `days` of the calendar, and the time of day in units.
+int FromDaysAndUnits(std::int64_t days, std::int64_t units, SYSTEMTIME& date) {
     date = SYSTEMTIME{};
-    const std::int64_t days = units / UnitsPerDay;
-    if (units < 0 || days >= DaysOfPlatform) {
+    if (days < 0 || days >= DaysOfPlatform) {
         return 0;
     }
     const DateKey key = KeyOfDayNumber(static_cast<std::int32_t>(days));
@@ -68,7 +42,7 @@ int FromUnits(std::int64_t units, SYSTEMTIME& date) {
     date.wMonth = static_cast<WORD>(key >> 8 & 0xFF);
     date.wDay = static_cast<WORD>(key & 0xFF);
     date.wDayOfWeek = static_cast<WORD>((days + 1) % 7);  // 1 January 1601: a Monday
-    auto rest = static_cast<std::int32_t>(units % UnitsPerDay / UnitsPerMillisecond);
+    auto rest = static_cast<std::int32_t>(units / UnitsPerMillisecond);
     date.wMilliseconds = static_cast<WORD>(rest % 1000);
     rest /= 1000;  // seconds, [0, 86399]
     date.wSecond = static_cast<WORD>(rest % 60);
@@ -102,16 +76,17 @@ int FromDateKey(DateKey key, SYSTEMTIME& date) {
     date.wYear = static_cast<WORD>(key >> 16);
     date.wMonth = static_cast<WORD>(key >> 8 & 0xFF);
     date.wDay = static_cast<WORD>(key & 0xFF);
-    const std::int32_t day = DayNumber(key);
-    if (day == 0 && key != MakeDateKey(FirstYear, 1, 1)) {
+    if (!IsRealDay(key)) {
         return 0;
     }
-    date.wDayOfWeek = static_cast<WORD>((day + 1) % 7);
+    date.wDayOfWeek = static_cast<WORD>((DayNumber(key) + 1) % 7);
     return 1;
 }
 
 int AddDays(const SYSTEMTIME& date, std::int32_t count, SYSTEMTIME& result) {
-    return FromUnits(UnitsOf(date) + count * UnitsPerDay, result);
+    // Days and units apart: some counts of days are more units than 64 bits hold.
+    const std::int64_t units = UnitsOf(date);
+    return FromDaysAndUnits(units / UnitsPerDay + count, units % UnitsPerDay, result);
 }
 
 std::int32_t DaysBetween(SYSTEMTIME a, SYSTEMTIME b) {
@@ -144,35 +119,17 @@ int IsDateAfter(const SYSTEMTIME& a, const SYSTEMTIME& b) {
 int IsDateBefore(const SYSTEMTIME& a, const SYSTEMTIME& b) { return IsDateAfter(b, a); }
 
 std::int32_t DayNumber(DateKey key) {
-    const auto year = static_cast<int>(key >> 16);
-    const auto month = static_cast<int>(key >> 8 & 0xFF);
-    const auto day = static_cast<int>(key & 0xFF);
-    if (!IsRealDate(year, month, day)) {
+    if (!IsRealDay(key)) {
         return 0;
     }
-    const bool leap = IsLeapYear(year);
-    const int years = year - FirstYear;
-    return 365 * years + years / 4 - years / 100 + years / 400 + DaysBefore(month, leap) + day - 1;
+    return DaysSince1601(static_cast<int>(key >> 16), static_cast<int>(key >> 8 & 0xFF),
+                         static_cast<int>(key & 0xFF));
 }
 
 DateKey KeyOfDayNumber(std::int32_t number) {
-    // The last day of a 400-year or 4-year cycle belongs to its last year, hence the limits of 3.
-    const int cycles = number / DaysPer400Years;
-    int rest = number % DaysPer400Years;  // [0, 146096]
-    const int centuries = rest / DaysPerCentury < 3 ? rest / DaysPerCentury : 3;
-    rest -= centuries * DaysPerCentury;
-    const int fours = rest / DaysPer4Years;  // [0, 24]
-    rest -= fours * DaysPer4Years;
-    const int singles = rest / 365 < 3 ? rest / 365 : 3;
-    rest -= singles * 365;  // [0, 365]
-    const int year = FirstYear + cycles * 400 + centuries * 100 + fours * 4 + singles;
-    const bool leap = IsLeapYear(year);
-    int month = rest / 32 + 1;  // the month or the one before it
-    if (rest >= DaysBefore(month + 1, leap)) {
-        ++month;
-    }
-    return MakeDateKey(static_cast<unsigned>(year), static_cast<unsigned>(month),
-                       static_cast<unsigned>(rest - DaysBefore(month, leap) + 1));
+    const CalendarDay day = CalendarDayAfter1601(number);
+    return MakeDateKey(static_cast<unsigned>(day.year), static_cast<unsigned>(day.month),
+                       static_cast<unsigned>(day.day));
 }
 
 void FormatDateTime(const SYSTEMTIME& date, WCHAR* text, int length) {

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 
+#include "platform/calendar.h"
 #include "platform/win32.h"
 
 namespace lunara {
@@ -22,6 +23,13 @@ constexpr DateKey MakeDateKey(unsigned year, unsigned month, unsigned day) {
     return year << 16 | month << 8 | day;
 }
 
+/// Whether the calendar has that day and day numbers know it: 31 February is a key like any other,
+/// but no day.
+constexpr bool IsRealDay(DateKey key) {
+    return IsCalendarDay(static_cast<int>(key >> 16), static_cast<int>(key >> 8 & 0xFF),
+                         static_cast<int>(key & 0xFF));
+}
+
 /// The fields other than year, month and day are ignored; nothing is checked.
 void ToDateKey(const SYSTEMTIME& date, DateKey& key);
 DateKey ToDateKey(const SYSTEMTIME& date);
@@ -31,7 +39,7 @@ DateKey ToDateKey(const SYSTEMTIME& date);
 int FromDateKey(DateKey key, SYSTEMTIME& date);
 
 /// `result` = `date` + `count` days with the time of day of `date`; they may be the same object.
-/// Returns 0 when the sum lies before 1601; `result` is then all zero.
+/// Returns 0 when the sum lies before 1601 or after 30827; `result` is then all zero.
 int AddDays(const SYSTEMTIME& date, std::int32_t count, SYSTEMTIME& result);
 
 /// Whole days from b to a, negative when a lies before b; the time of day does not count.

@@ -11,14 +11,6 @@ constexpr std::size_t WriteBytes = std::size_t{1} << 30;
 FileCalls systemCalls;
 FileCalls* currentCalls = &systemCalls;
 
-/// For a call that failed without a reason, or stopped half-way.
-int Fail() {
-    if (::GetLastError() == ERROR_SUCCESS) {
-        ::SetLastError(ERROR_WRITE_FAULT);
-    }
-    return 0;
-}
-
 }  // namespace
 
 HANDLE FileCalls::Create(const WCHAR* path) {
@@ -38,11 +30,26 @@ BOOL FileCalls::Replace(const WCHAR* from, const WCHAR* to) {
     return ::MoveFileExW(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
 }
 
+BOOL FileCalls::Rename(const WCHAR* from, const WCHAR* to) {
+    return ::MoveFileExW(from, to, MOVEFILE_REPLACE_EXISTING);
+}
+
+BOOL FileCalls::Link(const WCHAR* path, const WCHAR* name) {
+    return ::CreateHardLinkW(name, path, nullptr);
+}
+
 BOOL FileCalls::Remove(const WCHAR* path) { return ::DeleteFileW(path); }
 
 FileCalls& CurrentFileCalls() { return *currentCalls; }
 
 void UseFileCalls(FileCalls* calls) { currentCalls = calls != nullptr ? calls : &systemCalls; }
+
+int FailWithReason() {
+    if (::GetLastError() == ERROR_SUCCESS) {
+        ::SetLastError(ERROR_WRITE_FAULT);
+    }
+    return 0;
+}
 
 WideString SiblingPath(WideView path) {
     constexpr WideView Extension = TEXT(".dat");
@@ -55,8 +62,10 @@ WideString SiblingPath(WideView path) {
     return WideString(path).append(SiblingExtension);
 }
 
-ReplacementFile::ReplacementFile(const WCHAR* target)
-    : path(target), sibling(SiblingPath(target)) {}
+ReplacementFile::ReplacementFile(WideView target) : ReplacementFile(target, SiblingPath(target)) {}
+
+ReplacementFile::ReplacementFile(WideView target, WideView siblingPath)
+    : path(target), sibling(siblingPath) {}
 
 ReplacementFile::~ReplacementFile() {
     const DWORD error = ::GetLastError();
@@ -71,7 +80,7 @@ int ReplacementFile::Create() {
     ::SetLastError(ERROR_SUCCESS);
     file = CurrentFileCalls().Create(sibling.c_str());
     if (file == INVALID_HANDLE_VALUE) {
-        return Fail();
+        return FailWithReason();
     }
     toBeRemoved = true;
     return 1;
@@ -84,7 +93,7 @@ int ReplacementFile::Write(const void* bytes, std::size_t count) {
         const auto piece = static_cast<DWORD>(std::min(count, WriteBytes));
         DWORD written = 0;
         if (CurrentFileCalls().Write(file, next, piece, written) == FALSE || written != piece) {
-            return Fail();
+            return FailWithReason();
         }
         next += piece;
         count -= piece;
@@ -92,11 +101,30 @@ int ReplacementFile::Write(const void* bytes, std::size_t count) {
     return 1;
 }
 
-int ReplacementFile::PutInPlace() {
+int ReplacementFile::Complete() {
     ::SetLastError(ERROR_SUCCESS);
-    if (CurrentFileCalls().Flush(file) == FALSE || Close() == 0 ||
-        CurrentFileCalls().Replace(sibling.c_str(), path.c_str()) == FALSE) {
-        return Fail();
+    if (CurrentFileCalls().Flush(file) == FALSE || Close() == 0) {
+        return FailWithReason();
+    }
+    return 1;
+}
+
+int ReplacementFile::PutInPlace() {
+    if (file != INVALID_HANDLE_VALUE && Complete() == 0) {
+        return 0;
+    }
+    ::SetLastError(ERROR_SUCCESS);
+    if (CurrentFileCalls().Replace(sibling.c_str(), path.c_str()) == FALSE) {
+        return FailWithReason();
+    }
+    toBeRemoved = false;
+    return 1;
+}
+
+int ReplacementFile::Rename() {
+    ::SetLastError(ERROR_SUCCESS);
+    if (CurrentFileCalls().Rename(sibling.c_str(), path.c_str()) == FALSE) {
+        return FailWithReason();
     }
     toBeRemoved = false;
     return 1;

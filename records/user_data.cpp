@@ -6,6 +6,7 @@
 
 #include "platform/clock.h"
 #include "records/data_file.h"
+#include "records/data_file_set.h"
 #include "records/data_folder.h"
 
 namespace lunara {
@@ -13,35 +14,23 @@ namespace {
 
 constexpr float SmallestStoredWeight = 0.01F;
 
-constexpr WCHAR TemperatureFile[] = TEXT("\\Temperature.dat");
-constexpr WCHAR BleedingFile[] = TEXT("\\Bleeding.dat");
-constexpr WCHAR NoteFlagsFile[] = TEXT("\\Notes.dat");
-constexpr WCHAR NotePagesFile[] = TEXT("\\NotePages.dat");
-
-/// Folder and file name; false when they do not fit into a path. A path that was cut would name
-/// another file, perhaps another collection's.
-bool JoinPath(const WCHAR* folder, const WCHAR* file, WideString& path) {
-    path.assign(folder).append(file);
-    return path.size() < PathCapacity;
-}
-
 int LoadList(DayValueList& list, const WCHAR* path, const WCHAR* password) {
     return LoadDayValues(list, path, password);
 }
 int LoadList(NotePageList& list, const WCHAR* path, const WCHAR* password) {
     return LoadNotePages(list, path, password);
 }
-int SaveList(DayValueList& list, const WCHAR* path, const WCHAR* password) {
-    return SaveDayValues(list, path, password);
+int WriteList(DayValueList& list, ReplacementFile& file, const WCHAR* password) {
+    return WriteDayValues(list, file, password);
 }
-int SaveList(NotePageList& list, const WCHAR* path, const WCHAR* password) {
-    return SaveNotePages(list, path, password);
+int WriteList(NotePageList& list, ReplacementFile& file, const WCHAR* password) {
+    return WriteNotePages(list, file, password);
 }
 
 template <typename List>
-int LoadFrom(List& list, const WCHAR* folder, const WCHAR* file, const WCHAR* password) {
+int LoadFrom(List& list, const WCHAR* folder, DataFile which, const WCHAR* password) {
     WideString path;
-    if (!JoinPath(folder, file, path)) {
+    if (!DataFilePath(folder, which, path)) {
         list.Clear();
         list.dirty = false;
         ::SetLastError(DataFileMissing);
@@ -50,25 +39,21 @@ int LoadFrom(List& list, const WCHAR* folder, const WCHAR* file, const WCHAR* pa
     return LoadList(list, path.c_str(), password);
 }
 
-/// On failure leaves the path of the file in `failed`.
+/// Adds the list's file to what is to be put in place.
 template <typename List>
-int SaveTo(List& list, const WCHAR* folder, const WCHAR* file, const WCHAR* password,
-           WideString& failed) {
+int AddTo(DataFileSet& files, DataFile which, List& list, const WCHAR* password) {
     if (!list.dirty) {
         return 1;
     }
-    WideString path;
-    const bool fits = JoinPath(folder, file, path);
-    if (fits && SaveList(list, path.c_str(), password) != 0) {
-        return 1;
+    if (list.Count() == 0) {
+        return files.Delete(which);
     }
-    const DWORD error = fits ? ::GetLastError() : ERROR_FILENAME_EXCED_RANGE;
-    failed = path;
-    ::SetLastError(error);
-    return 0;
+    ReplacementFile* file = files.Replace(which);
+    return file != nullptr ? WriteList(list, *file, password) : 0;
 }
 
-/// Asks all observers, also after one has refused; then applies the change and tells them all.
+/// Asks all observers, also after one has refused; then applies the change and, if that was
+/// possible, tells them all.
 template <typename Observers, typename Ask, typename Apply, typename Tell>
 int RunChange(const Observers& observers, int count, Ask ask, Apply apply, Tell tell) {
     int allowed = 1;
@@ -77,10 +62,9 @@ int RunChange(const Observers& observers, int count, Ask ask, Apply apply, Tell 
             allowed = 0;
         }
     }
-    if (allowed == 0) {
+    if (allowed == 0 || apply() == 0) {
         return 0;
     }
-    apply();
     for (int i = 0; i < count; ++i) {
         tell(*observers[static_cast<std::size_t>(i)]);
     }
@@ -121,10 +105,15 @@ int UserData::Save(const WCHAR* userName, const WCHAR* password) {
 
 int UserData::LoadFolder(const WCHAR* folder, const WCHAR* password) {
     predictor.predictionUpToDate = false;
-    if (LoadFrom(temperature, folder, TemperatureFile, password) == 0 ||
-        LoadFrom(bleeding, folder, BleedingFile, password) == 0 ||
-        LoadFrom(noteFlags, folder, NoteFlagsFile, password) == 0 ||
-        LoadFrom(notePages, folder, NotePagesFile, password) == 0) {
+    if (MendDataFiles(folder) == 0) {
+        ::SetLastError(
+            DataFileCorrupt);  // files of two saves: read as they are, they could be lost
+        return 0;
+    }
+    if (LoadFrom(temperature, folder, DataFile::Temperature, password) == 0 ||
+        LoadFrom(bleeding, folder, DataFile::Bleeding, password) == 0 ||
+        LoadFrom(noteFlags, folder, DataFile::NoteFlags, password) == 0 ||
+        LoadFrom(notePages, folder, DataFile::NotePages, password) == 0) {
         return 0;
     }
     loaded = true;
@@ -132,18 +121,27 @@ int UserData::LoadFolder(const WCHAR* folder, const WCHAR* password) {
 }
 
 int UserData::SaveFolder(const WCHAR* folder, const WCHAR* password) {
-    if (CreateDirectoryTree(folder) == 0) {
+    if (CreateDirectoryTree(folder) == 0 || MendDataFiles(folder) == 0) {
         const DWORD error = ::GetLastError();
         failedPath = folder;
         ::SetLastError(error);
         return 0;
     }
-    return SaveTo(temperature, folder, TemperatureFile, password, failedPath) != 0 &&
-                   SaveTo(bleeding, folder, BleedingFile, password, failedPath) != 0 &&
-                   SaveTo(noteFlags, folder, NoteFlagsFile, password, failedPath) != 0 &&
-                   SaveTo(notePages, folder, NotePagesFile, password, failedPath) != 0
-               ? 1
-               : 0;
+    DataFileSet files(folder);
+    if (AddTo(files, DataFile::Temperature, temperature, password) == 0 ||
+        AddTo(files, DataFile::Bleeding, bleeding, password) == 0 ||
+        AddTo(files, DataFile::NoteFlags, noteFlags, password) == 0 ||
+        AddTo(files, DataFile::NotePages, notePages, password) == 0 || files.PutInPlace() == 0) {
+        const DWORD error = ::GetLastError();
+        failedPath = files.FailedPath();
+        ::SetLastError(error);
+        return 0;
+    }
+    for (DayValueList* list : {&temperature, &bleeding, &noteFlags}) {
+        list->dirty = false;
+    }
+    notePages.dirty = false;
+    return 1;
 }
 
 void UserData::Unload() {
@@ -165,7 +163,10 @@ int UserData::SetCurrentDate(const SYSTEMTIME& date) {
     return RunChange(
         observers, observerCount,
         [&](DataObserver& observer) { return observer.CanChangeDate(*this, old, wanted); },
-        [&] { currentDate = wanted; },
+        [&] {
+            currentDate = wanted;
+            return 1;
+        },
         [&](DataObserver& observer) { observer.DateChanged(*this, old, currentDate); });
 }
 
@@ -213,7 +214,7 @@ int UserData::SetTemperature(std::int32_t value) {
     return RunChange(
         observers, observerCount,
         [&](DataObserver& observer) { return observer.CanChangeTemperature(*this, old, value); },
-        [&] { ApplyValue(temperature, ToDateKey(currentDate), value, NoTemperature); },
+        [&] { return ApplyValue(temperature, ToDateKey(currentDate), value, NoTemperature); },
         [&](DataObserver& observer) { observer.TemperatureChanged(*this, value); });
 }
 
@@ -222,7 +223,7 @@ int UserData::SetBleeding(std::int32_t value) {
     return RunChange(
         observers, observerCount,
         [&](DataObserver& observer) { return observer.CanChangeBleeding(*this, old, value); },
-        [&] { ApplyValue(bleeding, ToDateKey(currentDate), value, 0); },
+        [&] { return ApplyValue(bleeding, ToDateKey(currentDate), value, 0); },
         [&](DataObserver& observer) { observer.BleedingChanged(*this, value); });
 }
 
@@ -232,7 +233,7 @@ int UserData::SetNoteFlags(std::int32_t flags, const SYSTEMTIME* date) {
     return RunChange(
         observers, observerCount,
         [&](DataObserver& observer) { return observer.CanChangeNoteFlags(*this, old, flags); },
-        [&] { ApplyValue(noteFlags, ToDateKey(day), flags, 0); },
+        [&] { return ApplyValue(noteFlags, ToDateKey(day), flags, 0); },
         [&](DataObserver& observer) { observer.NoteFlagsChanged(*this, flags); });
 }
 
@@ -242,20 +243,22 @@ int UserData::SetNoteText(const WCHAR* text, const SYSTEMTIME* date) {
     return RunChange(
         observers, observerCount,
         [&](DataObserver& observer) { return observer.CanChangeNoteText(*this, old.get(), text); },
-        [&] { ApplyNoteText(ToDateKey(day), text); },
+        [&] { return ApplyNoteText(ToDateKey(day), text); },
         [&](DataObserver& observer) { observer.NoteTextChanged(*this, text); });
 }
 
-void UserData::ApplyValue(DayValueList& list, DateKey key, std::int32_t value, std::int32_t none) {
+int UserData::ApplyValue(DayValueList& list, DateKey key, std::int32_t value, std::int32_t none) {
     const std::int32_t index = list.Find(key);
     if (index < 0) {
         if (value == none) {
-            return;
+            return 1;
         }
-        list.Set(key, value);
+        if (list.Set(key, value) == 0) {
+            return 0;
+        }
         list.dirty = true;
     } else if (list.At(index).value == value) {
-        return;
+        return 1;
     } else if (value == none) {
         list.RemoveAt(index);
     } else {
@@ -263,20 +266,22 @@ void UserData::ApplyValue(DayValueList& list, DateKey key, std::int32_t value, s
         list.dirty = true;
     }
     predictor.predictionUpToDate = false;
+    return 1;
 }
 
-void UserData::ApplyNoteText(DateKey key, const WCHAR* text) {
+int UserData::ApplyNoteText(DateKey key, const WCHAR* text) {
     const auto length =
         text == nullptr ? 0 : static_cast<std::int32_t>(std::char_traits<WCHAR>::length(text));
-    const bool hadPages = notePages.RemoveText(key) > 0;
-    if (!hadPages && length == 0) {
-        return;
-    }
-    if (length > 0) {
-        notePages.AppendText(key, text, length);
+    if (length == 0) {
+        if (notePages.RemoveText(key) == 0) {
+            return 1;
+        }
+    } else if (notePages.ReplaceText(key, text, length) == 0) {
+        return 0;
     }
     notePages.dirty = true;
     predictor.predictionUpToDate = false;
+    return 1;
 }
 
 void UserData::StoreDayWeights(const float* values, std::int32_t length, const SYSTEMTIME& start,

@@ -40,10 +40,12 @@ class UserData {
     /// Reads temperature, bleeding, note flags and note pages, in this order, from the folder of
     /// the user (see records/data_folder.h). 1 and the loaded flag on success; 0 at the first
     /// failure with its `DataFileError` in the last error (0 for a file that ends inside its
-    /// header). What was read before the failure stays in memory: unload, or load again.
+    /// header), or when an unfinished save cannot be undone (`DataFileCorrupt`). What was read
+    /// before the failure stays in memory: unload, or load again.
     int Load(const WCHAR* userName, const WCHAR* password);
-    /// Creates the folder and its parents, then writes what is dirty, in the same order. 0 at the
-    /// first failure, with the system's error in the last error.
+    /// Creates the folder and its parents, then writes what is dirty, in the same order: all files
+    /// or none (records/data_file_set.h). 0 at the first failure, with the system's error in the
+    /// last error; what was dirty then still is.
     int Save(const WCHAR* userName, const WCHAR* password);
     /// The same with the folder itself (no separator at its end) instead of the user's name.
     int LoadFolder(const WCHAR* folder, const WCHAR* password);
@@ -69,8 +71,9 @@ class UserData {
     /// A new text that the caller frees with delete[], or null when the day has no note.
     WCHAR* GetNoteText(const SYSTEMTIME* date = nullptr);
 
-    // Setters: 1, or 0 when an observer refused and nothing changed. Temperature and bleeding are
-    // set for the current day; setting the none-value deletes the day's record.
+    // Setters: 1, or 0 when an observer refused, or there was no memory, and nothing changed.
+    // Temperature and bleeding are set for the current day; setting the none-value deletes the
+    // day's record.
     int SetTemperature(std::int32_t value);
     int SetBleeding(std::int32_t value);
     int SetNoteFlags(std::int32_t flags, const SYSTEMTIME* date = nullptr);
@@ -105,8 +108,9 @@ class UserData {
     const SYSTEMTIME& LastValidPeriodStart() const { return predictor.lastValidPeriodStart; }
 
   private:
-    void ApplyValue(DayValueList& list, DateKey key, std::int32_t value, std::int32_t none);
-    void ApplyNoteText(DateKey key, const WCHAR* text);
+    // 0 without memory, with the old record kept.
+    int ApplyValue(DayValueList& list, DateKey key, std::int32_t value, std::int32_t none);
+    int ApplyNoteText(DateKey key, const WCHAR* text);
     SYSTEMTIME DateOrCurrent(const SYSTEMTIME* date) const;
 
     std::array<DataObserver*, MaxObservers> observers{};

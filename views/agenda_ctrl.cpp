@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "views/agenda_painter.h"
-#include "views/control_class.h"
 #include "views/paint_buffer.h"
 
 namespace lunara {
@@ -116,11 +115,7 @@ LRESULT AgendaCtrl::OnHitTest(AgendaHitTest& request) const {
 }
 
 int AgendaCtrl::PreCreateWindow(CREATESTRUCTW& parameters) {
-    if (parameters.lpszClass != nullptr) {
-        return 1;
-    }
-    parameters.lpszClass = AgendaClassName;
-    return RegisterControlClass(AgendaClassName);
+    return UseWindowClass(parameters, AgendaClassName);
 }
 
 bool AgendaCtrl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {

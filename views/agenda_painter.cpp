@@ -61,7 +61,6 @@ AgendaPainter::AgendaPainter(HDC targetDc, const RECT& clientArea, std::int32_t 
       layout(client, lineCount, cellWidth, textHeight),
       boldFont(BoldVariant(dc)),
       bubbleBrush(::CreateSolidBrush(BubbleYellow)),
-      source(::CreateCompatibleDC(dc)),
       nextBubbleY(client.top) {
     brushes.resize(static_cast<std::size_t>(lineCount));
 }
@@ -100,29 +99,43 @@ void AgendaPainter::DrawItem(std::int32_t column, const AgendaItem& item, LONG y
         ::Rectangle(dc, cell.left, cell.top, cell.right, cell.bottom);
     }
     if (item.bitmap != nullptr) {
-        const SIZE size = PictureSize(item.bitmap);
-        const RECT place = layout.PictureRectangle(column, y, rowHeight, size);
+        const PictureSource& picture = SourceOf(item.bitmap);
+        const RECT place = layout.PictureRectangle(column, y, rowHeight, picture.size);
         ::FillRect(dc, &place, brush);
-        DrawPicture(item.bitmap, size, place, SRCPAINT);
+        DrawPicture(picture, place, SRCPAINT);
     }
     if (item.overlay != nullptr) {
-        const SIZE size = PictureSize(item.overlay);
-        DrawPicture(item.overlay, size, layout.PictureRectangle(column, y, rowHeight, size),
-                    SRCAND);
+        const PictureSource& picture = SourceOf(item.overlay);
+        DrawPicture(picture, layout.PictureRectangle(column, y, rowHeight, picture.size), SRCAND);
     }
 }
 
-void AgendaPainter::DrawPicture(HBITMAP picture, SIZE size, const RECT& place, DWORD operation) {
-    const SelectScope selected(source.Get(), picture);
+AgendaPainter::PictureSource::PictureSource(HDC target, HBITMAP shown)
+    : picture(shown),
+      size(PictureSize(shown)),
+      dc(::CreateCompatibleDC(target)),
+      selected(dc.Get(), shown) {}
+
+const AgendaPainter::PictureSource& AgendaPainter::SourceOf(HBITMAP picture) {
+    for (const PictureSource& known : pictures) {
+        if (known.picture == picture) {
+            return known;
+        }
+    }
+    return pictures.emplace_back(dc, picture);
+}
+
+void AgendaPainter::DrawPicture(const PictureSource& picture, const RECT& place, DWORD operation) {
     // A picture of one bit per pixel takes its two colours from here.
     const ColorScope colors(dc, Black, White);
+    const SIZE& size = picture.size;
     const SIZE shown = {place.right - place.left, place.bottom - place.top};
     if (shown.cx == size.cx && shown.cy == size.cy) {
-        ::BitBlt(dc, place.left, place.top, size.cx, size.cy, source.Get(), 0, 0, operation);
+        ::BitBlt(dc, place.left, place.top, size.cx, size.cy, picture.dc.Get(), 0, 0, operation);
         return;
     }
     // A device context's own stretching mode keeps the black lines, which say something.
-    ::StretchBlt(dc, place.left, place.top, shown.cx, shown.cy, source.Get(), 0, 0, size.cx,
+    ::StretchBlt(dc, place.left, place.top, shown.cx, shown.cy, picture.dc.Get(), 0, 0, size.cx,
                  size.cy, operation);
 }
 

@@ -2,6 +2,7 @@
 
 // How the agenda draws its rows: the tools of one paint, and the steps of one row.
 
+#include <deque>
 #include <string_view>
 #include <vector>
 
@@ -30,11 +31,23 @@ class AgendaPainter {
         Brush brush;
     };
 
+    /// A picture in a device context of its own for the whole paint. To select one is slow on some
+    /// systems (Wine asks its server about the display each time), and rows use the same few.
+    struct PictureSource {
+        PictureSource(HDC target, HBITMAP shown);
+
+        HBITMAP picture;
+        SIZE size;
+        MemoryDc dc;
+        SelectScope selected;
+    };
+
     void DrawItem(std::int32_t column, const AgendaItem& item, LONG y, LONG rowHeight);
-    void DrawPicture(HBITMAP picture, SIZE size, const RECT& place, DWORD operation);
+    void DrawPicture(const PictureSource& picture, const RECT& place, DWORD operation);
     void DrawBubble(std::wstring_view text, LONG y);
     void DrawArrow(POINT from, POINT to);
     HBRUSH BrushFor(std::int32_t column, COLORREF color);
+    const PictureSource& SourceOf(HBITMAP picture);
 
     HDC dc;
     RECT client;
@@ -42,7 +55,7 @@ class AgendaPainter {
     AgendaLayout layout;
     Font boldFont;
     Brush bubbleBrush;
-    MemoryDc source;
+    std::deque<PictureSource> pictures;
     std::vector<ColumnBrush> brushes;
     LONG nextBubbleY;
 };

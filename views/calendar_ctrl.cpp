@@ -7,7 +7,6 @@
 
 #include "platform/clock.h"
 #include "platform/text.h"
-#include "views/control_class.h"
 #include "views/paint_buffer.h"
 
 namespace lunara {
@@ -226,11 +225,7 @@ LRESULT CalendarCtrl::OnGetDayRect(CalendarDayRect& request) const {
 }
 
 int CalendarCtrl::PreCreateWindow(CREATESTRUCTW& parameters) {
-    if (parameters.lpszClass != nullptr) {
-        return 1;
-    }
-    parameters.lpszClass = CalendarClassName;
-    return RegisterControlClass(CalendarClassName);
+    return UseWindowClass(parameters, CalendarClassName);
 }
 
 bool CalendarCtrl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {

@@ -6,7 +6,6 @@
 #include <array>
 
 #include "platform/text.h"
-#include "views/control_class.h"
 #include "views/paint_buffer.h"
 
 namespace lunara {
@@ -297,11 +296,7 @@ LRESULT ChartCtrl::OnSetSelection(std::int32_t index) {
 }
 
 int ChartCtrl::PreCreateWindow(CREATESTRUCTW& parameters) {
-    if (parameters.lpszClass != nullptr) {
-        return 1;
-    }
-    parameters.lpszClass = ChartClassName;
-    return RegisterControlClass(ChartClassName);
+    return UseWindowClass(parameters, ChartClassName);
 }
 
 bool ChartCtrl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <memory>
 
-#include "cycle/predictor.h"
 #include "frame/help.h"
 #include "frame/settings.h"
 #include "platform/clock.h"
@@ -46,7 +45,7 @@ LONG NumberWidth(HDC dc, LONG cellSize) {
 
 }  // namespace
 
-DiaryView::DiaryView(UserData& userData) : data(userData), startDate(LocalNow()) {}
+DiaryView::DiaryView(UserData& userData) : data(userData), scroll(calendar) {}
 
 DiaryView::~DiaryView() { data.DetachObserver(*this); }
 
@@ -130,51 +129,30 @@ void DiaryView::BringIntoView(const SYSTEMTIME& date) {
     if (Handle() == nullptr || calendar.IsDateShown(date)) {
         return;
     }
+    SetStart(StartToShow(date, scroll.Start(), Rows()));
+}
+
+std::int32_t DiaryView::Rows() const {
     RECT client{};
     ::GetClientRect(agenda.Handle(), &client);
-    SetStart(StartToShow(date, startDate, RowsToFill(Height(client), rowHeight)));
+    return RowsToFill(Height(client), rowHeight);
+}
+
+bool DiaryView::HasWholeRow(const SYSTEMTIME& date) const {
+    RECT client{};
+    ::GetClientRect(agenda.Handle(), &client);
+    const std::int32_t row = DaysBetween(date, scroll.Start());
+    return row >= 0 && (row + 1) * LONG{rowHeight} <= Height(client);
 }
 
 void DiaryView::SetStart(const SYSTEMTIME& newStart) {
-    // Before the calendar's first year there is nothing to show: such a start is no date.
-    if (newStart.wYear == 0) {
-        return;
+    if (scroll.MoveTo(newStart)) {
+        agenda.Invalidate(false);
     }
-    const std::int32_t days = DaysBetween(newStart, startDate);
-    if (days == 0) {
-        return;
-    }
-    startDate = newStart;
-    ::SendMessageW(calendar.Handle(), CCM_SETSTARTDATE, 0, reinterpret_cast<LPARAM>(&startDate));
-    agenda.Invalidate(false);
-    SetScroll(MoveScroll(GetScroll(), days));
-}
-
-ScrollState DiaryView::GetScroll() const {
-    SCROLLINFO info{};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_RANGE | SIF_POS;
-    ::GetScrollInfo(scrollBar, SB_CTL, &info);
-    return {info.nMin, info.nMax, info.nPos};
-}
-
-void DiaryView::SetScroll(const ScrollState& scroll) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_RANGE | SIF_POS;
-    info.nMin = scroll.minimum;
-    info.nMax = scroll.maximum;
-    info.nPos = scroll.position;
-    ::SetScrollInfo(scrollBar, SB_CTL, &info, TRUE);
 }
 
 void DiaryView::ResetScroll() {
-    // The position stands for the first day shown, so the range is counted from a diary at today.
-    startDate = LocalNow();
-    ::SendMessageW(calendar.Handle(), CCM_SETSTARTDATE, 0, reinterpret_cast<LPARAM>(&startDate));
-    SYSTEMTIME first{};
-    const bool hasRecords = GetFirstRecordDate(data, first) != 0;
-    SetScroll(InitialScroll(hasRecords ? DaysBetween(startDate, first) : -1));
+    scroll.Reset(data);
     SYSTEMTIME start{};
     AddDays(GetCurrentDate(), -DaysBeforeCurrent, start);
     SetStart(start);
@@ -204,19 +182,6 @@ void DiaryView::NoteFlagsChanged(UserData&, std::int32_t) { agenda.Invalidate(fa
 
 void DiaryView::NoteTextChanged(UserData&, const WCHAR*) { agenda.Invalidate(false); }
 
-void DiaryView::OnVScroll(int request) {
-    SCROLLINFO info{};
-    if (request == SB_THUMBPOSITION) {
-        info.cbSize = sizeof(info);
-        info.fMask = SIF_POS | SIF_TRACKPOS;
-        ::GetScrollInfo(scrollBar, SB_CTL, &info);
-    }
-    const std::int32_t days = ScrollDistance(request, info.nTrackPos - info.nPos);
-    SYSTEMTIME start{};
-    AddDays(startDate, days, start);
-    SetStart(start);
-}
-
 // ---- Creation and layout ----
 
 DiaryLayout DiaryView::ClientLayout() const {
@@ -235,11 +200,11 @@ DiaryLayout DiaryView::ClientLayout() const {
 bool DiaryView::CreateChildren() {
     const DiaryLayout layout = ClientLayout();
     const RECT& bar = layout.scrollBar;
-    scrollBar = ::CreateWindowExW(0, TEXT("scrollbar"), nullptr, WS_CHILD | WS_VISIBLE | SBS_VERT,
-                                  bar.left, bar.top, Width(bar), Height(bar), Handle(),
-                                  reinterpret_cast<HMENU>(static_cast<INT_PTR>(ScrollBarId)),
-                                  AppInstance(), nullptr);
-    return scrollBar != nullptr &&
+    scroll.SetBar(::CreateWindowExW(0, TEXT("scrollbar"), nullptr, WS_CHILD | WS_VISIBLE | SBS_VERT,
+                                    bar.left, bar.top, Width(bar), Height(bar), Handle(),
+                                    reinterpret_cast<HMENU>(static_cast<INT_PTR>(ScrollBarId)),
+                                    AppInstance(), nullptr));
+    return scroll.Bar() != nullptr &&
            CreateControl(calendar, CCS_VERTICAL, layout.calendar, Handle(), CalendarId) &&
            CreateControl(agenda, 0, layout.agenda, Handle(), AgendaId);
 }
@@ -279,12 +244,16 @@ void DiaryView::OnSize() {
     if (agenda.Handle() == nullptr) {
         return;
     }
+    const bool wasShown = HasWholeRow(GetCurrentDate());
     const DiaryLayout layout = ClientLayout();
-    MoveTo(scrollBar, layout.scrollBar);
+    MoveTo(scroll.Bar(), layout.scrollBar);
     MoveTo(calendar.Handle(), layout.calendar);
     MoveTo(agenda.Handle(), layout.agenda);
     FitCells();
     ShowMeasures();
+    if (wasShown && !HasWholeRow(GetCurrentDate())) {
+        SetStart(StartToShow(GetCurrentDate(), scroll.Start(), Rows()));
+    }
 }
 
 void DiaryView::OnDestroy() {
@@ -294,7 +263,7 @@ void DiaryView::OnDestroy() {
     recordedMark.Reset();
     discardedMark.Reset();
     noteMark.Reset();
-    scrollBar = nullptr;
+    scroll.SetBar(nullptr);
 }
 
 void DiaryView::OnPaint() {
@@ -333,7 +302,7 @@ HBITMAP DiaryView::Picture(DiaryPicture id) const {
 void DiaryView::OnGetRow(AgendaRowRequest& request) {
     request.rowHeight = static_cast<std::int32_t>(rowHeight);
     SYSTEMTIME day{};
-    AddDays(startDate, request.rowIndex, day);
+    AddDays(scroll.Start(), request.rowIndex, day);
     const DiaryRow row = FillDiaryRow(data, showFlags, day, LocalNow());
     const auto count =
         std::min<std::size_t>(row.cells.size(), static_cast<std::size_t>(request.lineCount));
@@ -418,7 +387,7 @@ bool DiaryView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* r
         case WM_PAINT: OnPaint(); break;
         case WM_ERASEBKGND: OnEraseBackground(reinterpret_cast<HDC>(wParam)); answer = 1; break;
         case WM_SIZE: OnSize(); break;
-        case WM_VSCROLL: OnVScroll(LOWORD(wParam)); break;
+        case WM_VSCROLL: SetStart(scroll.AskedStart(LOWORD(wParam))); break;
         case WM_HELP: StartHelp(HelpAnchor); break;
         case WM_NOTIFY:
             if (!OnNotify(*reinterpret_cast<NMHDR*>(lParam), answer)) {

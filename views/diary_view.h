@@ -12,6 +12,7 @@
 #include "records/data_observer.h"
 #include "views/agenda_ctrl.h"
 #include "views/calendar_ctrl.h"
+#include "views/day_scroll.h"
 #include "views/diary_layout.h"
 #include "views/diary_row.h"
 
@@ -84,7 +85,6 @@ class DiaryView : public Window, public DataObserver {
     void OnPaint();
     void OnEraseBackground(HDC dc) const;
     void OnSize();
-    void OnVScroll(int request);
     /// Whether the notification is one of the view's; then `answer` holds its result.
     bool OnNotify(NMHDR& record, LRESULT& answer);
     void OnGetRow(AgendaRowRequest& request);
@@ -97,8 +97,10 @@ class DiaryView : public Window, public DataObserver {
     void ResetScroll();
     void SetStart(const SYSTEMTIME& newStart);
     void BringIntoView(const SYSTEMTIME& date);
-    ScrollState GetScroll() const;
-    void SetScroll(const ScrollState& scroll);
+    /// Rows that it takes to fill the agenda, a cut-off one included.
+    std::int32_t Rows() const;
+    /// Whether the day's row is shown, and not cut off.
+    bool HasWholeRow(const SYSTEMTIME& date) const;
     void ReadShowFlags();
     void WriteShowFlags() const;
     std::uint32_t SetShown(DiaryShowFlag item, bool isShown, ListenerCall changed);
@@ -106,11 +108,10 @@ class DiaryView : public Window, public DataObserver {
     HBITMAP Picture(DiaryPicture id) const;
 
     UserData& data;
-    HWND scrollBar = nullptr;
     CalendarCtrl calendar;
+    DayScroll scroll;
     AgendaCtrl agenda;
     std::uint32_t showFlags = AllDiaryItems;
-    SYSTEMTIME startDate;
     LONG rowHeight = 0;
     Bitmap forecastMark;
     Bitmap recordedMark;

@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "cycle/predictor.h"
 #include "frame/help.h"
 #include "frame/settings.h"
-#include "platform/clock.h"
 #include "platform/pocketpc/common_controls.h"
 #include "records/dates.h"
 #include "resources/ids.h"
@@ -24,30 +22,42 @@ constexpr std::int32_t DaysBeforeCurrent = 7;
 
 GraphView::GraphView(UserData& userData)
     : data(userData),
+      scroll(calendar),
       fahrenheitButton(ToggleLook::Flat),
-      celsiusButton(ToggleLook::Flat),
-      startDate(LocalNow()) {}
+      celsiusButton(ToggleLook::Flat) {}
 
 GraphView::~GraphView() { data.DetachObserver(*this); }
 
 // ---- Creation and settings ----
 
 LRESULT GraphView::OnCreate() {
+    data.AttachObserver(*this);
+    ReadSettings();
+    if ((::GetWindowLongPtrW(Handle(), GWL_STYLE) & WS_VISIBLE) != 0) {
+        return Complete() ? 0 : -1;
+    }
+    ::PostMessageW(Handle(), GVM_COMPLETE, 0, 0);
+    return 0;
+}
+
+bool GraphView::Complete() {
+    if (IsComplete()) {
+        return true;
+    }
     if (!CreateChildren()) {
-        return -1;
+        return false;
     }
     legend = LoadBitmapResource(IDB_BLEEDING_LEGEND);
     ::SendMessageW(chart.Handle(), CHM_SETMARGIN, GraphLeftColumnPx, 0);
     chart.AttachSink(*this);
-    data.AttachObserver(*this);
+    PlaceChildren();  // the spin has taken a place of its own beside its buddy
     FitColumns();
-    ReadSettings();
     ShowMeasure();
     ShowMode();
     ResetScroll();
     SelectCurrentColumn();
     ShowPickedDate();
-    return 0;
+    return true;
 }
 
 void GraphView::OnDestroy() {
@@ -57,7 +67,7 @@ void GraphView::OnDestroy() {
     data.DetachObserver(*this);
     chart.DetachSink(*this);
     legend.Reset();
-    scrollBar = nullptr;
+    scroll.SetBar(nullptr);
     datePicker = nullptr;
     valueEdit = nullptr;
     valueSpin = nullptr;
@@ -103,7 +113,7 @@ void GraphView::SwitchMode(GraphShowFlag wanted, void (GraphListener::*selected)
 }
 
 void GraphView::ShowMode() {
-    if (Handle() == nullptr) {
+    if (!IsComplete()) {
         return;
     }
     Invalidate(true);
@@ -181,6 +191,9 @@ void GraphView::OnPickDate(const SYSTEMTIME& picked) {
 }
 
 void GraphView::ValueChanged() {
+    if (!IsComplete()) {
+        return;
+    }
     ResetChart();
     ShowEntry();
 }
@@ -206,6 +219,9 @@ void GraphView::SetCurrentDate(const SYSTEMTIME& date) {
 }
 
 void GraphView::DateChanged(UserData&, const SYSTEMTIME&, const SYSTEMTIME& current) {
+    if (!IsComplete()) {
+        return;
+    }
     BringIntoView(current);
     SelectCurrentColumn();
     ShowPickedDate();
@@ -213,78 +229,34 @@ void GraphView::DateChanged(UserData&, const SYSTEMTIME&, const SYSTEMTIME& curr
 }
 
 void GraphView::BringIntoView(const SYSTEMTIME& date) {
-    if (Handle() != nullptr && !calendar.IsDateShown(date)) {
-        SetStart(StartToShow(date, startDate, Columns()));
+    if (IsComplete() && !calendar.IsDateShown(date)) {
+        SetStart(StartToShow(date, scroll.Start(), Columns()));
     }
 }
 
 void GraphView::SelectCurrentColumn() {
-    const std::int32_t column = DaysBetween(GetCurrentDate(), startDate) + 1;
+    const std::int32_t column = DaysBetween(GetCurrentDate(), scroll.Start()) + 1;
     ::SendMessageW(chart.Handle(), CHM_SETSELECTION, static_cast<WPARAM>(column), 0);
 }
 
 void GraphView::SetStart(const SYSTEMTIME& newStart) {
-    // Before the calendar's first year there is nothing to show: such a start is no date.
-    if (newStart.wYear == 0) {
-        return;
+    if (scroll.MoveTo(newStart)) {
+        ResetChart();
+        SelectCurrentColumn();
     }
-    const std::int32_t days = DaysBetween(newStart, startDate);
-    if (days == 0) {
-        return;
-    }
-    startDate = newStart;
-    ::SendMessageW(calendar.Handle(), CCM_SETSTARTDATE, 0, reinterpret_cast<LPARAM>(&startDate));
-    ResetChart();
-    SetScroll(MoveScroll(GetScroll(), days));
-    SelectCurrentColumn();
-}
-
-ScrollState GraphView::GetScroll() const {
-    SCROLLINFO info{};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_RANGE | SIF_POS;
-    ::GetScrollInfo(scrollBar, SB_CTL, &info);
-    return {info.nMin, info.nMax, info.nPos};
-}
-
-void GraphView::SetScroll(const ScrollState& scroll) {
-    SCROLLINFO info{};
-    info.cbSize = sizeof(info);
-    info.fMask = SIF_RANGE | SIF_POS;
-    info.nMin = scroll.minimum;
-    info.nMax = scroll.maximum;
-    info.nPos = scroll.position;
-    ::SetScrollInfo(scrollBar, SB_CTL, &info, TRUE);
 }
 
 void GraphView::ResetScroll() {
-    // The position stands for the first day shown, so the range is counted from a graph at today.
-    startDate = LocalNow();
-    ::SendMessageW(calendar.Handle(), CCM_SETSTARTDATE, 0, reinterpret_cast<LPARAM>(&startDate));
-    SYSTEMTIME first{};
-    const bool hasRecords = GetFirstRecordDate(data, first) != 0;
-    SetScroll(InitialScroll(hasRecords ? DaysBetween(startDate, first) : -1));
+    scroll.Reset(data);
     SYSTEMTIME start{};
     AddDays(GetCurrentDate(), -DaysBeforeCurrent, start);
-    SetStart(start);
-}
-
-void GraphView::OnHScroll(int request) {
-    SCROLLINFO info{};
-    if (request == SB_THUMBPOSITION) {
-        info.cbSize = sizeof(info);
-        info.fMask = SIF_POS | SIF_TRACKPOS;
-        ::GetScrollInfo(scrollBar, SB_CTL, &info);
-    }
-    SYSTEMTIME start{};
-    AddDays(startDate, ScrollDistance(request, info.nTrackPos - info.nPos), start);
     SetStart(start);
 }
 
 void GraphView::ResetChart() { ::SendMessageW(chart.Handle(), CHM_RESETDATA, 0, 0); }
 
 void GraphView::Refresh() {
-    if (Handle() != nullptr) {
+    if (IsComplete()) {
         Invalidate(true);
         calendar.Invalidate(false);
         ResetChart();
@@ -293,7 +265,7 @@ void GraphView::Refresh() {
 }
 
 void GraphView::Reload() {
-    if (Handle() != nullptr) {
+    if (IsComplete()) {
         ResetScroll();
         SelectCurrentColumn();
         ShowPickedDate();
@@ -315,14 +287,14 @@ bool GraphView::GetRange(NMHDR&, int& minimum, int& maximum) {
 void GraphView::OnGetPoints(ChartPoints& request) {
     const std::int32_t columns = Columns();
     request.points =
-        Series().MakePoints(data, startDate, columns, GraphLeftColumnPx, dayWidth).release();
+        Series().MakePoints(data, scroll.Start(), columns, GraphLeftColumnPx, dayWidth).release();
     request.count = columns + 2;
 }
 
 bool GraphView::OnSelectPoint(const ChartValue& point) {
     if (point.index != chart.Selection()) {
         SYSTEMTIME day{};
-        if (AddDays(startDate, point.index - 1, day) == 0 || data.SetCurrentDate(day) == 0) {
+        if (AddDays(scroll.Start(), point.index - 1, day) == 0 || data.SetCurrentDate(day) == 0) {
             return true;
         }
     }
@@ -406,8 +378,10 @@ bool GraphView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* r
         case WM_DESTROY: OnDestroy(); break;
         case WM_PAINT: OnPaint(); break;
         case WM_ERASEBKGND: OnEraseBackground(reinterpret_cast<HDC>(wParam)); answer = 1; break;
+        case WM_SHOWWINDOW: if (wParam == FALSE || IsComplete()) { return false; } Complete(); break;
+        case GVM_COMPLETE: Complete(); break;
         case WM_SIZE: OnSize(); break;
-        case WM_HSCROLL: OnHScroll(LOWORD(wParam)); break;
+        case WM_HSCROLL: SetStart(scroll.AskedStart(LOWORD(wParam))); break;
         case WM_VSCROLL: if (!isFromSpin) { return false; } OnSpin(HIWORD(wParam)); break;
         case WM_COMMAND: OnCommand(LOWORD(wParam), HIWORD(wParam)); break;
         case WM_CTLCOLORSTATIC: answer = OnFieldColor(reinterpret_cast<HDC>(wParam)); break;

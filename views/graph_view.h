@@ -4,6 +4,9 @@
 // buttons beside it and a row of fields below, where the current day's value is shown and changed.
 // Answers what the chart and the strip ask, scrolls them together, and keeps its choice of graph
 // and unit in the settings.
+//
+// A view that is created hidden makes its children when it is first shown, or else as soon as the
+// thread has nothing older to do: the start need not wait for what it does not show.
 
 #include <cstdint>
 #include <vector>
@@ -14,7 +17,7 @@
 #include "records/data_observer.h"
 #include "views/calendar_ctrl.h"
 #include "views/chart_ctrl.h"
-#include "views/diary_layout.h"
+#include "views/day_scroll.h"
 #include "views/graph_layout.h"
 #include "views/graph_series.h"
 #include "views/toggle_button.h"
@@ -34,6 +37,9 @@ class GraphListener {
     /// Another unit was chosen by its button.
     virtual void MeasureSelected(TemperatureMeasure /*measure*/) {}
 };
+
+/// Posted by the view to itself: its children are to be made now. No parameters; result 0.
+inline constexpr UINT GVM_COMPLETE = WM_USER + 1;
 
 class GraphView : public Window, public DataObserver, private NotificationSink {
   public:
@@ -87,11 +93,13 @@ class GraphView : public Window, public DataObserver, private NotificationSink {
     bool GetRange(NMHDR& record, int& minimum, int& maximum) override;
 
     LRESULT OnCreate();
+    /// Creates the children and fills them. False when one cannot be made.
+    bool Complete();
+    bool IsComplete() const { return chart.Handle() != nullptr; }
     void OnDestroy();
     void OnPaint();
     void OnEraseBackground(HDC dc) const;
     void OnSize();
-    void OnHScroll(int request);
     void OnSpin(std::int32_t position);
     void OnCommand(UINT id, UINT notification);
     LRESULT OnFieldColor(HDC dc) const;
@@ -124,15 +132,13 @@ class GraphView : public Window, public DataObserver, private NotificationSink {
     void SetStart(const SYSTEMTIME& newStart);
     void SelectCurrentColumn();
     void BringIntoView(const SYSTEMTIME& date);
-    ScrollState GetScroll() const;
-    void SetScroll(const ScrollState& scroll);
 
     UserData& data;
     ChartCtrl chart;
     CalendarCtrl calendar;
+    DayScroll scroll;
     ToggleButton fahrenheitButton;
     ToggleButton celsiusButton;
-    HWND scrollBar = nullptr;
     HWND datePicker = nullptr;
     HWND valueEdit = nullptr;
     HWND valueSpin = nullptr;
@@ -140,7 +146,6 @@ class GraphView : public Window, public DataObserver, private NotificationSink {
     // differ on purpose, the first survives only where no settings can be kept at all.
     GraphShowFlag mode = GraphShowTemperature;
     TemperatureMeasure measure = MeasureFahrenheit;
-    SYSTEMTIME startDate;
     LONG dayWidth = 10;
     GraphLayout layout{};
     Bitmap legend;

@@ -79,9 +79,9 @@ bool GraphView::CreateChildren() {
         CreateField(UPDOWN_CLASSW, 0, UDS_AUTOBUDDY | UDS_ARROWKEYS, layout.valueSpin, ValueSpinId);
     const bool hasCalendar =
         CreateControl(calendar, nullptr, layout.calendar, Handle(), CalendarId);
-    scrollBar = CreateField(TEXT("scrollbar"), 0, SBS_HORZ, layout.scrollBar, ScrollBarId);
+    scroll.SetBar(CreateField(TEXT("scrollbar"), 0, SBS_HORZ, layout.scrollBar, ScrollBarId));
     return datePicker != nullptr && valueEdit != nullptr && valueSpin != nullptr && hasCalendar &&
-           scrollBar != nullptr &&
+           scroll.Bar() != nullptr &&
            CreateControl(fahrenheitButton, TEXT("\u00B0F"), layout.fahrenheitButton, Handle(),
                          FahrenheitId) &&
            CreateControl(celsiusButton, TEXT("\u00B0C"), layout.celsiusButton, Handle(),
@@ -97,7 +97,7 @@ void GraphView::PlaceChildren() {
     MoveTo(valueEdit, layout.valueEdit);
     MoveTo(valueSpin, layout.valueSpin);
     MoveTo(calendar.Handle(), layout.calendar);
-    MoveTo(scrollBar, layout.scrollBar);
+    MoveTo(scroll.Bar(), layout.scrollBar);
     MoveTo(fahrenheitButton.Handle(), layout.fahrenheitButton);
     MoveTo(celsiusButton.Handle(), layout.celsiusButton);
     MoveTo(chart.Handle(), layout.chart);
@@ -113,7 +113,7 @@ void GraphView::FitColumns() {
 std::int32_t GraphView::Columns() const { return GraphColumns(Width(layout.chart), dayWidth); }
 
 void GraphView::OnSize() {
-    if (chart.Handle() == nullptr) {
+    if (!IsComplete()) {
         return;
     }
     const SYSTEMTIME current = GetCurrentDate();

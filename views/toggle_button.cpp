@@ -2,8 +2,6 @@
 
 #include <array>
 
-#include "views/control_class.h"
-
 namespace lunara {
 namespace {
 
@@ -115,11 +113,7 @@ void ToggleButton::OnSetCheck(WPARAM wanted) {
 }
 
 int ToggleButton::PreCreateWindow(CREATESTRUCTW& parameters) {
-    if (parameters.lpszClass != nullptr) {
-        return 1;
-    }
-    parameters.lpszClass = ToggleButtonClassName;
-    return RegisterControlClass(ToggleButtonClassName);
+    return UseWindowClass(parameters, ToggleButtonClassName);
 }
 
 bool ToggleButton::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {

@@ -27,9 +27,9 @@ BOOL SHInitDialog(SHINITDLGINFO* info);
 /// To be asked first about every message of a dialog with edit fields; TRUE when it was handled.
 BOOL SHInputDialog(HWND dialog, UINT message, WPARAM wParam);
 
-// ---- Input panel
-// --------------------------------------------------------------------------------- A desktop has
-// no panel to show: flags and position are kept for the process and can be read.
+// ---- Input panel ----
+
+// A desktop has no panel to show: flags and position are kept for the process and can be read.
 
 inline constexpr UINT SPI_SETSIPINFO = 224;
 inline constexpr UINT SPI_GETSIPINFO = 225;

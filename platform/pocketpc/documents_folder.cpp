@@ -10,18 +10,50 @@ WideString& FixedFolder() {
     return folder;
 }
 
+/// A system library that is needed now and then only. To link to these two would make every start
+/// load them, and seven more behind them.
+class Library {
+  public:
+    explicit Library(const WCHAR* name) : module(::LoadLibraryW(name)) {}
+    Library(const Library&) = delete;
+    Library& operator=(const Library&) = delete;
+    ~Library() {
+        if (module != nullptr) {
+            ::FreeLibrary(module);
+        }
+    }
+
+    /// The function of that name and type; null without it.
+    template <typename Function>
+    Function* Find(const char* name) const {
+        return module == nullptr ? nullptr
+                                 : reinterpret_cast<Function*>(
+                                       reinterpret_cast<void*>(::GetProcAddress(module, name)));
+    }
+
+  private:
+    HMODULE module;
+};
+
 }  // namespace
 
 WideString DocumentsFolder() {
     if (!FixedFolder().empty()) {
         return FixedFolder();
     }
+    const Library shell(TEXT("shell32.dll"));
+    const Library ole(TEXT("ole32.dll"));
+    const auto getFolder = shell.Find<decltype(::SHGetKnownFolderPath)>("SHGetKnownFolderPath");
+    const auto freeMemory = ole.Find<decltype(::CoTaskMemFree)>("CoTaskMemFree");
+    if (getFolder == nullptr || freeMemory == nullptr) {
+        return {};
+    }
     PWSTR path = nullptr;
     WideString folder;
-    if (SUCCEEDED(::SHGetKnownFolderPath(FOLDERID_Documents, 0, nullptr, &path))) {
+    if (SUCCEEDED(getFolder(FOLDERID_Documents, KF_FLAG_CREATE, nullptr, &path))) {
         folder = path;
     }
-    ::CoTaskMemFree(path);  // also after a failure; null is allowed
+    freeMemory(path);  // also after a failure; null is allowed
     while (!folder.empty() && (folder.back() == '\\' || folder.back() == '/')) {
         folder.pop_back();
     }

@@ -10,17 +10,19 @@
 #include <vector>
 
 #include "platform/pocketpc/aygshell.h"
-#include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/dialog_layout.h"
 #include "platform/pocketpc/top_level_window.h"
+#include "platform/pocketpc/window_hook.h"
 
 namespace {
 
+using lunara::AddWindowHook;
+using lunara::HookedMessage;
 using lunara::LayOutSheet;
 using lunara::PlaceOnSheet;
+using lunara::RemoveWindowHook;
 using lunara::SheetLayout;
 
-constexpr WCHAR StateProperty[] = TEXT("Lunara.FullScreenDialog");
 constexpr COLORREF TitleColor = RGB(0x5B, 0x2C, 0x6F);
 constexpr COLORREF RuleColor = RGB(0xC8, 0xB8, 0xD0);
 constexpr int TitleTextCapacity = 128;
@@ -34,7 +36,6 @@ using OwnedFont = std::unique_ptr<HFONT, FontDeleter>;
 struct FullScreenState {
     HWND dialog = nullptr;
     HWND owner = nullptr;
-    WNDPROC previous = nullptr;
     SIZE designed{};  // client size of the template
     struct Control {
         HWND window;
@@ -48,8 +49,20 @@ struct FullScreenState {
     bool placing = false;
 };
 
+/// The dialogs that are laid out so; one may stand over another.
+std::vector<std::unique_ptr<FullScreenState>>& FullScreenDialogs() {
+    static std::vector<std::unique_ptr<FullScreenState>> dialogs;
+    return dialogs;
+}
+
+/// Null for another window, also for a dialog whose end has begun.
 FullScreenState* StateOf(HWND dialog) {
-    return static_cast<FullScreenState*>(::GetPropW(dialog, StateProperty));
+    for (const auto& state : FullScreenDialogs()) {
+        if (state->dialog == dialog) {
+            return state.get();
+        }
+    }
+    return nullptr;
 }
 
 RECT ClientOnScreen(HWND window) {
@@ -150,16 +163,14 @@ LRESULT WhiteBackground(HDC dc) {
 
 // ---- Messages ----
 
-LRESULT CALLBACK FollowProc(HWND owner, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                            DWORD_PTR reference) {
-    const LRESULT result = ::DefSubclassProc(owner, message, wParam, lParam);
-    if (message == WM_WINDOWPOSCHANGED) {
-        // The state may be gone after the default processing, but then so is the property.
-        if (FullScreenState* state = StateOf(reinterpret_cast<HWND>(reference)); state != nullptr) {
+/// `reference`: the dialog's handle.
+LRESULT HookOwner(const HookedMessage& call, void* reference) {
+    const LRESULT result = call.PassOn();
+    if (call.message == WM_WINDOWPOSCHANGED) {
+        // The dialog may have ended meanwhile.
+        if (FullScreenState* state = StateOf(static_cast<HWND>(reference)); state != nullptr) {
             Place(*state);
         }
-    } else if (message == WM_NCDESTROY) {
-        ::RemoveWindowSubclass(owner, &FollowProc, id);
     }
     return result;
 }
@@ -170,50 +181,55 @@ LRESULT HitTest(const FullScreenState& state, LPARAM point, LRESULT inner) {
     return inner == HTCLIENT && at.y < lunara::TitleStripPx ? HTCAPTION : inner;
 }
 
-/// Gives the dialog back to the procedure that it had before, as the last one to have taken it.
-WNDPROC Release(HWND dialog) {
-    const std::unique_ptr<FullScreenState> state(StateOf(dialog));
-    ::RemovePropW(dialog, StateProperty);
-    ::SetWindowLongPtrW(dialog, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(state->previous));
-    ::RemoveWindowSubclass(state->owner, &FollowProc, reinterpret_cast<UINT_PTR>(dialog));
+LRESULT HookDialog(const HookedMessage& call, void* reference);
+
+/// From here on the dialog is an ordinary one.
+void Release(HWND dialog) {
+    const auto found =
+        std::find_if(FullScreenDialogs().begin(), FullScreenDialogs().end(),
+                     [dialog](const auto& state) { return state->dialog == dialog; });
+    const std::unique_ptr<FullScreenState> state = std::move(*found);
+    FullScreenDialogs().erase(found);
+    RemoveWindowHook(dialog, &HookDialog, dialog);
+    RemoveWindowHook(state->owner, &HookOwner, dialog);
     for (const FullScreenState::Control& control : state->controls) {
         ::SendMessageW(control.window, WM_SETFONT, 0, FALSE);
     }
-    return state->previous;
 }
 
-LRESULT CALLBACK FullScreenProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    FullScreenState& state = *StateOf(dialog);
+LRESULT HookDialog(const HookedMessage& call, void* /*reference*/) {
     // Asked first in any case: some of the messages below also mean something to the dialog.
-    if (message == WM_DESTROY) {
-        return ::CallWindowProcW(Release(dialog), dialog, message, wParam, lParam);
+    if (call.message == WM_DESTROY) {
+        Release(call.window);
+        return call.PassOn();
     }
-    if (message == WM_ERASEBKGND) {
-        EraseWithTitle(state, reinterpret_cast<HDC>(wParam));
+    if (call.message == WM_ERASEBKGND) {
+        EraseWithTitle(*StateOf(call.window), reinterpret_cast<HDC>(call.wParam));
         return 1;
     }
-    const LRESULT inner = ::CallWindowProcW(state.previous, dialog, message, wParam, lParam);
-    if (StateOf(dialog) == nullptr) {
+    const LRESULT inner = call.PassOn();
+    FullScreenState* state = StateOf(call.window);
+    if (state == nullptr) {
         return inner;  // the message ended the dialog
     }
-    switch (message) {
+    switch (call.message) {
         case WM_CTLCOLORDLG:
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORBTN:
-            return WhiteBackground(
-                reinterpret_cast<HDC>(wParam));  // the text colour is the dialog's
+            // The text colour is the dialog's.
+            return WhiteBackground(reinterpret_cast<HDC>(call.wParam));
         case WM_NCHITTEST:
-            return HitTest(state, lParam, inner);
+            return HitTest(*state, call.lParam, inner);
         case WM_SIZE:
-            PlaceControls(state);
+            PlaceControls(*state);
             break;
         case WM_WINDOWPOSCHANGED:
-            if (!state.placing) {
-                OwnerFollows(state);
+            if (!state->placing) {
+                OwnerFollows(*state);
             }
             break;
         case WM_SETTEXT:
-            ::InvalidateRect(dialog, nullptr, TRUE);
+            ::InvalidateRect(call.window, nullptr, TRUE);
             break;
         default:
             break;
@@ -223,14 +239,26 @@ LRESULT CALLBACK FullScreenProc(HWND dialog, UINT message, WPARAM wParam, LPARAM
 
 // ---- Taking a dialog over ----
 
+/// Where a control is to go. The height that is set of a combo box is that of its opened list,
+/// while its window is as high as the closed field: laid out by that, the list would open to
+/// nothing.
+RECT DesignedPlace(HWND control) {
+    RECT place{};
+    ::GetWindowRect(control, &place);
+    // Not every system answers that it has filled it in; a control of another kind leaves it alone.
+    RECT opened = place;
+    ::SendMessageW(control, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&opened));
+    place.bottom = std::max(place.bottom, opened.bottom);
+    return place;
+}
+
 void RememberDesign(FullScreenState& state) {
     RECT client{};
     ::GetClientRect(state.dialog, &client);
     state.designed = SIZE{client.right, client.bottom};
     for (HWND child = ::GetWindow(state.dialog, GW_CHILD); child != nullptr;
          child = ::GetWindow(child, GW_HWNDNEXT)) {
-        RECT place{};
-        ::GetWindowRect(child, &place);
+        RECT place = DesignedPlace(child);
         ::MapWindowPoints(nullptr, state.dialog, reinterpret_cast<POINT*>(&place), 2);
         state.controls.push_back({child, place});
     }
@@ -264,22 +292,18 @@ void MakeFullScreen(HWND dialog, HWND owner) {
     state->owner = owner;
     RememberDesign(*state);
     TakeFrameAway(dialog);
-    FullScreenState& placed = *state;
-    if (::SetPropW(dialog, StateProperty, state.get()) == FALSE) {
-        return;
-    }
-    state->previous = reinterpret_cast<WNDPROC>(
-        ::SetWindowLongPtrW(dialog, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&FullScreenProc)));
-    static_cast<void>(state.release());  // freed when the dialog is destroyed
-    ::SetWindowSubclass(owner, &FollowProc, reinterpret_cast<UINT_PTR>(dialog),
-                        reinterpret_cast<DWORD_PTR>(dialog));
+    FullScreenState& placed = *FullScreenDialogs().emplace_back(std::move(state));
+    AddWindowHook(dialog, &HookDialog, dialog);
+    AddWindowHook(owner, &HookOwner, dialog);
     if (::IsWindowVisible(owner) == FALSE) {
-        // A sign-in runs before the program's window was shown, but has to stand somewhere.
-        ::ShowWindow(owner, SW_SHOWNORMAL);
-        ::UpdateWindow(owner);
+        // A sign-in runs before the program's window was shown, but has to stand somewhere. It is
+        // not activated, since the dialog is active already.
+        ::ShowWindow(owner, SW_SHOWNOACTIVATE);
     }
     Place(placed);
-    PlaceControls(placed);
+    if (placed.fontScale == 0) {
+        PlaceControls(placed);  // it had its size already
+    }
 }
 
 }  // namespace

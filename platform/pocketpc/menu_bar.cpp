@@ -6,6 +6,7 @@
 
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/common_controls.h"
+#include "platform/pocketpc/window_hook.h"
 #include "platform/text.h"
 #include "resources/ids.h"
 
@@ -36,8 +37,6 @@ std::optional<MenuBarDescription> ReadMenuBarDescription(std::span<const std::ui
 
 namespace {
 
-constexpr UINT_PTR BarHook = 1;
-constexpr UINT_PTR ParentHook = 2;
 constexpr int LabelCapacity = 64;
 constexpr WORD PaddingXPx = 11;  // left and right of a picture together
 constexpr WORD PaddingYPx = 14;  // above and below
@@ -212,56 +211,52 @@ std::optional<LRESULT> AnswerNotification(const MenuBar& bar, NMHDR& header) {
     }
 }
 
-LRESULT CALLBACK ParentProc(HWND parent, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                            DWORD_PTR reference) {
-    const auto& bar = *reinterpret_cast<const MenuBar*>(reference);
-    switch (message) {
+LRESULT HookParent(const HookedMessage& call, void* reference) {
+    const auto& bar = *static_cast<const MenuBar*>(reference);
+    switch (call.message) {
         case WM_SIZE:
             PlaceAtBottom(bar);
             break;
         case WM_NOTIFY:
-            if (const auto answer = AnswerNotification(bar, *reinterpret_cast<NMHDR*>(lParam))) {
+            if (const auto answer =
+                    AnswerNotification(bar, *reinterpret_cast<NMHDR*>(call.lParam))) {
                 return *answer;
             }
             break;
         case WM_SYSCOMMAND:
             // The window has no menu of its own that Alt or F10 could open; the bar has.
-            if ((wParam & 0xFFF0) == SC_KEYMENU && lParam != static_cast<LPARAM>(KeyMenuSpace)) {
+            if ((call.wParam & 0xFFF0) == SC_KEYMENU &&
+                call.lParam != static_cast<LPARAM>(KeyMenuSpace)) {
                 if (const MenuBarButton* button = DropDownOf(bar, std::nullopt)) {
                     DropUp(bar, button->command);
                     return 0;
                 }
             }
             break;
-        case WM_NCDESTROY:
-            ::RemoveWindowSubclass(parent, &ParentProc, id);
-            break;
         default:
             break;
     }
-    return ::DefSubclassProc(parent, message, wParam, lParam);
+    return call.PassOn();
 }
 
-LRESULT CALLBACK BarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                         DWORD_PTR reference) {
-    auto* bar = reinterpret_cast<MenuBar*>(reference);
-    switch (message) {
+LRESULT HookBar(const HookedMessage& call, void* reference) {
+    auto* bar = static_cast<MenuBar*>(reference);
+    switch (call.message) {
         case TB_SETTOOLTIPS_DEVICE:
             // A desktop toolbar knows another message by this number.
-            SetToolTips(*bar, wParam, reinterpret_cast<const WCHAR* const*>(lParam));
+            SetToolTips(*bar, call.wParam, reinterpret_cast<const WCHAR* const*>(call.lParam));
             return 0;
         case SHCMBM_GETSUBMENU:
-            return DropDownOf(*bar, static_cast<int>(lParam)) == nullptr
+            return DropDownOf(*bar, static_cast<int>(call.lParam)) == nullptr
                        ? 0
                        : reinterpret_cast<LRESULT>(::GetSubMenu(bar->menu, 0));
         case WM_NCDESTROY: {
             const std::unique_ptr<MenuBar> last(bar);
-            ::RemoveWindowSubclass(last->parent, &ParentProc, ParentHook);
-            ::RemoveWindowSubclass(window, &BarProc, id);
-            return ::DefSubclassProc(window, message, wParam, lParam);
+            RemoveWindowHook(last->parent, &HookParent, bar);
+            return call.PassOn();
         }
         default:
-            return ::DefSubclassProc(window, message, wParam, lParam);
+            return call.PassOn();
     }
 }
 
@@ -312,9 +307,8 @@ BOOL SHCreateMenuBar(SHMENUBARINFO* info) {
                    SWP_NOZORDER | SWP_NOACTIVATE);
 
     MenuBar* placed = bar.release();  // freed when the bar is destroyed
-    const auto reference = reinterpret_cast<DWORD_PTR>(placed);
-    ::SetWindowSubclass(placed->window, &lunara::BarProc, lunara::BarHook, reference);
-    ::SetWindowSubclass(placed->parent, &lunara::ParentProc, lunara::ParentHook, reference);
+    lunara::AddWindowHook(placed->window, &lunara::HookBar, placed);
+    lunara::AddWindowHook(placed->parent, &lunara::HookParent, placed);
     lunara::PlaceAtBottom(*placed);
     info->hwndMB = placed->window;
     return TRUE;

@@ -2,14 +2,13 @@
 
 #include <algorithm>
 
-#include "platform/pocketpc/common_controls.h"
+#include "platform/pocketpc/window_hook.h"
 
 namespace lunara {
 namespace {
 
 constexpr DWORD FrameStyle =
     WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME | WS_CLIPCHILDREN;
-constexpr UINT_PTR TopLevelHook = 1;
 
 HWND topLevelWindow = nullptr;
 
@@ -44,20 +43,18 @@ void KeepOnScreen(HWND window) {
     }
 }
 
-LRESULT CALLBACK TopLevelProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                              DWORD_PTR) {
-    switch (message) {
+LRESULT HookTopLevel(const HookedMessage& call, void* /*reference*/) {
+    switch (call.message) {
         case WM_GETMINMAXINFO:
-            LimitSize(window, *reinterpret_cast<MINMAXINFO*>(lParam));
+            LimitSize(call.window, *reinterpret_cast<MINMAXINFO*>(call.lParam));
             return 0;
         case WM_NCDESTROY:
             topLevelWindow = nullptr;
-            ::RemoveWindowSubclass(window, &TopLevelProc, id);
             break;
         default:
             break;
     }
-    return ::DefSubclassProc(window, message, wParam, lParam);
+    return call.PassOn();
 }
 
 }  // namespace
@@ -74,7 +71,7 @@ void PrepareTopLevelWindow(CREATESTRUCTW& parameters) {
 
 void EquipTopLevelWindow(HWND window, HINSTANCE instance, UINT iconId) {
     topLevelWindow = window;
-    ::SetWindowSubclass(window, &TopLevelProc, TopLevelHook, 0);
+    AddWindowHook(window, &HookTopLevel, nullptr);
     KeepOnScreen(window);
     struct {
         WPARAM kind;

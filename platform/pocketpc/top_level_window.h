@@ -9,7 +9,7 @@ namespace lunara {
 
 /// Client size at 96 dpi, in pixels, and the least one that the window can be dragged to.
 inline constexpr SIZE PortraitClient{480, 640};
-inline constexpr SIZE LeastClient{300, 400};
+inline constexpr SIZE LeastClient{240, 320};
 
 /// Turns the parameters of a bare visible window into those of a portrait window with caption,
 /// close and minimise boxes and a resizable frame. A screen that is too small makes it smaller.

@@ -166,6 +166,12 @@ BOOL MoveFileExW(LPCWSTR from, LPCWSTR to, DWORD flags) {
     return TRUE;
 }
 
+BOOL CreateHardLinkW(LPCWSTR name, LPCWSTR path, void* /*security*/) {
+    return ::link(NativePath(path).c_str(), NativePath(name).c_str()) == 0
+               ? TRUE
+               : Fail(ERROR_ACCESS_DENIED);
+}
+
 BOOL DeleteFileW(LPCWSTR path) {
     return ::unlink(NativePath(path).c_str()) == 0 ? TRUE : Fail(ERROR_ACCESS_DENIED);
 }

@@ -102,6 +102,7 @@ inline constexpr DWORD GENERIC_WRITE = 0x40000000;
 inline constexpr DWORD FILE_SHARE_READ = 1;
 inline constexpr DWORD CREATE_ALWAYS = 2;
 inline constexpr DWORD OPEN_EXISTING = 3;
+inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x01;  // never given: renaming asks the folder
 inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;
 inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
 inline constexpr DWORD FILE_FLAG_SEQUENTIAL_SCAN = 0x08000000;
@@ -135,6 +136,8 @@ BOOL FlushFileBuffers(HANDLE file);
 BOOL CloseHandle(HANDLE file);
 /// With MOVEFILE_WRITE_THROUGH the folder's entry has reached the disk when the call returns.
 BOOL MoveFileExW(LPCWSTR from, LPCWSTR to, DWORD flags);
+/// `name` becomes a second name of the file `path`.
+BOOL CreateHardLinkW(LPCWSTR name, LPCWSTR path, void* security);
 BOOL DeleteFileW(LPCWSTR path);
 BOOL CreateDirectoryW(LPCWSTR path, void* security);
 DWORD GetFileAttributesW(LPCWSTR path);

@@ -40,7 +40,7 @@ TEST(PeriodsTest, SingleDayYesterdayIsKept) {
     EXPECT_EQ(IsSameDay(diary.data.LastValidPeriodStart(), Start), 1);
 }
 
-TEST(PeriodsTest, SingleDayTwoDaysAgoIsDiscardedAndItsCycleBridged) {
+TEST(PeriodsTest, SingleDayIsDiscardedAndItsCycleBridged) {
     Diary diary;
     diary.Bleed(Start, "221").Bleed(Later(Start, 12), "1").Bleed(Later(Start, 28), "221");
     diary.Predict(Later(Start, 30));
@@ -472,6 +472,21 @@ TEST(RecordDatesTest, SpanBleedingAndTemperature) {
     diary.data.bleeding.Clear();
     EXPECT_EQ(GetLastRecordDate(diary.data, date), 1);
     EXPECT_EQ(IsSameDay(date, Later(Start, 40)), 1);
+}
+
+TEST(RecordDatesTest, DayThatTheCalendarDoesNotHaveIsNoFirstRealRecord) {
+    Diary diary;
+    SYSTEMTIME date = Day(1999, 9, 9);
+    diary.data.bleeding.Set(MakeDateKey(2006, 2, 31), 1);
+    EXPECT_EQ(GetFirstRealRecordDate(diary.data, date), 0);
+    EXPECT_EQ(IsSameDay(date, Day(1999, 9, 9)), 1);
+    diary.data.bleeding.Set(MakeDateKey(2006, 4, 2), 1);
+    EXPECT_EQ(GetFirstRealRecordDate(diary.data, date), 1);
+    EXPECT_EQ(IsSameDay(date, Day(2006, 4, 2)), 1);
+    diary.data.temperature.Set(MakeDateKey(2006, 3, 5), 9800);
+    diary.data.temperature.Set(MakeDateKey(2006, 2, 30), 9800);  // not in order
+    EXPECT_EQ(GetFirstRealRecordDate(diary.data, date), 1);
+    EXPECT_EQ(IsSameDay(date, Day(2006, 3, 5)), 1);
 }
 
 }  // namespace

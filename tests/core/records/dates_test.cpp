@@ -1,6 +1,7 @@
 #include "records/dates.h"
 
 #include <array>
+#include <limits>
 
 #include "tests/core/records/test_support.h"
 
@@ -122,6 +123,44 @@ TEST(AddDays, BeforeTheFirstDayFailsWithAnEmptyResult) {
     SYSTEMTIME result = Day(2006, 1, 1);
     EXPECT_EQ(AddDays(Day(1601, 1, 1), -1, result), 0);
     EXPECT_EQ(ToDateKey(result), 0U);
+}
+
+TEST(AddDays, EndsWithThePlatformsLastDay) {
+    SYSTEMTIME last = Day(30'827, 12, 31);
+    last.wHour = 23;
+    SYSTEMTIME result = last;
+    EXPECT_EQ(AddDays(last, 0, result), 1);
+    EXPECT_EQ(result.wHour, 23);
+    EXPECT_EQ(AddDays(last, 1, result), 0);
+    EXPECT_EQ(ToDateKey(result), 0U);
+    EXPECT_EQ(AddDays(last, -10'674'941, result), 1);
+    EXPECT_EQ(ToDateKey(result), MakeDateKey(1601, 1, 1));
+    EXPECT_EQ(AddDays(last, -10'674'942, result), 0);
+}
+
+TEST(AddDays, NoCountIsTooWild) {
+    // Some of these are a multiple of 2^64 units and a few days more, or less.
+    for (const std::int32_t count :
+         {std::numeric_limits<std::int32_t>::max(), std::numeric_limits<std::int32_t>::min(),
+          10'675'199, 10'675'200, 21'350'398, 21'350'399, -21'350'398, -21'350'399, 42'700'797,
+          1'000'000'000, -1'000'000'000}) {
+        SYSTEMTIME result = Day(2006, 1, 1);
+        EXPECT_EQ(AddDays(Day(2006, 1, 1), count, result), 0) << count;
+        EXPECT_EQ(ToDateKey(result), 0U) << count;
+    }
+}
+
+TEST(IsRealDay, AgreesWithTheDayNumbersOfAllKeys) {
+    for (unsigned year = 1600; year <= 1602 + 400; ++year) {
+        for (unsigned month = 0; month <= 13; ++month) {
+            for (unsigned day = 0; day <= 32; ++day) {
+                const DateKey key = MakeDateKey(year, month, day);
+                ASSERT_EQ(IsRealDay(key), KeyOfDayNumber(DayNumber(key)) == key) << key;
+            }
+        }
+    }
+    EXPECT_TRUE(IsRealDay(MakeDateKey(30'827, 12, 31)));
+    EXPECT_FALSE(IsRealDay(MakeDateKey(30'828, 1, 1)));
 }
 
 TEST(DaysBetween, IgnoresTheTimeOfDay) {

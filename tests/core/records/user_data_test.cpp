@@ -8,6 +8,24 @@
 #include "records/data_file.h"
 #include "tests/core/records/test_support.h"
 
+namespace {
+
+/// How often memory may still grow; any number of times when negative.
+int growthsLeft = -1;
+
+}  // namespace
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the linker's names for a call that is stood in for.
+extern "C" void* __real_realloc(void* block, std::size_t bytes);
+extern "C" void* __wrap_realloc(void* block, std::size_t bytes) {
+    if (growthsLeft == 0) {
+        return nullptr;
+    }
+    growthsLeft -= growthsLeft > 0 ? 1 : 0;
+    return __real_realloc(block, bytes);
+}
+// NOLINTEND(bugprone-reserved-identifier)
+
 namespace lunara {
 namespace {
 
@@ -285,6 +303,43 @@ TEST_F(UserDataTest, WeightsFromOneHundredthOnAreStored) {
     EXPECT_EQ(list.At(1).date, MakeDateKey(2006, 3, 1));
     EXPECT_EQ(list.At(1).value, 0x3F800000);
     EXPECT_TRUE(list.dirty);
+}
+
+// ---- Without memory ----
+
+/// No list can grow until the end of the scope.
+class NoMemoryScope {
+  public:
+    NoMemoryScope() { growthsLeft = 0; }
+    NoMemoryScope(const NoMemoryScope&) = delete;
+    NoMemoryScope& operator=(const NoMemoryScope&) = delete;
+    ~NoMemoryScope() { growthsLeft = -1; }
+};
+
+TEST_F(UserDataTest, NoteThatCannotBeStoredLeavesTheOldOne) {
+    ASSERT_EQ(data.SetNoteText(TEXT("old")), 1);
+    data.notePages.dirty = false;
+    const WideString longText(5000, 'n');
+    data.AttachObserver(first);
+    {
+        const NoMemoryScope noMemory;
+        EXPECT_EQ(data.SetNoteText(longText.c_str()), 0);
+    }
+    EXPECT_EQ(calls.size(), 1U);  // asked, not told
+    EXPECT_FALSE(data.notePages.dirty);
+    EXPECT_EQ(data.notePages.Count(), 1);
+    const std::unique_ptr<WCHAR[]> text(data.GetNoteText());
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(ToUtf8(text.get()), "old");
+}
+
+TEST_F(UserDataTest, ValueThatCannotBeStoredChangesNothing) {
+    {
+        const NoMemoryScope noMemory;
+        EXPECT_EQ(data.SetBleeding(2), 0);
+    }
+    EXPECT_FALSE(data.bleeding.dirty);
+    EXPECT_EQ(data.GetBleeding(), 0);
 }
 
 // ---- Folders ----

@@ -194,10 +194,22 @@ TEST_F(DiaryRowTest, DayWithoutStatusShowsNoDateEither) {
 }
 
 TEST_F(DiaryRowTest, LongTextsAreCutToTheRow) {
+    // A status of 125 units fits by itself, with the date before it only in part.
+    SetDayFlags(data.predictor,
+                DAY_PERIOD_END | DAY_OVULATION_POSSIBLE_LAST | DAY_PREGNANCY_POSSIBLE_FIRST |
+                    DAY_PREGNANCY_POSSIBLE_LAST | DAY_PREGNANCY_HIGHLY_PROBABLE,
+                0, ToDateKey(yesterday));
+    const std::string row = Utf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data());
+    EXPECT_EQ(row.size(), 127U);
+    EXPECT_EQ(row.substr(row.find('\n')),
+              "\nPeriod end. Last day ovulation possible. 1st day pregnancy possible. "
+              "Last day pregnancy possible. Pregnancy highly prob");
+}
+
+TEST_F(DiaryRowTest, StatusThatDoesNotFitByItselfIsLeftOut) {
     SetDayFlags(data.predictor, 0x01FFFFFF & ~std::uint32_t{DAY_CYCLE_LENGTHS}, 0,
                 ToDateKey(yesterday));
-    const DiaryRow row = FillDiaryRow(data, AllDiaryItems, yesterday, today);
-    EXPECT_EQ(row.text.back(), 0);
+    EXPECT_EQ(Utf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data()), "");
 }
 
 TEST_F(DiaryRowTest, CellsFollowTheItemsShown) {

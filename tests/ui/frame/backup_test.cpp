@@ -96,6 +96,7 @@ class BackupTest : public MainWindowTest {
         RemoveTree(TempFolder());
         RemoveTree(FolderOf(TestUser));
         RemoveTree(FolderOf(TestUser) + L"%7Erestore");
+        RemoveTree(FolderOf(TestUser) + L"%7Easide");
         RemoveTree(FolderOf(TestUser) + L"%7Ebefore");
         SetDocumentsFolder(TEXT(""));
         MainWindowTest::TearDown();
@@ -119,6 +120,18 @@ class BackupTest : public MainWindowTest {
         EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "old bleeding");
         EXPECT_EQ(Read(UserFile(L"Notes.dat")), "old notes");
         EXPECT_EQ(Read(UserFile(L"Temperature.dat")), "(none)");
+    }
+    /// A file in the folder beside the user's that has this suffix; "" is her own.
+    void Put(const std::wstring& suffix, const wchar_t* name, const std::string& text) {
+        const std::wstring folder = FolderOf(TestUser) + suffix;
+        ASSERT_EQ(CreateDirectoryTree(folder.c_str()), 1);
+        Write(folder + L"\\" + name, text);
+    }
+    /// No folder of a restore is left.
+    void ExpectNothingBeside() {
+        for (const wchar_t* suffix : {L"%7Erestore", L"%7Easide", L"%7Ebefore"}) {
+            EXPECT_FALSE(FileExists(FolderOf(TestUser) + suffix));
+        }
     }
     std::vector<std::wstring> BoxTexts() const {
         std::vector<std::wstring> texts;
@@ -218,6 +231,29 @@ TEST_F(BackupTest, TwiceUnderOneNameReplacesTheCopies) {
     EXPECT_EQ(Read(BackupFile(L"05-Mar-2006 14-07\\Bleeding.dat")), "newer");
 }
 
+TEST_F(BackupTest, ADataFileThatTheDiaryHasNoMoreLeavesTheBackupOfTheSameName) {
+    PutUserFiles();
+    ASSERT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+    Write(BackupFile(L"a\\remark.txt"), "somebody else's");
+    ASSERT_NE(::DeleteFileW(UserFile(L"Notes.dat").c_str()), FALSE);
+    {
+        const LockedFile locked(BackupFile(L"a\\Notes.dat"));
+        EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 0);
+    }
+    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+    EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");
+    EXPECT_EQ(Read(BackupFile(L"a\\Notes.dat")), "(none)");
+    EXPECT_EQ(Read(BackupFile(L"a\\remark.txt")), "somebody else's");
+}
+
+TEST_F(BackupTest, ADiaryWithoutFilesEmptiesNoBackup) {
+    PutUserFiles();
+    ASSERT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+    RemoveTree(FolderOf(TestUser));
+    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+    EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");
+}
+
 TEST_F(BackupTest, SubFoldersAndALeadingBackslashAreTaken) {
     PutUserFiles();
     EXPECT_EQ(BackupFiles(TestUser, TEXT("\\a\\b")), 1);
@@ -229,6 +265,37 @@ TEST_F(BackupTest, FilesThatDesktopToolsMarkedNormalAreNotForgotten) {
     ::SetFileAttributesW(UserFile(L"Notes.dat").c_str(), FILE_ATTRIBUTE_NORMAL);
     EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
     EXPECT_EQ(Read(BackupFile(L"a\\Notes.dat")), "old notes");
+    ::SetFileAttributesW(BackupFile(L"a\\Notes.dat").c_str(), FILE_ATTRIBUTE_NORMAL);
+    Write(UserFile(L"Notes.dat"), "newer notes");
+    EXPECT_EQ(RestoreFiles(TestUser, TEXT("a")), 1);
+    EXPECT_EQ(Read(UserFile(L"Notes.dat")), "old notes");
+}
+
+// Not every system lets a file be seen with that attribute, so the choice has a table, too.
+TEST_F(BackupTest, FilesArePassedOverByNameAndAttribute) {
+    const struct {
+        const char* label;
+        const WCHAR* name;
+        DWORD attributes;
+        NormalFiles normal;
+        bool isPassedOver;
+    } rows[] = {
+        {"a user's file", L"Notes.dat", FILE_ATTRIBUTE_ARCHIVE, NormalFiles::PassOver, false},
+        {"normal, on the device", L"Notes.dat", FILE_ATTRIBUTE_NORMAL, NormalFiles::PassOver, true},
+        {"normal, on a desktop", L"Notes.dat", FILE_ATTRIBUTE_NORMAL, NormalFiles::Take, false},
+        {"no attributes", L"Notes.dat", 0, NormalFiles::PassOver, false},
+        {"read-only", L"Notes.dat", FILE_ATTRIBUTE_READONLY, NormalFiles::PassOver, false},
+        {"the folder above", L"..", FILE_ATTRIBUTE_DIRECTORY, NormalFiles::Take, true},
+        {"a name with a dot first", L".Notes", FILE_ATTRIBUTE_ARCHIVE, NormalFiles::Take, true},
+        {"a sub-folder", L"more", FILE_ATTRIBUTE_DIRECTORY, NormalFiles::Take, false},
+    };
+    for (const auto& row : rows) {
+        LUNARA_ROW(row);
+        WIN32_FIND_DATAW entry{};
+        entry.dwFileAttributes = row.attributes;
+        ::lstrcpynW(entry.cFileName, row.name, MAX_PATH);
+        EXPECT_EQ(IsPassedOver(entry, row.normal), row.isPassedOver);
+    }
 }
 
 TEST_F(BackupTest, ANameThatIsNoFolderIsRefused) {
@@ -272,8 +339,7 @@ TEST_F(BackupTest, RestoreReplacesEveryFile) {
     EXPECT_EQ(Read(UserFile(L"Temperature.dat")), "saved temperature");
     EXPECT_EQ(Read(UserFile(L"Notes.dat")), "(none)");
     EXPECT_TRUE(messages.boxes.empty());
-    EXPECT_FALSE(FileExists(FolderOf(TestUser) + L"%7Erestore"));
-    EXPECT_FALSE(FileExists(FolderOf(TestUser) + L"%7Ebefore"));
+    ExpectNothingBeside();
 }
 
 TEST_F(BackupTest, RestoreWithoutAUserFolderMakesIt) {
@@ -282,12 +348,36 @@ TEST_F(BackupTest, RestoreWithoutAUserFolderMakesIt) {
     EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "saved bleeding");
 }
 
+TEST_F(BackupTest, ASubFolderIsShownAndStays) {
+    PutUserFiles();
+    PutBackup(L"a");
+    ::CreateDirectoryW(UserFile(L"pictures").c_str(), nullptr);
+    Write(UserFile(L"pictures\\one"), "hers");
+    EXPECT_EQ(RestoreFiles(TestUser, TEXT("a")), 1);
+    EXPECT_EQ(BoxTexts(), Texts{L"Fail to delete file '" + UserFile(L"pictures") + L"'"});
+    EXPECT_EQ(Read(UserFile(L"pictures\\one")), "hers");
+    EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "saved bleeding");
+    EXPECT_EQ(Read(UserFile(L"Notes.dat")), "(none)");
+    ExpectNothingBeside();
+}
+
+TEST_F(BackupTest, AReadOnlyFileLeavesNothingBehind) {
+    PutUserFiles();
+    PutBackup(L"a");
+    ::SetFileAttributesW(UserFile(L"Notes.dat").c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(RestoreFiles(TestUser, TEXT("a")), 1);
+    EXPECT_EQ(Read(UserFile(L"Notes.dat")), "(none)");
+    ExpectNothingBeside();
+}
+
 TEST_F(BackupTest, ABackupThatCannotBeReadWhollyLeavesTheDiary) {
     PutUserFiles();
     PutBackup(L"a");
     const LockedFile locked(BackupFile(L"a\\Temperature.dat"));
     EXPECT_EQ(RestoreFiles(TestUser, TEXT("a")), 0);
     ExpectOldDiary();
+    EXPECT_TRUE(messages.boxes.empty());
+    ExpectNothingBeside();
 }
 
 TEST_F(BackupTest, AFileOfTheDiaryInUseLeavesTheDiary) {
@@ -325,6 +415,69 @@ TEST_F(BackupTest, ARestoreCutOffBetweenTheRenamesIsUndone) {
     EXPECT_FALSE(FileExists(folder + L"%7Erestore"));
 }
 
+TEST_F(BackupTest, ARestoreCutOffWhileFilesAreSetAsideIsUndone) {
+    PutUserFiles();
+    Put(L"%7Easide", L"Bleeding.dat", "old bleeding");
+    ::DeleteFileW(UserFile(L"Bleeding.dat").c_str());
+    Put(L"%7Erestore", L"Bleeding.dat", "saved bleeding");
+    Put(L"%7Erestore", L"Temperature.dat", "saved temperature");
+    EXPECT_EQ(RecoverInterruptedRestore(TestUser), 1);
+    ExpectOldDiary();
+    ExpectNothingBeside();
+}
+
+TEST_F(BackupTest, ARestoreCutOffWhileCopiesGoInIsFinished) {
+    Put(L"", L"Bleeding.dat", "saved bleeding");
+    Put(L"%7Erestore", L"Temperature.dat", "saved temperature");
+    Put(L"%7Ebefore", L"Bleeding.dat", "old bleeding");
+    Put(L"%7Ebefore", L"Notes.dat", "old notes");
+    EXPECT_EQ(RecoverInterruptedRestore(TestUser), 1);
+    EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "saved bleeding");
+    EXPECT_EQ(Read(UserFile(L"Temperature.dat")), "saved temperature");
+    EXPECT_EQ(Read(UserFile(L"Notes.dat")), "(none)");
+    ExpectNothingBeside();
+}
+
+TEST_F(BackupTest, NothingIsThrownAwayWhileARestoreCannotBeEnded) {
+    Put(L"%7Easide", L"Bleeding.dat", "old bleeding");
+    Put(L"%7Easide", L"Notes.dat", "old notes");
+    Put(L"%7Erestore", L"Bleeding.dat", "saved bleeding");
+    {
+        const LockedFile locked(FolderOf(TestUser) + L"%7Easide\\Notes.dat");
+        EXPECT_EQ(RecoverInterruptedRestore(TestUser), 0);
+        PutBackup(L"a");
+        EXPECT_EQ(RestoreFiles(TestUser, TEXT("a")), 0);
+        script->Type(IDC_USER_NAME, TestUser).Press(IDOK).Press(IDCANCEL);
+        EXPECT_EQ(Create(), 0);
+        EXPECT_EQ(BoxTexts(), Texts{L"A restore was cut off, and its files are still in use!"});
+        EXPECT_FALSE(FileExists(FolderOf(TestUser) + L"\\Notes.dat"));
+    }
+    EXPECT_EQ(RecoverInterruptedRestore(TestUser), 1);
+    ExpectOldDiary();
+    ExpectNothingBeside();
+}
+
+TEST_F(BackupTest, TheOnlyCopyIsNotThrownAwayWhenItCannotGoBack) {
+    Put(L"%7Ebefore", L"Bleeding.dat", "old bleeding");
+    Put(L"%7Ebefore", L"Notes.dat", "old notes");
+    Write(FolderOf(TestUser), "in the way");
+    EXPECT_EQ(RecoverInterruptedRestore(TestUser), 0);
+    EXPECT_EQ(Read(FolderOf(TestUser) + L"%7Ebefore\\Bleeding.dat"), "old bleeding");
+    ::DeleteFileW(FolderOf(TestUser).c_str());
+    EXPECT_EQ(RecoverInterruptedRestore(TestUser), 1);
+    ExpectOldDiary();
+}
+
+TEST_F(BackupTest, WhatAnEarlierRestoreLeftIsNeverTakenForThisOnes) {
+    PutUserFiles();
+    PutBackup(L"a");
+    Put(L"%7Ebefore", L"Bleeding.dat", "older still");
+    ::CreateDirectoryW((FolderOf(TestUser) + L"%7Ebefore\\sub").c_str(), nullptr);  // keeps it
+    EXPECT_EQ(RecoverInterruptedRestore(TestUser), 1);
+    EXPECT_EQ(RestoreFiles(TestUser, TEXT("a")), 0);
+    ExpectOldDiary();
+}
+
 TEST_F(BackupTest, ARestoreCutOffBeforeTheTidyingUpStands) {
     PutUserFiles();
     const std::wstring folder = FolderOf(TestUser);
@@ -357,6 +510,70 @@ TEST_F(BackupTest, TheBackupDialogOffersTheMomentsStampAndSaves) {
     EXPECT_FALSE(main->Password().IsHeld());
 }
 
+TEST_F(BackupTest, AnEmptyDiaryKeepsItsPassword) {
+    // There is no file that could tell whether what is typed later is the same.
+    ASSERT_EQ(SignIn(), 1);
+    script->Press(IDOK);
+    Command(IDM_BACKUP);
+    EXPECT_TRUE(main->Password().IsHeld());
+    FillDiary(main->Data());
+    ASSERT_TRUE(Close());
+    UserData data;
+    EXPECT_EQ(data.Load(TestUser, TestPassword), 1);
+}
+
+TEST_F(BackupTest, ASaveThatFailsFirstIsSaidAndLosesNothing) {
+    ASSERT_EQ(SignIn(), 1);
+    FillDiary(main->Data());
+    ASSERT_EQ(CreateDirectoryTree(UserFile(L"Bleeding.dat").c_str()), 1);  // in the file's way
+    messages.answers = {IDCANCEL};
+    script->Press(IDOK);
+    Command(IDM_BACKUP);
+    ASSERT_FALSE(messages.boxes.empty());
+    EXPECT_NE(messages.boxes[0].text.find(UserFile(L"Bleeding.dat")), std::wstring::npos);
+    EXPECT_EQ(messages.boxes[0].flags & MB_TYPEMASK, UINT{MB_RETRYCANCEL});
+    EXPECT_TRUE(main->Password().IsHeld());
+    EXPECT_TRUE(main->Data().IsDirty());
+    ::RemoveDirectoryW(UserFile(L"Bleeding.dat").c_str());
+    ASSERT_TRUE(Close());
+    UserData data;
+    ASSERT_EQ(data.Load(TestUser, TestPassword), 1);
+    EXPECT_EQ(data.bleeding.Count(), 1);
+}
+
+TEST_F(BackupTest, AFileThatCannotBeCopiedStopsTheBackup) {
+    ASSERT_EQ(SignIn(), 1);
+    PutUserFiles();
+    {
+        const LockedFile locked(UserFile(L"Notes.dat"));
+        script->Press(IDC_SAVE_FIRST).Type(IDC_BACKUP_NAME, TEXT("a")).Press(IDOK);
+        Command(IDM_BACKUP);
+    }
+    EXPECT_EQ(BoxTexts(), Texts{L"Backup fails!"});
+    EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");  // what was copied stays
+    ExpectOldDiary();
+}
+
+TEST_F(BackupTest, TheSecondBackupAsksForThePassword) {
+    ASSERT_EQ(SignIn(), 1);
+    FillDiary(main->Data());
+    script->Type(IDC_BACKUP_NAME, TEXT("first")).Press(IDOK);
+    Command(IDM_BACKUP);
+    main->Data().SetTemperature(9777);
+    messages.boxes.clear();
+    script->Type(IDC_BACKUP_NAME, TEXT("second")).Press(IDOK).Press(IDCANCEL);
+    Command(IDM_BACKUP);
+    EXPECT_TRUE(messages.boxes.empty());
+    EXPECT_FALSE(FileExists(BackupFile(L"second")));
+    script->Type(IDC_BACKUP_NAME, TEXT("second")).Press(IDOK);
+    script->Type(IDC_PASSWORD, TestPassword).Press(IDOK);
+    Command(IDM_BACKUP);
+    EXPECT_EQ(BoxTexts(), Texts{L"Backup is done!"});
+    UserData data;
+    ASSERT_EQ(data.LoadFolder(BackupFile(L"second").c_str(), TestPassword), 1);
+    EXPECT_EQ(data.temperature.Count(), 1);
+}
+
 TEST_F(BackupTest, AFailedBackupIsSaid) {
     ASSERT_EQ(SignIn(), 1);
     script->Type(IDC_BACKUP_NAME, TEXT("a|b")).Press(IDOK);
@@ -383,7 +600,8 @@ TEST_F(BackupTest, EntriesAfterABackupAskForThePasswordAtTheEnd) {
     script->Then([&](HWND dialog) {
         const HWND edit = ::GetDlgItem(dialog, IDC_USER_NAME);
         name = TextOf(edit);
-        readOnly = (::GetWindowLongPtrW(edit, GWL_STYLE) & ES_READONLY) != 0;
+        readOnly = (::GetWindowLongPtrW(edit, GWL_STYLE) & ES_READONLY) != 0 &&
+                   ::IsWindowEnabled(edit) == FALSE;
         ::SetDlgItemTextW(dialog, IDC_PASSWORD, TEXT("wrong"));
         ::SendMessageW(dialog, WM_COMMAND, IDOK, 0);
     });
@@ -503,6 +721,66 @@ TEST_F(BackupTest, ABackupUnderAnotherPasswordNeedsThatPassword) {
     UserData data;
     EXPECT_EQ(data.Load(TestUser, TEXT("older password")), 1);
     EXPECT_EQ(data.GetBleeding(), 3);
+}
+
+TEST_F(BackupTest, TheEndOfTheSessionAsksWhileSomebodyIsThere) {
+    ASSERT_EQ(SignIn(), 1);
+    FillDiary(main->Data());
+    script->Press(IDOK);
+    Command(IDM_BACKUP);
+    main->Data().SetTemperature(9777);
+    messages.boxes.clear();
+    messages.answers = {IDNO};
+    script->Press(IDCANCEL);
+    EXPECT_EQ(Send(WM_QUERYENDSESSION), FALSE);
+    EXPECT_EQ(BoxTexts(), Texts{L"Leave without saving your last entries?"});
+    script->Type(IDC_PASSWORD, TestPassword).Press(IDOK);
+    EXPECT_EQ(Send(WM_QUERYENDSESSION), TRUE);
+    EXPECT_TRUE(main->Data().IsDirty());
+    Send(WM_ENDSESSION, TRUE);
+    MSG message{};
+    EXPECT_TRUE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    UserData data;
+    ASSERT_EQ(data.Load(TestUser, TestPassword), 1);
+    EXPECT_EQ(data.temperature.Count(), 1);
+}
+
+TEST_F(BackupTest, WithoutABackupsFolderThereAreNoBackups) {
+    ASSERT_EQ(SignIn(), 1);
+    RestoreDialog dialog(TEXT(""), main.get());
+    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    EXPECT_EQ(BoxTexts(), Texts{L"There are no backups!"});
+}
+
+TEST_F(BackupTest, ARestoreThatFailsSaysNothingAndGoesOn) {
+    PutBackup(L"a");
+    ASSERT_EQ(SignIn(), 1);
+    FillDiary(main->Data());
+    const LockedFile locked(BackupFile(L"a\\Temperature.dat"));
+    messages.answers = {IDYES};
+    script->Press(IDOK);
+    Command(IDM_RESTORE);
+    EXPECT_EQ(BoxTexts(), Texts{L"Restore from backup and loose current data?"});
+    EXPECT_TRUE(main->Data().IsLoaded());
+    EXPECT_TRUE(main->Data().IsDirty());
+}
+
+TEST_F(BackupTest, AnyEndInTheSignInAfterARestoreKeepsTheRestoredFiles) {
+    for (const UINT message : {UINT{WM_ENDSESSION}, UINT{WM_CLOSE}}) {
+        SCOPED_TRACE(message);
+        RemoveTree(FolderOf(TestUser));
+        PutBackup(L"foreign");
+        ASSERT_EQ(SignIn(), 1);
+        FillDiary(main->Data());
+        messages.answers = {IDYES};
+        script->Press(IDOK).Then([&](HWND) { Send(message, TRUE); });
+        Command(IDM_RESTORE);
+        MSG quit{};
+        EXPECT_TRUE(::PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+        ::DestroyWindow(main->Handle());
+        EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "saved bleeding");
+        EXPECT_EQ(Read(UserFile(L"Notes.dat")), "(none)");
+    }
 }
 
 TEST_F(BackupTest, GivingUpTheSignInAfterARestoreEndsWithoutSaving) {

@@ -63,12 +63,27 @@ TEST_F(MainWindowEndTest, TheEndOfTheSessionEndsASignIn) {
     EXPECT_EQ(main->Handle(), nullptr);
 }
 
+TEST_F(MainWindowEndTest, ACloseMessageEndsASignIn) {
+    script->Then([this](HWND) { ::PostMessageW(main->Handle(), WM_CLOSE, 0, 0); });
+    EXPECT_EQ(Create(), 0);
+    MSG message{};
+    EXPECT_TRUE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(main->Handle(), nullptr);
+}
+
 TEST_F(MainWindowEndTest, TheEndOfTheSessionUnderADialogSaves) {
-    ASSERT_EQ(SignIn(), 1);
-    FillDiary(main->Data());
-    script->Then([this](HWND) { Send(WM_ENDSESSION, TRUE); });
-    Command(IDM_CHANGE_PASSWORD);
-    ExpectEnded();
+    for (const UINT command : {IDM_CHANGE_PASSWORD, IDM_HISTORY}) {
+        SCOPED_TRACE(command);
+        RemoveUser(TestUser);
+        ASSERT_EQ(SignIn(), 1);
+        FillDiary(main->Data());
+        script->Then([this](HWND) { Send(WM_ENDSESSION, TRUE); });
+        Command(command);
+        ExpectEnded();
+        MSG message{};
+        EXPECT_FALSE(::PeekMessageW(&message, nullptr, WM_PREDICTION_WARNING, WM_PREDICTION_WARNING,
+                                    PM_REMOVE));
+    }
 }
 
 TEST_F(MainWindowEndTest, ThePasswordIsWipedAtTheEnd) {

@@ -221,6 +221,23 @@ TEST_F(FullScreenTest, ControlsAndTheirFontGrowAndShrinkWithTheWindow) {
     EXPECT_TRUE(SameRect(ScreenRect(Field()), large)) << "no rounding adds up";
 }
 
+TEST_F(FullScreenTest, AListOpensAsHighAsDesignedAtEverySize) {
+    ::DestroyWindow(dialog.Handle());
+    ASSERT_TRUE(Dialog::CreateModeless(dialog, IDD_RESTORE, &owner));
+    const auto heightOpened = [&] {
+        RECT opened{};
+        ::SendDlgItemMessageW(dialog.Handle(), IDC_BACKUP_LIST, CB_GETDROPPEDCONTROLRECT, 0,
+                              reinterpret_cast<LPARAM>(&opened));
+        return opened.bottom - opened.top;
+    };
+    const LONG large = heightOpened();
+    ::SetWindowPos(owner.Handle(), nullptr, 0, 0, 280, 650, SWP_NOMOVE | SWP_NOZORDER);
+    const LONG small = heightOpened();
+    const RECT field = ScreenRect(::GetDlgItem(dialog.Handle(), IDC_BACKUP_LIST));
+    EXPECT_GT(small, 4 * (field.bottom - field.top));
+    EXPECT_GT(large, small);
+}
+
 TEST_F(FullScreenTest, ADestroyedDialogLeavesItsOwnerAlone) {
     ::DestroyWindow(dialog.Handle());
     EXPECT_EQ(dialog.Handle(), nullptr);

@@ -649,6 +649,29 @@ TEST_F(DiaryViewTest, LaysItselfOutAgainWhenItIsResized) {
     }
 }
 
+TEST_F(DiaryViewTest, DateStaysInViewWhenTheWindowIsResized) {
+    Make(480, 319);  // 15 px a row: 21 of them fit
+    SYSTEMTIME last{};
+    ASSERT_EQ(FromDateKey(Start(), last), 1);
+    AddDays(last, 20, last);
+    data->SetCurrentDate(last);
+    const DateKey start = Start();
+    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 318, SWP_NOZORDER);
+    EXPECT_EQ(Start(), start);
+    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 640, SWP_NOZORDER);  // 20 fit
+    SYSTEMTIME expected{};
+    AddDays(last, -18, expected);
+    EXPECT_EQ(Start(), ToDateKey(expected));
+    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 700, SWP_NOZORDER);
+    EXPECT_EQ(Start(), ToDateKey(expected));
+    // A diary that was scrolled away from the date is left where it is.
+    ScrollBy(SB_PAGEDOWN);
+    ScrollBy(SB_PAGEDOWN);
+    const DateKey away = Start();
+    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 319, SWP_NOZORDER);
+    EXPECT_EQ(Start(), away);
+}
+
 TEST_F(DiaryViewTest, AWindowWithoutASizeDoesNoHarm) {
     Make(0, 0);
     data->SetCurrentDate(Day(2027, 1, 1));

@@ -1,0 +1,68 @@
+#include "views/day_scroll.h"
+
+#include "cycle/predictor.h"
+#include "platform/clock.h"
+#include "records/dates.h"
+
+namespace lunara {
+
+DayScroll::DayScroll(CalendarCtrl& calendar) : strip(calendar), start(LocalNow()) {}
+
+bool DayScroll::MoveTo(const SYSTEMTIME& date) {
+    // Before the calendar's first year there is nothing to show: such a start is no date.
+    if (date.wYear == 0) {
+        return false;
+    }
+    const std::int32_t days = DaysBetween(date, start);
+    if (days == 0) {
+        return false;
+    }
+    Begin(date);
+    SetState(MoveScroll(GetState(), days));
+    return true;
+}
+
+void DayScroll::Reset(UserData& data) {
+    // The position stands for the first day shown, so the range is counted from a view at today.
+    Begin(LocalNow());
+    SYSTEMTIME first{};
+    const bool hasRecords = GetFirstRealRecordDate(data, first) != 0;
+    SetState(InitialScroll(hasRecords ? DaysBetween(start, first) : -1));
+}
+
+SYSTEMTIME DayScroll::AskedStart(int request) const {
+    SCROLLINFO info{};
+    if (request == SB_THUMBPOSITION) {
+        info.cbSize = sizeof(info);
+        info.fMask = SIF_POS | SIF_TRACKPOS;
+        ::GetScrollInfo(bar, SB_CTL, &info);
+    }
+    SYSTEMTIME asked{};
+    AddDays(start, ScrollDistance(request, info.nTrackPos - info.nPos), asked);
+    return asked;
+}
+
+void DayScroll::Begin(const SYSTEMTIME& date) {
+    start = date;
+    ::SendMessageW(strip.Handle(), CCM_SETSTARTDATE, 0, reinterpret_cast<LPARAM>(&start));
+}
+
+ScrollState DayScroll::GetState() const {
+    SCROLLINFO info{};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_RANGE | SIF_POS;
+    ::GetScrollInfo(bar, SB_CTL, &info);
+    return {info.nMin, info.nMax, info.nPos};
+}
+
+void DayScroll::SetState(const ScrollState& state) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof(info);
+    info.fMask = SIF_RANGE | SIF_POS;
+    info.nMin = state.minimum;
+    info.nMax = state.maximum;
+    info.nPos = state.position;
+    ::SetScrollInfo(bar, SB_CTL, &info, TRUE);
+}
+
+}  // namespace lunara
