@@ -88,13 +88,56 @@ TEST_F(Export, StandardOutputThatCannotBeWrittenIsAnError) {
     EXPECT_EQ(err.str(), "-: standard output could not be written\n");
 }
 
-TEST_F(Export, DataFileIsNeverOverwrittenWithCsv) {
+TEST_F(Export, FileOfTheDiaryIsNeverOverwrittenWithCsv) {
     PutInDiary("Bleeding.dat", DayFile({{Day, 3}}));
+    std::filesystem::create_directories(InDiary("below"));
     const auto before = Snapshot();
-    const Outcome outcome = RunCli({"export", Diary(), "--csv", Utf8(InDiary("Bleeding.dat"))});
-    EXPECT_EQ(outcome.code, ExitData);
-    EXPECT_NE(outcome.err.find("a data file of the diary itself"), std::string::npos);
+    const std::string spellings[] = {
+        Diary() + "/Bleeding.dat",
+        Diary() + "\\Bleeding.dat",
+        Diary() + "/./below\\..//Bleeding.dat",
+        Diary() + "/bleeding.DAT",
+        Diary() + "/Bleeding.dat. .",
+        Diary() + "/Notes.dat",  // not there yet
+        Diary() + "\\notePages.dat",
+        Diary() + "/Temperature.new",
+        Diary() + "/Temperature.old",
+        Diary() + "/Save.set",
+        Diary() + "/save.END",
+    };
+    for (const std::string& csv : spellings) {
+        const Outcome outcome = RunCli({"export", Diary(), "--csv", csv});
+        EXPECT_EQ(outcome.code, ExitData) << csv;
+        EXPECT_EQ(outcome.err, csv + ": a data file of the diary itself\n");
+        EXPECT_EQ(Snapshot(), before) << csv;
+    }
+    const std::filesystem::path here = std::filesystem::current_path();
+    std::filesystem::current_path(Diary());
+    EXPECT_EQ(RunCli({"export", ".", "--csv", "Notes.dat"}).code, ExitData);
+    EXPECT_EQ(RunCli({"export", Diary(), "--csv", "notes.dat"}).code, ExitData);
+    std::filesystem::current_path(here);
     EXPECT_EQ(Snapshot(), before);
+}
+
+TEST_F(Export, OtherNamesAndFoldersAreFree) {
+    PutInDiary("Bleeding.dat", DayFile({{Day, 3}}));
+    for (const std::string& csv : {Diary() + "/Bleeding.csv", Utf8(root / "Bleeding.dat")}) {
+        const Outcome outcome = RunCli({"export", Diary(), "--csv", csv});
+        EXPECT_EQ(outcome.code, ExitDone) << outcome.err;
+        EXPECT_EQ(ReadBytes(csv), std::string(Header) + "2006-01-02,3,,,,\r\n");
+    }
+}
+
+TEST_F(Export, FilesBesideTheTargetStay) {
+    PutInDiary("Bleeding.dat", DayFile({{Day, 3}}));
+    const std::string csv = Utf8(root / "out.csv");
+    Beside("out.csv.new", "hers");
+    Beside("out.csv.2.new", "hers, too");
+    EXPECT_EQ(RunCli({"export", Diary(), "--csv", csv}).code, ExitDone);
+    EXPECT_EQ(ReadBytes(csv), std::string(Header) + "2006-01-02,3,,,,\r\n");
+    EXPECT_EQ(ReadBytes(root / "out.csv.new"), "hers");
+    EXPECT_EQ(ReadBytes(root / "out.csv.2.new"), "hers, too");
+    EXPECT_EQ(Snapshot().size(), 5U);
 }
 
 /// Numbers as some countries write them.

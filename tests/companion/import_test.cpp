@@ -118,7 +118,7 @@ TEST_F(Import, ChangedNoteMovesToTheEndAndOthersKeepTheirOrder) {
 /// File calls of which one step fails, for the files whose names end in `name`.
 class FailingCalls : public FileCalls {
   public:
-    enum class Step { Create, Write, Flush, Close, Replace, Remove };
+    enum class Step { Create, Write, Flush, Close, Rename, Remove };
 
     FailingCalls(Step failingStep, WideView failingName) : step(failingStep), name(failingName) {
         UseFileCalls(this);
@@ -128,7 +128,7 @@ class FailingCalls : public FileCalls {
     ~FailingCalls() override { UseFileCalls(nullptr); }
 
     HANDLE Create(const WCHAR* path) override {
-        isTarget = WideView(path).ends_with(name);
+        isTarget = (isTarget && staysFull) || WideView(path).ends_with(name);
         return Fails(Step::Create) ? INVALID_HANDLE_VALUE : FileCalls::Create(path);
     }
     BOOL Write(HANDLE file, const void* bytes, DWORD count, DWORD& written) override {
@@ -139,13 +139,16 @@ class FailingCalls : public FileCalls {
         const BOOL closed = FileCalls::Close(file);
         return Fails(Step::Close) ? FALSE : closed;
     }
-    BOOL Replace(const WCHAR* from, const WCHAR* to) override {
-        return Fails(Step::Replace) ? FALSE : FileCalls::Replace(from, to);
+    BOOL Rename(const WCHAR* from, const WCHAR* to) override {
+        isTarget = WideView(from).ends_with(name);
+        return Fails(Step::Rename) ? FALSE : FileCalls::Rename(from, to);
     }
     BOOL Remove(const WCHAR* path) override {
         const bool fails = step == Step::Remove && WideView(path).ends_with(name);
         return fails ? FALSE : FileCalls::Remove(path);
     }
+
+    bool staysFull = false;
 
   private:
     bool Fails(Step now) const {
@@ -167,7 +170,7 @@ TEST_F(Import, SaveThatFailsAtAnyStepPutsEveryFileBack) {
     PutInDiary("Notes.dat", DayFile({{Day, 1}}));
     const auto before = Snapshot();
     using Step = FailingCalls::Step;
-    for (const Step step : {Step::Create, Step::Write, Step::Flush, Step::Close, Step::Replace}) {
+    for (const Step step : {Step::Create, Step::Write, Step::Flush, Step::Close, Step::Rename}) {
         const FailingCalls calls(step, TEXT("NotePages.new"));
         const Outcome outcome = CompanionTest::Import(
             "date,bleeding,temperature_f,cramps,note\n2006-01-02,2,97.5,0,note\n");
@@ -176,6 +179,30 @@ TEST_F(Import, SaveThatFailsAtAnyStepPutsEveryFileBack) {
                   Shown(Diary(), "NotePages.dat") + ": there is no room left on the disk\n");
         EXPECT_EQ(Snapshot(), before) << static_cast<int>(step);
     }
+}
+
+TEST_F(Import, SaveOnADiskThatIsFullFromThereOnChangesNothing) {
+    PutInDiary("Temperature.dat", DayFile({{Day, 9800}}));
+    PutInDiary("Bleeding.dat", DayFile({{Day, 1}}));
+    const auto before = Snapshot();
+    FailingCalls calls(FailingCalls::Step::Create, TEXT("NotePages.new"));
+    calls.staysFull = true;  // nothing can be created any more, to put files back neither
+    const Outcome outcome =
+        CompanionTest::Import("date,bleeding,temperature_f,note\n2006-01-02,2,99,note\n");
+    EXPECT_EQ(outcome.code, ExitData);
+    EXPECT_EQ(Snapshot(), before);
+}
+
+TEST_F(Import, SaveThatWasBrokenOffIsUndoneFirst) {
+    PutInDiary("Bleeding.dat", DayFile({{Day, 2}}));
+    PutInDiary("Bleeding.old", DayFile({{Day, 1}}));
+    PutInDiary("Save.set", "LUS1.r..");
+    EXPECT_EQ(RunCli({"check", Diary()}).code, ExitDone);
+    EXPECT_EQ(ReadBytes(InDiary("Bleeding.dat")), DayFile({{Day, 1}}));
+    EXPECT_EQ(Snapshot().size(), 2U);  // the folder and its file
+    PutInDiary("Bleeding.old", DayFile({{Day, 3}}));
+    PutInDiary("Save.set", "LUS1.r..");
+    EXPECT_EQ(CompanionTest::Export(), std::string(Header) + "2006-01-02,3,,,,\r\n");
 }
 
 TEST_F(Import, FileThatCannotBeDeletedIsNamed) {
@@ -207,8 +234,7 @@ struct RoundTrip {
 TEST_F(Import, WhatWasExportedComesBackTheSame) {
     const RoundTrip diaries[] = {
         {"plain", "2006-01-02,3,98.60,1,1,note\r\n"},
-        {"line feed in a note", "2006-01-02,,,,,\"a\nb\"\r\n"},
-        {"both in a note", "2006-01-02,,,,,\"a\r\nb\r\n\"\r\n"},
+        {"line end in a note", "2006-01-02,,,,,\"a\r\nb\r\n\"\r\n"},
         {"carriage return in a note", "2006-01-02,,,,,\"a\rb\"\r\n"},
         {"quotes and commas", "2006-01-02,,,,,\"\"\"a\"\", b\"\r\n"},
         {"blanks around a note", "2006-01-02,,,,,  a  \r\n"},
@@ -226,6 +252,32 @@ TEST_F(Import, WhatWasExportedComesBackTheSame) {
         EXPECT_EQ(After(Header + diary.rows), diary.rows) << diary.label;
         std::filesystem::remove_all(root / "diary");
     }
+}
+
+TEST_F(Import, WhatOnlyADataFileHoldsIsNotAllKept) {
+    PutInDiary("Bleeding.dat", DayFile({{Day, 0}, {Day + 1, 2}}));
+    PutInDiary("Temperature.dat", DayFile({{Day, NoTemperature}}));
+    PutInDiary("Notes.dat", DayFile({{Day, 0}, {Day + 1, 5}, {Day + 2, 4}}));
+    PutInDiary("NotePages.dat", PageFile({Page(Day + 4, "late"), Page(Day, ""), Page(Day + 1, "a"),
+                                          Page(Day + 3, "b"), Page(Day + 1, "again")}));
+    const std::string csv = CompanionTest::Export();
+    std::filesystem::remove_all(root / "diary");
+    ASSERT_EQ(CompanionTest::Import(csv).code, ExitDone);
+    EXPECT_EQ(ReadBytes(InDiary("Bleeding.dat")), DayFile({{Day + 1, 2}}));
+    EXPECT_FALSE(std::filesystem::exists(InDiary("Temperature.dat")));
+    EXPECT_EQ(ReadBytes(InDiary("Notes.dat")), DayFile({{Day + 1, 1}}));
+    EXPECT_EQ(ReadBytes(InDiary("NotePages.dat")),
+              PageFile({Page(Day + 1, "a"), Page(Day + 3, "b"), Page(Day + 4, "late")}));
+}
+
+TEST_F(Import, BareLineFeedsInANoteBecomeLineEnds) {
+    EXPECT_EQ(After("date,note\n2006-01-02,\"\na\n\nb\r\nc\rd\n\"\n"),
+              "2006-01-02,,,,,\"\r\na\r\n\r\nb\r\nc\rd\r\n\"\r\n");
+    const std::string fits(125, 'n');
+    EXPECT_EQ(CompanionTest::Import("date,note\n2006-01-03,\"\n" + fits + "\"\n").code, ExitDone);
+    const Outcome outcome = CompanionTest::Import("date,note\n2006-01-03,\"\nn" + fits + "\"\n");
+    EXPECT_EQ(outcome.code, ExitData);
+    EXPECT_NE(outcome.err.find("longer than 127"), std::string::npos) << outcome.err;
 }
 
 TEST_F(Import, ProbableSlipsAreNamedAndTaken) {

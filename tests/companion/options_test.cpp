@@ -81,6 +81,9 @@ TEST(Options, WrongUsageIsExitCode2) {
         {"export without --csv", {"export", "d"}},
         {"import without --csv", {"import", "d"}},
         {"--csv without its value", {"export", "d", "--csv"}},
+        {"--csv empty", {"export", "d", "--csv", ""}},
+        {"--csv empty for import", {"import", "d", "--csv="}},
+        {"--password-file empty", {"check", "d", "--password-file", ""}},
         {"--csv twice", {"export", "d", "--csv", "a", "--csv", "b"}},
         {"--csv for check", {"check", "d", "--csv", "f"}},
         {"--json for check", {"check", "d", "--json"}},
@@ -94,6 +97,9 @@ TEST(Options, WrongUsageIsExitCode2) {
         {"--today with more behind it", {"predict", "d", "--today", "2006-01-021"}},
         {"folder that is not UTF-8", {"check", "caf\xE9"}},
         {"file that is not UTF-8", {"export", "d", "--csv", "caf\xE9"}},
+        {"folder with half a surrogate pair", {"check", "d\xED\xA0\x80"}},
+        {"file with half a surrogate pair", {"export", "d", "--csv", "\xED\xB0\x80.csv"}},
+        {"surrogates one by one", {"export", "d", "--csv", "\xED\xA0\xBD\xED\xB0\x80"}},
     };
     for (const WrongLine& line : lines) {
         const ParsedOptions parsed = ParseOptions(line.arguments);

@@ -109,6 +109,13 @@ TEST_F(Sample, WithoutTodayItEndsOnTheClocksDay) {
     EXPECT_EQ(Export().find("\r\n2020-03-01,"), std::string::npos);
 }
 
+TEST_F(Sample, DiaryWhoseSaveWasBrokenOffIsADiary) {
+    PutInDiary("Bleeding.old", "anything");  // moved away, with nothing in its place yet
+    PutInDiary("Save.set", "LUS1.r..");
+    EXPECT_EQ(RunCli({"sample", Diary()}).code, ExitData);
+    EXPECT_EQ(ReadBytes(InDiary("Bleeding.dat")), "anything");
+}
+
 TEST_F(Sample, AnExistingDiaryIsNotTouched) {
     for (const char* name : {"Temperature.dat", "Bleeding.dat", "Notes.dat", "NotePages.dat"}) {
         PutInDiary(name, "anything");

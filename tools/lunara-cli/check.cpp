@@ -20,6 +20,9 @@ int RunCheck(const Options& options, const WideString& password, const Streams& 
     if (const std::optional<Failure> failure = CheckFolder(options.folder)) {
         return Report(*failure, streams);
     }
+    if (const std::optional<Failure> failure = MendDiary(options.folder)) {
+        return Report(*failure, streams);
+    }
     UserData data;
     for (const DiaryFile& file : DiaryFiles()) {
         const std::optional<Failure> failure = LoadDiaryFile(file, data, options.folder, password);

@@ -1,5 +1,6 @@
 #include "companion.h"
 
+#include <exception>
 #include <new>
 #include <ostream>
 
@@ -92,6 +93,8 @@ int RunCompanion(const std::vector<std::string>& arguments, const Streams& strea
         return code;
     } catch (const std::bad_alloc&) {
         return Report({TEXT("lunara-cli"), "not enough memory"}, streams);
+    } catch (const std::exception& error) {  // of the standard library's path functions
+        return Report({TEXT("lunara-cli"), error.what()}, streams);
     }
 }
 

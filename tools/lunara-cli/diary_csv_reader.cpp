@@ -103,6 +103,19 @@ const char* TakePms(std::string_view text, DayChange& change, std::string_view& 
     return TakeMark(text, change.pms);
 }
 
+/// Line ends as the program's note dialog writes and shows them; with a bare LF it would run the
+/// lines together. A CR LF stays one.
+WideString WithCrLf(const WideString& note) {
+    WideString text;
+    for (const WCHAR unit : note) {
+        if (unit == '\n' && (text.empty() || text.back() != '\r')) {
+            text.push_back('\r');
+        }
+        text.push_back(unit);
+    }
+    return text;
+}
+
 const char* TakeNote(std::string_view text, DayChange& change, std::string_view& /*oddity*/) {
     std::optional<WideString> note = FromUtf8(text);
     if (!note) {
@@ -111,10 +124,11 @@ const char* TakeNote(std::string_view text, DayChange& change, std::string_view&
     if (note->find(WCHAR{0}) != WideString::npos) {
         return "a note cannot hold a zero character";
     }
-    if (note->size() > MaxNoteUnits) {
+    WideString stored = WithCrLf(*note);
+    if (stored.size() > MaxNoteUnits) {
         return "longer than 127 UTF-16 units";
     }
-    change.note = std::move(note);
+    change.note = std::move(stored);
     return nullptr;
 }
 

@@ -1,24 +1,20 @@
 #include "diary_folder.h"
 
-#include <limits>
 #include <vector>
 
 #include "platform/arguments.h"
 #include "records/data_file.h"
-#include "records/data_folder.h"
+#include "records/data_file_set.h"
 
 namespace lunara {
 namespace {
 
 template <auto List>
-constexpr DiaryFile DayValueFile(const WCHAR* name) {
+constexpr DiaryFile DayValueFile(DataFile file) {
     return {
-        name,
+        DataFileName(file),
         [](UserData& data, const WCHAR* path, const WCHAR* password) {
             return LoadDayValues(data.*List, path, password);
-        },
-        [](UserData& data, const WCHAR* path, const WCHAR* password) {
-            return SaveDayValues(data.*List, path, password);
         },
         [](const UserData& data) { return (data.*List).Count(); },
         [](const UserData& data) { return (data.*List).dirty; },
@@ -26,16 +22,13 @@ constexpr DiaryFile DayValueFile(const WCHAR* name) {
 }
 
 constexpr DiaryFile Files[] = {
-    DayValueFile<&UserData::temperature>(TEXT("Temperature.dat")),
-    DayValueFile<&UserData::bleeding>(TEXT("Bleeding.dat")),
-    DayValueFile<&UserData::noteFlags>(TEXT("Notes.dat")),
+    DayValueFile<&UserData::temperature>(DataFile::Temperature),
+    DayValueFile<&UserData::bleeding>(DataFile::Bleeding),
+    DayValueFile<&UserData::noteFlags>(DataFile::NoteFlags),
     {
-        TEXT("NotePages.dat"),
+        DataFileName(DataFile::NotePages),
         [](UserData& data, const WCHAR* path, const WCHAR* password) {
             return LoadNotePages(data.notePages, path, password);
-        },
-        [](UserData& data, const WCHAR* path, const WCHAR* password) {
-            return SaveNotePages(data.notePages, path, password);
         },
         [](const UserData& data) { return data.notePages.Count(); },
         [](const UserData& data) { return data.notePages.dirty; },
@@ -49,22 +42,6 @@ std::optional<Failure> CheckLength(const WideString& path) {
         return std::nullopt;
     }
     return Failure{path, ReasonText(ERROR_FILENAME_EXCED_RANGE)};
-}
-
-/// What a data file held before it was saved over.
-struct OldFile {
-    WideString path;
-    std::optional<std::string> bytes;  // nothing: there was no file
-};
-
-void PutBack(const std::vector<OldFile>& files) {
-    for (const OldFile& file : files) {
-        if (file.bytes) {
-            ReplaceWholeFile(file.path, *file.bytes);
-        } else {
-            ::DeleteFileW(file.path.c_str());
-        }
-    }
 }
 
 }  // namespace
@@ -112,8 +89,19 @@ std::optional<Failure> LoadDiaryFile(const DiaryFile& file, UserData& data,
     return Failure{path, ReasonText(error == ERROR_SUCCESS ? DWORD{DataFileCorrupt} : error)};
 }
 
+std::optional<Failure> MendDiary(const WideString& folder) {
+    if (MendDataFiles(folder.c_str()) != 0) {
+        return std::nullopt;
+    }
+    const std::string reason = ReasonText(::GetLastError());
+    return Failure{folder, "an unfinished save cannot be undone: " + reason};
+}
+
 std::optional<Failure> LoadDiary(UserData& data, const WideString& folder,
                                  const WideString& password) {
+    if (std::optional<Failure> failure = MendDiary(folder)) {
+        return failure;
+    }
     for (const DiaryFile& file : DiaryFiles()) {
         if (std::optional<Failure> failure = LoadDiaryFile(file, data, folder, password)) {
             return failure;
@@ -124,35 +112,36 @@ std::optional<Failure> LoadDiary(UserData& data, const WideString& folder,
 
 std::optional<Failure> SaveDiary(UserData& data, const WideString& folder,
                                  const WideString& password) {
-    for (const DiaryFile& file : DiaryFiles()) {
+    for (const DiaryFile& file : DiaryFiles()) {  // before the folder is made
         if (std::optional<Failure> failure = CheckLength(PathInFolder(folder, file.name))) {
             return failure;
         }
     }
-    if (CreateDirectoryTree(folder.c_str()) == 0) {
-        return Failure{folder, ReasonText(::GetLastError())};
-    }
-    std::vector<OldFile> saved;
+    // The data set puts a separator behind the folder; one that is nothing else must not get two.
+    const bool isRoot = folder.size() == 1 && IsSeparator(folder.front());
+    const WideString target = isRoot ? folder + TEXT(".") : folder;
+    std::vector<WideString> deleted;
     for (const DiaryFile& file : DiaryFiles()) {
-        if (!file.isDirty(data)) {
-            continue;
+        if (file.isDirty(data) && file.count(data) == 0) {
+            deleted.push_back(PathInFolder(folder, file.name));
         }
-        OldFile old{PathInFolder(folder, file.name), std::nullopt};
-        std::string bytes;
-        if (ReadWholeFile(old.path, std::numeric_limits<std::size_t>::max(), bytes)) {
-            old.bytes = std::move(bytes);
+    }
+    if (data.SaveFolder(target.c_str(), password.c_str()) == 0) {
+        const DWORD error = ::GetLastError();
+        for (const DiaryFile& file : DiaryFiles()) {
+            if (data.FailedPath().ends_with(WideString(TEXT("\\")).append(file.name))) {
+                const bool isDeleted = file.count(data) == 0;
+                return Failure{PathInFolder(folder, file.name),
+                               isDeleted ? "it could not be deleted" : ReasonText(error)};
+            }
         }
-        if (file.save(data, old.path.c_str(), password.c_str()) == 0) {
-            const DWORD error = ::GetLastError();
-            PutBack(saved);
-            return Failure{old.path, ReasonText(error)};
+        return Failure{folder, ReasonText(error)};
+    }
+    // The deletion of a single file does not say when it fails.
+    for (const WideString& path : deleted) {
+        if (FileExists(path)) {
+            return Failure{path, "it could not be deleted"};
         }
-        // An empty list deletes its file, and does not say when that fails.
-        if (file.count(data) == 0 && FileExists(old.path)) {
-            PutBack(saved);
-            return Failure{old.path, "it could not be deleted"};
-        }
-        saved.push_back(std::move(old));
     }
     return std::nullopt;
 }

@@ -13,7 +13,6 @@ namespace lunara {
 struct DiaryFile {
     const WCHAR* name;
     int (*load)(UserData& data, const WCHAR* path, const WCHAR* password);
-    int (*save)(UserData& data, const WCHAR* path, const WCHAR* password);
     std::int32_t (*count)(const UserData& data);
     bool (*isDirty)(const UserData& data);
 };
@@ -29,16 +28,18 @@ std::optional<Failure> CheckFolder(const WideString& folder);
 
 bool FileExists(const WideString& path);
 
+/// Undoes a save that was broken off (records/data_file_set.h); to be called before any loading.
+std::optional<Failure> MendDiary(const WideString& folder);
+
 /// Loads one file; a file that is not there loads as an empty collection.
 std::optional<Failure> LoadDiaryFile(const DiaryFile& file, UserData& data,
                                      const WideString& folder, const WideString& password);
 
-/// Loads all four, up to the first bad one.
+/// Mends the diary and loads all four, up to the first bad one.
 std::optional<Failure> LoadDiary(UserData& data, const WideString& folder,
                                  const WideString& password);
 
-/// Creates the folder and its parents and saves every dirty collection. When one cannot be saved,
-/// the files that were written before it are put back as they were.
+/// Creates the folder and its parents and saves every dirty collection: all of them or none.
 std::optional<Failure> SaveDiary(UserData& data, const WideString& folder,
                                  const WideString& password);
 

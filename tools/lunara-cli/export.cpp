@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <filesystem>
 #include <ostream>
 
@@ -8,15 +9,46 @@
 namespace lunara {
 namespace {
 
-/// The data file that the path names, if it names one: CSV must not take its place.
-bool IsDataFile(const WideString& path, const WideString& folder) {
+/// File names as systems compare them that do not tell capitals from small letters and drop dots
+/// and blanks at the end: the diary may move to one.
+std::string ComparableName(const std::filesystem::path& name) {
+    const std::u8string bytes = name.u8string();
+    std::string text(bytes.begin(), bytes.end());
+    text.erase(text.find_last_not_of(". ") + 1);
+    std::transform(text.begin(), text.end(), text.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return text;
+}
+
+/// Whether a name in the diary's folder belongs to the diary: a data file, there or not yet, or
+/// what saving puts beside it.
+bool IsDiaryName(const std::filesystem::path& name) {
+    const std::string wanted = ComparableName(name);
     for (const DiaryFile& file : DiaryFiles()) {
-        std::error_code error;
-        if (std::filesystem::equivalent(path, PathInFolder(folder, file.name), error)) {
+        for (const char* extension : {".dat", ".new", ".old"}) {
+            if (wanted ==
+                ComparableName(std::filesystem::path(file.name).replace_extension(extension))) {
+                return true;
+            }
+        }
+    }
+    return wanted == "save.set" || wanted == "save.end";
+}
+
+/// Whether the path names a file of the diary, under whatever spelling: CSV must not take its
+/// place.
+bool IsDiaryFile(const WideString& path, const WideString& folder) {
+    const std::filesystem::path target = TargetOf(path);
+    const std::filesystem::path diary = TargetOf(folder);
+    std::error_code error;
+    for (const DiaryFile& file : DiaryFiles()) {
+        if (std::filesystem::equivalent(target, diary / file.name, error)) {
             return true;
         }
     }
-    return false;
+    const std::filesystem::path parent = target.has_parent_path() ? target.parent_path() : ".";
+    return IsDiaryName(target.filename()) && std::filesystem::equivalent(parent, diary, error);
 }
 
 }  // namespace
@@ -24,6 +56,9 @@ bool IsDataFile(const WideString& path, const WideString& folder) {
 int RunExport(const Options& options, const WideString& password, const Streams& streams) {
     if (const std::optional<Failure> failure = CheckFolder(options.folder)) {
         return Report(*failure, streams);
+    }
+    if (options.csv != TEXT("-") && IsDiaryFile(options.csv, options.folder)) {
+        return Report({options.csv, "a data file of the diary itself"}, streams);
     }
     UserData data;
     if (const std::optional<Failure> failure = LoadDiary(data, options.folder, password)) {
@@ -33,9 +68,6 @@ int RunExport(const Options& options, const WideString& password, const Streams&
     if (options.csv == TEXT("-")) {
         streams.out << text;
         return ExitDone;
-    }
-    if (IsDataFile(options.csv, options.folder)) {
-        return Report({options.csv, "a data file of the diary itself"}, streams);
     }
     if (!ReplaceWholeFile(options.csv, text)) {
         return Report({options.csv, ReasonText(::GetLastError())}, streams);

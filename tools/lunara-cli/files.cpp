@@ -1,10 +1,11 @@
 #include "files.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <istream>
 #include <limits>
+#include <string>
 
+#include "platform/arguments.h"
 #include "platform/message_text.h"
 #include "records/replacement_file.h"
 
@@ -87,7 +88,7 @@ bool WriteBytes(HANDLE file, std::string_view bytes) {
 }
 
 /// Whether something is there that must not be replaced by a file.
-bool IsSpecialFile(const WideString& path) {
+bool IsSpecialFile(const std::filesystem::path& path) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
     return !error && std::filesystem::exists(status) && !std::filesystem::is_regular_file(status) &&
@@ -97,6 +98,28 @@ bool IsSpecialFile(const WideString& path) {
 bool WriteToSpecialFile(const WideString& path, std::string_view bytes) {
     OpenFile file(path, GENERIC_WRITE);
     return file.IsOpen() && WriteBytes(file.Handle(), bytes) && file.Close();
+}
+
+/// The path as the program's own calls take it.
+WideString WideOf(const std::filesystem::path& path) {
+    const std::u8string bytes = path.u8string();
+    return FromUtf8({reinterpret_cast<const char*>(bytes.data()), bytes.size()}).value_or(TEXT(""));
+}
+
+/// A name beside `path` that nothing has: she may keep a file of any name there.
+WideString FreeSiblingOf(const WideString& path) {
+    WideString sibling = SiblingPath(path);
+    const auto isTaken = [&sibling] {
+        std::error_code error;
+        return std::filesystem::exists(
+            std::filesystem::symlink_status(std::filesystem::path(sibling), error));
+    };
+    for (int number = 2; isTaken(); ++number) {
+        std::string extension = std::to_string(number);
+        extension.insert(0, 1, '.').append(".new");
+        sibling = path + WideString(extension.begin(), extension.end());
+    }
+    return sibling;
 }
 
 }  // namespace
@@ -159,11 +182,27 @@ bool ReadWholeStream(std::istream& stream, std::size_t limit, std::string& bytes
     return stream.eof() && !stream.bad();
 }
 
+std::filesystem::path TargetOf(const WideString& path) {
+    constexpr int MostLinks = 40;  // as many as systems follow
+    WideString plain = path;
+    std::replace_if(
+        plain.begin(), plain.end(), [](WCHAR unit) { return unit == '/' || unit == '\\'; },
+        static_cast<WCHAR>(PathSeparator));
+    std::filesystem::path target(plain);
+    std::error_code error;
+    for (int i = 0; i < MostLinks && std::filesystem::is_symlink(target, error); ++i) {
+        target = target.parent_path() / std::filesystem::read_symlink(target, error);
+    }
+    return target;
+}
+
 bool ReplaceWholeFile(const WideString& path, std::string_view bytes) {
-    if (IsSpecialFile(path)) {
+    const std::filesystem::path target = TargetOf(path);
+    if (IsSpecialFile(target)) {
         return WriteToSpecialFile(path, bytes);
     }
-    ReplacementFile file(path.c_str());
+    const WideString wide = WideOf(target);
+    ReplacementFile file(wide, FreeSiblingOf(wide));
     return file.Create() != 0 && file.Write(bytes.data(), bytes.size()) != 0 &&
            file.PutInPlace() != 0;
 }

@@ -43,9 +43,4 @@ std::optional<DateKey> ParseIsoDate(std::string_view text) {
     return MakeDateKey(year, month, day);
 }
 
-bool IsRealDay(DateKey key) {
-    // Not by the system's conversion: Wine's takes 29 February in every year.
-    return KeyOfDayNumber(DayNumber(key)) == key;
-}
-
 }  // namespace lunara

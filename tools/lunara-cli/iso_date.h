@@ -17,7 +17,4 @@ std::string IsoDate(DateKey key);
 /// to 31 of any month. Nothing for any other text.
 std::optional<DateKey> ParseIsoDate(std::string_view text);
 
-/// Whether the calendar has that day: 31 February is a key like any other, but no day.
-bool IsRealDay(DateKey key);
-
 }  // namespace lunara

@@ -30,20 +30,25 @@ void AddToday(CLI::App* command, RawOptions& raw) {
     command->add_option("--today", raw.today, "The day to take for today, YYYY-MM-DD");
 }
 
-/// UTF-16 of an argument, or a usage error.
+/// UTF-16 of an argument, or a usage error. A surrogate without its partner is no character: the
+/// system's own path functions would stop at it.
 WideString WideArgument(const std::string& argument) {
-    std::optional<WideString> wide = FromUtf8(argument);
+    std::optional<WideString> wide = FromStrictUtf8(argument);
     if (!wide || wide->find(WCHAR{0}) != WideString::npos) {
         throw CLI::ValidationError("an argument is not UTF-8");
     }
     return *wide;
 }
 
-WideString FolderArgument(const std::string& argument) {
-    WideString folder = WideArgument(argument);
-    if (folder.empty()) {
-        throw CLI::ValidationError("DIR is empty");
+WideString NameArgument(const std::string& argument, const std::string& option) {
+    if (argument.empty()) {
+        throw CLI::ValidationError(option + " is empty");
     }
+    return WideArgument(argument);
+}
+
+WideString FolderArgument(const std::string& argument) {
+    WideString folder = NameArgument(argument, "DIR");
     // A lone separator is a folder itself.
     const std::size_t last = folder.find_last_not_of(TEXT("/\\"));
     folder.resize(last == WideString::npos ? 1 : last + 1);
@@ -64,13 +69,15 @@ Options TakeOptions(const CLI::App& used, Command command, const RawOptions& raw
     options.json = raw.json;
     options.folder = FolderArgument(raw.folder);
     if (used.count("--password-file") != 0) {
-        options.passwordFile = WideArgument(raw.passwordFile);
+        options.passwordFile = NameArgument(raw.passwordFile, "--password-file");
     }
     const CLI::Option* today = used.get_option_no_throw("--today");
     if (today != nullptr && today->count() != 0) {
         options.today = TodayArgument(raw.today);
     }
-    options.csv = WideArgument(raw.csv);
+    if (used.get_option_no_throw("--csv") != nullptr) {
+        options.csv = NameArgument(raw.csv, "--csv");
+    }
     return options;
 }
 

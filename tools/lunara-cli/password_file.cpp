@@ -8,17 +8,6 @@ namespace {
 constexpr std::size_t LongestPasswordFile = std::size_t{64} * 1024;
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
-/// Surrogates written as three bytes each: `FromUtf8` takes them back for file names and notes, but
-/// they are not UTF-8, and no editor writes them.
-bool HoldsSurrogate(std::string_view bytes) {
-    for (std::size_t i = 0; i + 1 < bytes.size(); ++i) {
-        if (bytes[i] == '\xED' && static_cast<unsigned char>(bytes[i + 1]) >= 0xA0) {
-            return true;
-        }
-    }
-    return false;
-}
-
 std::string_view WithoutLineEnd(std::string_view text) {
     if (!text.empty() && text.back() == '\n') {
         text.remove_suffix(1);
@@ -35,8 +24,8 @@ const char* TakePassword(std::string_view text, WideString& password) {
         text.remove_prefix(ByteOrderMark.size());
     }
     text = WithoutLineEnd(text);
-    std::optional<WideString> wide = FromUtf8(text);
-    if (!wide || HoldsSurrogate(text)) {
+    std::optional<WideString> wide = FromStrictUtf8(text);  // no editor writes surrogates
+    if (!wide) {
         return "the password is not UTF-8";
     }
     if (wide->find(WCHAR{0}) != WideString::npos) {

@@ -6,6 +6,9 @@
 namespace lunara {
 
 int RunSample(const Options& options, const WideString& password, const Streams& streams) {
+    if (const std::optional<Failure> failure = MendDiary(options.folder)) {
+        return Report(*failure, streams);
+    }
     for (const DiaryFile& file : DiaryFiles()) {
         const WideString path = PathInFolder(options.folder, file.name);
         if (FileExists(path)) {
