@@ -9,16 +9,12 @@
 #include <memory>
 
 #include "blowfish_peers.h"
-#include "records/replacement_file.h"
+#include "forty_years.h"
+#include "records/data_file_set.h"
 #include "report.h"
 
 namespace lunara::bench {
 namespace {
-
-constexpr std::int32_t BleedingDays = 2'700;
-constexpr std::int32_t TemperatureDays = 14'600;
-constexpr std::int32_t NotePages = 3'000;
-constexpr const WCHAR* Password = TEXT("ein geheimeswort");
 
 /// A folder on the disk of the system's temporary files, with the diary's three files.
 class Diary {
@@ -27,19 +23,8 @@ class Diary {
         std::string pattern = std::filesystem::temp_directory_path() / "lunara-bench-XXXXXX";
         Require(::mkdtemp(pattern.data()) != nullptr, "mkdtemp");
         folder = pattern;
-        const std::int32_t first = DayNumber(MakeDateKey(1986, 1, 1));
-        for (std::int32_t i = 0; i < TemperatureDays; ++i) {
-            temperature.Set(KeyOfDayNumber(first + i), 9700 + i % 100);
-        }
-        for (std::int32_t i = 0; i < BleedingDays; ++i) {
-            bleeding.Set(KeyOfDayNumber(first + i / 5 * 28 + i % 5), 1);
-        }
-        const WideString text(60, 'n');
-        for (std::int32_t i = 0; i < NotePages / 2; ++i) {
-            notes.AppendText(KeyOfDayNumber(first + 9 * i), text.c_str(), 60);
-        }
-        Require(notes.Count() == NotePages, "note pages");
-        Save(Password);
+        Require(FillFortyYears(temperature, bleeding, notes), "note pages");
+        Save(DiaryPassword);
     }
     Diary(const Diary&) = delete;
     Diary& operator=(const Diary&) = delete;
@@ -50,27 +35,25 @@ class Diary {
 
     WideString Path(const char* name) const { return (folder / name).u16string(); }
 
+    /// As the program saves what has changed.
     void Save(const WCHAR* password) {
-        temperature.dirty = true;
-        bleeding.dirty = true;
-        notes.dirty = true;
-        Require(SaveDayValues(temperature, Path(Files[0]).c_str(), password) == 1 &&
-                    SaveDayValues(bleeding, Path(Files[1]).c_str(), password) == 1 &&
-                    SaveNotePages(notes, Path(Files[2]).c_str(), password) == 1,
+        DataFileSet files(folder.u16string().c_str());
+        Require(WriteDayValues(temperature, *files.Replace(DataFile::Temperature), password) == 1 &&
+                    WriteDayValues(bleeding, *files.Replace(DataFile::Bleeding), password) == 1 &&
+                    WriteNotePages(notes, *files.Replace(DataFile::NotePages), password) == 1 &&
+                    files.PutInPlace() == 1,
                 "save");
     }
 
     void Load() {
-        Require(LoadDayValues(temperature, Path(Files[0]).c_str(), Password) == 1 &&
-                    LoadDayValues(bleeding, Path(Files[1]).c_str(), Password) == 1 &&
-                    LoadNotePages(notes, Path(Files[2]).c_str(), Password) == 1 &&
+        Require(LoadDayValues(temperature, Path(Files[0]).c_str(), DiaryPassword) == 1 &&
+                    LoadDayValues(bleeding, Path(Files[1]).c_str(), DiaryPassword) == 1 &&
+                    LoadNotePages(notes, Path(Files[2]).c_str(), DiaryPassword) == 1 &&
                     notes.Count() == NotePages,
                 "load");
     }
 
     static constexpr const char* Files[] = {"Temperature.dat", "Bleeding.dat", "NotePages.dat"};
-    static constexpr std::int64_t Bytes =
-        3 * 4 + (TemperatureDays + BleedingDays) * 8 + NotePages * 72;
 
   private:
     std::filesystem::path folder;
@@ -101,7 +84,7 @@ void AddLoad() {
         for (auto _ : state) {
             diary.Load();
         }
-        state.SetBytesProcessed(state.iterations() * Diary::Bytes);
+        state.SetBytesProcessed(state.iterations() * DiaryBytes);
     });
     AddCase("load/plain bytes", Time::Processor, [](benchmark::State& state) {
         const Diary diary;
@@ -111,7 +94,7 @@ void AddLoad() {
                 benchmark::DoNotOptimize(ReadPlain(diary.Path(name).c_str(), length));
             }
         }
-        state.SetBytesProcessed(state.iterations() * Diary::Bytes);
+        state.SetBytesProcessed(state.iterations() * DiaryBytes);
     });
 }
 
@@ -130,7 +113,7 @@ void AddPeerLoad() {
                         benchmark::DoNotOptimize(bytes.get());
                     }
                 }
-                state.SetBytesProcessed(state.iterations() * Diary::Bytes);
+                state.SetBytesProcessed(state.iterations() * DiaryBytes);
             });
 }
 
@@ -142,7 +125,7 @@ void AddSave() {
             for (auto _ : state) {
                 diary.Save(password);
             }
-            state.SetBytesProcessed(state.iterations() * Diary::Bytes);
+            state.SetBytesProcessed(state.iterations() * DiaryBytes);
         };
     };
     AddCase(
@@ -164,10 +147,10 @@ void AddSave() {
                             "write");
                 }
             }
-            state.SetBytesProcessed(state.iterations() * Diary::Bytes);
+            state.SetBytesProcessed(state.iterations() * DiaryBytes);
         },
         Seconds);
-    AddCase("save/lunara, enciphered", Time::Clock, lunaraSave(Password), Seconds);
+    AddCase("save/lunara, enciphered", Time::Clock, lunaraSave(DiaryPassword), Seconds);
     AddCase("save/lunara, without password", Time::Clock, lunaraSave(TEXT("")), Seconds);
 }
 
@@ -181,7 +164,5 @@ int main(int argc, char** argv) {
     AddPeerLoad<GcryptBlowfish<GCRY_CIPHER_MODE_ECB>>();
     AddPeerLoad<NettleBlowfish>();
     AddSave();
-    return RunAll(argc, argv,
-                  "40 years in 3 files: 2,700 bleeding days, 14,600 temperatures, 3,000 note pages "
-                  "(354,412 bytes)");
+    return RunAll(argc, argv, DiaryDescription);
 }

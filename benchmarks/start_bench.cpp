@@ -5,27 +5,18 @@
 // Both are started from outside, turn by turn, and watched until a pixel of their window has the
 // colour that only their own painting gives it.
 
-#include <windows.h>
-
-#include <algorithm>
-#include <cstdio>
 #include <functional>
 #include <string>
-#include <vector>
+
+#include "spread.h"
 
 namespace {
+
+using lunara::bench::NowMs;
 
 constexpr int Runs = 15;
 constexpr DWORD LongestWaitMs = 20'000;
 constexpr COLORREF BareColor = RGB(192, 192, 192);  // what bare_window.cpp paints
-
-double NowMs() {
-    LARGE_INTEGER count{};
-    LARGE_INTEGER frequency{};
-    ::QueryPerformanceCounter(&count);
-    ::QueryPerformanceFrequency(&frequency);
-    return static_cast<double>(count.QuadPart) * 1000.0 / static_cast<double>(frequency.QuadPart);
-}
 
 bool WaitUntil(const std::function<bool()>& condition) {
     const double start = NowMs();
@@ -142,7 +133,7 @@ bool RunToEnd(const std::wstring& commandLine) {
 std::wstring PrepareProgram(const std::wstring& build) {
     const std::wstring folder = build + L"\\benchmarks\\start";
     ::CreateDirectoryW(folder.c_str(), nullptr);
-    const std::wstring program = folder + L"\\Lunara.exe";
+    std::wstring program = folder + L"\\Lunara.exe";
     if (::CopyFileW((build + L"\\Lunara.exe").c_str(), program.c_str(), FALSE) == 0) {
         return {};
     }
@@ -181,9 +172,9 @@ double Median(std::vector<double> times) {
 
 }  // namespace
 
-int wmain(int /*count*/, wchar_t** arguments) {
+int main() {
     wchar_t self[MAX_PATH] = {};
-    ::GetFullPathNameW(arguments[0], MAX_PATH, self, nullptr);
+    ::GetModuleFileNameW(nullptr, self, MAX_PATH);
     std::wstring build(self);
     build.erase(build.find_last_of(L'\\'));
     const std::wstring bare = build + L"\\bare_window.exe";

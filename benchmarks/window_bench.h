@@ -1,0 +1,65 @@
+#pragma once
+
+// What the programs that measure painting share: one date, the size of the program's window, a view
+// in a bare frame, and the bare fill and copy that every repaint is compared with.
+
+#include "frame/gdi.h"
+#include "frame/settings.h"
+#include "frame/window.h"
+#include "platform/clock.h"
+#include "records/dates.h"
+#include "spread.h"
+
+namespace lunara::bench {
+
+inline constexpr int WidthPx = 480;
+inline constexpr int HeightPx = 640;
+inline constexpr int Rounds = 400;
+inline constexpr double RepaintTargetMs = 8.0;
+
+/// The day that every run stands at, whatever the day is; and no settings of the machine's.
+inline SYSTEMTIME SetSurroundings() {
+    SetAppInstance(::GetModuleHandleW(nullptr));
+    SYSTEMTIME today{};
+    FromDateKey(MakeDateKey(2026, 3, 15), today);
+    SetLocalNow(today);
+    SetSettingsLocation({nullptr, nullptr, TEXT("")});
+    return today;
+}
+
+/// Makes the frame and the view that fills it, and paints them; false when one cannot be made.
+inline bool ShowView(Window& frame, Window& view, DWORD viewStyle = 0) {
+    if (frame.Create(0, nullptr, TEXT("Benchmark"), WS_POPUP | WS_VISIBLE, 0, 0, WidthPx, HeightPx,
+                     nullptr, nullptr) == 0 ||
+        view.Create(0, nullptr, TEXT("View"), WS_CHILD | WS_VISIBLE | viewStyle, 0, 0, WidthPx,
+                    HeightPx, frame.Handle(), nullptr) == 0) {
+        std::fprintf(stderr, "no window could be made\n");
+        return false;
+    }
+    ::RedrawWindow(view.Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    ::GdiFlush();
+    return true;
+}
+
+inline Spread MeasureBare(HWND window) {
+    const WindowDcScope screen(window);
+    const MemoryDc memory(::CreateCompatibleDC(screen.Dc()));
+    const Bitmap bitmap(::CreateCompatibleBitmap(screen.Dc(), WidthPx, HeightPx));
+    const SelectScope selected(memory.Get(), bitmap.Get());
+    const RECT all = {0, 0, WidthPx, HeightPx};
+    return Measure(Rounds, [&] {
+        ::FillRect(memory.Get(), &all, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
+        ::BitBlt(screen.Dc(), 0, 0, WidthPx, HeightPx, memory.Get(), 0, 0, SRCCOPY);
+        ::GdiFlush();
+    });
+}
+
+/// Prints and returns whether the median is at most `targetMs`.
+inline bool Keeps(const char* name, const Spread& spread, const Spread& bare, double targetMs) {
+    const bool isKept = spread.median <= targetMs;
+    std::printf("%s: %.1f times the bare fill and copy; at most %.0f ms allowed: %s\n", name,
+                spread.median / bare.median, targetMs, isKept ? "kept" : "EXCEEDED");
+    return isKept;
+}
+
+}  // namespace lunara::bench
