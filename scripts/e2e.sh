@@ -6,11 +6,15 @@
 #
 # Pictures of the steps are left in <build folder>/e2e/pictures, as PNG where ImageMagick is installed.
 #
+# LUNARA_E2E_RUN names a run that goes on beside another one: it has a Wine prefix, a date and a disk of
+# its own, and leaves the other's pictures alone. Only other tests: a test has one folder of files.
+#
 # The Wine server is started before the date is set, and so keeps the timers in the real time. Only the
 # clock of the day is changed, not the one that counts on: timers and tick counts run as always.
 set -euo pipefail
 
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+run=${LUNARA_E2E_RUN:+-$LUNARA_E2E_RUN}
 
 if [[ ${1:-} == --inside ]]; then
     program=$2
@@ -21,26 +25,33 @@ if [[ ${1:-} == --inside ]]; then
         exit 1
     fi
     folder=$(dirname "$program")
-    date_file=$folder/e2e-date.txt
+    # Lets a test declare a disk full (tests/e2e/full_disk.cpp).
+    full_disk=$folder/full_disk$run.so
+    ${CXX:-c++} -std=c++20 -O1 -shared -fPIC -o "$full_disk" "$project/tests/e2e/full_disk.cpp" -ldl
+    full_disk_file=$folder/e2e-full-disk$run.txt
+    rm -f "$full_disk_file"
+    date_file=$folder/e2e-date$run.txt
     echo "2006-03-05 12:00:00" >"$date_file"
     # A desktop window of its own: there, Wine draws frames and moves the focus itself, and does not
     # wait for a window manager that is not there.
     wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f >/dev/null 2>&1
     wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1024x900 /f >/dev/null 2>&1
     LUNARA_E2E_DATE_FILE=$(winepath -w "$date_file" 2>/dev/null) \
+        LUNARA_E2E_FULL_DISK=$(winepath -w "$full_disk_file" 2>/dev/null) \
+        LUNARA_E2E_FULL_DISK_HOST=$full_disk_file \
         TZ=UTC FAKETIME_TIMESTAMP_FILE=$date_file FAKETIME_NO_CACHE=1 \
         DONT_FAKE_MONOTONIC=1 FAKETIME_DONT_FAKE_MONOTONIC=1 NO_FAKE_STAT=1 \
-        LD_PRELOAD=$library wine "$program" "$@"
+        LD_PRELOAD=$library:$full_disk wine "$program" "$@"
     exit
 fi
 
 # A prefix of its own, because of that desktop.
-export WINEPREFIX=${LUNARA_E2E_PREFIX:-$project/build/wine-e2e}
+export WINEPREFIX=${LUNARA_E2E_PREFIX:-$project/build/wine-e2e$run}
 program=${1:-$project/build/windows/tests/e2e/lunara_e2e.exe}
 (($# == 0)) || shift
 program=$(realpath "$program")
 pictures=$(dirname "$(dirname "$(dirname "$program")")")/e2e/pictures
-rm -rf "$pictures"
+[[ -n $run ]] || rm -rf "$pictures"
 
 status=0
 LUNARA_TIMEOUT=${LUNARA_TIMEOUT:-1800} \

@@ -31,11 +31,32 @@ step() {
 # gtest NAME COMMAND...: a GoogleTest program, whose own counts are added up. A program that ends
 # without its closing lines, or fails without a failed test, counts as one failed test.
 gtest() {
-    local name="$1" log start=$SECONDS status ok bad left
+    local name="$1" start=$SECONDS status
     shift
-    log=$(log_of "$name")
-    "$@" >"$log" 2>&1
+    "$@" >"$(log_of "$name")" 2>&1
     status=$?
+    count "$name" "$status" $((SECONDS - start))
+}
+
+# gtest_beside NAME COMMAND...: the same, while what follows goes on; `gtest_collect` waits for it.
+gtest_beside() {
+    beside_name="$1"
+    shift
+    beside_start=$SECONDS
+    "$@" >"$(log_of "$beside_name")" 2>&1 &
+    beside=$!
+}
+
+gtest_collect() {
+    local status=0
+    wait "$beside" || status=$?
+    count "$beside_name" "$status" $((SECONDS - beside_start))
+}
+
+# count NAME STATUS SECONDS: adds up what the test program of that name said.
+count() {
+    local name="$1" status="$2" seconds="$3" log ok bad left
+    log=$(log_of "$name")
     sed -i 's/\r$//' "$log"
     ok=$(sed -n 's/^\[  PASSED  \] \([0-9]*\) test.*/\1/p' "$log" | tail -n 1)
     bad=$(sed -n 's/^\[  FAILED  \] \([0-9]*\) test.*, listed below:/\1/p' "$log" | tail -n 1)
@@ -47,10 +68,10 @@ gtest() {
     failed=$((failed + ${bad:-0}))
     skipped=$((skipped + ${left:-0}))
     if ((${bad:-0} == 0)); then
-        printf '   ok      %-40s %4d s  %5d passed\n' "$name" $((SECONDS - start)) "$ok"
+        printf '   ok      %-40s %4d s  %5d passed\n' "$name" "$seconds" "$ok"
     else
         printf '   FAILED  %-40s %4d s  %5d passed, %d failed, status %d, %s\n' "$name" \
-            $((SECONDS - start)) "${ok:-0}" "$bad" "$status" "$log"
+            "$seconds" "${ok:-0}" "$bad" "$status" "$log"
         grep -E 'Failure|^\[  FAILED  \]' "$log" | head -n 20
         tail -n 30 "$log"
     fi

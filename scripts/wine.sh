@@ -33,6 +33,11 @@ export WINEPREFIX="${WINEPREFIX:-$project/build/wine}"
 export WINEARCH=win64
 # -all also silences the remark that there is no 32-bit Wine, which nothing here needs.
 export WINEDEBUG="${WINEDEBUG:--all}"
+# Wine writes file names in the character set of the locale. In that of a bare system, which is none,
+# names with other letters than English ones cannot be made.
+if [[ $(locale charmap 2>/dev/null) != UTF-8 ]]; then
+    export LC_ALL=C.UTF-8
+fi
 # Without these two Wine offers to download them; winemenubuilder writes into the user's own menus.
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=;winemenubuilder.exe=d}"
 
@@ -122,6 +127,13 @@ if [[ -z ${DISPLAY:-} || ${LUNARA_DISPLAY:-} == virtual ]]; then
 fi
 if [[ ! -e $WINEPREFIX/.ready ]]; then
     make_prefix
+fi
+
+# The signs on caption buttons are letters of this font, which Debian's Wine does not find where its
+# package puts it. Without it a window has the buttons "0", "1" and "r".
+signs=/usr/share/wine/fonts/marlett.ttf
+if [[ -e $signs ]]; then
+    ln -sf "$signs" "$WINEPREFIX/drive_c/windows/Fonts/marlett.ttf"
 fi
 
 # In the background and waited for, so that a signal to this script is handled at once.

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "tests/e2e/remote.h"
+#include "tests/e2e/input.h"
 #include "tests/e2e/wait.h"
 
 namespace lunara::e2e {
@@ -57,27 +57,29 @@ HWND FindChild(HWND parent, DWORD process, const WCHAR* className, const WCHAR* 
     return search.found;
 }
 
-INPUT KeyInput(WORD key, WORD scan, DWORD flags) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.wScan = scan;
-    input.ki.dwFlags = flags;
-    return input;
+bool NeedsPaint(HWND window) {
+    return ::IsWindowVisible(window) != 0 && ::GetUpdateRect(window, nullptr, FALSE) != 0;
 }
 
-/// A button event at a place of the screen. The place goes with the event: a pointer moved
-/// beforehand may have been moved on by the display when the event comes.
-INPUT MouseInput(DWORD button, POINT screen) {
-    constexpr LONG Span = 65536;  // the screen's width and height in the event's units
-    const LONG width = ::GetSystemMetrics(SM_CXSCREEN);
-    const LONG height = ::GetSystemMetrics(SM_CYSCREEN);
-    INPUT input{};
-    input.type = INPUT_MOUSE;
-    input.mi.dx = (screen.x * Span + width - 1) / width;
-    input.mi.dy = (screen.y * Span + height - 1) / height;
-    input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | button;
-    return input;
+BOOL CALLBACK MatchUnpainted(HWND window, LPARAM lParam) {
+    auto& found = *reinterpret_cast<bool*>(lParam);
+    found = NeedsPaint(window);
+    return found ? FALSE : TRUE;
+}
+
+/// Whether a window inside this one has something left to paint; none when it is gone.
+bool HasUnpainted(HWND parent) {
+    bool found = false;
+    ::EnumChildWindows(parent, MatchUnpainted, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+/// Whether the window or one inside it has its program's focus.
+bool HasFocus(HWND window) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &info);
+    return info.hwndFocus == window || ::IsChild(window, info.hwndFocus) != 0;
 }
 
 /// The agenda's request for a row, laid out as the control lays it out.
@@ -90,21 +92,17 @@ struct RowRequest {
     std::array<Row::Cell, 5> cells;
 };
 
-/// The calendar's answer to a hit test.
-struct CalendarHit {
-    POINT point;
-    SYSTEMTIME date;
-    RECT cell;
-};
 constexpr UINT CalendarHitTest = WM_USER + 3;
 
 constexpr WCHAR DialogClass[] = L"#32770";
+constexpr DWORD FocusPatienceMs = 5000;  // a dialog in the background never gets it
 constexpr WCHAR MenuClass[] = L"#32768";
 
 }  // namespace
 
 Program::~Program() {
     Kill();
+    visitor.reset();
     ::CloseHandle(process.hThread);
     ::CloseHandle(process.hProcess);
 }
@@ -179,7 +177,10 @@ HWND Program::WaitForDialog(const WCHAR* title) {
     });
     if (!came || dialog == nullptr) {
         Fail(std::wstring(L"no dialog \"") + title + L"\"");
+        return nullptr;
     }
+    // A new dialog takes the focus as the last of all, and a click before that is lost on the way.
+    WaitFor([dialog] { return HasFocus(dialog); }, FocusPatienceMs);
     return dialog;
 }
 
@@ -236,16 +237,45 @@ bool Program::WaitUntilUncovered(HWND window, POINT client, POINT& screen) {
     if (!WaitFor([&] {
             screen = client;
             ::ClientToScreen(window, &screen);
-            return ::WindowFromPoint(screen) == window;
+            const HWND above = ::WindowFromPoint(screen);
+            if (above == main && ::IsWindowEnabled(main) == 0) {
+                // Where a dialog was dragged and its owner went along, Wine's list of windows may
+                // have the owner above it, though the screen shows the dialog.
+                ::SetWindowPos(::GetAncestor(window, GA_ROOT), HWND_TOP, 0, 0, 0, 0,
+                               SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_ASYNCWINDOWPOS);
+            }
+            return above == window;
         })) {
-        return Fail(L"what is to be clicked is covered");
+        std::array<WCHAR, 64> above{};
+        ::GetClassNameW(::WindowFromPoint(screen), above.data(), static_cast<int>(above.size()));
+        return Fail(std::wstring(L"what is to be clicked is covered by a ") + above.data());
     }
     return true;
 }
 
 bool Program::ClickAt(HWND window, POINT client) {
     POINT screen{};
-    return WaitUntilUncovered(window, client, screen) && ClickScreen(screen);
+    return WaitUntilUncovered(window, client, screen) && PutPointer(screen) && ClickScreen(screen);
+}
+
+bool Program::PutPointer(POINT screen) {
+    // The display reports where it last moved its own pointer some time later, as a move. Between a
+    // press and its release, that would take the click away from the window.
+    constexpr int Alike = 4;
+    INPUT move = MouseInput(0, screen);
+    int alike = 0;
+    if (!WaitFor([&] {
+            POINT pointer{};
+            if (::GetCursorPos(&pointer) == 0 || pointer.x != screen.x || pointer.y != screen.y) {
+                ::SendInput(1, &move, sizeof move);
+                alike = 0;
+                return false;
+            }
+            return ++alike == Alike;
+        })) {
+        return Fail(L"the pointer does not stay where it is put");
+    }
+    return true;
 }
 
 bool Program::ClickScreen(POINT screen) {
@@ -261,14 +291,16 @@ bool Program::Drag(HWND window, POINT from, POINT to, const std::function<void()
         return false;
     }
     ::ClientToScreen(window, &to);
-    std::array<INPUT, 2> inputs = {MouseInput(MOUSEEVENTF_LEFTDOWN, start), MouseInput(0, to)};
-    if (::SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT)) !=
-        inputs.size()) {
+    const auto send = [](INPUT input) { return ::SendInput(1, &input, sizeof input) == 1; };
+    // The display moves its own pointer after ours and reports that as a move of its own, some time
+    // later. It must not come between the last move and the release, where it would take the window
+    // back to the start.
+    if (!send(MouseInput(MOUSEEVENTF_LEFTDOWN, start)) || !Settle() || !send(MouseInput(0, to)) ||
+        !Settle()) {
         return false;
     }
     held();
-    INPUT release = MouseInput(MOUSEEVENTF_LEFTUP, to);
-    return ::SendInput(1, &release, sizeof(INPUT)) == 1;
+    return send(MouseInput(MOUSEEVENTF_LEFTUP, to));
 }
 
 POINT Program::ThumbCentre() const {
@@ -310,13 +342,17 @@ void Program::Type(const std::wstring& text) {
 }
 
 bool Program::Leave(HWND dialog, int button) {
-    if (!Click(::GetDlgItem(dialog, button))) {
-        return false;
+    // A click before the display has the dialog in place may go to what lies below it.
+    constexpr int Attempts = 10;
+    for (int attempt = 0; attempt < Attempts; ++attempt) {
+        if (!Click(::GetDlgItem(dialog, button))) {
+            return false;
+        }
+        if (WaitFor([&] { return ::IsWindow(dialog) == 0; }, PatienceMs / Attempts)) {
+            return true;
+        }
     }
-    if (!WaitFor([&] { return ::IsWindow(dialog) == 0; })) {
-        return Fail(L"the dialog \"" + TextOf(dialog) + L"\" does not close");
-    }
-    return true;
+    return Fail(L"the dialog \"" + TextOf(dialog) + L"\" does not close");
 }
 
 void Program::Send(UINT command) {
@@ -327,10 +363,20 @@ void Program::Post(UINT command) { ::PostMessageW(main, WM_COMMAND, command, 0);
 
 bool Program::Settle() {
     // A window is asked to paint only when no message is left, posted or from mouse and keyboard.
-    // So the main window, of which nothing is seen between its children, is made to paint itself,
-    // and when it has, all that came before is done.
-    ::RedrawWindow(main, nullptr, nullptr, RDW_INVALIDATE | RDW_NOCHILDREN);
-    if (!WaitFor([&] { return ::GetUpdateRect(main, nullptr, FALSE) == 0 || !IsRunning(); })) {
+    // So one is made to paint itself, and when it has, all that came before is done. It is one that
+    // can be seen, since no other is asked, and one that nothing paints at once, in the middle of
+    // things: a view's scroll bar draws itself without that, a dialog's label does not change. Menu
+    // bar, fields and chart do not wait, and paint the windows that they lie in as well.
+    const HWND dialog = FindAnyDialog();
+    const HWND front = dialog != nullptr ? dialog : main;
+    const HWND leaf = dialog != nullptr
+                          ? ::FindWindowExW(dialog, nullptr, L"static", nullptr)
+                          : ::GetDlgItem(IsOnTop(Graph()) ? Graph() : Diary(), ControlScrollBar);
+    const HWND fence = leaf != nullptr ? leaf : front;
+    ::RedrawWindow(fence, nullptr, nullptr, RDW_INVALIDATE);
+    // Then the others paint. Before they have, they look and may even act as they did.
+    if (!WaitFor([&] { return !NeedsPaint(fence) || !IsRunning(); }) ||
+        !WaitFor([&] { return !HasUnpainted(front) || !IsRunning(); })) {
         return Fail(L"the program does not answer");
     }
     return IsRunning();
@@ -415,19 +461,20 @@ bool Program::ClickMenuItem(HWND menuWindow, UINT id) {
     constexpr int MostItems = 30;
     for (int position = 0; position < MostItems; ++position) {
         std::uint64_t found = 0;
-        CallInside(process.hProcess, "GetMenuItemID",
-                   {static_cast<std::uint64_t>(menu), static_cast<std::uint64_t>(position)}, found);
+        Inside().Call("GetMenuItemID",
+                      {static_cast<std::uint64_t>(menu), static_cast<std::uint64_t>(position)},
+                      found);
         if (static_cast<UINT>(found) != id) {
             continue;
         }
         RECT item{};
         RemoteBlock block(process.hProcess, sizeof item);
         std::uint64_t done = 0;
-        if (!CallInside(process.hProcess, "GetMenuItemRect",
-                        {reinterpret_cast<std::uintptr_t>(menuWindow),
-                         static_cast<std::uint64_t>(menu), static_cast<std::uint64_t>(position),
-                         reinterpret_cast<std::uintptr_t>(block.Address())},
-                        done) ||
+        if (!Inside().Call("GetMenuItemRect",
+                           {reinterpret_cast<std::uintptr_t>(menuWindow),
+                            static_cast<std::uint64_t>(menu), static_cast<std::uint64_t>(position),
+                            reinterpret_cast<std::uintptr_t>(block.Address())},
+                           done) ||
             static_cast<BOOL>(done) == FALSE || !block.Read(&item, sizeof item)) {
             return false;
         }
@@ -465,13 +512,22 @@ int Program::ButtonState(UINT command) const {
     return static_cast<int>(::SendMessageW(MenuBar(), TB_GETSTATE, command, 0));
 }
 
+Visitor& Program::Inside() const {
+    if (!visitor) {
+        // An answer, so that the program is about to wait again.
+        ::SendMessageTimeoutW(main, WM_NULL, 0, 0, SMTO_NORMAL, PatienceMs, nullptr);
+        visitor = std::make_unique<Visitor>(process.hProcess);
+    }
+    return *visitor;
+}
+
 bool Program::SendRecord(HWND window, UINT message, WPARAM wParam, void* record, std::size_t size,
                          LRESULT* result) const {
     RemoteBlock block(process.hProcess, size);
     LRESULT answer = 0;
     if (!block.Write(record, size) ||
-        !SendFromInside(process.hProcess, window, message, wParam,
-                        reinterpret_cast<LPARAM>(block.Address()), answer)) {
+        !Inside().Send(window, message, wParam, reinterpret_cast<LPARAM>(block.Address()),
+                       answer)) {
         return false;
     }
     if (result != nullptr) {
@@ -529,11 +585,13 @@ SCROLLINFO Program::Scroll() const {
     return info;
 }
 
-Day Program::FirstDay() const {
+CalendarHit Program::FirstCell(HWND calendar) const {
     CalendarHit hit{};
-    SendRecord(Calendar(), CalendarHitTest, 0, &hit, sizeof hit);
-    return {hit.date.wYear, hit.date.wMonth, hit.date.wDay};
+    SendRecord(calendar, CalendarHitTest, 0, &hit, sizeof hit);
+    return hit;
 }
+
+Day Program::FirstDay() const { return ToDay(FirstCell(Calendar()).date); }
 
 Picture Program::Look(HWND window) {
     RECT area{};

@@ -11,12 +11,14 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "tests/e2e/machine.h"
 #include "tests/e2e/picture.h"
 #include "tests/e2e/program_ids.h"
+#include "tests/e2e/remote.h"
 
 namespace lunara::e2e {
 
@@ -31,6 +33,13 @@ struct Row {
     int height;
     std::wstring text;
     std::vector<Cell> cells;
+};
+
+/// The calendar's answer to a hit test: the day there and its cell, in client coordinates.
+struct CalendarHit {
+    POINT point;
+    SYSTEMTIME date;
+    RECT cell;
 };
 
 class Program {
@@ -49,6 +58,7 @@ class Program {
     bool WaitForEnd();
     DWORD ExitCode() const;
     void Kill();
+    HANDLE Process() const { return process.hProcess; }
 
     // ---- Windows ----
     /// The main window, also while it is being created; null when there is none.
@@ -80,6 +90,8 @@ class Program {
     bool Click(HWND window);
     bool ClickAt(HWND window, POINT client);
     static bool ClickScreen(POINT screen);
+    /// Moves the pointer there, and waits until it stays.
+    bool PutPointer(POINT screen);
     /// Presses at `from`, moves to `to`, calls `held`, releases.
     bool Drag(HWND window, POINT from, POINT to, const std::function<void()>& held);
     /// The middle of the scroll bar's thumb, in its own client coordinates.
@@ -120,8 +132,14 @@ class Program {
     std::vector<HWND> OpenMenus() const;
     Row AskRow(int index, int cells);
     SCROLLINFO Scroll() const;
+    /// The first day of a view's calendar, and its cell.
+    CalendarHit FirstCell(HWND calendar) const;
     /// The first day that the diary shows.
     Day FirstDay() const;
+    /// Sends a message whose lParam is the address of a record, which the control reads or fills
+    /// in.
+    bool SendRecord(HWND window, UINT message, WPARAM wParam, void* record, std::size_t size,
+                    LRESULT* result = nullptr) const;
     /// Client area of a window as it is on the screen.
     static Picture Look(HWND window);
     /// Keeps a picture of the screen round the main window: <test>-<number>-<name>.bmp.
@@ -134,14 +152,12 @@ class Program {
     bool Fail(const std::wstring& what);
     /// Waits until a click there would reach the window; `screen` is the same place on the screen.
     bool WaitUntilUncovered(HWND window, POINT client, POINT& screen);
-    /// Reads a rectangle or record that a control writes to an address.
-    bool SendRecord(HWND window, UINT message, WPARAM wParam, void* record, std::size_t size,
-                    LRESULT* result = nullptr) const;
-
     bool ClickMenuItem(HWND menuWindow, UINT id);
+    Visitor& Inside() const;
 
     const ProgramFolder& folder;
     PROCESS_INFORMATION process{};
+    mutable std::unique_ptr<Visitor> visitor;  // made when first needed
     HWND main = nullptr;
     std::wstring warning;
     int kept = 0;

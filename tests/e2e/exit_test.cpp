@@ -1,6 +1,7 @@
 // Every way out saves the diary and the settings.
 
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
 namespace lunara::e2e {
@@ -15,15 +16,7 @@ class Leaving : public EndToEnd {
         Program program(folder);
         ASSERT_TRUE(program.Start());
         ASSERT_TRUE(program.SignIn(L"Anna", Password));
-        const LONG side = program.AskRow(0, 5).height;
-        program.ClickAt(program.Agenda(), {side / 2, side * 10 + side / 2});
-        const HWND dialog = program.WaitForDialog(L"Notes");
-        ASSERT_NE(dialog, nullptr);
-        program.Click(::GetDlgItem(dialog, ControlNoteText));
-        program.Type(L"Kept");
-        ASSERT_TRUE(WaitFor(
-            [&] { return Program::TextOf(::GetDlgItem(dialog, ControlNoteText)) == L"Kept"; }));
-        ASSERT_TRUE(program.Leave(dialog, ControlOk));
+        ASSERT_TRUE(WriteNote(program, TodaysRow, L"Kept"));
         ASSERT_TRUE(program.ClickButton(CommandShowPeriod));
         ASSERT_TRUE(program.Settle());
         EXPECT_FALSE(FileExists(folder.UserFolder(L"Anna") + L"\\NotePages.dat"));

@@ -41,8 +41,11 @@ class EndToEnd : public ::testing::Test {
 
     /// Whether the companion can read the user's diary with this password.
     ::testing::AssertionResult Opens(const std::wstring& user, const std::wstring& password) {
-        const auto checked =
-            folder.RunCompanion(L"check \"" + folder.UserFolder(user) + L"\"", password);
+        return FolderOpens(folder.UserFolder(user), password);
+    }
+    ::testing::AssertionResult FolderOpens(const std::wstring& dataFolder,
+                                           const std::wstring& password) {
+        const auto checked = folder.RunCompanion(L"check \"" + dataFolder + L"\"", password);
         return (checked.exitCode == 0 ? ::testing::AssertionSuccess()
                                       : ::testing::AssertionFailure())
                << "exit code " << checked.exitCode << "\n"
@@ -51,16 +54,20 @@ class EndToEnd : public ::testing::Test {
 
     /// The user's records as CSV.
     std::string Export(const std::wstring& user, const std::wstring& password = Password) {
-        return folder.RunCompanion(L"export \"" + folder.UserFolder(user) + L"\" --csv -", password)
-            .output;
+        return ExportFolder(folder.UserFolder(user), password);
+    }
+    std::string ExportFolder(const std::wstring& dataFolder,
+                             const std::wstring& password = Password) {
+        return folder.RunCompanion(L"export \"" + dataFolder + L"\" --csv -", password).output;
     }
 
     /// Every data file of the user, contents and all, one after the other.
-    std::string FilesOf(const std::wstring& user) {
+    std::string FilesOf(const std::wstring& user) { return DataFilesIn(folder.UserFolder(user)); }
+    static std::string DataFilesIn(const std::wstring& dataFolder) {
         std::string all;
         for (const WCHAR* name :
              {L"Bleeding.dat", L"Temperature.dat", L"Notes.dat", L"NotePages.dat"}) {
-            all += ToUtf8(name) + ":" + ReadFile(folder.UserFolder(user) + L"\\" + name) + "\n";
+            all += ToUtf8(name) + ":" + ReadFile(dataFolder + L"\\" + name) + "\n";
         }
         return all;
     }

@@ -12,6 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr WCHAR FullDiskFile[] = L"LUNARA_E2E_FULL_DISK";
 constexpr WCHAR SettingsKey[] = L"SOFTWARE\\Apps\\Lunara";
 
 std::wstring Environment(const WCHAR* name) {
@@ -32,16 +33,10 @@ fs::path BuildFolder() {
     return folder;
 }
 
-/// A file as the standard output of a child.
-HANDLE CreateOutput(const fs::path& path) {
-    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
-    return ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS, 0,
-                         nullptr);
-}
+constexpr LONGLONG TicksPerDay = 864000000000LL;
 
-}  // namespace
-
-Day AddDays(Day day, int count) {
+/// Days since the system's first one.
+LONGLONG ToDayNumber(Day day) {
     SYSTEMTIME date{};
     date.wYear = static_cast<WORD>(day.year);
     date.wMonth = static_cast<WORD>(day.month);
@@ -51,11 +46,35 @@ Day AddDays(Day day, int count) {
     ULARGE_INTEGER ticks{};
     ticks.LowPart = file.dwLowDateTime;
     ticks.HighPart = file.dwHighDateTime;
-    ticks.QuadPart += static_cast<ULONGLONG>(static_cast<LONGLONG>(count) * 864000000000LL);
+    return static_cast<LONGLONG>(ticks.QuadPart) / TicksPerDay;
+}
+
+Day FromDayNumber(LONGLONG number) {
+    ULARGE_INTEGER ticks{};
+    ticks.QuadPart = static_cast<ULONGLONG>(number * TicksPerDay);
+    FILETIME file{};
     file.dwLowDateTime = ticks.LowPart;
     file.dwHighDateTime = ticks.HighPart;
+    SYSTEMTIME date{};
     ::FileTimeToSystemTime(&file, &date);
-    return {date.wYear, date.wMonth, date.wDay};
+    return ToDay(date);
+}
+
+/// A file as the standard output of a child.
+HANDLE CreateOutput(const fs::path& path) {
+    SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
+    return ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS, 0,
+                         nullptr);
+}
+
+}  // namespace
+
+Day ToDay(const SYSTEMTIME& date) { return {date.wYear, date.wMonth, date.wDay}; }
+
+Day AddDays(Day day, int count) { return FromDayNumber(ToDayNumber(day) + count); }
+
+int DaysBetween(Day later, Day earlier) {
+    return static_cast<int>(ToDayNumber(later) - ToDayNumber(earlier));
 }
 
 std::wstring IsoDate(Day day) {
@@ -78,7 +97,7 @@ bool SetToday(Day day) {
     }
     SYSTEMTIME now{};
     ::GetLocalTime(&now);
-    return Day{now.wYear, now.wMonth, now.wDay} == day;
+    return ToDay(now) == day;
 }
 
 void ForgetSettings() {
@@ -167,6 +186,22 @@ ProgramFolder::Answer ProgramFolder::RunCompanion(const std::wstring& arguments,
     fs::remove(secret, ignored);
     return answer;
 }
+
+HeldFile::HeldFile(const std::wstring& path)
+    : file(::CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)) {}
+
+void HeldFile::Release() {
+    if (IsHeld()) {
+        ::CloseHandle(file);
+        file = INVALID_HANDLE_VALUE;
+    }
+}
+
+FullDisk::FullDisk(const std::wstring& partOfPath) {
+    WriteFile(Environment(FullDiskFile), ToUtf8(partOfPath));
+}
+
+void FullDisk::MakeRoom() { ::DeleteFileW(Environment(FullDiskFile).c_str()); }
 
 bool FileExists(const std::wstring& path) {
     return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;

@@ -20,7 +20,10 @@ struct Day {
     friend bool operator==(const Day&, const Day&) = default;
 };
 
+Day ToDay(const SYSTEMTIME& date);
 Day AddDays(Day day, int count);
+/// How many days `later` comes after `earlier`; negative when it comes before.
+int DaysBetween(Day later, Day earlier);
 /// 2006-03-05
 std::wstring IsoDate(Day day);
 
@@ -64,6 +67,33 @@ class ProgramFolder {
     std::wstring path;
     std::wstring pictures;
     mutable int runs = 0;
+};
+
+/// Keeps a file open so that nobody else can open, move or replace it.
+class HeldFile {
+  public:
+    explicit HeldFile(const std::wstring& path);
+    HeldFile(const HeldFile&) = delete;
+    HeldFile& operator=(const HeldFile&) = delete;
+    ~HeldFile() { Release(); }
+
+    bool IsHeld() const { return file != INVALID_HANDLE_VALUE; }
+    void Release();
+
+  private:
+    HANDLE file;
+};
+
+/// For its life, nothing more can be written to the files of every program under test whose path
+/// contains this part of one ("LunaraBackup/Anna"): their disk is full.
+class FullDisk {
+  public:
+    explicit FullDisk(const std::wstring& partOfPath);
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+    ~FullDisk() { MakeRoom(); }
+
+    void MakeRoom();
 };
 
 bool FileExists(const std::wstring& path);

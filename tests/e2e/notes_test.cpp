@@ -2,12 +2,11 @@
 
 #include "tests/e2e/expectation.h"
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
 namespace lunara::e2e {
 namespace {
-
-constexpr int TodaysRow = 10;  // the diary begins ten days before today
 
 class Notes : public EndToEnd {
   protected:
@@ -16,25 +15,8 @@ class Notes : public EndToEnd {
         WriteNumber(L"CurrentView", ViewDiary);
     }
 
-    /// Taps the cell in that column of the row.
-    static void Tap(Program& program, int row, int column) {
-        const LONG side = program.AskRow(0, 5).height;
-        program.ClickAt(program.Agenda(), {side * column + side / 2, side * row + side / 2});
-    }
-
-    static HWND Open(Program& program, int row) {
-        Tap(program, row, 0);
-        return program.WaitForDialog(L"Notes");
-    }
-
     static bool TypeText(Program& program, HWND dialog, const std::wstring& text) {
-        const HWND edit = ::GetDlgItem(dialog, ControlNoteText);
-        program.Click(edit);
-        program.Settle();  // a message sent now would overtake the click
-        ::SendMessageW(edit, EM_SETSEL, 0, -1);
-        program.Press(VK_DELETE);
-        program.Type(text);
-        return WaitFor([&] { return Program::TextOf(edit) == text; });
+        return TypeInto(program, ::GetDlgItem(dialog, ControlNoteText), text);
     }
 
     static bool IsChecked(HWND dialog, int box) {
@@ -47,7 +29,7 @@ TEST_F(Notes, AddedEditedCancelledAndDeleted) {
     ASSERT_TRUE(program.Start());
     ASSERT_TRUE(program.SignIn(L"Anna", Password));
 
-    HWND dialog = Open(program, TodaysRow);
+    HWND dialog = OpenNote(program, TodaysRow);
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(Program::TextOf(::GetDlgItem(dialog, ControlNoteDate)), L"Sun Mar, 05");
     EXPECT_FALSE(IsChecked(dialog, ControlCramps));
@@ -65,7 +47,7 @@ TEST_F(Notes, AddedEditedCancelledAndDeleted) {
                                            row.height, {RGB(255, 128, 128), 0, 116},
                                            folder.Program()));
 
-    dialog = Open(program, TodaysRow);
+    dialog = OpenNote(program, TodaysRow);
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(Program::TextOf(::GetDlgItem(dialog, ControlNoteText)), L"Päin, \"dull\" \x263A");
     EXPECT_TRUE(IsChecked(dialog, ControlCramps));
@@ -74,19 +56,19 @@ TEST_F(Notes, AddedEditedCancelledAndDeleted) {
     ASSERT_TRUE(program.Leave(dialog, ControlOk));
     EXPECT_EQ(program.AskRow(TodaysRow, 5).cells[0].color, RGB(255, 0, 0));
 
-    dialog = Open(program, TodaysRow);
+    dialog = OpenNote(program, TodaysRow);
     ASSERT_NE(dialog, nullptr);
     program.Click(::GetDlgItem(dialog, ControlCramps));
     ASSERT_TRUE(TypeText(program, dialog, L"Never mind"));
     ASSERT_TRUE(program.Leave(dialog, ControlCancel));
     EXPECT_EQ(program.AskRow(TodaysRow, 5).cells[0].color, RGB(255, 0, 0));
 
-    dialog = Open(program, TodaysRow - 1);
+    dialog = OpenNote(program, TodaysRow - 1);
     ASSERT_NE(dialog, nullptr);
     ASSERT_TRUE(TypeText(program, dialog, L"To be deleted"));
     ASSERT_TRUE(program.Leave(dialog, ControlOk));
     EXPECT_NE(program.AskRow(TodaysRow - 1, 5).cells[0].overlay, nullptr);
-    dialog = Open(program, TodaysRow - 1);
+    dialog = OpenNote(program, TodaysRow - 1);
     ASSERT_NE(dialog, nullptr);
     ASSERT_TRUE(TypeText(program, dialog, L""));
     ASSERT_TRUE(program.Leave(dialog, ControlOk));
@@ -101,7 +83,7 @@ TEST_F(Notes, FutureDayTakesANote) {
     Program program(folder);
     ASSERT_TRUE(program.Start());
     ASSERT_TRUE(program.SignIn(L"Anna", Password));
-    const HWND dialog = Open(program, TodaysRow + 5);
+    const HWND dialog = OpenNote(program, TodaysRow + 5);
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(Program::TextOf(::GetDlgItem(dialog, ControlNoteDate)), L"Fri Mar, 10");
     ASSERT_TRUE(TypeText(program, dialog, L"Dentist"));
@@ -116,7 +98,7 @@ TEST_F(Notes, TapOnOtherCellsOpensNothing) {
     ASSERT_TRUE(program.Start());
     ASSERT_TRUE(program.SignIn(L"Anna", Password));
     for (int column = 1; column <= 6; ++column) {
-        Tap(program, TodaysRow, column);
+        TapCell(program, TodaysRow, column);
         ASSERT_TRUE(program.Settle());
         EXPECT_EQ(program.FindAnyDialog(), nullptr) << "column " << column;
     }

@@ -45,6 +45,25 @@ enum Control : int {
     ControlScrollBar = 3003,
 };
 
+enum HistoryControl : int {
+    HistoryLength = 1016,
+    HistoryBleeding = 1017,
+    HistoryStart = 1019,
+    HistoryEnd = 1020,
+    HistoryLengthSpin = 1021,
+    HistoryBleedingSpin = 1022,
+};
+
+enum GraphControl : int {
+    GraphChart = 3001,
+    GraphCalendar = 3002,
+    GraphFahrenheit = 3004,
+    GraphCelsius = 3005,
+    GraphDatePicker = 3006,
+    GraphValue = 3007,
+    GraphSpin = 3008,
+};
+
 enum View : DWORD { ViewDiary = 3000, ViewGraph = 3001 };
 
 inline constexpr UINT_PTR DayTimer = 1;

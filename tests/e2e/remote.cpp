@@ -3,41 +3,70 @@
 #include <psapi.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
-#include <cwchar>
+#include <cstring>
 
 #include "tests/e2e/wait.h"
 
 namespace lunara::e2e {
 namespace {
 
-/// What the inside thread reads and writes; the offsets stand in its code.
-struct Call {
+/// What the visiting thread reads and writes; the offsets stand in its code.
+struct Visit {
     std::uint64_t function;                  // 0x00
     std::array<std::uint64_t, 4> arguments;  // 0x08, 0x10, 0x18, 0x20
     std::uint64_t result;                    // 0x28
+    std::uint64_t waitForSingleObject;       // 0x30
+    std::uint64_t setEvent;                  // 0x38
+    HANDLE request;                          // 0x40
+    HANDLE done;                             // 0x48
 };
 
-// A thread procedure: its parameter (rcx) is the address of a Call.
-constexpr std::array<std::uint8_t, 40> ThreadCode = {
-    0x53,                    // push rbx
-    0x48, 0x83, 0xEC, 0x20,  // sub rsp, 32
-    0x48, 0x89, 0xCB,        // mov rbx, rcx
-    0x48, 0x8B, 0x4B, 0x08,  // mov rcx, [rbx + 0x08]
-    0x48, 0x8B, 0x53, 0x10,  // mov rdx, [rbx + 0x10]
-    0x4C, 0x8B, 0x43, 0x18,  // mov r8, [rbx + 0x18]
-    0x4C, 0x8B, 0x4B, 0x20,  // mov r9, [rbx + 0x20]
-    0xFF, 0x13,              // call [rbx]
-    0x48, 0x89, 0x43, 0x28,  // mov [rbx + 0x28], rax
-    0x31, 0xC0,              // xor eax, eax
-    0x48, 0x83, 0xC4, 0x20,  // add rsp, 32
-    0x5B,                    // pop rbx
-    0xC3,                    // ret
+// A thread procedure: its parameter (rcx) is the address of a Visit. It ends with its process.
+constexpr std::array<std::uint8_t, 51> ThreadCode = {
+    0x53,                          // push rbx
+    0x48, 0x83, 0xEC, 0x20,        // sub rsp, 32
+    0x48, 0x89, 0xCB,              // mov rbx, rcx
+    0x48, 0x8B, 0x4B, 0x40,        // next: mov rcx, [rbx + 0x40]
+    0xBA, 0xFF, 0xFF, 0xFF, 0xFF,  // mov edx, INFINITE
+    0xFF, 0x53, 0x30,              // call [rbx + 0x30]
+    0x48, 0x8B, 0x4B, 0x08,        // mov rcx, [rbx + 0x08]
+    0x48, 0x8B, 0x53, 0x10,        // mov rdx, [rbx + 0x10]
+    0x4C, 0x8B, 0x43, 0x18,        // mov r8, [rbx + 0x18]
+    0x4C, 0x8B, 0x4B, 0x20,        // mov r9, [rbx + 0x20]
+    0xFF, 0x13,                    // call [rbx]
+    0x48, 0x89, 0x43, 0x28,        // mov [rbx + 0x28], rax
+    0x48, 0x8B, 0x4B, 0x48,        // mov rcx, [rbx + 0x48]
+    0xFF, 0x53, 0x38,              // call [rbx + 0x38]
+    0xEB, 0xD5,                    // jmp next
 };
-constexpr std::size_t CallOffset = 64;
+constexpr std::size_t VisitOffset = 64;
+constexpr WCHAR SystemLibrary[] = L"kernelbase.dll";
+constexpr WCHAR WindowLibrary[] = L"user32.dll";
 
-/// Where the process has user32.dll; null when it is not found.
-HMODULE FindUser32(HANDLE process) {
+// A function that answers the 32-bit tick count and some milliseconds more.
+constexpr std::array<std::uint8_t, 26> LaterTicksCode = {
+    0x48, 0x83, 0xEC, 0x28,                    // sub rsp, 40
+    0x48, 0xB8, 0,    0,    0, 0, 0, 0, 0, 0,  // mov rax, GetTickCount
+    0xFF, 0xD0,                                // call rax
+    0x05, 0,    0,    0,    0,                 // add eax, ms
+    0x48, 0x83, 0xC4, 0x28,                    // add rsp, 40
+    0xC3,                                      // ret
+};
+constexpr std::size_t LaterTicksFunction = 6;
+constexpr std::size_t LaterTicksMs = 17;
+
+// What takes the place of a function's beginning. Functions of system libraries are at least this
+// long: they begin on multiples of 16 bytes.
+constexpr std::array<std::uint8_t, 12> JumpCode = {
+    0x48, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0,  // mov rax, target
+    0xFF, 0xE0,                          // jmp rax
+};
+constexpr std::size_t JumpTarget = 2;
+
+/// Where the process has the library; null when it is not found.
+HMODULE FindLibrary(HANDLE process, const WCHAR* library) {
     std::array<HMODULE, 256> modules{};
     DWORD bytes = 0;
     if (::EnumProcessModules(process, modules.data(), sizeof modules, &bytes) == 0) {
@@ -46,30 +75,31 @@ HMODULE FindUser32(HANDLE process) {
     for (std::size_t i = 0; i < bytes / sizeof(HMODULE) && i < modules.size(); ++i) {
         std::array<WCHAR, MAX_PATH> name{};
         ::GetModuleBaseNameW(process, modules[i], name.data(), static_cast<DWORD>(name.size()));
-        if (::lstrcmpiW(name.data(), L"user32.dll") == 0) {
+        if (::lstrcmpiW(name.data(), library) == 0) {
             return modules[i];
         }
     }
     return nullptr;
 }
 
-/// Where the process has the function: libraries need not lie at the same place in every process.
-std::uint64_t FindFunction(HANDLE process, const char* name) {
-    const HMODULE here = ::GetModuleHandleW(L"user32.dll");
+/// A function's place in a process that has its library at `there`: libraries need not lie at the
+/// same place in every process. 0 when there is no such function.
+std::uint64_t FindFunction(const WCHAR* library, HMODULE there, const char* name) {
+    const HMODULE here = ::GetModuleHandleW(library);
     const FARPROC function = ::GetProcAddress(here, name);
-    // Looking through all modules takes many calls; one process is asked many times.
-    static DWORD lastProcess = 0;
-    static HMODULE there = nullptr;
-    const DWORD id = ::GetProcessId(process);
-    if (id != lastProcess || there == nullptr) {
-        lastProcess = id;
-        there = FindUser32(process);
-    }
     if (function == nullptr || there == nullptr) {
         return 0;
     }
     return reinterpret_cast<std::uintptr_t>(function) - reinterpret_cast<std::uintptr_t>(here) +
            reinterpret_cast<std::uintptr_t>(there);
+}
+
+/// The event's handle in that process.
+HANDLE GiveTo(HANDLE process, HANDLE event) {
+    HANDLE given = nullptr;
+    ::DuplicateHandle(::GetCurrentProcess(), event, process, &given, 0, FALSE,
+                      DUPLICATE_SAME_ACCESS);
+    return given;
 }
 
 }  // namespace
@@ -101,40 +131,92 @@ bool RemoteBlock::Read(void* data, std::size_t size, std::size_t offset) const {
            done == size;
 }
 
-bool CallInside(HANDLE process, const char* function, const std::array<std::uint64_t, 4>& arguments,
-                std::uint64_t& result) {
-    Call call{FindFunction(process, function), arguments, 0};
-    RemoteBlock block(process, CallOffset + sizeof call);
-    if (call.function == 0 || !block.Write(ThreadCode.data(), ThreadCode.size()) ||
-        !block.Write(&call, sizeof call, CallOffset)) {
+Visitor::Visitor(HANDLE ofProcess)
+    : process(ofProcess),
+      block(ofProcess, VisitOffset + sizeof(Visit)),
+      request(::CreateEventW(nullptr, FALSE, FALSE, nullptr)),
+      done(::CreateEventW(nullptr, FALSE, FALSE, nullptr)),
+      isWaiting(Enter()) {}
+
+Visitor::~Visitor() {
+    ::CloseHandle(request);
+    ::CloseHandle(done);
+}
+
+bool Visitor::Enter() {
+    user32 = FindLibrary(process, WindowLibrary);
+    const HMODULE system = FindLibrary(process, SystemLibrary);
+    Visit visit{};
+    visit.waitForSingleObject = FindFunction(SystemLibrary, system, "WaitForSingleObject");
+    visit.setEvent = FindFunction(SystemLibrary, system, "SetEvent");
+    visit.request = GiveTo(process, request);
+    visit.done = GiveTo(process, done);
+    if (visit.waitForSingleObject == 0 || visit.setEvent == 0 || visit.request == nullptr ||
+        visit.done == nullptr || !block.Write(ThreadCode.data(), ThreadCode.size()) ||
+        !block.Write(&visit, sizeof visit, VisitOffset)) {
         return false;
     }
     const auto code = reinterpret_cast<LPTHREAD_START_ROUTINE>(block.Address());
     const HANDLE thread = ::CreateRemoteThread(
-        process, nullptr, 0, code, static_cast<char*>(block.Address()) + CallOffset, 0, nullptr);
-    if (thread == nullptr) {
-        return false;
-    }
-    const bool ended = ::WaitForSingleObject(thread, PatienceMs) == WAIT_OBJECT_0;
+        process, nullptr, 0, code, static_cast<char*>(block.Address()) + VisitOffset, 0, nullptr);
     ::CloseHandle(thread);
-    if (!ended || !block.Read(&call, sizeof call, CallOffset)) {
-        return false;
-    }
-    result = call.result;
-    return true;
+    return thread != nullptr;
 }
 
-bool SendFromInside(HANDLE process, HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                    LRESULT& result) {
+bool Visitor::Call(const char* function, const std::array<std::uint64_t, 4>& arguments,
+                   std::uint64_t& result) {
+    const struct {
+        std::uint64_t function;
+        std::array<std::uint64_t, 4> arguments;
+    } call{FindFunction(WindowLibrary, user32, function), arguments};
+    if (!isWaiting || call.function == 0 || !block.Write(&call, sizeof call, VisitOffset)) {
+        return false;
+    }
+    ::SetEvent(request);
+    // A call that does not end keeps the thread: there is none for the next one.
+    const std::array<HANDLE, 2> ends = {done, process};
+    isWaiting = ::WaitForMultipleObjects(static_cast<DWORD>(ends.size()), ends.data(), FALSE,
+                                         PatienceMs) == WAIT_OBJECT_0;
+    return isWaiting && block.Read(&result, sizeof result, VisitOffset + offsetof(Visit, result));
+}
+
+bool Visitor::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     std::uint64_t answer = 0;
-    if (!CallInside(process, "SendMessageW",
-                    {reinterpret_cast<std::uintptr_t>(window), message, wParam,
-                     static_cast<std::uint64_t>(lParam)},
-                    answer)) {
+    if (!Call("SendMessageW",
+              {reinterpret_cast<std::uintptr_t>(window), message, wParam,
+               static_cast<std::uint64_t>(lParam)},
+              answer)) {
         return false;
     }
     result = static_cast<LRESULT>(answer);
     return true;
+}
+
+bool AdvanceTicks(HANDLE process, DWORD ms) {
+    // The library that programs link: kernelbase may have functions of its own by these names.
+    constexpr WCHAR Library[] = L"kernel32.dll";
+    const HMODULE there = FindLibrary(process, Library);
+    const std::uint64_t asked = FindFunction(Library, there, "GetTickCount64");
+    const std::uint64_t untouched = FindFunction(Library, there, "GetTickCount");
+    // Stays behind in that process, which goes on calling it.
+    void* const later = ::VirtualAllocEx(process, nullptr, LaterTicksCode.size(),
+                                         MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE);
+    if (asked == 0 || untouched == 0 || later == nullptr) {
+        return false;
+    }
+    auto ticks = LaterTicksCode;
+    std::memcpy(ticks.data() + LaterTicksFunction, &untouched, sizeof untouched);
+    std::memcpy(ticks.data() + LaterTicksMs, &ms, sizeof ms);
+    auto jump = JumpCode;
+    std::memcpy(jump.data() + JumpTarget, &later, sizeof later);
+    const auto entry = reinterpret_cast<void*>(asked);
+    DWORD before = 0;
+    SIZE_T written = 0;
+    return ::WriteProcessMemory(process, later, ticks.data(), ticks.size(), &written) != 0 &&
+           ::VirtualProtectEx(process, entry, jump.size(), PAGE_EXECUTE_READWRITE, &before) != 0 &&
+           ::WriteProcessMemory(process, entry, jump.data(), jump.size(), &written) != 0 &&
+           ::VirtualProtectEx(process, entry, jump.size(), before, &before) != 0 &&
+           ::FlushInstructionCache(process, entry, jump.size()) != 0;
 }
 
 }  // namespace lunara::e2e

@@ -1,6 +1,7 @@
 // Signing in: new users, passwords right and wrong, changed passwords, files that cannot be read.
 
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
 namespace lunara::e2e {
@@ -98,13 +99,24 @@ TEST_F(SignIn, UnreadableFilesKeepTheSignInOpenAndAreLeftAlone) {
     struct Case {
         const char* label;
         const WCHAR* file;
-        std::string content;
+        std::string (*damage)(const std::string& good);
         const WCHAR* message;
     };
-    const std::array<Case, 3> cases = {{
-        {"foreign", L"Bleeding.dat", "This is no diary at all.", L"Not a valid Lunara data file"},
-        {"short header", L"Temperature.dat", "LN", L"Data file is corupted or wrong type"},
-        {"cut record", L"Notes.dat", "", L"Data file is corupted or wrong type"},
+    const std::array<Case, 5> cases = {{
+        {"foreign", L"Bleeding.dat",
+         [](const std::string&) { return std::string("This is no diary at all."); },
+         L"Not a valid Lunara data file"},
+        {"too new", L"NotePages.dat",
+         [](const std::string& good) { return "LU\1\1" + good.substr(4); },
+         L"Data file requires new version of Lunara"},
+        {"much too new", L"Temperature.dat",
+         [](const std::string& good) { return std::string("LU\2\0", 4) + good.substr(4); },
+         L"Data file requires new version of Lunara"},
+        {"short header", L"Temperature.dat", [](const std::string&) { return std::string("LU"); },
+         L"Data file is corupted or wrong type"},
+        {"cut record", L"Notes.dat",
+         [](const std::string& good) { return good.substr(0, good.size() - 3); },
+         L"Data file is corupted or wrong type"},
     }};
     MakeSampleDiary(L"Anna");
     Program program(folder);
@@ -114,16 +126,32 @@ TEST_F(SignIn, UnreadableFilesKeepTheSignInOpenAndAreLeftAlone) {
         const std::wstring path = folder.UserFolder(L"Anna") + L"\\" + each.file;
         const std::string good = ReadFile(path);
         ASSERT_GT(good.size(), 8u);
-        const std::string bad =
-            each.content.empty() ? good.substr(0, good.size() - 3) : each.content;
-        ASSERT_TRUE(WriteFile(path, bad));
+        ASSERT_TRUE(WriteFile(path, each.damage(good)));
+        const std::string damaged = FilesOf(L"Anna");
         ASSERT_TRUE(program.EnterUser(L"Anna", Password));
         EXPECT_EQ(Dismiss(program), each.message);
-        EXPECT_EQ(ReadFile(path), bad);
+        EXPECT_NE(program.FindDialog(L"Login user"), nullptr);
+        EXPECT_TRUE(FilesOf(L"Anna") == damaged);
         ASSERT_TRUE(WriteFile(path, good));
     }
     ASSERT_TRUE(program.SignIn(L"Anna", Password));
     EXPECT_TRUE(program.Exit());
+}
+
+TEST_F(SignIn, FileInUseKeepsTheSignInOpenSoThatNothingIsSavedOverIt) {
+    MakeSampleDiary(L"Anna");
+    const std::string before = FilesOf(L"Anna");
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    {
+        const HeldFile held(folder.UserFolder(L"Anna") + L"\\NotePages.dat");
+        ASSERT_TRUE(held.IsHeld());
+        ASSERT_TRUE(program.EnterUser(L"Anna", Password));
+        EXPECT_EQ(Dismiss(program), L"Data file is corupted or wrong type");
+    }
+    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    EXPECT_TRUE(program.Exit());
+    EXPECT_TRUE(FilesOf(L"Anna") == before);
 }
 
 TEST_F(SignIn, ChangedPasswordOpensTheDiaryAndTheOldOneDoesNot) {
@@ -138,13 +166,7 @@ TEST_F(SignIn, ChangedPasswordOpensTheDiaryAndTheOldOneDoesNot) {
         const HWND dialog = program.WaitForDialog(L"Change password");
         ASSERT_NE(dialog, nullptr);
         const auto fill = [&](int control, const std::wstring& text) {
-            const HWND field = ::GetDlgItem(dialog, control);
-            program.Click(field);
-            program.Type(text);
-            return WaitFor([&] {
-                return ::SendMessageW(field, WM_GETTEXTLENGTH, 0, 0) ==
-                       static_cast<LRESULT>(text.size());
-            });
+            return TypeInto(program, ::GetDlgItem(dialog, control), text);
         };
         ASSERT_TRUE(fill(ControlOldPassword, L"not this"));
         ASSERT_TRUE(fill(ControlPassword, newPassword));

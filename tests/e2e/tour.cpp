@@ -4,6 +4,7 @@
 #include <array>
 
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
 namespace lunara::e2e {
@@ -46,21 +47,7 @@ class Tour : public EndToEnd, public ::testing::WithParamInterface<ClientSize> {
         ASSERT_TRUE(program.Leave(dialog, button));
     }
 
-    /// A picture once nothing is left to paint: the screen has stayed the same for a while.
-    void Look(const WCHAR* name) {
-        constexpr int Alike = 8;
-        RECT screen{};
-        ::GetWindowRect(::GetDesktopWindow(), &screen);
-        Picture before;
-        int alike = 0;
-        WaitFor([&] {
-            Picture now = Picture::OfScreen(screen);
-            alike = now == before ? alike + 1 : 0;
-            before = std::move(now);
-            return alike == Alike;
-        });
-        program.Keep(name);
-    }
+    void Look(const WCHAR* name) { KeepWhenStill(program, name); }
 
     Program program{folder};
 };

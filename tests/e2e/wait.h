@@ -14,11 +14,15 @@ inline constexpr DWORD PatienceMs = 30000;
 template <typename Condition>
 bool WaitFor(Condition&& holds, DWORD patienceMs = PatienceMs) {
     const ULONGLONG end = ::GetTickCount64() + patienceMs;
+    // Most waits are over in a moment; a long one leaves the processor to what is waited for.
+    constexpr DWORD LongestPauseMs = 5;
+    DWORD pause = 0;
     while (!holds()) {
         if (::GetTickCount64() >= end) {
             return false;
         }
-        ::Sleep(5);  // leaves the processor to the program that is waited for
+        ::Sleep(pause);
+        pause = pause < LongestPauseMs ? pause + 1 : pause;
     }
     return true;
 }

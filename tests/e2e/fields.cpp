@@ -1,0 +1,161 @@
+#include "tests/e2e/fields.h"
+
+#include <gtest/gtest.h>
+// After windows.h, which it builds on.
+#include <commctrl.h>
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "tests/e2e/wait.h"
+
+namespace lunara::e2e {
+namespace {
+
+RECT ClientOf(HWND window) {
+    RECT client{};
+    ::GetClientRect(window, &client);
+    return client;
+}
+
+MCHITTESTINFO HitTest(const Program& program, HWND calendar, POINT point) {
+    MCHITTESTINFO hit{};
+    hit.cbSize = sizeof hit;
+    hit.pt = point;
+    program.SendRecord(calendar, MCM_HITTEST, 0, &hit, sizeof hit);
+    return hit;
+}
+
+/// The first of a drop-down calendar's whole months.
+Day MonthShown(const Program& program, HWND calendar) {
+    std::array<SYSTEMTIME, 2> range{};
+    program.SendRecord(calendar, MCM_GETMONTHRANGE, GMR_VISIBLE, range.data(), sizeof range);
+    return ToDay(range[0]);
+}
+
+int MonthNumber(Day day) { return day.year * 12 + day.month; }
+
+/// Looks for a place of the calendar for which `isIt` holds; (-1, -1) when there is none.
+POINT FindPlace(const Program& program, HWND calendar,
+                const std::function<bool(const MCHITTESTINFO&)>& isIt) {
+    constexpr LONG StepPx = 8;  // less than any part of a calendar is wide or high
+    const RECT client = ClientOf(calendar);
+    for (LONG y = StepPx; y < client.bottom; y += StepPx) {
+        for (LONG x = StepPx; x < client.right; x += StepPx) {
+            if (isIt(HitTest(program, calendar, {x, y}))) {
+                return {x, y};
+            }
+        }
+    }
+    return {-1, -1};
+}
+
+bool TurnToMonth(Program& program, HWND calendar, Day day) {
+    int away = MonthNumber(MonthShown(program, calendar)) - MonthNumber(day);
+    if (away == 0) {
+        return true;
+    }
+    const UINT arrow = away > 0 ? MCHT_TITLEBTNPREV : MCHT_TITLEBTNNEXT;
+    const POINT place =
+        FindPlace(program, calendar, [&](const MCHITTESTINFO& hit) { return hit.uHit == arrow; });
+    while (away != 0) {
+        if (place.x < 0 || !program.ClickAt(calendar, place)) {
+            return false;
+        }
+        const int before = away;
+        if (!WaitFor([&] {
+                away = MonthNumber(MonthShown(program, calendar)) - MonthNumber(day);
+                return away != before;
+            })) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// "MDY", "DMY" or "YMD".
+std::string_view LocaleOrder() {
+    std::array<WCHAR, 4> order{};
+    ::GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_IDATE, order.data(),
+                     static_cast<int>(order.size()));
+    return order[0] == L'1' ? "DMY" : order[0] == L'2' ? "YMD" : "MDY";
+}
+
+/// The middle of an up-down control's arrow.
+POINT ArrowOf(HWND spin, bool up) {
+    const RECT client = ClientOf(spin);
+    return {client.right / 2, up ? client.bottom / 4 : client.bottom - client.bottom / 4};
+}
+
+}  // namespace
+
+Day PickedDay(const Program& program, HWND picker) {
+    SYSTEMTIME date{};
+    program.SendRecord(picker, DTM_GETSYSTEMTIME, 0, &date, sizeof date);
+    return ToDay(date);
+}
+
+bool PickFromCalendar(Program& program, HWND picker, Day day) {
+    const RECT client = ClientOf(picker);
+    const auto calendar = reinterpret_cast<HWND>(::SendMessageW(picker, DTM_GETMONTHCAL, 0, 0));
+    if (!program.ClickAt(picker, {client.right - 6, client.bottom / 2}) ||
+        !WaitFor([&] { return ::IsWindowVisible(calendar) != 0; })) {
+        ADD_FAILURE() << "the calendar does not drop down";
+        return false;
+    }
+    if (!TurnToMonth(program, calendar, day)) {
+        ADD_FAILURE() << "the calendar does not turn";
+        return false;
+    }
+    const POINT cell = FindPlace(program, calendar, [&](const MCHITTESTINFO& hit) {
+        return hit.uHit == MCHT_CALENDARDATE && ToDay(hit.st) == day;
+    });
+    if (cell.x < 0) {
+        ADD_FAILURE() << "the calendar does not show " << ToUtf8(IsoDate(day));
+        return false;
+    }
+    if (!program.ClickAt(calendar, cell) ||
+        !WaitFor([&] { return ::IsWindowVisible(calendar) == 0; })) {
+        ADD_FAILURE() << "the calendar does not take the click";
+        return false;
+    }
+    return program.Settle();
+}
+
+bool TypeDate(Program& program, HWND picker, Day day) {
+    const RECT client = ClientOf(picker);
+    if (!program.ClickAt(picker, {client.left + 5, client.bottom / 2}) || !program.Settle()) {
+        return false;
+    }
+    for (const char part : LocaleOrder()) {
+        program.Type(std::to_wstring(part == 'D' ? day.day : part == 'M' ? day.month : day.year));
+        program.Press(VK_RIGHT);
+    }
+    return program.Settle();
+}
+
+bool ClickArrow(Program& program, HWND spin, bool up) {
+    return program.ClickAt(spin, ArrowOf(spin, up)) && program.Settle();
+}
+
+bool HoldArrow(Program& program, HWND spin, bool up, const std::function<bool()>& reached) {
+    const POINT arrow = ArrowOf(spin, up);
+    bool came = false;
+    return program.Drag(spin, arrow, arrow, [&] { came = WaitFor(reached); }) && came &&
+           program.Settle();
+}
+
+bool ClickArrowUntil(Program& program, HWND spin, bool up, HWND field, const std::wstring& text,
+                     int most) {
+    for (int clicks = 0; Program::TextOf(field) != text; ++clicks) {
+        if (clicks == most || !ClickArrow(program, spin, up)) {
+            ADD_FAILURE() << "the field comes to show \"" << ToUtf8(Program::TextOf(field))
+                          << "\" instead of \"" << ToUtf8(text) << "\"";
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace lunara::e2e

@@ -1,0 +1,195 @@
+// Changing over between charts, units and views: the date stays, and the next start finds
+// everything as it was left.
+
+#include <windows.h>
+// After windows.h, which it builds on.
+#include <commctrl.h>
+
+#include "tests/e2e/fields.h"
+#include "tests/e2e/fixture.h"
+#include "tests/e2e/graph.h"
+
+namespace lunara::e2e {
+namespace {
+
+constexpr int On = TBSTATE_ENABLED | TBSTATE_CHECKED;
+constexpr int Off = TBSTATE_ENABLED;
+constexpr Day LongAgo{2005, 12, 24};
+
+class GraphSettings : public EndToEnd {
+  protected:
+    static void ExpectSettings(DWORD view, DWORD chart, DWORD measure, DWORD diaryItems) {
+        EXPECT_EQ(ReadNumber(L"CurrentView"), view);
+        EXPECT_EQ(ReadNumber(L"GraphView_ShowFlags"), chart);
+        EXPECT_EQ(ReadNumber(L"TemperatureMeasure"), measure);
+        EXPECT_EQ(ReadNumber(L"DiaryView_ShowFlags"), diaryItems);
+    }
+
+    /// The row of fields, the unit buttons and the menu bar of the graph with that chart.
+    static void ExpectChart(Program& program, bool temperature, const std::wstring& value) {
+        const GraphScreen graph(program);
+        EXPECT_TRUE(program.IsOnTop(program.Graph()));
+        EXPECT_EQ(graph.ShowsUnits(), temperature);
+        EXPECT_EQ(graph.Value(), value);
+        EXPECT_EQ(program.ButtonState(CommandShowTemperature), temperature ? On : Off);
+        EXPECT_EQ(program.ButtonState(CommandShowBleeding), temperature ? Off : On);
+    }
+
+    static ::testing::AssertionResult GraphShows(const GraphScreen& graph, Day day) {
+        constexpr int DaysShown = 15;
+        const int column = DaysBetween(day, graph.FirstDay());
+        return (column >= 0 && column < DaysShown ? ::testing::AssertionSuccess()
+                                                  : ::testing::AssertionFailure())
+               << "column " << column;
+    }
+
+    /// Whether the diary shows the day.
+    static ::testing::AssertionResult DiaryShows(Program& program, Day day) {
+        RECT calendar{};
+        ::GetClientRect(program.Calendar(), &calendar);
+        const CalendarHit first = program.FirstCell(program.Calendar());
+        const LONG rows = calendar.bottom / (first.cell.bottom - first.cell.top);
+        const int row = DaysBetween(day, ToDay(first.date));
+        return (row >= 0 && row < rows ? ::testing::AssertionSuccess()
+                                       : ::testing::AssertionFailure())
+               << "row " << row << " of " << rows;
+    }
+
+    static bool StartAgain(Program& program) {
+        return program.Start() && program.SignIn(L"Anna", Password);
+    }
+};
+
+TEST_F(GraphSettings, ChartAndUnitKeepTheDate) {
+    WriteNumber(L"CurrentView", ViewGraph);
+    WriteNumber(L"GraphView_ShowFlags", 2);
+    Program program(folder);
+    ASSERT_TRUE(StartAgain(program));
+    const GraphScreen graph(program);
+    ASSERT_TRUE(PickFromCalendar(program, graph.Control(GraphDatePicker), LongAgo));
+    ASSERT_TRUE(ClickArrow(program, graph.Control(GraphSpin), true));
+    EXPECT_TRUE(GraphShows(graph, LongAgo));
+    const Day first = graph.FirstDay();
+    const auto expectDate = [&] {
+        EXPECT_EQ(IsoDate(graph.CurrentDay()), IsoDate(LongAgo));
+        EXPECT_EQ(IsoDate(graph.FirstDay()), IsoDate(first));
+    };
+    ExpectChart(program, true, L"97.6");
+    EXPECT_TRUE(graph.IsUnit(GraphFahrenheit));
+
+    ASSERT_TRUE(graph.ClickUnit(GraphCelsius));
+    program.Keep(L"celsius");
+    ExpectChart(program, true, L"36.4");
+    EXPECT_TRUE(graph.IsUnit(GraphCelsius));
+    expectDate();
+    ASSERT_TRUE(program.ClickButton(CommandShowBleeding));
+    ASSERT_TRUE(program.Settle());
+    program.Keep(L"bleeding");
+    ExpectChart(program, false, L"None");
+    expectDate();
+    ASSERT_TRUE(program.ClickButton(CommandShowTemperature));
+    ASSERT_TRUE(program.Settle());
+    ExpectChart(program, true, L"36.4");
+    EXPECT_TRUE(graph.IsUnit(GraphCelsius));
+    expectDate();
+    ASSERT_TRUE(graph.ClickUnit(GraphFahrenheit));
+    ExpectChart(program, true, L"97.6");
+    // The unit that is chosen already.
+    ASSERT_TRUE(graph.ClickUnit(GraphFahrenheit));
+    ExpectChart(program, true, L"97.6");
+    EXPECT_TRUE(graph.IsUnit(GraphFahrenheit));
+    expectDate();
+    ASSERT_TRUE(program.Exit());
+    EXPECT_EQ(Export(L"Anna"),
+              "date,bleeding,temperature_f,cramps,pms,note\r\n2005-12-24,,97.60,,,\r\n");
+}
+
+TEST_F(GraphSettings, ViewsKeepTheDate) {
+    WriteNumber(L"CurrentView", ViewGraph);
+    Program program(folder);
+    ASSERT_TRUE(StartAgain(program));
+    const GraphScreen graph(program);
+    ASSERT_TRUE(PickFromCalendar(program, graph.Control(GraphDatePicker), LongAgo));
+    EXPECT_TRUE(GraphShows(graph, LongAgo));
+    const Day first = graph.FirstDay();
+    ASSERT_TRUE(program.ChooseFromMenu(CommandViewDiary));
+    ASSERT_TRUE(program.PutWarningAway());
+    program.Keep(L"diary");
+    EXPECT_TRUE(program.IsOnTop(program.Diary()));
+    EXPECT_TRUE(DiaryShows(program, LongAgo));
+    EXPECT_FALSE(DiaryShows(program, Today));
+
+    ASSERT_TRUE(program.ChooseFromMenu(CommandViewGraph));
+    ASSERT_TRUE(program.Settle());
+    EXPECT_TRUE(program.IsOnTop(program.Graph()));
+    EXPECT_EQ(IsoDate(graph.CurrentDay()), IsoDate(LongAgo));
+    EXPECT_EQ(IsoDate(graph.FirstDay()), IsoDate(first));
+
+    // A date that neither of them shows is brought into both.
+    ASSERT_TRUE(PickFromCalendar(program, graph.Control(GraphDatePicker), Today));
+    EXPECT_TRUE(GraphShows(graph, Today));
+    ASSERT_TRUE(program.ChooseFromMenu(CommandViewDiary));
+    ASSERT_TRUE(program.Settle());
+    EXPECT_TRUE(DiaryShows(program, Today));
+    EXPECT_FALSE(DiaryShows(program, LongAgo));
+    EXPECT_TRUE(program.Exit());
+}
+
+TEST_F(GraphSettings, AFirstStartKeepsItsDefaults) {
+    Program program(folder);
+    ASSERT_TRUE(StartAgain(program));
+    program.Keep(L"first-start");
+    // Bleeding, although the chart is made for temperatures: nobody has chosen one yet.
+    ExpectChart(program, false, L"None");
+    ASSERT_TRUE(program.Exit());
+    ExpectSettings(ViewGraph, 1, 0, 31);
+}
+
+TEST_F(GraphSettings, EverythingIsFoundAgainAtTheNextStart) {
+    {
+        Program program(folder);
+        ASSERT_TRUE(StartAgain(program));
+        ASSERT_TRUE(program.ClickButton(CommandShowTemperature));
+        ASSERT_TRUE(program.Settle());
+        ASSERT_TRUE(GraphScreen(program).ClickUnit(GraphCelsius));
+        ASSERT_TRUE(program.ChooseFromMenu(CommandViewDiary));
+        ASSERT_TRUE(program.PutWarningAway());
+        for (const UINT item : {CommandShowNotes, CommandShowOvulation}) {
+            ASSERT_TRUE(program.ClickButton(item));
+            ASSERT_TRUE(program.Settle());
+        }
+        ASSERT_TRUE(program.Exit());
+    }
+    ExpectSettings(ViewDiary, 2, 1, 2 + 4 + 16);
+    {
+        Program program(folder);
+        ASSERT_TRUE(StartAgain(program));
+        EXPECT_TRUE(program.IsOnTop(program.Diary()));
+        for (const UINT item : {CommandShowBleeding, CommandShowPeriod, CommandShowPregnancy}) {
+            EXPECT_EQ(program.ButtonState(item), On) << item;
+        }
+        for (const UINT item : {CommandShowNotes, CommandShowOvulation}) {
+            EXPECT_EQ(program.ButtonState(item), Off) << item;
+        }
+        ASSERT_TRUE(program.ChooseFromMenu(CommandViewGraph));
+        ASSERT_TRUE(program.Settle());
+        program.Keep(L"found-again");
+        ExpectChart(program, true, L"36.4");
+        EXPECT_TRUE(GraphScreen(program).IsUnit(GraphCelsius));
+        ASSERT_TRUE(program.ClickButton(CommandShowBleeding));
+        ASSERT_TRUE(program.Settle());
+        ASSERT_TRUE(program.Exit());
+    }
+    ExpectSettings(ViewGraph, 1, 1, 2 + 4 + 16);
+    Program program(folder);
+    ASSERT_TRUE(StartAgain(program));
+    ExpectChart(program, false, L"None");
+    ASSERT_TRUE(program.ClickButton(CommandShowTemperature));
+    ASSERT_TRUE(program.Settle());
+    ExpectChart(program, true, L"36.4");
+    ASSERT_TRUE(program.Exit());
+    ExpectSettings(ViewGraph, 2, 1, 2 + 4 + 16);
+}
+
+}  // namespace
+}  // namespace lunara::e2e

@@ -1,0 +1,377 @@
+// Whole past periods entered in the history dialog: by dates and by length, normal and heavy; what
+// it refuses; and the prediction and its warning when it is closed.
+
+#include "tests/e2e/expectation.h"
+#include "tests/e2e/fields.h"
+#include "tests/e2e/fixture.h"
+#include "tests/e2e/remote.h"
+#include "tests/e2e/wait.h"
+
+namespace lunara::e2e {
+namespace {
+
+constexpr WCHAR Title[] = L"Menstrual Period History";
+constexpr WCHAR Exists[] = L"Bleeding entry for the period exists!";
+constexpr char Header[] = "date,bleeding,temperature_f,cramps,pms,note\r\n";
+
+struct Period {
+    Day start;
+    std::vector<int> levels;
+};
+
+/// Its days as the companion writes and reads them.
+std::string RowsOf(const Period& period) {
+    std::string rows;
+    Day day = period.start;
+    for (const int level : period.levels) {
+        rows += ToUtf8(IsoDate(day)) + "," + std::to_string(level) + ",,,,\r\n";
+        day = AddDays(day, 1);
+    }
+    return rows;
+}
+
+/// The same for several periods, the first one first.
+std::string CsvOf(const std::vector<Period>& periods) {
+    std::string csv = Header;
+    for (const Period& period : periods) {
+        csv += RowsOf(period);
+    }
+    return csv;
+}
+
+/// The open dialog.
+class HistoryScreen {
+  public:
+    HistoryScreen(Program& shown, HWND window) : program(shown), dialog(window) {}
+
+    HWND Item(int id) const { return ::GetDlgItem(dialog, id); }
+    std::wstring Text(int id) const { return Program::TextOf(Item(id)); }
+    bool MayAdd() const { return ::IsWindowEnabled(Item(ControlOk)) != 0; }
+
+    bool SetStart(Day day) { return PickFromCalendar(program, Item(HistoryStart), day); }
+    bool SetEnd(Day day) { return PickFromCalendar(program, Item(HistoryEnd), day); }
+    bool SetLength(int days) {
+        const std::wstring text = std::to_wstring(days);
+        const bool up = Text(HistoryLength) < text;
+        return ClickArrowUntil(program, Item(HistoryLengthSpin), up, Item(HistoryLength), text, 5);
+    }
+    bool SetHeavy(bool heavy) {
+        return ClickArrowUntil(program, Item(HistoryBleedingSpin), heavy, Item(HistoryBleeding),
+                               heavy ? L"Heavy" : L"Normal", 1);
+    }
+    /// Clicks Add and waits until the program has done what it does about it.
+    bool Add() { return program.Click(Item(ControlOk)) && program.Settle() && !MayAdd(); }
+    bool Close() { return program.Leave(dialog, ControlCancel); }
+
+    void Expect(Day start, Day end, const WCHAR* length, const WCHAR* bleeding, bool mayAdd) const {
+        EXPECT_EQ(IsoDate(PickedDay(program, Item(HistoryStart))), IsoDate(start));
+        EXPECT_EQ(IsoDate(PickedDay(program, Item(HistoryEnd))), IsoDate(end));
+        EXPECT_EQ(Text(HistoryLength), length);
+        EXPECT_EQ(Text(HistoryBleeding), bleeding);
+        EXPECT_EQ(MayAdd(), mayAdd);
+    }
+
+  private:
+    Program& program;
+    HWND dialog;
+};
+
+class History : public EndToEnd {
+  protected:
+    void SetUp() override {
+        EndToEnd::SetUp();
+        // The graph makes no prediction at the start, whose warning would be the hour's only one.
+        WriteNumber(L"CurrentView", ViewGraph);
+    }
+
+    bool StartProgram() { return program.Start() && program.SignIn(L"Anna", Password); }
+
+    HistoryScreen Open() {
+        program.ChooseFromMenu(CommandHistory);
+        const HWND dialog = program.WaitForDialog(Title);
+        // It is seen before it is ready for keys.
+        EXPECT_TRUE(WaitFor([&] { return ::GetForegroundWindow() == dialog; }));
+        program.Settle();
+        return {program, dialog};
+    }
+
+    /// Closes the dialog, puts the warning away that comes with it, and ends the program.
+    void CloseAndExit(HistoryScreen& history) {
+        ASSERT_TRUE(history.Close());
+        ASSERT_TRUE(program.PutWarningAway());
+        ASSERT_TRUE(program.Exit());
+    }
+
+    /// The refusal's box, of which the dialog knows nothing but that it is to stay.
+    void ExpectExistsBox() {
+        const HWND box = program.WaitForDialog(L"Warning");
+        ASSERT_NE(box, nullptr);
+        program.Keep(L"exists");
+        EXPECT_EQ(Program::BoxText(box), Exists);
+        program.Press(VK_RETURN);
+        ASSERT_TRUE(program.WaitForNoDialog(L"Warning"));
+        ASSERT_TRUE(program.Settle());
+        EXPECT_NE(program.FindDialog(Title), nullptr);
+    }
+
+    ::testing::AssertionResult Import(const std::wstring& user, const std::string& csv) {
+        const std::wstring file = folder.Path() + L"periods.csv";
+        ::CreateDirectoryW(folder.UserFolder(user).c_str(), nullptr);
+        WriteFile(file, csv);
+        const auto imported = folder.RunCompanion(
+            L"import \"" + folder.UserFolder(user) + L"\" --csv \"" + file + L"\"", Password);
+        return (imported.exitCode == 0 ? ::testing::AssertionSuccess()
+                                       : ::testing::AssertionFailure())
+               << imported.output;
+    }
+
+    /// What a diary shows that holds these periods and nothing else. The program keeps its own in
+    /// memory until its end, so that another one is made for the companion.
+    Expectation ExpectationOf(const std::vector<Period>& periods) {
+        EXPECT_TRUE(Import(L"Twin", CsvOf(periods)));
+        return {folder, L"Twin", Password, Today};
+    }
+
+    void AddAndClose(Day start) {
+        HistoryScreen history = Open();
+        ASSERT_TRUE(history.SetStart(start));
+        ASSERT_TRUE(history.Add());
+        ASSERT_TRUE(history.Close());
+    }
+
+    Program program{folder};
+};
+
+// ---- Adding ----
+
+TEST_F(History, TheLastFiveDaysAreOfferedAndAdded) {
+    ASSERT_TRUE(StartProgram());
+    HistoryScreen history = Open();
+    program.Keep(L"opened");
+    history.Expect({2006, 2, 28}, Today, L"5", L"Normal", true);
+    ASSERT_TRUE(history.Add());
+    history.Expect({2006, 2, 28}, Today, L"5", L"Normal", false);
+    CloseAndExit(history);
+    EXPECT_EQ(Export(L"Anna"), CsvOf({{{2006, 2, 28}, {2, 2, 2, 1, 1}}}));
+}
+
+TEST_F(History, PeriodsAreAddedByTheirDates) {
+    ASSERT_TRUE(StartProgram());
+    HistoryScreen history = Open();
+    ASSERT_TRUE(history.SetStart({2006, 1, 3}));
+    history.Expect({2006, 1, 3}, {2006, 1, 8}, L"5", L"Normal", true);
+    ASSERT_TRUE(history.SetEnd({2006, 1, 10}));
+    history.Expect({2006, 1, 3}, {2006, 1, 10}, L"7", L"Normal", true);
+    program.Keep(L"normal");
+    ASSERT_TRUE(history.Add());
+
+    // Over the end of the year, and back in its order.
+    ASSERT_TRUE(history.SetStart({2005, 12, 29}));
+    history.Expect({2005, 12, 29}, {2006, 1, 5}, L"7", L"Normal", true);
+    ASSERT_TRUE(history.SetEnd({2006, 1, 2}));
+    ASSERT_TRUE(history.SetHeavy(true));
+    history.Expect({2005, 12, 29}, {2006, 1, 2}, L"4", L"Heavy", true);
+    program.Keep(L"heavy");
+    ASSERT_TRUE(history.Add());
+    CloseAndExit(history);
+    EXPECT_EQ(Export(L"Anna"),
+              CsvOf({{{2005, 12, 29}, {3, 3, 2, 1}}, {{2006, 1, 3}, {2, 2, 2, 2, 1, 1, 1}}}));
+}
+
+TEST_F(History, TypedDatesCountLikePickedOnes) {
+    ASSERT_TRUE(StartProgram());
+    HistoryScreen history = Open();
+    ASSERT_TRUE(TypeDate(program, history.Item(HistoryStart), {2006, 1, 16}));
+    program.Keep(L"start-typed");
+    history.Expect({2006, 1, 16}, {2006, 1, 21}, L"5", L"Normal", true);
+    ASSERT_TRUE(TypeDate(program, history.Item(HistoryEnd), {2006, 1, 19}));
+    history.Expect({2006, 1, 16}, {2006, 1, 19}, L"3", L"Normal", true);
+    ASSERT_TRUE(history.Add());
+    CloseAndExit(history);
+    EXPECT_EQ(Export(L"Anna"), CsvOf({{{2006, 1, 16}, {2, 2, 1}}}));
+}
+
+TEST_F(History, EveryLengthIsAddedNormalAndHeavy) {
+    struct Row {
+        const char* label;
+        int length;
+        bool heavy;
+        Period period;
+    };
+    const std::vector<Row> rows = {
+        {"2 heavy", 2, true, {{2005, 9, 5}, {3, 2}}},
+        {"3 heavy", 3, true, {{2005, 9, 10}, {3, 3, 2}}},
+        {"4 heavy", 4, true, {{2005, 9, 15}, {3, 3, 2, 1}}},
+        {"5 heavy", 5, true, {{2005, 9, 20}, {3, 3, 2, 2, 1}}},
+        {"6 heavy", 6, true, {{2005, 10, 1}, {3, 3, 3, 2, 2, 1}}},
+        {"7 heavy", 7, true, {{2005, 10, 10}, {3, 3, 3, 2, 2, 1, 1}}},
+        {"7", 7, false, {{2005, 10, 20}, {2, 2, 2, 2, 1, 1, 1}}},
+        {"6", 6, false, {{2005, 11, 1}, {2, 2, 2, 2, 1, 1}}},
+        {"5", 5, false, {{2005, 11, 10}, {2, 2, 2, 1, 1}}},
+        {"4", 4, false, {{2005, 11, 20}, {2, 2, 2, 1}}},
+        {"3", 3, false, {{2005, 12, 5}, {2, 2, 1}}},
+        {"2", 2, false, {{2005, 12, 15}, {2, 2}}},
+    };
+    ASSERT_TRUE(StartProgram());
+    HistoryScreen history = Open();
+    std::vector<Period> added;
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.label);
+        ASSERT_TRUE(history.SetStart(row.period.start));
+        ASSERT_TRUE(history.SetLength(row.length));
+        ASSERT_TRUE(history.SetHeavy(row.heavy));
+        history.Expect(row.period.start, AddDays(row.period.start, row.length),
+                       std::to_wstring(row.length).c_str(), row.heavy ? L"Heavy" : L"Normal", true);
+        ASSERT_TRUE(history.Add());
+        ASSERT_EQ(program.FindDialog(L"Warning"), nullptr);
+        added.push_back(row.period);
+    }
+    CloseAndExit(history);
+    EXPECT_EQ(Export(L"Anna"), CsvOf(added));
+}
+
+TEST_F(History, TheArrowsStopAtTheirEnds) {
+    ASSERT_TRUE(StartProgram());
+    HistoryScreen history = Open();
+    ASSERT_TRUE(history.SetStart({2006, 2, 1}));
+    const HWND length = history.Item(HistoryLengthSpin);
+    ASSERT_TRUE(
+        HoldArrow(program, length, true, [&] { return history.Text(HistoryLength) == L"7"; }));
+    ASSERT_TRUE(ClickArrow(program, length, true));
+    history.Expect({2006, 2, 1}, {2006, 2, 8}, L"7", L"Normal", true);
+    ASSERT_TRUE(
+        HoldArrow(program, length, false, [&] { return history.Text(HistoryLength) == L"2"; }));
+    ASSERT_TRUE(ClickArrow(program, length, false));
+    history.Expect({2006, 2, 1}, {2006, 2, 3}, L"2", L"Normal", true);
+    const HWND bleeding = history.Item(HistoryBleedingSpin);
+    for (const bool up : {true, false}) {
+        for (int clicks = 0; clicks < 2; ++clicks) {
+            ASSERT_TRUE(ClickArrow(program, bleeding, up));
+            EXPECT_EQ(history.Text(HistoryBleeding), up ? L"Heavy" : L"Normal");
+        }
+    }
+    CloseAndExit(history);
+    EXPECT_EQ(Export(L"Anna"), Header);
+}
+
+// ---- Refusing ----
+
+TEST_F(History, APeriodThatOverlapsIsRefusedWhole) {
+    ASSERT_TRUE(StartProgram());
+    HistoryScreen history = Open();
+    ASSERT_TRUE(history.Add());
+    // Its last day is the first one of the other.
+    ASSERT_TRUE(history.SetStart({2006, 2, 24}));
+    ASSERT_TRUE(history.SetHeavy(true));
+    ASSERT_TRUE(history.Add());
+    ExpectExistsBox();
+    history.Expect({2006, 2, 24}, {2006, 3, 1}, L"5", L"Heavy", false);
+    // A day less is free.
+    ASSERT_TRUE(history.SetLength(4));
+    history.Expect({2006, 2, 24}, {2006, 2, 28}, L"4", L"Heavy", true);
+    ASSERT_TRUE(history.Add());
+    EXPECT_EQ(program.FindDialog(L"Warning"), nullptr);
+    // Now it is there itself.
+    ASSERT_TRUE(history.SetHeavy(false));
+    ASSERT_TRUE(history.Add());
+    ExpectExistsBox();
+    CloseAndExit(history);
+    EXPECT_EQ(Export(L"Anna"),
+              CsvOf({{{2006, 2, 24}, {3, 3, 2, 1}}, {{2006, 2, 28}, {2, 2, 2, 1, 1}}}));
+}
+
+TEST_F(History, NothingReachesPastToday) {
+    ASSERT_TRUE(StartProgram());
+    HistoryScreen history = Open();
+    const HWND length = history.Item(HistoryLengthSpin);
+    const auto expectLastFiveDays = [&] {
+        history.Expect({2006, 2, 28}, Today, L"5", L"Normal", true);
+    };
+    ASSERT_TRUE(ClickArrow(program, length, true));
+    expectLastFiveDays();
+    ASSERT_TRUE(history.SetStart({2006, 3, 1}));
+    expectLastFiveDays();
+    ASSERT_TRUE(history.SetEnd({2006, 3, 6}));
+    expectLastFiveDays();
+    program.Keep(L"refused");
+    // The arrows, too, are where they were.
+    ASSERT_TRUE(ClickArrow(program, length, false));
+    history.Expect({2006, 2, 28}, {2006, 3, 4}, L"4", L"Normal", true);
+
+    ASSERT_TRUE(history.SetLength(2));
+    ASSERT_TRUE(history.SetStart({2006, 3, 4}));
+    history.Expect({2006, 2, 28}, {2006, 3, 2}, L"2", L"Normal", true);
+    ASSERT_TRUE(history.SetStart({2006, 3, 3}));
+    history.Expect({2006, 3, 3}, Today, L"2", L"Normal", true);
+    ASSERT_TRUE(history.Add());
+    CloseAndExit(history);
+    EXPECT_EQ(Export(L"Anna"), CsvOf({{{2006, 3, 3}, {2, 2}}}));
+}
+
+TEST_F(History, AnEndTooNearOrTooFarJumpsBack) {
+    ASSERT_TRUE(StartProgram());
+    HistoryScreen history = Open();
+    ASSERT_TRUE(history.SetStart({2006, 2, 7}));
+    for (const Day end : {Day{2006, 2, 8}, Day{2006, 2, 15}, Day{2006, 2, 7}, Day{2006, 2, 1}}) {
+        SCOPED_TRACE(ToUtf8(IsoDate(end)));
+        ASSERT_TRUE(history.SetEnd(end));
+        history.Expect({2006, 2, 7}, {2006, 2, 12}, L"5", L"Normal", true);
+    }
+    ASSERT_TRUE(history.SetEnd({2006, 2, 9}));
+    history.Expect({2006, 2, 7}, {2006, 2, 9}, L"2", L"Normal", true);
+    ASSERT_TRUE(history.SetEnd({2006, 2, 14}));
+    history.Expect({2006, 2, 7}, {2006, 2, 14}, L"7", L"Normal", true);
+    CloseAndExit(history);
+    EXPECT_EQ(Export(L"Anna"), Header);
+}
+
+// ---- Closing ----
+
+TEST_F(History, ClosingPredictsAndWarnsOnceWithinAnHour) {
+    const std::vector<int> levels = {2, 2, 2, 1, 1};
+    std::vector<Period> periods = {{{2006, 1, 1}, levels}};
+    ASSERT_TRUE(Import(L"Anna", CsvOf(periods)));
+    ASSERT_TRUE(StartProgram());
+    ASSERT_EQ(program.Warning(), L"");
+
+    periods.push_back({{2006, 1, 29}, levels});
+    ASSERT_NO_FATAL_FAILURE(AddAndClose({2006, 1, 29}));
+    const Expectation afterFirst = ExpectationOf(periods);
+    const HWND box = program.WaitForDialog(L"Warning");
+    ASSERT_NE(box, nullptr);
+    program.Keep(L"warned");
+    EXPECT_NE(afterFirst.Warning(), L"");
+    EXPECT_EQ(Program::BoxText(box), afterFirst.Warning());
+    ASSERT_TRUE(program.PutWarningAway());
+    EXPECT_EQ(program.FindAnyDialog(), nullptr) << "a second box";
+    ASSERT_TRUE(program.ChooseFromMenu(CommandViewDiary));
+    ASSERT_TRUE(program.PutWarningAway());
+    EXPECT_EQ(program.Warning(), L"");
+    CompareDiary(program, folder, afterFirst);
+
+    // The diary shows another prediction, and no box says anything of it.
+    periods.push_back({{2006, 2, 26}, levels});
+    ASSERT_NO_FATAL_FAILURE(AddAndClose({2006, 2, 26}));
+    const Expectation afterSecond = ExpectationOf(periods);
+    EXPECT_NE(afterSecond.Warning(), L"");
+    ASSERT_TRUE(program.PutWarningAway());
+    EXPECT_EQ(program.Warning(), L"");
+    program.Keep(L"not-warned-again");
+    CompareDiary(program, folder, afterSecond);
+
+    constexpr DWORD HourMs = 60 * 60 * 1000;
+    ASSERT_TRUE(AdvanceTicks(program.Process(), HourMs + 1));
+    periods.insert(periods.begin(), {{2005, 11, 6}, levels});
+    ASSERT_NO_FATAL_FAILURE(AddAndClose({2005, 11, 6}));
+    const Expectation afterThird = ExpectationOf(periods);
+    EXPECT_NE(afterThird.Warning(), L"");
+    ASSERT_TRUE(program.PutWarningAway());
+    program.Keep(L"warned-again");
+    EXPECT_EQ(program.Warning(), afterThird.Warning());
+    CompareDiary(program, folder, afterThird);
+    ASSERT_TRUE(program.Exit());
+    EXPECT_EQ(Export(L"Anna"), CsvOf(periods));
+}
+
+}  // namespace
+}  // namespace lunara::e2e

@@ -1,0 +1,211 @@
+// Restore: what was saved comes back whole, or the diary stays as it was. And the deletion of
+// backups.
+
+#include "tests/e2e/backup_fixture.h"
+
+namespace lunara::e2e {
+namespace {
+
+class Restoring : public BackupTest {};
+
+TEST_F(Restoring, RestoreBringsTheOlderDiaryOnceItIsAnsweredYes) {
+    Program program(folder);
+    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(WriteNote(program, TodaysRow, L"Older"));
+    ASSERT_EQ(Backup(program, L"older"), L"Backup is done!");
+    const std::string older = FilesOf(User);
+    ASSERT_TRUE(WriteNote(program, TodaysRow, L"Newer"));
+    ASSERT_TRUE(BeginBackup(program, L"newer", true));
+    ASSERT_TRUE(GivePassword(program, Password));
+    ASSERT_EQ(AnswerBox(program, L"Message"), L"Backup is done!");
+    const std::string newer = FilesOf(User);
+    ASSERT_FALSE(newer == older);
+
+    HWND dialog = ChooseBackup(program, L"older");
+    ASSERT_NE(dialog, nullptr);
+    KeepWhenStill(program, L"restore");
+    ASSERT_TRUE(program.Leave(dialog, ControlOk));
+    program.WaitForDialog(L"Warning");
+    KeepWhenStill(program, L"restore-question");
+    EXPECT_EQ(AnswerBox(program, L"Warning", ControlNo), RestoreQuestion);
+    ASSERT_TRUE(program.Settle());
+    EXPECT_EQ(program.FindAnyDialog(), nullptr);
+    EXPECT_TRUE(FilesOf(User) == newer);
+    EXPECT_EQ(NoteOf(program, TodaysRow), L"Newer");
+
+    dialog = ChooseBackup(program, L"older");
+    ASSERT_NE(dialog, nullptr);
+    ASSERT_TRUE(program.Leave(dialog, ControlOk));
+    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
+    EXPECT_TRUE(program.WaitForDialog(L"Login user") != nullptr && FilesOf(User) == older);
+    ASSERT_TRUE(program.EnterUser(User, Password));
+    ASSERT_TRUE(program.WaitForNoDialog(L"Login user"));
+    ASSERT_TRUE(program.PutWarningAway());
+    KeepWhenStill(program, L"restored");
+    EXPECT_EQ(NoteOf(program, TodaysRow), L"Older");
+    EXPECT_TRUE(program.Exit());
+    EXPECT_TRUE(FilesOf(User) == older);
+}
+
+TEST_F(Restoring, ABackupMadeUnderAnotherPasswordNeedsThatPassword) {
+    MakeSampleBackup(L"foreign", OtherPassword);
+    const std::string foreign = DataFilesIn(BackupFolder(L"foreign"));
+    Program program(folder);
+    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
+    const HWND dialog = ChooseBackup(program, L"foreign");
+    ASSERT_NE(dialog, nullptr);
+    ASSERT_TRUE(program.Leave(dialog, ControlOk));
+    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
+    ASSERT_TRUE(program.EnterUser(User, Password));
+    EXPECT_EQ(AnswerBox(program, L"Warning"), L"User/Password invalid");
+    ASSERT_TRUE(program.EnterUser(User, OtherPassword));
+    ASSERT_TRUE(program.WaitForNoDialog(L"Login user"));
+    ASSERT_TRUE(program.PutWarningAway());
+    EXPECT_EQ(NoteOf(program, TodaysRow), L"");
+    ASSERT_TRUE(program.Exit());
+    EXPECT_TRUE(FilesOf(User) == foreign) << "nothing of the diary before it is saved over it";
+}
+
+TEST_F(Restoring, ABackupMadeOverAnOlderOneOfAnotherPasswordOpens) {
+    // The one collection that the diary has no more is the only one under the old password.
+    const auto make = [&](const char* records, const std::wstring& where,
+                          const std::wstring& password) {
+        ASSERT_TRUE(WriteFile(folder.Path() + L"diary.csv", records));
+        const auto made = folder.RunCompanion(
+            L"import \"" + where + L"\" --csv \"" + folder.Path() + L"diary.csv\"", password);
+        ASSERT_EQ(made.exitCode, 0u) << made.output;
+    };
+    const std::wstring other = L"Berta";
+    make("date,bleeding,temperature_f,cramps,pms,note\n2006-03-01,2,,,,Deleted later\n",
+         BackupRoot() + L"\\" + other + L"\\a", Password);
+    make("date,bleeding,temperature_f,cramps,pms,note\n2006-03-01,2,,,,\n",
+         folder.UserFolder(other), OtherPassword);
+    Program program(folder);
+    ASSERT_TRUE(program.Start());
+    ASSERT_TRUE(program.SignIn(other, OtherPassword));
+    ASSERT_EQ(Backup(program, L"a"), L"Backup is done!");
+    const HWND dialog = ChooseBackup(program, L"a");
+    ASSERT_NE(dialog, nullptr);
+    ASSERT_TRUE(program.Leave(dialog, ControlOk));
+    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
+    ASSERT_TRUE(program.EnterUser(other, OtherPassword));
+    ASSERT_TRUE(program.WaitForNoDialog(L"Login user"));
+    ASSERT_TRUE(program.PutWarningAway());
+    EXPECT_TRUE(program.Exit());
+    EXPECT_EQ(Export(other, OtherPassword),
+              "date,bleeding,temperature_f,cramps,pms,note\r\n2006-03-01,2,,,,\r\n");
+}
+
+TEST_F(Restoring, GivingUpTheSignInAfterARestoreEndsTheProgram) {
+    MakeSampleBackup(L"foreign", OtherPassword);
+    const std::string foreign = DataFilesIn(BackupFolder(L"foreign"));
+    Program program(folder);
+    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
+    const HWND dialog = ChooseBackup(program, L"foreign");
+    ASSERT_NE(dialog, nullptr);
+    ASSERT_TRUE(program.Leave(dialog, ControlOk));
+    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
+    ASSERT_TRUE(program.EnterUser(User, Password));
+    EXPECT_EQ(AnswerBox(program, L"Warning"), L"User/Password invalid");
+    program.Click(::GetDlgItem(program.FindDialog(L"Login user"), ControlCancel));
+    ASSERT_TRUE(HasEnded(program));
+    EXPECT_TRUE(FilesOf(User) == foreign);
+}
+
+TEST_F(Restoring, TheEndOfTheSessionDuringThatSignInSavesNothingOverTheRestoredFiles) {
+    MakeSampleBackup(L"foreign", OtherPassword);
+    const std::string foreign = DataFilesIn(BackupFolder(L"foreign"));
+    Program program(folder);
+    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
+    const HWND dialog = ChooseBackup(program, L"foreign");
+    ASSERT_NE(dialog, nullptr);
+    ASSERT_TRUE(program.Leave(dialog, ControlOk));
+    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
+    ASSERT_NE(program.WaitForDialog(L"Login user"), nullptr);
+    DWORD_PTR answer = 0;
+    ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, PatienceMs,
+                                    &answer),
+              0);
+    program.Kill();  // the system gives no more time than that
+    EXPECT_TRUE(FilesOf(User) == foreign);
+}
+
+TEST_F(Restoring, TheListOpensHighEnoughForItsNames) {
+    for (const WCHAR* name : {L"a", L"b", L"c", L"d"}) {
+        MakeSampleBackup(name, Password);
+    }
+    Program program(folder);
+    ASSERT_TRUE(Starts(program));
+    const HWND dialog = OpenBackupList(program);
+    ASSERT_NE(dialog, nullptr);
+    const auto itemHeight =
+        static_cast<LONG>(::SendDlgItemMessageW(dialog, ControlBackupList, CB_GETITEMHEIGHT, 0, 0));
+    const HWND list = ::FindWindowExW(nullptr, nullptr, L"ComboLBox", nullptr);
+    RECT place{};
+    ASSERT_TRUE(::GetWindowRect(list, &place));
+    EXPECT_TRUE(::IsWindowVisible(list));
+    EXPECT_GT(itemHeight, 0);
+    EXPECT_GE(place.bottom - place.top, 4 * itemHeight);
+    program.Press(VK_ESCAPE);  // the list
+    ASSERT_TRUE(program.Leave(dialog, ControlCancel));
+    EXPECT_TRUE(program.Exit());
+}
+
+TEST_F(Restoring, DeletingDownToTheLastClosesTheDialog) {
+    MakeSampleBackup(L"a", Password);
+    MakeSampleBackup(L"b", Password);
+    MakeSampleBackup(L"c", Password);
+    const std::string before = FilesOf(User);
+    Program program(folder);
+    ASSERT_TRUE(Starts(program));
+    const HWND dialog = ChooseBackup(program, L"b");
+    ASSERT_NE(dialog, nullptr);
+    const HWND list = ::GetDlgItem(dialog, ControlBackupList);
+    const auto deleteCurrent = [&](const WCHAR* name, const WCHAR* next) {
+        ASSERT_EQ(Program::TextOf(list), name);
+        ASSERT_TRUE(program.Click(::GetDlgItem(dialog, ControlDeleteBackup)));
+        EXPECT_TRUE(WaitFor([&] { return Program::TextOf(list) == next; }));
+        EXPECT_FALSE(FileExists(BackupFolder(name)));
+    };
+    deleteCurrent(L"b", L"a");
+    deleteCurrent(L"a", L"c");
+    ASSERT_TRUE(program.Click(::GetDlgItem(dialog, ControlDeleteBackup)));
+    EXPECT_EQ(AnswerBox(program, L"Warning"), L"There are no backups!");
+    EXPECT_TRUE(program.WaitForNoDialog(L"Restore"));
+    EXPECT_FALSE(FileExists(BackupFolder(L"c")));
+
+    ASSERT_TRUE(program.ChooseFromMenu(CommandRestore));
+    EXPECT_EQ(AnswerBox(program, L"Warning"), L"There are no backups!");
+    EXPECT_TRUE(program.WaitForNoDialog(L"Restore"));
+    EXPECT_TRUE(program.Exit());
+    EXPECT_TRUE(FilesOf(User) == before);
+}
+
+TEST_F(Restoring, AFullDiskStopsTheRestoreAndLeavesTheDiary) {
+    MakeSampleBackup(L"older", Password);
+    const std::string before = FilesOf(User);
+    const std::string older = DataFilesIn(BackupFolder(L"older"));
+    ASSERT_FALSE(before == older);
+    Program program(folder);
+    ASSERT_TRUE(Starts(program));
+    {
+        const FullDisk full(CurrentTestName() + L"/" + User);
+        const HWND dialog = ChooseBackup(program, L"older");
+        ASSERT_NE(dialog, nullptr);
+        ASSERT_TRUE(program.Leave(dialog, ControlOk));
+        EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
+        ASSERT_TRUE(program.Settle());
+        EXPECT_EQ(program.FindAnyDialog(), nullptr) << "nothing was restored, so nobody signs in";
+    }
+    EXPECT_TRUE(FilesOf(User) == before);
+    ASSERT_TRUE(WriteNote(program, TodaysRow, L"It goes on"));
+    EXPECT_TRUE(program.Exit());
+    EXPECT_TRUE(Contains(Export(User), "It goes on"));
+    EXPECT_TRUE(DataFilesIn(BackupFolder(L"older")) == older);
+}
+
+}  // namespace
+}  // namespace lunara::e2e
