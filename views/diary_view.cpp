@@ -11,6 +11,7 @@
 #include "records/notes_dialog.h"
 #include "records/user_data.h"
 #include "views/month_colors.h"
+#include "views/view_children.h"
 
 namespace lunara {
 namespace {
@@ -19,20 +20,6 @@ constexpr WCHAR ShowFlagsSetting[] = TEXT("DiaryView_ShowFlags");
 constexpr WCHAR HelpAnchor[] = TEXT("Lunara.htm#_Calendar_diary");
 constexpr std::int32_t DaysShown = 20;
 constexpr std::int32_t DaysBeforeCurrent = 10;
-
-LONG Width(const RECT& rect) { return rect.right - rect.left; }
-LONG Height(const RECT& rect) { return rect.bottom - rect.top; }
-
-void MoveTo(HWND window, const RECT& place) {
-    ::SetWindowPos(window, nullptr, place.left, place.top, Width(place), Height(place),
-                   SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-bool CreateControl(Window& control, DWORD style, const RECT& place, HWND parent, int id) {
-    return control.Create(0, nullptr, nullptr, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
-                          Width(place), Height(place), parent,
-                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(id))) != 0;
-}
 
 /// The width of a day number of two digits beside cells of that size.
 LONG NumberWidth(HDC dc, LONG cellSize) {
@@ -199,14 +186,11 @@ DiaryLayout DiaryView::ClientLayout() const {
 
 bool DiaryView::CreateChildren() {
     const DiaryLayout layout = ClientLayout();
-    const RECT& bar = layout.scrollBar;
-    scroll.SetBar(::CreateWindowExW(0, TEXT("scrollbar"), nullptr, WS_CHILD | WS_VISIBLE | SBS_VERT,
-                                    bar.left, bar.top, Width(bar), Height(bar), Handle(),
-                                    reinterpret_cast<HMENU>(static_cast<INT_PTR>(ScrollBarId)),
-                                    AppInstance(), nullptr));
+    scroll.SetBar(CreateSystemControl(TEXT("scrollbar"), 0, SBS_VERT, layout.scrollBar, Handle(),
+                                      ScrollBarId));
     return scroll.Bar() != nullptr &&
-           CreateControl(calendar, CCS_VERTICAL, layout.calendar, Handle(), CalendarId) &&
-           CreateControl(agenda, 0, layout.agenda, Handle(), AgendaId);
+           CreateControl(calendar, nullptr, CCS_VERTICAL, layout.calendar, Handle(), CalendarId) &&
+           CreateControl(agenda, nullptr, 0, layout.agenda, Handle(), AgendaId);
 }
 
 void DiaryView::FitCells() {

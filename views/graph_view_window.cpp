@@ -4,6 +4,7 @@
 
 #include "resources/ids.h"
 #include "views/graph_view.h"
+#include "views/view_children.h"
 
 // after windows.h
 #include "platform/pocketpc/common_controls.h"
@@ -16,21 +17,6 @@ constexpr WCHAR BleedingLabel[] = TEXT("Bleeding: ");
 constexpr WCHAR FahrenheitLabel[] = TEXT("Temp \u00B0F: ");
 constexpr WCHAR CelsiusLabel[] = TEXT("Temp \u00B0C: ");
 constexpr COLORREF White = RGB(255, 255, 255);
-
-LONG Width(const RECT& rect) { return rect.right - rect.left; }
-LONG Height(const RECT& rect) { return rect.bottom - rect.top; }
-
-void MoveTo(HWND window, const RECT& place) {
-    ::SetWindowPos(window, nullptr, place.left, place.top, Width(place), Height(place),
-                   SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-HMENU ControlId(int id) { return reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)); }
-
-bool CreateControl(Window& control, const WCHAR* title, const RECT& place, HWND parent, int id) {
-    return control.Create(0, nullptr, title, WS_CHILD | WS_VISIBLE, place.left, place.top,
-                          Width(place), Height(place), parent, ControlId(id)) != 0;
-}
 
 SIZE TextSize(HDC dc, const WCHAR* text) {
     SIZE size{};
@@ -59,9 +45,7 @@ GraphMetrics GraphView::Metrics() const {
 
 HWND GraphView::CreateField(const WCHAR* className, DWORD exStyle, DWORD style, const RECT& place,
                             int id) {
-    const HWND field = ::CreateWindowExW(exStyle, className, nullptr, WS_CHILD | WS_VISIBLE | style,
-                                         place.left, place.top, Width(place), Height(place),
-                                         Handle(), ControlId(id), AppInstance(), nullptr);
+    const HWND field = CreateSystemControl(className, exStyle, style, place, Handle(), id);
     ::SendMessageW(field, WM_SETFONT, reinterpret_cast<WPARAM>(ShellFont()), FALSE);
     return field;
 }
@@ -78,15 +62,15 @@ bool GraphView::CreateChildren() {
     valueSpin =
         CreateField(UPDOWN_CLASSW, 0, UDS_AUTOBUDDY | UDS_ARROWKEYS, layout.valueSpin, ValueSpinId);
     const bool hasCalendar =
-        CreateControl(calendar, nullptr, layout.calendar, Handle(), CalendarId);
+        CreateControl(calendar, nullptr, 0, layout.calendar, Handle(), CalendarId);
     scroll.SetBar(CreateField(TEXT("scrollbar"), 0, SBS_HORZ, layout.scrollBar, ScrollBarId));
     return datePicker != nullptr && valueEdit != nullptr && valueSpin != nullptr && hasCalendar &&
            scroll.Bar() != nullptr &&
-           CreateControl(fahrenheitButton, TEXT("\u00B0F"), layout.fahrenheitButton, Handle(),
+           CreateControl(fahrenheitButton, TEXT("\u00B0F"), 0, layout.fahrenheitButton, Handle(),
                          FahrenheitId) &&
-           CreateControl(celsiusButton, TEXT("\u00B0C"), layout.celsiusButton, Handle(),
+           CreateControl(celsiusButton, TEXT("\u00B0C"), 0, layout.celsiusButton, Handle(),
                          CelsiusId) &&
-           CreateControl(chart, nullptr, layout.chart, Handle(), ChartId);
+           CreateControl(chart, nullptr, 0, layout.chart, Handle(), ChartId);
 }
 
 void GraphView::PlaceChildren() {

@@ -1,0 +1,36 @@
+#pragma once
+
+// How the two views make and place their children, all of them visible from the start.
+
+#include "frame/window.h"
+#include "platform/win32.h"
+
+namespace lunara {
+
+inline LONG Width(const RECT& rect) { return rect.right - rect.left; }
+inline LONG Height(const RECT& rect) { return rect.bottom - rect.top; }
+
+inline HMENU ControlId(int id) { return reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)); }
+
+/// A child of a class of the system's; null when it cannot be made.
+inline HWND CreateSystemControl(const WCHAR* className, DWORD exStyle, DWORD style,
+                                const RECT& place, HWND parent, int id) {
+    return ::CreateWindowExW(exStyle, className, nullptr, WS_CHILD | WS_VISIBLE | style, place.left,
+                             place.top, Width(place), Height(place), parent, ControlId(id),
+                             AppInstance(), nullptr);
+}
+
+/// A child of one of our own classes; false when it cannot be made.
+inline bool CreateControl(Window& control, const WCHAR* title, DWORD style, const RECT& place,
+                          HWND parent, int id) {
+    return control.Create(0, nullptr, title, WS_CHILD | WS_VISIBLE | style, place.left, place.top,
+                          Width(place), Height(place), parent, ControlId(id)) != 0;
+}
+
+/// The order of the children, by which the keyboard goes, stays.
+inline void MoveTo(HWND child, const RECT& place) {
+    ::SetWindowPos(child, nullptr, place.left, place.top, Width(place), Height(place),
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+}  // namespace lunara
