@@ -338,6 +338,15 @@ TEST_P(DataFileSetTest, FileWhosePathDoesNotFitIsNamedAndNothingIsWritten) {
     EXPECT_TRUE(std::filesystem::is_empty(longFolder));
 }
 
+TEST(DataFilePathTest, HoldsAllButTheTerminatorOfAPath) {
+    const std::size_t nameLength = WideView(TEXT("\\Temperature.dat")).size();
+    const WideString longest(PathCapacity - 1 - nameLength, 'x');
+    WideString path;
+    EXPECT_TRUE(DataFilePath(longest.c_str(), DataFile::Temperature, path));
+    EXPECT_EQ(ToUtf8(path), ToUtf8(longest) + "\\Temperature.dat");
+    EXPECT_FALSE(DataFilePath((longest + TEXT("x")).c_str(), DataFile::Temperature, path));
+}
+
 class DataFileRecordTest : public ::testing::Test {
   protected:
     DataFileRecordTest() : folder(Wide(scratch.Root())) {
