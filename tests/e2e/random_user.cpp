@@ -435,7 +435,8 @@ bool RandomUser::PutEverythingAway() {
             if (!Settle()) {
                 return false;
             }
-            if (!IsTracking() && program->FindAnyDialog() == nullptr) {
+            // It may just have ended: a Close chosen from the menu saves first.
+            if (program->IsRunning() && !IsTracking() && program->FindAnyDialog() == nullptr) {
                 return true;
             }
             continue;
