@@ -136,6 +136,7 @@ int ReplacementFile::Close() {
     }
     const HANDLE closing = file;
     file = INVALID_HANDLE_VALUE;  // closed once, whatever the system answers
+    ::SetLastError(ERROR_SUCCESS);
     return CurrentFileCalls().Close(closing) != FALSE ? 1 : 0;
 }
 

@@ -59,7 +59,9 @@ class FailingCalls : public FileCalls {
     bool Fails(const char* step) {
         const bool isThis = static_cast<int>(steps.size()) == failAt;
         steps.emplace_back(step);
-        if (isThis && way == Way::WithError) {
+        if (!isThis) {
+            ::SetLastError(ERROR_ACCESS_DENIED);  // a call that works may leave one
+        } else if (way == Way::WithError) {
             ::SetLastError(ERROR_DISK_FULL);
         }
         return isThis;

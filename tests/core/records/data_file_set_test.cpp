@@ -295,14 +295,12 @@ TEST_P(DataFileSetTest, SaveThatCouldNotBeUndoneIsUndoneByTheNextOne) {
 TEST_P(DataFileSetTest, FileThatCannotBeWrittenIsNamed) {
     const struct {
         const char* step;
-        DataFile file;
+        const char* file;
     } cases[] = {
-        {"create Temperature.new", DataFile::Temperature},
-        {"create Notes.new", DataFile::NoteFlags},
-        {"create NotePages.new", DataFile::NotePages},
-        {"rename Temperature.new", DataFile::Temperature},
-        {"rename Notes.new", DataFile::NoteFlags},
-        {"rename NotePages.new", DataFile::NotePages},
+        {"create Temperature.new", "Temperature.dat"}, {"create Notes.new", "Notes.dat"},
+        {"create NotePages.new", "NotePages.dat"},     {"create Save.set", "Save.set"},
+        {"rename Temperature.new", "Temperature.dat"}, {"rename Notes.new", "Notes.dat"},
+        {"rename NotePages.new", "NotePages.dat"},     {"replace Save.set", "Save.set"},
     };
     Begin();
     std::vector<std::string> steps;
@@ -319,9 +317,7 @@ TEST_P(DataFileSetTest, FileThatCannotBeWrittenIsNamed) {
         calls.failAt = static_cast<int>(found - steps.begin());
         EXPECT_EQ(Save(), 0) << step;
         EXPECT_EQ(::GetLastError(), DWORD{ERROR_DISK_FULL}) << step;
-        WideString path;
-        EXPECT_TRUE(DataFilePath(folder.c_str(), file, path));
-        EXPECT_EQ(ToUtf8(data->FailedPath()), ToUtf8(path)) << step;
+        EXPECT_EQ(ToUtf8(data->FailedPath()), ToUtf8(folder) + '\\' + file) << step;
     }
 }
 
@@ -401,6 +397,16 @@ TEST_F(DataFileRecordTest, OldFileThatCannotBePutBackRefusesLoadingAndSaving) {
         EXPECT_TRUE(data.IsDirty());
     }
     EXPECT_EQ(Loaded(folder, TEXT("")), diary);
+}
+
+TEST_F(DataFileRecordTest, TwoFilesAreTogetherOnlyWithARecord) {
+    UserData data;
+    data.bleeding.Set(First, 2);
+    data.temperature.Set(First, 9900);
+    data.bleeding.dirty = data.temperature.dirty = true;
+    BrokenCalls calls;
+    ASSERT_EQ(data.SaveFolder(folder.c_str(), TEXT("")), 1);
+    EXPECT_EQ(std::count(calls.steps.begin(), calls.steps.end(), "create Save.set"), 1);
 }
 
 TEST_F(DataFileRecordTest, SingleFileIsSavedWithoutARecord) {
