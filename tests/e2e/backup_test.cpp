@@ -18,8 +18,8 @@ TEST_F(Backups, EntriesAfterABackupAskForThePasswordAtTheEndAndAreKept) {
         ASSERT_TRUE(program.ChooseFromMenu(CommandBackup));
         const HWND dialog = program.WaitForDialog(L"Backup");
         ASSERT_NE(dialog, nullptr);
-        EXPECT_EQ(Program::TextOf(::GetDlgItem(dialog, ControlBackupName)), OfferedName);
-        EXPECT_EQ(::SendDlgItemMessageW(dialog, ControlSaveFirst, BM_GETCHECK, 0, 0), BST_CHECKED);
+        EXPECT_EQ(Program::TextOf(::GetDlgItem(dialog, BackupName)), OfferedName);
+        EXPECT_EQ(::SendDlgItemMessageW(dialog, BackupSaveFirst, BM_GETCHECK, 0, 0), BST_CHECKED);
         KeepWhenStill(program, L"dialog");
         ASSERT_TRUE(program.Leave(dialog, ControlOk));
         program.WaitForDialog(L"Message");
@@ -162,7 +162,7 @@ TEST_F(Backups, BoxesHoldTheWindowsBehindThemUntilTheyAreRead) {
     ASSERT_TRUE(held.IsHeld());
     const HWND dialog = ChooseBackup(program, L"a");
     ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(program.Click(::GetDlgItem(dialog, ControlDeleteBackup)));
+    ASSERT_TRUE(program.Click(::GetDlgItem(dialog, RestoreDelete)));
     for (const std::wstring& what : {L"file '" + BackupFolder(L"a") + L"\\Bleeding.dat'",
                                      L"folder '" + BackupFolder(L"a") + L"'"}) {
         ASSERT_NE(program.WaitForDialog(L"Error"), nullptr);

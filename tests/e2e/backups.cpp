@@ -60,10 +60,10 @@ bool BeginBackup(Program& program, const std::wstring& name, bool saveFirst) {
     if (dialog == nullptr) {
         return false;
     }
-    if (!name.empty() && !TypeInto(program, ::GetDlgItem(dialog, ControlBackupName), name)) {
+    if (!name.empty() && !TypeInto(program, ::GetDlgItem(dialog, BackupName), name)) {
         return false;
     }
-    const HWND box = ::GetDlgItem(dialog, ControlSaveFirst);
+    const HWND box = ::GetDlgItem(dialog, BackupSaveFirst);
     const LRESULT wanted = saveFirst ? BST_CHECKED : BST_UNCHECKED;
     if (::SendMessageW(box, BM_GETCHECK, 0, 0) != wanted) {
         program.Click(box);
@@ -77,7 +77,7 @@ HWND OpenBackupList(Program& program) {
         return nullptr;
     }
     const HWND dialog = program.WaitForDialog(L"Restore");
-    const HWND list = ::GetDlgItem(dialog, ControlBackupList);
+    const HWND list = ::GetDlgItem(dialog, RestoreList);
     return dialog != nullptr && program.Click(list) &&
                    WaitFor([list] { return IsListOpen(list); }) && program.Settle()
                ? dialog
@@ -86,7 +86,7 @@ HWND OpenBackupList(Program& program) {
 
 HWND ChooseBackup(Program& program, const std::wstring& name) {
     const HWND dialog = OpenBackupList(program);
-    const HWND list = ::GetDlgItem(dialog, ControlBackupList);
+    const HWND list = ::GetDlgItem(dialog, RestoreList);
     if (dialog == nullptr) {
         return nullptr;
     }

@@ -77,11 +77,11 @@ TEST_F(Leaving, ByTheEndOfTheSessionSaves) {
     Check([](Program& program) {
         DWORD_PTR answer = 0;
         ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_QUERYENDSESSION, 0, 0, SMTO_NORMAL,
-                                        30000, &answer),
+                                        PatienceMs, &answer),
                   0);
         EXPECT_NE(answer, 0u);
-        ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, 30000,
-                                        &answer),
+        ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL,
+                                        PatienceMs, &answer),
                   0);
         // The system gives no more time than that.
         program.Kill();

@@ -18,6 +18,7 @@ constexpr std::array<const WCHAR*, 3> Passwords = {L"moonlight 4", L"neap tide",
 constexpr WCHAR SignInTitle[] = L"Login user";
 constexpr SIZE UsualSize{488, 667};
 constexpr DWORD LostClickMs = 5000;  // as Program::Leave
+
 bool IsReadOnly(HWND edit) { return (::GetWindowLongPtrW(edit, GWL_STYLE) & ES_READONLY) != 0; }
 
 }  // namespace
@@ -396,7 +397,7 @@ bool RandomUser::BackUp(HWND dialog) {
     static constexpr std::array<const WCHAR*, 6> Names = {L"a", L"b", L"c", L"d", L"e\\f", L"\\g"};
     const std::wstring name = AnyOf(Names);
     Log("back up as " + ToUtf8(name));
-    return TypeInto(*program, ::GetDlgItem(dialog, ControlBackupName), name) &&
+    return TypeInto(*program, ::GetDlgItem(dialog, BackupName), name) &&
            program->Leave(dialog, ControlOk);
 }
 
@@ -407,7 +408,7 @@ bool RandomUser::Restore(HWND dialog) {
         return false;
     }
     // A click beside an open list only closes it.
-    ::SendDlgItemMessageW(dialog, ControlBackupList, CB_SHOWDROPDOWN, FALSE, 0);
+    ::SendDlgItemMessageW(dialog, RestoreList, CB_SHOWDROPDOWN, FALSE, 0);
     if (!program->Leave(dialog, ControlOk)) {
         return false;
     }
@@ -452,7 +453,7 @@ bool RandomUser::PutEverythingAway() {
             continue;
         }
         int button = ControlOk;
-        for (const int other : {int{ControlNo}, int{ControlCancel}}) {
+        for (const int other : {ControlNo, ControlCancel}) {
             if (::GetDlgItem(dialog, other) != nullptr) {
                 button = other;
             }

@@ -34,8 +34,7 @@ class RandomUser {
     std::string LastActions() const;
     /// Whether the companion reads the diary in that folder under one of the passwords.
     bool Loads(const std::wstring& dataFolder) const;
-    bool Act2();
-    bool PutEverythingAway2();
+    /// The program that runs now; another one after every end.
     Program& TheProgram() { return *program; }
 
   private:

@@ -142,7 +142,7 @@ TEST_F(Restoring, TheListOpensHighEnoughForItsNames) {
     const HWND dialog = OpenBackupList(program);
     ASSERT_NE(dialog, nullptr);
     const auto itemHeight =
-        static_cast<LONG>(::SendDlgItemMessageW(dialog, ControlBackupList, CB_GETITEMHEIGHT, 0, 0));
+        static_cast<LONG>(::SendDlgItemMessageW(dialog, RestoreList, CB_GETITEMHEIGHT, 0, 0));
     const HWND list = ::FindWindowExW(nullptr, nullptr, L"ComboLBox", nullptr);
     RECT place{};
     ASSERT_TRUE(::GetWindowRect(list, &place));
@@ -163,16 +163,16 @@ TEST_F(Restoring, DeletingDownToTheLastClosesTheDialog) {
     ASSERT_TRUE(Starts(program));
     const HWND dialog = ChooseBackup(program, L"b");
     ASSERT_NE(dialog, nullptr);
-    const HWND list = ::GetDlgItem(dialog, ControlBackupList);
+    const HWND list = ::GetDlgItem(dialog, RestoreList);
     const auto deleteCurrent = [&](const WCHAR* name, const WCHAR* next) {
         ASSERT_EQ(Program::TextOf(list), name);
-        ASSERT_TRUE(program.Click(::GetDlgItem(dialog, ControlDeleteBackup)));
+        ASSERT_TRUE(program.Click(::GetDlgItem(dialog, RestoreDelete)));
         EXPECT_TRUE(WaitFor([&] { return Program::TextOf(list) == next; }));
         EXPECT_FALSE(FileExists(BackupFolder(name)));
     };
     deleteCurrent(L"b", L"a");
     deleteCurrent(L"a", L"c");
-    ASSERT_TRUE(program.Click(::GetDlgItem(dialog, ControlDeleteBackup)));
+    ASSERT_TRUE(program.Click(::GetDlgItem(dialog, RestoreDelete)));
     EXPECT_EQ(AnswerBox(program, L"Warning"), L"There are no backups!");
     EXPECT_TRUE(program.WaitForNoDialog(L"Restore"));
     EXPECT_FALSE(FileExists(BackupFolder(L"c")));
