@@ -40,12 +40,6 @@ class BackupTest : public EndToEnd {
                   0u);
     }
 
-    static ::testing::AssertionResult Starts(Program& program,
-                                             const std::wstring& password = Password) {
-        return program.Start() && program.SignIn(User, password) ? ::testing::AssertionSuccess()
-                                                                 : ::testing::AssertionFailure();
-    }
-
     /// Backs up and reads what is said of it.
     static std::wstring Backup(Program& program, const std::wstring& name, bool saveFirst = true) {
         return BeginBackup(program, name, saveFirst) ? AnswerBox(program, L"Message") : L"";

@@ -13,7 +13,7 @@ class Backups : public BackupTest {};
 TEST_F(Backups, EntriesAfterABackupAskForThePasswordAtTheEndAndAreKept) {
     {
         Program program(folder);
-        ASSERT_TRUE(Starts(program));
+        ASSERT_TRUE(program.StartAndSignIn(User, Password));
         ASSERT_TRUE(WriteNote(program, TodaysRow - 1, L"Before"));
         ASSERT_TRUE(program.ChooseFromMenu(CommandBackup));
         const HWND dialog = program.WaitForDialog(L"Backup");
@@ -49,7 +49,7 @@ TEST_F(Backups, EntriesAfterABackupAskForThePasswordAtTheEndAndAreKept) {
     }
     EXPECT_TRUE(Opens(User, Password));
     Program again(folder);
-    ASSERT_TRUE(Starts(again));
+    ASSERT_TRUE(again.StartAndSignIn(User, Password));
     EXPECT_EQ(NoteOf(again, TodaysRow - 1), L"Before");
     EXPECT_EQ(NoteOf(again, TodaysRow), L"Afterwards");
     EXPECT_TRUE(again.Exit());
@@ -57,7 +57,7 @@ TEST_F(Backups, EntriesAfterABackupAskForThePasswordAtTheEndAndAreKept) {
 
 TEST_F(Backups, LeavingWithoutSavingKeepsWhatTheBackupSaved) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow - 1, L"Before"));
     ASSERT_EQ(Backup(program, L""), L"Backup is done!");
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Afterwards"));
@@ -74,7 +74,7 @@ TEST_F(Backups, LeavingWithoutSavingKeepsWhatTheBackupSaved) {
 
 TEST_F(Backups, WithNothingToSaveTheEndDoesNotAsk) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Saved by the backup"));
     ASSERT_EQ(Backup(program, L""), L"Backup is done!");
     EXPECT_TRUE(program.Exit());
@@ -84,7 +84,7 @@ TEST_F(Backups, WithNothingToSaveTheEndDoesNotAsk) {
 TEST_F(Backups, WithoutSavingFirstTheBackupIsWhatWasOnDisk) {
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Not yet saved"));
     ASSERT_EQ(Backup(program, L"as it was", false), L"Backup is done!");
     EXPECT_TRUE(FilesOf(User) == before);
@@ -95,7 +95,7 @@ TEST_F(Backups, WithoutSavingFirstTheBackupIsWhatWasOnDisk) {
 
 TEST_F(Backups, TheNextBackupAsksForThePasswordOnlyAfterNewEntries) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_EQ(Backup(program, L"first"), L"Backup is done!");
     ASSERT_EQ(Backup(program, L"second"), L"Backup is done!");
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Later"));
@@ -119,7 +119,7 @@ TEST_F(Backups, TheNextBackupAsksForThePasswordOnlyAfterNewEntries) {
 
 TEST_F(Backups, ChangingThePasswordAfterABackupAsksForThePresentOneFirst) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_EQ(Backup(program, L"old password"), L"Backup is done!");
     ASSERT_TRUE(program.ChooseFromMenu(CommandChangePassword));
     ExpectRefusal(program, OtherPassword);
@@ -150,7 +150,7 @@ TEST_F(Backups, ChangingThePasswordAfterABackupAsksForThePresentOneFirst) {
 
 TEST_F(Backups, BoxesHoldTheWindowsBehindThemUntilTheyAreRead) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(BeginBackup(program, L"a", true));
     ASSERT_NE(program.WaitForDialog(L"Message"), nullptr);
     EXPECT_FALSE(::IsWindowEnabled(program.Main()));
@@ -180,7 +180,7 @@ TEST_F(Backups, BoxesHoldTheWindowsBehindThemUntilTheyAreRead) {
 TEST_F(Backups, NamesWithFoldersAreTakenAndRefusedOnesSaid) {
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     const std::array<std::array<const WCHAR*, 2>, 2> taken = {{
         {L"spring\\march", L"spring\\march"},
         {L"\\summer", L"summer"},
@@ -204,7 +204,7 @@ TEST_F(Backups, NamesWithFoldersAreTakenAndRefusedOnesSaid) {
 TEST_F(Backups, AFileInUseFailsTheBackupAndLeavesTheDiary) {
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     {
         const HeldFile held(UserFile(L"Bleeding.dat"));
         ASSERT_TRUE(held.IsHeld());
@@ -221,7 +221,7 @@ TEST_F(Backups, AFileInUseFailsTheBackupAndLeavesTheDiary) {
 TEST_F(Backups, AFullDiskFailsTheBackupAndLeavesTheDiary) {
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     {
         const FullDisk full(L"LunaraBackup");
         ASSERT_TRUE(BeginBackup(program, L"", true));
@@ -238,7 +238,7 @@ TEST_F(Backups, AFullDiskFailsTheBackupAndLeavesTheDiary) {
 TEST_F(Backups, AFullDiskAtTheEndIsSaidAndTheSaveRetried) {
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Kept after all"));
     FullDisk full(CurrentTestName() + L"/" + User);
     Leave(program);
@@ -255,7 +255,7 @@ TEST_F(Backups, AFullDiskAtTheEndIsSaidAndTheSaveRetried) {
 
 TEST_F(Backups, ASaveThatFailsBeforeABackupIsMadeUpForAtTheEnd) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Still there"));
     {
         const HeldFile held(UserFile(L"NotePages.dat"));
@@ -273,7 +273,7 @@ TEST_F(Backups, ASaveThatFailsBeforeABackupIsMadeUpForAtTheEnd) {
 TEST_F(Backups, ASaveThatFailsAtTheEndNamesTheFileAndIsRetried) {
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Kept after all"));
     HeldFile held(UserFile(L"NotePages.dat"));
     ASSERT_TRUE(held.IsHeld());
@@ -297,7 +297,7 @@ TEST_F(Backups, ASaveThatFailsAtTheEndNamesTheFileAndIsRetried) {
 
 TEST_F(Backups, ASaveThatFailsAtTheEndAndIsGivenUpLeavesTheFiles) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Given up"));
     // A folder stands where the new file has to go.
     const std::string before = FilesOf(User);

@@ -55,8 +55,7 @@ class Commands : public EndToEnd {
 
 TEST_F(Commands, DiaryItemsAreToggledFromMenuAndMenuBar) {
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     EXPECT_TRUE(ShowsCells(program, 5));
     for (const Show& item : DiaryItems) {
         SCOPED_TRACE(item.label);
@@ -75,8 +74,7 @@ TEST_F(Commands, DiaryItemsAreToggledFromMenuAndMenuBar) {
 
 TEST_F(Commands, TheLastItemStays) {
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     for (const Show& item : DiaryItems) {
         if (item.command != CommandShowPeriod) {
             ASSERT_TRUE(program.ClickButton(item.command));
@@ -96,8 +94,7 @@ TEST_F(Commands, TheLastItemStays) {
 TEST_F(Commands, ARefusedClickLeavesTheButtonPressed) {
     WriteNumber(L"DiaryView_ShowFlags", 2);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     EXPECT_EQ(program.ButtonState(CommandShowNotes), Off);
     ASSERT_TRUE(program.ClickButton(CommandShowBleeding));
     ASSERT_TRUE(program.Settle());
@@ -109,8 +106,7 @@ TEST_F(Commands, ARefusedClickLeavesTheButtonPressed) {
 TEST_F(Commands, ChosenItemsComeBackAtTheNextStart) {
     WriteNumber(L"DiaryView_ShowFlags", 2 + 16);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     for (const Show& item : DiaryItems) {
         EXPECT_EQ(program.ButtonState(item.command), (item.bit & 18U) != 0 ? On : Off)
             << item.label;
@@ -122,8 +118,7 @@ TEST_F(Commands, ChosenItemsComeBackAtTheNextStart) {
 
 TEST_F(Commands, ViewCommandsSwitchTheViewAndItsButtons) {
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     EXPECT_TRUE(program.IsOnTop(program.Diary()));
     EXPECT_NE(program.ButtonState(CommandShowTemperature) & TBSTATE_HIDDEN, 0);
     for (const Show& item : DiaryItems) {
@@ -156,8 +151,7 @@ TEST_F(Commands, ViewCommandsSwitchTheViewAndItsButtons) {
 TEST_F(Commands, GraphShowsEitherBleedingOrTemperature) {
     WriteNumber(L"CurrentView", ViewGraph);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     const auto expect = [&](UINT checked, UINT other) {
         ASSERT_TRUE(program.Settle());
         EXPECT_EQ(program.ButtonState(checked), On) << checked;
@@ -183,8 +177,7 @@ TEST_F(Commands, GraphShowsEitherBleedingOrTemperature) {
 
 TEST_F(Commands, AboutHidesTheButtonsWhileItIsShown) {
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     program.Press('A', true);
     const HWND about = program.WaitForDialog(L"About Lunara");
     ASSERT_NE(about, nullptr);

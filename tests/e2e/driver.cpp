@@ -443,6 +443,10 @@ bool Program::SignIn(const std::wstring& user, const std::wstring& password) {
     return EnterUser(user, password) && WaitForNoDialog(L"Login user") && WaitForViews();
 }
 
+bool Program::StartAndSignIn(const std::wstring& user, const std::wstring& password) {
+    return Start() && SignIn(user, password);
+}
+
 std::vector<HWND> Program::OpenMenus() const {
     std::vector<HWND> menus;
     for (HWND menu = ::FindWindowExW(nullptr, nullptr, MenuClass, nullptr); menu != nullptr;

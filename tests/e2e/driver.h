@@ -113,6 +113,7 @@ class Program {
     /// The main window is complete; a prediction warning is read and put away.
     bool WaitForViews();
     bool SignIn(const std::wstring& user, const std::wstring& password);
+    bool StartAndSignIn(const std::wstring& user, const std::wstring& password);
     /// The text of the warning that `WaitForViews` or `PutWarningAway` put away; empty when none
     /// came.
     const std::wstring& Warning() const { return warning; }

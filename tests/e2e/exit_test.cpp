@@ -14,8 +14,7 @@ class Leaving : public EndToEnd {
     void Check(Leave&& leave) {
         WriteNumber(L"CurrentView", ViewDiary);
         Program program(folder);
-        ASSERT_TRUE(program.Start());
-        ASSERT_TRUE(program.SignIn(L"Anna", Password));
+        ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
         ASSERT_TRUE(WriteNote(program, TodaysRow, L"Kept"));
         ASSERT_TRUE(program.ClickButton(CommandShowPeriod));
         ASSERT_TRUE(program.Settle());
@@ -24,8 +23,7 @@ class Leaving : public EndToEnd {
         leave(program);
 
         ASSERT_TRUE(program.WaitForEnd());
-        EXPECT_EQ(Export(L"Anna"),
-                  "date,bleeding,temperature_f,cramps,pms,note\r\n2006-03-05,,,,,Kept\r\n");
+        EXPECT_EQ(Export(L"Anna"), CsvHeader + "2006-03-05,,,,,Kept\r\n");
         EXPECT_EQ(ReadNumber(L"CurrentView"), ViewDiary);
         EXPECT_EQ(ReadText(L"LastUser"), L"Anna");
         EXPECT_EQ(ReadNumber(L"DiaryView_ShowFlags"), 27u);
@@ -91,8 +89,7 @@ TEST_F(Leaving, ByTheEndOfTheSessionSaves) {
 TEST_F(Leaving, SessionThatDoesNotEndAfterAllGoesOn) {
     WriteNumber(L"CurrentView", ViewDiary);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     ::SendMessageW(program.Main(), WM_QUERYENDSESSION, 0, 0);
     ::SendMessageW(program.Main(), WM_ENDSESSION, FALSE, 0);
     EXPECT_TRUE(program.Settle());

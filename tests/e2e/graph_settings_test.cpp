@@ -54,17 +54,13 @@ class GraphSettings : public EndToEnd {
                                        : ::testing::AssertionFailure())
                << "row " << row << " of " << rows;
     }
-
-    static bool StartAgain(Program& program) {
-        return program.Start() && program.SignIn(L"Anna", Password);
-    }
 };
 
 TEST_F(GraphSettings, ChartAndUnitKeepTheDate) {
     WriteNumber(L"CurrentView", ViewGraph);
     WriteNumber(L"GraphView_ShowFlags", 2);
     Program program(folder);
-    ASSERT_TRUE(StartAgain(program));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     const GraphScreen graph(program);
     ASSERT_TRUE(PickFromCalendar(program, graph.Control(GraphDatePicker), LongAgo));
     ASSERT_TRUE(ClickArrow(program, graph.Control(GraphSpin), true));
@@ -100,14 +96,13 @@ TEST_F(GraphSettings, ChartAndUnitKeepTheDate) {
     EXPECT_TRUE(graph.IsUnit(GraphFahrenheit));
     expectDate();
     ASSERT_TRUE(program.Exit());
-    EXPECT_EQ(Export(L"Anna"),
-              "date,bleeding,temperature_f,cramps,pms,note\r\n2005-12-24,,97.60,,,\r\n");
+    EXPECT_EQ(Export(L"Anna"), CsvHeader + "2005-12-24,,97.60,,,\r\n");
 }
 
 TEST_F(GraphSettings, ViewsKeepTheDate) {
     WriteNumber(L"CurrentView", ViewGraph);
     Program program(folder);
-    ASSERT_TRUE(StartAgain(program));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     const GraphScreen graph(program);
     ASSERT_TRUE(PickFromCalendar(program, graph.Control(GraphDatePicker), LongAgo));
     EXPECT_TRUE(GraphShows(graph, LongAgo));
@@ -137,7 +132,7 @@ TEST_F(GraphSettings, ViewsKeepTheDate) {
 
 TEST_F(GraphSettings, AFirstStartKeepsItsDefaults) {
     Program program(folder);
-    ASSERT_TRUE(StartAgain(program));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     program.Keep(L"first-start");
     // Bleeding, although the chart is made for temperatures: nobody has chosen one yet.
     ExpectChart(program, false, L"None");
@@ -148,7 +143,7 @@ TEST_F(GraphSettings, AFirstStartKeepsItsDefaults) {
 TEST_F(GraphSettings, EverythingIsFoundAgainAtTheNextStart) {
     {
         Program program(folder);
-        ASSERT_TRUE(StartAgain(program));
+        ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
         ASSERT_TRUE(program.ClickButton(CommandShowTemperature));
         ASSERT_TRUE(program.Settle());
         ASSERT_TRUE(GraphScreen(program).ClickUnit(GraphCelsius));
@@ -163,7 +158,7 @@ TEST_F(GraphSettings, EverythingIsFoundAgainAtTheNextStart) {
     ExpectSettings(ViewDiary, 2, 1, 2 + 4 + 16);
     {
         Program program(folder);
-        ASSERT_TRUE(StartAgain(program));
+        ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
         EXPECT_TRUE(program.IsOnTop(program.Diary()));
         for (const UINT item : {CommandShowBleeding, CommandShowPeriod, CommandShowPregnancy}) {
             EXPECT_EQ(program.ButtonState(item), On) << item;
@@ -182,7 +177,7 @@ TEST_F(GraphSettings, EverythingIsFoundAgainAtTheNextStart) {
     }
     ExpectSettings(ViewGraph, 1, 1, 2 + 4 + 16);
     Program program(folder);
-    ASSERT_TRUE(StartAgain(program));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     ExpectChart(program, false, L"None");
     ASSERT_TRUE(program.ClickButton(CommandShowTemperature));
     ASSERT_TRUE(program.Settle());

@@ -10,7 +10,7 @@ class Restoring : public BackupTest {};
 
 TEST_F(Restoring, RestoreBringsTheOlderDiaryOnceItIsAnsweredYes) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Older"));
     ASSERT_EQ(Backup(program, L"older"), L"Backup is done!");
     const std::string older = FilesOf(User);
@@ -51,7 +51,7 @@ TEST_F(Restoring, ABackupMadeUnderAnotherPasswordNeedsThatPassword) {
     MakeSampleBackup(L"foreign", OtherPassword);
     const std::string foreign = DataFilesIn(BackupFolder(L"foreign"));
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
     const HWND dialog = ChooseBackup(program, L"foreign");
     ASSERT_NE(dialog, nullptr);
@@ -69,21 +69,11 @@ TEST_F(Restoring, ABackupMadeUnderAnotherPasswordNeedsThatPassword) {
 
 TEST_F(Restoring, ABackupMadeOverAnOlderOneOfAnotherPasswordOpens) {
     // The one collection that the diary has no more is the only one under the old password.
-    const auto make = [&](const char* records, const std::wstring& where,
-                          const std::wstring& password) {
-        ASSERT_TRUE(WriteFile(folder.Path() + L"diary.csv", records));
-        const auto made = folder.RunCompanion(
-            L"import \"" + where + L"\" --csv \"" + folder.Path() + L"diary.csv\"", password);
-        ASSERT_EQ(made.exitCode, 0u) << made.output;
-    };
     const std::wstring other = L"Berta";
-    make("date,bleeding,temperature_f,cramps,pms,note\n2006-03-01,2,,,,Deleted later\n",
-         BackupRoot() + L"\\" + other + L"\\a", Password);
-    make("date,bleeding,temperature_f,cramps,pms,note\n2006-03-01,2,,,,\n",
-         folder.UserFolder(other), OtherPassword);
+    ASSERT_TRUE(Import(BackupRoot() + L"\\" + other + L"\\a", "2006-03-01,2,,,,Deleted later\r\n"));
+    ASSERT_TRUE(Import(folder.UserFolder(other), "2006-03-01,2,,,,\r\n", OtherPassword));
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(other, OtherPassword));
+    ASSERT_TRUE(program.StartAndSignIn(other, OtherPassword));
     ASSERT_EQ(Backup(program, L"a"), L"Backup is done!");
     const HWND dialog = ChooseBackup(program, L"a");
     ASSERT_NE(dialog, nullptr);
@@ -93,15 +83,14 @@ TEST_F(Restoring, ABackupMadeOverAnOlderOneOfAnotherPasswordOpens) {
     ASSERT_TRUE(program.WaitForNoDialog(L"Login user"));
     ASSERT_TRUE(program.PutWarningAway());
     EXPECT_TRUE(program.Exit());
-    EXPECT_EQ(Export(other, OtherPassword),
-              "date,bleeding,temperature_f,cramps,pms,note\r\n2006-03-01,2,,,,\r\n");
+    EXPECT_EQ(Export(other, OtherPassword), CsvHeader + "2006-03-01,2,,,,\r\n");
 }
 
 TEST_F(Restoring, GivingUpTheSignInAfterARestoreEndsTheProgram) {
     MakeSampleBackup(L"foreign", OtherPassword);
     const std::string foreign = DataFilesIn(BackupFolder(L"foreign"));
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
     const HWND dialog = ChooseBackup(program, L"foreign");
     ASSERT_NE(dialog, nullptr);
@@ -118,7 +107,7 @@ TEST_F(Restoring, TheEndOfTheSessionDuringThatSignInSavesNothingOverTheRestoredF
     MakeSampleBackup(L"foreign", OtherPassword);
     const std::string foreign = DataFilesIn(BackupFolder(L"foreign"));
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
     const HWND dialog = ChooseBackup(program, L"foreign");
     ASSERT_NE(dialog, nullptr);
@@ -138,7 +127,7 @@ TEST_F(Restoring, TheListOpensHighEnoughForItsNames) {
         MakeSampleBackup(name, Password);
     }
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     const HWND dialog = OpenBackupList(program);
     ASSERT_NE(dialog, nullptr);
     const auto itemHeight =
@@ -160,7 +149,7 @@ TEST_F(Restoring, DeletingDownToTheLastClosesTheDialog) {
     MakeSampleBackup(L"c", Password);
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     const HWND dialog = ChooseBackup(program, L"b");
     ASSERT_NE(dialog, nullptr);
     const HWND list = ::GetDlgItem(dialog, RestoreList);
@@ -190,7 +179,7 @@ TEST_F(Restoring, AFullDiskStopsTheRestoreAndLeavesTheDiary) {
     const std::string older = DataFilesIn(BackupFolder(L"older"));
     ASSERT_FALSE(before == older);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     {
         const FullDisk full(CurrentTestName() + L"/" + User);
         const HWND dialog = ChooseBackup(program, L"older");

@@ -32,8 +32,7 @@ class SignIn : public EndToEnd {
 TEST_F(SignIn, NewUserStartsWithAnEmptyDiary) {
     WriteNumber(L"CurrentView", ViewDiary);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Berta", L"pass"));
+    ASSERT_TRUE(program.StartAndSignIn(L"Berta", L"pass"));
     EXPECT_EQ(program.Warning(), L"No statistical data. ");
     program.Keep(L"empty-diary");
     for (int row = 0; row < 20; ++row) {
@@ -160,8 +159,7 @@ TEST_F(SignIn, ChangedPasswordOpensTheDiaryAndTheOldOneDoesNot) {
     const std::string records = Export(L"Anna");
     {
         Program program(folder);
-        ASSERT_TRUE(program.Start());
-        ASSERT_TRUE(program.SignIn(L"Anna", Password));
+        ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
         ASSERT_TRUE(program.ChooseFromMenu(CommandChangePassword));
         const HWND dialog = program.WaitForDialog(L"Change password");
         ASSERT_NE(dialog, nullptr);
