@@ -6,6 +6,7 @@
 
 #include "tests/e2e/backups.h"
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
@@ -66,7 +67,7 @@ class BackupTest : public EndToEnd {
     }
 
     /// Ends it by its menu. It may ask before.
-    static void Leave(Program& program) { ASSERT_TRUE(program.ChooseFromMenu(CommandExit)); }
+    static void Leave(Program& program) { ASSERT_TRUE(ChooseFromMenu(program, CommandExit)); }
 
     static ::testing::AssertionResult HasEnded(Program& program) {
         if (!program.WaitForEnd()) {

@@ -2,6 +2,7 @@
 // answered and whatever fails on the way.
 
 #include "tests/e2e/backup_fixture.h"
+#include "tests/e2e/menus.h"
 
 namespace lunara::e2e {
 namespace {
@@ -15,7 +16,7 @@ TEST_F(Backups, EntriesAfterABackupAskForThePasswordAtTheEndAndAreKept) {
         Program program(folder);
         ASSERT_TRUE(program.StartAndSignIn(User, Password));
         ASSERT_TRUE(WriteNote(program, TodaysRow - 1, L"Before"));
-        ASSERT_TRUE(program.ChooseFromMenu(CommandBackup));
+        ASSERT_TRUE(ChooseFromMenu(program, CommandBackup));
         const HWND dialog = program.WaitForDialog(L"Backup");
         ASSERT_NE(dialog, nullptr);
         EXPECT_EQ(Program::TextOf(::GetDlgItem(dialog, BackupName)), OfferedName);
@@ -121,7 +122,7 @@ TEST_F(Backups, ChangingThePasswordAfterABackupAsksForThePresentOneFirst) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_EQ(Backup(program, L"old password"), L"Backup is done!");
-    ASSERT_TRUE(program.ChooseFromMenu(CommandChangePassword));
+    ASSERT_TRUE(ChooseFromMenu(program, CommandChangePassword));
     ExpectRefusal(program, OtherPassword);
     ASSERT_TRUE(GivePassword(program, Password));
     const HWND dialog = program.WaitForDialog(L"Change password");

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "tests/e2e/menus.h"
 #include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
@@ -53,7 +54,7 @@ std::vector<std::wstring> DiaryFoldersBelow(const std::wstring& folder) {
 }
 
 bool BeginBackup(Program& program, const std::wstring& name, bool saveFirst) {
-    if (!program.ChooseFromMenu(CommandBackup)) {
+    if (!ChooseFromMenu(program, CommandBackup)) {
         return false;
     }
     const HWND dialog = program.WaitForDialog(L"Backup");
@@ -73,7 +74,7 @@ bool BeginBackup(Program& program, const std::wstring& name, bool saveFirst) {
 }
 
 HWND OpenBackupList(Program& program) {
-    if (!program.ChooseFromMenu(CommandRestore)) {
+    if (!ChooseFromMenu(program, CommandRestore)) {
         return nullptr;
     }
     const HWND dialog = program.WaitForDialog(L"Restore");

@@ -1,6 +1,7 @@
 // Every way out saves the diary and the settings.
 
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
@@ -16,8 +17,7 @@ class Leaving : public EndToEnd {
         Program program(folder);
         ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
         ASSERT_TRUE(WriteNote(program, TodaysRow, L"Kept"));
-        ASSERT_TRUE(program.ClickButton(CommandShowPeriod));
-        ASSERT_TRUE(program.Settle());
+        ASSERT_TRUE(SwitchByButton(program, CommandShowPeriod));
         EXPECT_FALSE(FileExists(folder.UserFolder(L"Anna") + L"\\NotePages.dat"));
 
         leave(program);
@@ -49,7 +49,7 @@ class Leaving : public EndToEnd {
 
 TEST_F(Leaving, ByTheMenuSaves) {
     Check([](Program& program) {
-        ASSERT_TRUE(program.ChooseFromMenu(CommandExit));
+        ASSERT_TRUE(ChooseFromMenu(program, CommandExit));
         ASSERT_TRUE(program.WaitForEnd());
         EXPECT_EQ(program.ExitCode(), 0u);
     });

@@ -4,6 +4,7 @@
 #include "tests/e2e/expectation.h"
 #include "tests/e2e/fields.h"
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/remote.h"
 #include "tests/e2e/wait.h"
 
@@ -79,7 +80,7 @@ class History : public EndToEnd {
     }
 
     HistoryScreen Open() {
-        program.ChooseFromMenu(CommandHistory);
+        ChooseFromMenu(program, CommandHistory);
         const HWND dialog = program.WaitForDialog(Title);
         // It is seen before it is ready for keys.
         EXPECT_TRUE(WaitFor([&] { return ::GetForegroundWindow() == dialog; }));
@@ -325,7 +326,7 @@ TEST_F(History, ClosingPredictsAndWarnsOnceWithinAnHour) {
     EXPECT_EQ(Program::BoxText(box), afterFirst.Warning());
     ASSERT_TRUE(program.PutWarningAway());
     EXPECT_EQ(program.FindAnyDialog(), nullptr) << "a second box";
-    ASSERT_TRUE(program.ChooseFromMenu(CommandViewDiary));
+    ASSERT_TRUE(ChooseFromMenu(program, CommandViewDiary));
     ASSERT_TRUE(program.PutWarningAway());
     EXPECT_EQ(program.Warning(), L"");
     CompareDiary(program, folder, afterFirst);

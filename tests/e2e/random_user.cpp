@@ -7,6 +7,7 @@
 
 #include "tests/e2e/backups.h"
 #include "tests/e2e/input.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
@@ -144,7 +145,7 @@ void RandomUser::CountWhatIsSeen(HWND dialog) {
     std::string what;
     if (dialog == nullptr) {
         what = program->IsOnTop(program->Graph()) ? "graph" : "diary";
-        if (!program->OpenMenus().empty()) {
+        if (!OpenMenus(*program).empty()) {
             what += " with menu";
             ++seen["menu"];
         }
@@ -174,7 +175,7 @@ bool RandomUser::Act() {
         done = ActInMain();
     } else if (IsTracking()) {
         ++seen["menu over a dialog"];
-        const std::vector<HWND> menus = program->OpenMenus();
+        const std::vector<HWND> menus = OpenMenus(*program);
         if (Below(2) == 0 && !menus.empty()) {
             Tap(AnyOf(menus));
         } else {
@@ -245,7 +246,7 @@ bool RandomUser::IsTracking() const {
 bool RandomUser::ActInMain() {
     const HWND main = program->Main();
     const int choice = Below(1000);
-    if (IsTracking() && program->OpenMenus().empty()) {
+    if (IsTracking() && OpenMenus(*program).empty()) {
         // A dialog that came meanwhile would get no clicks, and nobody can call one.
         ++seen["moved by the keyboard"];
         static constexpr std::array<WORD, 4> Keys = {VK_LEFT, VK_DOWN, VK_RETURN, VK_ESCAPE};
@@ -255,8 +256,7 @@ bool RandomUser::ActInMain() {
     if (choice < 2) {
         return Leave();
     }
-    const bool chooses =
-        program->OpenMenus().empty() ? choice >= 480 && choice < 680 : choice < 600;
+    const bool chooses = OpenMenus(*program).empty() ? choice >= 480 && choice < 680 : choice < 600;
     if (chooses) {
         ChooseAnyCommand();
     } else if (choice < 230) {

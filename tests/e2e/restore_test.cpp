@@ -2,6 +2,7 @@
 // backups.
 
 #include "tests/e2e/backup_fixture.h"
+#include "tests/e2e/menus.h"
 
 namespace lunara::e2e {
 namespace {
@@ -166,7 +167,7 @@ TEST_F(Restoring, DeletingDownToTheLastClosesTheDialog) {
     EXPECT_TRUE(program.WaitForNoDialog(L"Restore"));
     EXPECT_FALSE(FileExists(BackupFolder(L"c")));
 
-    ASSERT_TRUE(program.ChooseFromMenu(CommandRestore));
+    ASSERT_TRUE(ChooseFromMenu(program, CommandRestore));
     EXPECT_EQ(AnswerBox(program, L"Warning"), L"There are no backups!");
     EXPECT_TRUE(program.WaitForNoDialog(L"Restore"));
     EXPECT_TRUE(program.Exit());

@@ -1,6 +1,7 @@
 // Signing in: new users, passwords right and wrong, changed passwords, files that cannot be read.
 
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
@@ -160,7 +161,7 @@ TEST_F(SignIn, ChangedPasswordOpensTheDiaryAndTheOldOneDoesNot) {
     {
         Program program(folder);
         ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
-        ASSERT_TRUE(program.ChooseFromMenu(CommandChangePassword));
+        ASSERT_TRUE(ChooseFromMenu(program, CommandChangePassword));
         const HWND dialog = program.WaitForDialog(L"Change password");
         ASSERT_NE(dialog, nullptr);
         const auto fill = [&](int control, const std::wstring& text) {

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
@@ -86,8 +87,8 @@ TEST_P(Tour, EveryScreen) {
     Visit(CommandChangePassword, L"Login user", L"password-asked-again");
     Visit(CommandAbout, L"About Lunara", L"about", ControlOk);
 
-    program.ClickButton(CommandTools);
-    ASSERT_TRUE(WaitFor([&] { return !program.OpenMenus().empty(); }));
+    ClickButton(program, CommandTools);
+    ASSERT_TRUE(WaitFor([&] { return !OpenMenus(program).empty(); }));
     Look(L"menu");
     program.Press(VK_ESCAPE);
     program.Press(VK_ESCAPE);
