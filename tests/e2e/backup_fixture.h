@@ -59,11 +59,17 @@ class BackupTest : public EndToEnd {
         return PasswordQuestion(program) != nullptr && program.EnterUser(User, password);
     }
 
-    /// A wrong answer to that question is refused.
-    static void ExpectRefusal(Program& program, const std::wstring& password) {
-        ASSERT_TRUE(GivePassword(program, password));
+    /// The open sign-in refuses that password.
+    static void ExpectWrong(Program& program, const std::wstring& password) {
+        ASSERT_TRUE(program.EnterUser(User, password));
         EXPECT_EQ(AnswerBox(program, L"Warning"), L"User/Password invalid");
         EXPECT_NE(program.FindDialog(L"Login user"), nullptr);
+    }
+
+    /// A wrong answer to the question is refused.
+    static void ExpectRefusal(Program& program, const std::wstring& password) {
+        ASSERT_NE(PasswordQuestion(program), nullptr);
+        ExpectWrong(program, password);
     }
 
     /// Ends it by its menu. It may ask before.
@@ -96,6 +102,13 @@ class BackupTest : public EndToEnd {
 
     static bool Contains(const std::string& text, const char* part) {
         return text.find(part) != std::string::npos;
+    }
+
+    /// Whether that is among the words of a box.
+    static ::testing::AssertionResult Says(const std::wstring& box, const std::wstring& words) {
+        return (box.find(words) != std::wstring::npos ? ::testing::AssertionSuccess()
+                                                      : ::testing::AssertionFailure())
+               << ToUtf8(box);
     }
 };
 

@@ -248,8 +248,8 @@ TEST_F(Backups, AFullDiskAtTheEndIsSaidAndTheSaveRetried) {
     EXPECT_TRUE(FilesOf(User) == before);
     full.MakeRoom();
     const std::wstring said = AnswerBox(program, L"Error", ControlRetry);
-    EXPECT_NE(said.find(UserFile(L"NotePages.dat")), std::wstring::npos) << ToUtf8(said);
-    EXPECT_NE(said.find(SystemText(ERROR_DISK_FULL)), std::wstring::npos) << ToUtf8(said);
+    EXPECT_TRUE(Says(said, UserFile(L"NotePages.dat")));
+    EXPECT_TRUE(Says(said, SystemText(ERROR_DISK_FULL)));
     ASSERT_TRUE(HasEnded(program));
     EXPECT_TRUE(Contains(Export(User), "Kept after all"));
 }
@@ -263,7 +263,7 @@ TEST_F(Backups, ASaveThatFailsBeforeABackupIsMadeUpForAtTheEnd) {
         ASSERT_TRUE(held.IsHeld());
         ASSERT_TRUE(BeginBackup(program, L"", true));
         const std::wstring said = AnswerBox(program, L"Error", ControlCancel);
-        EXPECT_NE(said.find(UserFile(L"NotePages.dat")), std::wstring::npos) << ToUtf8(said);
+        EXPECT_TRUE(Says(said, UserFile(L"NotePages.dat")));
         EXPECT_EQ(AnswerBox(program, L"Warning"), L"Backup fails!");
     }
     EXPECT_FALSE(Contains(Export(User), "Still there"));
@@ -305,7 +305,7 @@ TEST_F(Backups, ASaveThatFailsAtTheEndAndIsGivenUpLeavesTheFiles) {
     ASSERT_NE(::CreateDirectoryW(UserFile(L"NotePages.new").c_str(), nullptr), FALSE);
     Leave(program);
     const std::wstring said = AnswerBox(program, L"Error", ControlCancel);
-    EXPECT_NE(said.find(UserFile(L"NotePages.dat")), std::wstring::npos) << ToUtf8(said);
+    EXPECT_TRUE(Says(said, UserFile(L"NotePages.dat")));
     ASSERT_TRUE(HasEnded(program));
     EXPECT_TRUE(FilesOf(User) == before);
 }

@@ -62,15 +62,9 @@ TEST_F(Notes, AddedEditedCancelledAndDeleted) {
     ASSERT_TRUE(program.Leave(dialog, ControlCancel));
     EXPECT_EQ(program.AskRow(TodaysRow, 5).cells[0].color, RGB(255, 0, 0));
 
-    dialog = OpenNote(program, TodaysRow - 1);
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(TypeText(program, dialog, L"To be deleted"));
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
+    ASSERT_TRUE(WriteNote(program, TodaysRow - 1, L"To be deleted"));
     EXPECT_NE(program.AskRow(TodaysRow - 1, 5).cells[0].overlay, nullptr);
-    dialog = OpenNote(program, TodaysRow - 1);
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(TypeText(program, dialog, L""));
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
+    ASSERT_TRUE(WriteNote(program, TodaysRow - 1, L""));
     EXPECT_EQ(program.AskRow(TodaysRow - 1, 5).cells[0].overlay, nullptr);
 
     ASSERT_TRUE(program.Exit());

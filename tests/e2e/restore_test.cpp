@@ -7,7 +7,29 @@
 namespace lunara::e2e {
 namespace {
 
-class Restoring : public BackupTest {};
+class Restoring : public BackupTest {
+  protected:
+    /// Has the backup restored. What becomes of that is left to the caller.
+    static void Restore(Program& program, const std::wstring& name) {
+        const HWND dialog = ChooseBackup(program, name);
+        ASSERT_NE(dialog, nullptr);
+        ASSERT_TRUE(program.Leave(dialog, ControlOk));
+        EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
+    }
+
+    /// Starts it, enters what the restore of another password's backup does away with, and has that
+    /// one restored.
+    void RestoreForeignBackup(Program& program) {
+        ASSERT_NO_FATAL_FAILURE(MakeSampleBackup(L"foreign", OtherPassword));
+        foreignFiles = DataFilesIn(BackupFolder(L"foreign"));
+        ASSERT_FALSE(FilesOf(User) == foreignFiles);
+        ASSERT_TRUE(program.StartAndSignIn(User, Password));
+        ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
+        Restore(program, L"foreign");
+    }
+
+    std::string foreignFiles;
+};
 
 TEST_F(Restoring, RestoreBringsTheOlderDiaryOnceItIsAnsweredYes) {
     Program program(folder);
@@ -22,7 +44,7 @@ TEST_F(Restoring, RestoreBringsTheOlderDiaryOnceItIsAnsweredYes) {
     const std::string newer = FilesOf(User);
     ASSERT_FALSE(newer == older);
 
-    HWND dialog = ChooseBackup(program, L"older");
+    const HWND dialog = ChooseBackup(program, L"older");
     ASSERT_NE(dialog, nullptr);
     KeepWhenStill(program, L"restore");
     ASSERT_TRUE(program.Leave(dialog, ControlOk));
@@ -34,14 +56,10 @@ TEST_F(Restoring, RestoreBringsTheOlderDiaryOnceItIsAnsweredYes) {
     EXPECT_TRUE(FilesOf(User) == newer);
     EXPECT_EQ(NoteOf(program, TodaysRow), L"Newer");
 
-    dialog = ChooseBackup(program, L"older");
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
-    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
-    EXPECT_TRUE(program.WaitForDialog(L"Login user") != nullptr && FilesOf(User) == older);
-    ASSERT_TRUE(program.EnterUser(User, Password));
-    ASSERT_TRUE(program.WaitForNoDialog(L"Login user"));
-    ASSERT_TRUE(program.PutWarningAway());
+    ASSERT_NO_FATAL_FAILURE(Restore(program, L"older"));
+    ASSERT_NE(program.WaitForDialog(L"Login user"), nullptr);
+    EXPECT_TRUE(FilesOf(User) == older);
+    ASSERT_TRUE(program.SignIn(User, Password));
     KeepWhenStill(program, L"restored");
     EXPECT_EQ(NoteOf(program, TodaysRow), L"Older");
     EXPECT_TRUE(program.Exit());
@@ -49,23 +67,13 @@ TEST_F(Restoring, RestoreBringsTheOlderDiaryOnceItIsAnsweredYes) {
 }
 
 TEST_F(Restoring, ABackupMadeUnderAnotherPasswordNeedsThatPassword) {
-    MakeSampleBackup(L"foreign", OtherPassword);
-    const std::string foreign = DataFilesIn(BackupFolder(L"foreign"));
     Program program(folder);
-    ASSERT_TRUE(program.StartAndSignIn(User, Password));
-    ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
-    const HWND dialog = ChooseBackup(program, L"foreign");
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
-    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
-    ASSERT_TRUE(program.EnterUser(User, Password));
-    EXPECT_EQ(AnswerBox(program, L"Warning"), L"User/Password invalid");
-    ASSERT_TRUE(program.EnterUser(User, OtherPassword));
-    ASSERT_TRUE(program.WaitForNoDialog(L"Login user"));
-    ASSERT_TRUE(program.PutWarningAway());
+    ASSERT_NO_FATAL_FAILURE(RestoreForeignBackup(program));
+    ASSERT_NO_FATAL_FAILURE(ExpectWrong(program, Password));
+    ASSERT_TRUE(program.SignIn(User, OtherPassword));
     EXPECT_EQ(NoteOf(program, TodaysRow), L"");
     ASSERT_TRUE(program.Exit());
-    EXPECT_TRUE(FilesOf(User) == foreign) << "nothing of the diary before it is saved over it";
+    EXPECT_TRUE(FilesOf(User) == foreignFiles) << "nothing of the diary before it is saved over it";
 }
 
 TEST_F(Restoring, ABackupMadeOverAnOlderOneOfAnotherPasswordOpens) {
@@ -76,51 +84,31 @@ TEST_F(Restoring, ABackupMadeOverAnOlderOneOfAnotherPasswordOpens) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(other, OtherPassword));
     ASSERT_EQ(Backup(program, L"a"), L"Backup is done!");
-    const HWND dialog = ChooseBackup(program, L"a");
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
-    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
-    ASSERT_TRUE(program.EnterUser(other, OtherPassword));
-    ASSERT_TRUE(program.WaitForNoDialog(L"Login user"));
-    ASSERT_TRUE(program.PutWarningAway());
+    ASSERT_NO_FATAL_FAILURE(Restore(program, L"a"));
+    ASSERT_TRUE(program.SignIn(other, OtherPassword));
     EXPECT_TRUE(program.Exit());
     EXPECT_EQ(Export(other, OtherPassword), CsvHeader + "2006-03-01,2,,,,\r\n");
 }
 
 TEST_F(Restoring, GivingUpTheSignInAfterARestoreEndsTheProgram) {
-    MakeSampleBackup(L"foreign", OtherPassword);
-    const std::string foreign = DataFilesIn(BackupFolder(L"foreign"));
     Program program(folder);
-    ASSERT_TRUE(program.StartAndSignIn(User, Password));
-    ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
-    const HWND dialog = ChooseBackup(program, L"foreign");
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
-    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
-    ASSERT_TRUE(program.EnterUser(User, Password));
-    EXPECT_EQ(AnswerBox(program, L"Warning"), L"User/Password invalid");
+    ASSERT_NO_FATAL_FAILURE(RestoreForeignBackup(program));
+    ASSERT_NO_FATAL_FAILURE(ExpectWrong(program, Password));
     program.Click(::GetDlgItem(program.FindDialog(L"Login user"), ControlCancel));
     ASSERT_TRUE(HasEnded(program));
-    EXPECT_TRUE(FilesOf(User) == foreign);
+    EXPECT_TRUE(FilesOf(User) == foreignFiles);
 }
 
 TEST_F(Restoring, TheEndOfTheSessionDuringThatSignInSavesNothingOverTheRestoredFiles) {
-    MakeSampleBackup(L"foreign", OtherPassword);
-    const std::string foreign = DataFilesIn(BackupFolder(L"foreign"));
     Program program(folder);
-    ASSERT_TRUE(program.StartAndSignIn(User, Password));
-    ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
-    const HWND dialog = ChooseBackup(program, L"foreign");
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
-    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
+    ASSERT_NO_FATAL_FAILURE(RestoreForeignBackup(program));
     ASSERT_NE(program.WaitForDialog(L"Login user"), nullptr);
     DWORD_PTR answer = 0;
     ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, PatienceMs,
                                     &answer),
               0);
     program.Kill();  // the system gives no more time than that
-    EXPECT_TRUE(FilesOf(User) == foreign);
+    EXPECT_TRUE(FilesOf(User) == foreignFiles);
 }
 
 TEST_F(Restoring, TheListOpensHighEnoughForItsNames) {
@@ -183,10 +171,7 @@ TEST_F(Restoring, AFullDiskStopsTheRestoreAndLeavesTheDiary) {
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
     {
         const FullDisk full(CurrentTestName() + L"/" + User);
-        const HWND dialog = ChooseBackup(program, L"older");
-        ASSERT_NE(dialog, nullptr);
-        ASSERT_TRUE(program.Leave(dialog, ControlOk));
-        EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
+        ASSERT_NO_FATAL_FAILURE(Restore(program, L"older"));
         ASSERT_TRUE(program.Settle());
         EXPECT_EQ(program.FindAnyDialog(), nullptr) << "nothing was restored, so nobody signs in";
     }
