@@ -6,6 +6,7 @@
 
 #include "tests/e2e/backups.h"
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
@@ -40,12 +41,6 @@ class BackupTest : public EndToEnd {
                   0u);
     }
 
-    static ::testing::AssertionResult Starts(Program& program,
-                                             const std::wstring& password = Password) {
-        return program.Start() && program.SignIn(User, password) ? ::testing::AssertionSuccess()
-                                                                 : ::testing::AssertionFailure();
-    }
-
     /// Backs up and reads what is said of it.
     static std::wstring Backup(Program& program, const std::wstring& name, bool saveFirst = true) {
         return BeginBackup(program, name, saveFirst) ? AnswerBox(program, L"Message") : L"";
@@ -64,15 +59,21 @@ class BackupTest : public EndToEnd {
         return PasswordQuestion(program) != nullptr && program.EnterUser(User, password);
     }
 
-    /// A wrong answer to that question is refused.
-    static void ExpectRefusal(Program& program, const std::wstring& password) {
-        ASSERT_TRUE(GivePassword(program, password));
+    /// The open sign-in refuses that password.
+    static void ExpectWrong(Program& program, const std::wstring& password) {
+        ASSERT_TRUE(program.EnterUser(User, password));
         EXPECT_EQ(AnswerBox(program, L"Warning"), L"User/Password invalid");
         EXPECT_NE(program.FindDialog(L"Login user"), nullptr);
     }
 
+    /// A wrong answer to the question is refused.
+    static void ExpectRefusal(Program& program, const std::wstring& password) {
+        ASSERT_NE(PasswordQuestion(program), nullptr);
+        ExpectWrong(program, password);
+    }
+
     /// Ends it by its menu. It may ask before.
-    static void Leave(Program& program) { ASSERT_TRUE(program.ChooseFromMenu(CommandExit)); }
+    static void Leave(Program& program) { ASSERT_TRUE(ChooseFromMenu(program, CommandExit)); }
 
     static ::testing::AssertionResult HasEnded(Program& program) {
         if (!program.WaitForEnd()) {
@@ -101,6 +102,13 @@ class BackupTest : public EndToEnd {
 
     static bool Contains(const std::string& text, const char* part) {
         return text.find(part) != std::string::npos;
+    }
+
+    /// Whether that is among the words of a box.
+    static ::testing::AssertionResult Says(const std::wstring& box, const std::wstring& words) {
+        return (box.find(words) != std::wstring::npos ? ::testing::AssertionSuccess()
+                                                      : ::testing::AssertionFailure())
+               << ToUtf8(box);
     }
 };
 

@@ -2,6 +2,7 @@
 // answered and whatever fails on the way.
 
 #include "tests/e2e/backup_fixture.h"
+#include "tests/e2e/menus.h"
 
 namespace lunara::e2e {
 namespace {
@@ -13,13 +14,13 @@ class Backups : public BackupTest {};
 TEST_F(Backups, EntriesAfterABackupAskForThePasswordAtTheEndAndAreKept) {
     {
         Program program(folder);
-        ASSERT_TRUE(Starts(program));
+        ASSERT_TRUE(program.StartAndSignIn(User, Password));
         ASSERT_TRUE(WriteNote(program, TodaysRow - 1, L"Before"));
-        ASSERT_TRUE(program.ChooseFromMenu(CommandBackup));
+        ASSERT_TRUE(ChooseFromMenu(program, CommandBackup));
         const HWND dialog = program.WaitForDialog(L"Backup");
         ASSERT_NE(dialog, nullptr);
-        EXPECT_EQ(Program::TextOf(::GetDlgItem(dialog, ControlBackupName)), OfferedName);
-        EXPECT_EQ(::SendDlgItemMessageW(dialog, ControlSaveFirst, BM_GETCHECK, 0, 0), BST_CHECKED);
+        EXPECT_EQ(Program::TextOf(::GetDlgItem(dialog, BackupName)), OfferedName);
+        EXPECT_EQ(::SendDlgItemMessageW(dialog, BackupSaveFirst, BM_GETCHECK, 0, 0), BST_CHECKED);
         KeepWhenStill(program, L"dialog");
         ASSERT_TRUE(program.Leave(dialog, ControlOk));
         program.WaitForDialog(L"Message");
@@ -49,7 +50,7 @@ TEST_F(Backups, EntriesAfterABackupAskForThePasswordAtTheEndAndAreKept) {
     }
     EXPECT_TRUE(Opens(User, Password));
     Program again(folder);
-    ASSERT_TRUE(Starts(again));
+    ASSERT_TRUE(again.StartAndSignIn(User, Password));
     EXPECT_EQ(NoteOf(again, TodaysRow - 1), L"Before");
     EXPECT_EQ(NoteOf(again, TodaysRow), L"Afterwards");
     EXPECT_TRUE(again.Exit());
@@ -57,7 +58,7 @@ TEST_F(Backups, EntriesAfterABackupAskForThePasswordAtTheEndAndAreKept) {
 
 TEST_F(Backups, LeavingWithoutSavingKeepsWhatTheBackupSaved) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow - 1, L"Before"));
     ASSERT_EQ(Backup(program, L""), L"Backup is done!");
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Afterwards"));
@@ -74,7 +75,7 @@ TEST_F(Backups, LeavingWithoutSavingKeepsWhatTheBackupSaved) {
 
 TEST_F(Backups, WithNothingToSaveTheEndDoesNotAsk) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Saved by the backup"));
     ASSERT_EQ(Backup(program, L""), L"Backup is done!");
     EXPECT_TRUE(program.Exit());
@@ -84,7 +85,7 @@ TEST_F(Backups, WithNothingToSaveTheEndDoesNotAsk) {
 TEST_F(Backups, WithoutSavingFirstTheBackupIsWhatWasOnDisk) {
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Not yet saved"));
     ASSERT_EQ(Backup(program, L"as it was", false), L"Backup is done!");
     EXPECT_TRUE(FilesOf(User) == before);
@@ -95,7 +96,7 @@ TEST_F(Backups, WithoutSavingFirstTheBackupIsWhatWasOnDisk) {
 
 TEST_F(Backups, TheNextBackupAsksForThePasswordOnlyAfterNewEntries) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_EQ(Backup(program, L"first"), L"Backup is done!");
     ASSERT_EQ(Backup(program, L"second"), L"Backup is done!");
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Later"));
@@ -119,9 +120,9 @@ TEST_F(Backups, TheNextBackupAsksForThePasswordOnlyAfterNewEntries) {
 
 TEST_F(Backups, ChangingThePasswordAfterABackupAsksForThePresentOneFirst) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_EQ(Backup(program, L"old password"), L"Backup is done!");
-    ASSERT_TRUE(program.ChooseFromMenu(CommandChangePassword));
+    ASSERT_TRUE(ChooseFromMenu(program, CommandChangePassword));
     ExpectRefusal(program, OtherPassword);
     ASSERT_TRUE(GivePassword(program, Password));
     const HWND dialog = program.WaitForDialog(L"Change password");
@@ -150,7 +151,7 @@ TEST_F(Backups, ChangingThePasswordAfterABackupAsksForThePresentOneFirst) {
 
 TEST_F(Backups, BoxesHoldTheWindowsBehindThemUntilTheyAreRead) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(BeginBackup(program, L"a", true));
     ASSERT_NE(program.WaitForDialog(L"Message"), nullptr);
     EXPECT_FALSE(::IsWindowEnabled(program.Main()));
@@ -162,7 +163,7 @@ TEST_F(Backups, BoxesHoldTheWindowsBehindThemUntilTheyAreRead) {
     ASSERT_TRUE(held.IsHeld());
     const HWND dialog = ChooseBackup(program, L"a");
     ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(program.Click(::GetDlgItem(dialog, ControlDeleteBackup)));
+    ASSERT_TRUE(program.Click(::GetDlgItem(dialog, RestoreDelete)));
     for (const std::wstring& what : {L"file '" + BackupFolder(L"a") + L"\\Bleeding.dat'",
                                      L"folder '" + BackupFolder(L"a") + L"'"}) {
         ASSERT_NE(program.WaitForDialog(L"Error"), nullptr);
@@ -180,7 +181,7 @@ TEST_F(Backups, BoxesHoldTheWindowsBehindThemUntilTheyAreRead) {
 TEST_F(Backups, NamesWithFoldersAreTakenAndRefusedOnesSaid) {
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     const std::array<std::array<const WCHAR*, 2>, 2> taken = {{
         {L"spring\\march", L"spring\\march"},
         {L"\\summer", L"summer"},
@@ -204,7 +205,7 @@ TEST_F(Backups, NamesWithFoldersAreTakenAndRefusedOnesSaid) {
 TEST_F(Backups, AFileInUseFailsTheBackupAndLeavesTheDiary) {
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     {
         const HeldFile held(UserFile(L"Bleeding.dat"));
         ASSERT_TRUE(held.IsHeld());
@@ -221,7 +222,7 @@ TEST_F(Backups, AFileInUseFailsTheBackupAndLeavesTheDiary) {
 TEST_F(Backups, AFullDiskFailsTheBackupAndLeavesTheDiary) {
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     {
         const FullDisk full(L"LunaraBackup");
         ASSERT_TRUE(BeginBackup(program, L"", true));
@@ -238,7 +239,7 @@ TEST_F(Backups, AFullDiskFailsTheBackupAndLeavesTheDiary) {
 TEST_F(Backups, AFullDiskAtTheEndIsSaidAndTheSaveRetried) {
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Kept after all"));
     FullDisk full(CurrentTestName() + L"/" + User);
     Leave(program);
@@ -247,22 +248,22 @@ TEST_F(Backups, AFullDiskAtTheEndIsSaidAndTheSaveRetried) {
     EXPECT_TRUE(FilesOf(User) == before);
     full.MakeRoom();
     const std::wstring said = AnswerBox(program, L"Error", ControlRetry);
-    EXPECT_NE(said.find(UserFile(L"NotePages.dat")), std::wstring::npos) << ToUtf8(said);
-    EXPECT_NE(said.find(SystemText(ERROR_DISK_FULL)), std::wstring::npos) << ToUtf8(said);
+    EXPECT_TRUE(Says(said, UserFile(L"NotePages.dat")));
+    EXPECT_TRUE(Says(said, SystemText(ERROR_DISK_FULL)));
     ASSERT_TRUE(HasEnded(program));
     EXPECT_TRUE(Contains(Export(User), "Kept after all"));
 }
 
 TEST_F(Backups, ASaveThatFailsBeforeABackupIsMadeUpForAtTheEnd) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Still there"));
     {
         const HeldFile held(UserFile(L"NotePages.dat"));
         ASSERT_TRUE(held.IsHeld());
         ASSERT_TRUE(BeginBackup(program, L"", true));
         const std::wstring said = AnswerBox(program, L"Error", ControlCancel);
-        EXPECT_NE(said.find(UserFile(L"NotePages.dat")), std::wstring::npos) << ToUtf8(said);
+        EXPECT_TRUE(Says(said, UserFile(L"NotePages.dat")));
         EXPECT_EQ(AnswerBox(program, L"Warning"), L"Backup fails!");
     }
     EXPECT_FALSE(Contains(Export(User), "Still there"));
@@ -273,7 +274,7 @@ TEST_F(Backups, ASaveThatFailsBeforeABackupIsMadeUpForAtTheEnd) {
 TEST_F(Backups, ASaveThatFailsAtTheEndNamesTheFileAndIsRetried) {
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Kept after all"));
     HeldFile held(UserFile(L"NotePages.dat"));
     ASSERT_TRUE(held.IsHeld());
@@ -297,14 +298,14 @@ TEST_F(Backups, ASaveThatFailsAtTheEndNamesTheFileAndIsRetried) {
 
 TEST_F(Backups, ASaveThatFailsAtTheEndAndIsGivenUpLeavesTheFiles) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Given up"));
     // A folder stands where the new file has to go.
     const std::string before = FilesOf(User);
     ASSERT_NE(::CreateDirectoryW(UserFile(L"NotePages.new").c_str(), nullptr), FALSE);
     Leave(program);
     const std::wstring said = AnswerBox(program, L"Error", ControlCancel);
-    EXPECT_NE(said.find(UserFile(L"NotePages.dat")), std::wstring::npos) << ToUtf8(said);
+    EXPECT_TRUE(Says(said, UserFile(L"NotePages.dat")));
     ASSERT_TRUE(HasEnded(program));
     EXPECT_TRUE(FilesOf(User) == before);
 }

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "tests/e2e/menus.h"
 #include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
@@ -53,17 +54,17 @@ std::vector<std::wstring> DiaryFoldersBelow(const std::wstring& folder) {
 }
 
 bool BeginBackup(Program& program, const std::wstring& name, bool saveFirst) {
-    if (!program.ChooseFromMenu(CommandBackup)) {
+    if (!ChooseFromMenu(program, CommandBackup)) {
         return false;
     }
     const HWND dialog = program.WaitForDialog(L"Backup");
     if (dialog == nullptr) {
         return false;
     }
-    if (!name.empty() && !TypeInto(program, ::GetDlgItem(dialog, ControlBackupName), name)) {
+    if (!name.empty() && !TypeInto(program, ::GetDlgItem(dialog, BackupName), name)) {
         return false;
     }
-    const HWND box = ::GetDlgItem(dialog, ControlSaveFirst);
+    const HWND box = ::GetDlgItem(dialog, BackupSaveFirst);
     const LRESULT wanted = saveFirst ? BST_CHECKED : BST_UNCHECKED;
     if (::SendMessageW(box, BM_GETCHECK, 0, 0) != wanted) {
         program.Click(box);
@@ -73,11 +74,11 @@ bool BeginBackup(Program& program, const std::wstring& name, bool saveFirst) {
 }
 
 HWND OpenBackupList(Program& program) {
-    if (!program.ChooseFromMenu(CommandRestore)) {
+    if (!ChooseFromMenu(program, CommandRestore)) {
         return nullptr;
     }
     const HWND dialog = program.WaitForDialog(L"Restore");
-    const HWND list = ::GetDlgItem(dialog, ControlBackupList);
+    const HWND list = ::GetDlgItem(dialog, RestoreList);
     return dialog != nullptr && program.Click(list) &&
                    WaitFor([list] { return IsListOpen(list); }) && program.Settle()
                ? dialog
@@ -86,7 +87,7 @@ HWND OpenBackupList(Program& program) {
 
 HWND ChooseBackup(Program& program, const std::wstring& name) {
     const HWND dialog = OpenBackupList(program);
-    const HWND list = ::GetDlgItem(dialog, ControlBackupList);
+    const HWND list = ::GetDlgItem(dialog, RestoreList);
     if (dialog == nullptr) {
         return nullptr;
     }

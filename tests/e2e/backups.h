@@ -9,16 +9,6 @@
 
 namespace lunara::e2e {
 
-enum BackupControl : int {
-    ControlRetry = 4,
-    ControlYes = 6,
-    ControlNo = 7,
-    ControlBackupName = 1016,
-    ControlBackupList = 1023,
-    ControlSaveFirst = 1024,
-    ControlDeleteBackup = 1025,
-};
-
 /// The folder of all backups, of all users.
 std::wstring BackupRoot();
 /// No backups of anybody, as nothing but the tests uses this documents folder.

@@ -5,6 +5,7 @@
 #include <commctrl.h>
 
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/wait.h"
 
 namespace lunara::e2e {
@@ -55,19 +56,16 @@ class Commands : public EndToEnd {
 
 TEST_F(Commands, DiaryItemsAreToggledFromMenuAndMenuBar) {
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     EXPECT_TRUE(ShowsCells(program, 5));
     for (const Show& item : DiaryItems) {
         SCOPED_TRACE(item.label);
-        EXPECT_EQ(program.ButtonState(item.command), On);
-        ASSERT_TRUE(program.ClickButton(item.command));
-        ASSERT_TRUE(program.Settle());
-        EXPECT_EQ(program.ButtonState(item.command), Off);
+        EXPECT_EQ(ButtonState(program, item.command), On);
+        ASSERT_TRUE(SwitchByButton(program, item.command));
+        EXPECT_EQ(ButtonState(program, item.command), Off);
         EXPECT_TRUE(ShowsCells(program, 4));
-        ASSERT_TRUE(program.ChooseFromMenu(item.command));
-        ASSERT_TRUE(program.Settle());
-        EXPECT_EQ(program.ButtonState(item.command), On);
+        ASSERT_TRUE(SwitchByMenu(program, item.command));
+        EXPECT_EQ(ButtonState(program, item.command), On);
         EXPECT_TRUE(ShowsCells(program, 5));
     }
     EXPECT_TRUE(program.Exit());
@@ -75,19 +73,16 @@ TEST_F(Commands, DiaryItemsAreToggledFromMenuAndMenuBar) {
 
 TEST_F(Commands, TheLastItemStays) {
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     for (const Show& item : DiaryItems) {
         if (item.command != CommandShowPeriod) {
-            ASSERT_TRUE(program.ClickButton(item.command));
-            ASSERT_TRUE(program.Settle());
+            ASSERT_TRUE(SwitchByButton(program, item.command));
         }
     }
     EXPECT_TRUE(ShowsCells(program, 1));
-    ASSERT_TRUE(program.ChooseFromMenu(CommandShowPeriod));
-    ASSERT_TRUE(program.Settle());
+    ASSERT_TRUE(SwitchByMenu(program, CommandShowPeriod));
     program.Keep(L"period-only");
-    EXPECT_EQ(program.ButtonState(CommandShowPeriod), On);
+    EXPECT_EQ(ButtonState(program, CommandShowPeriod), On);
     EXPECT_TRUE(ShowsCells(program, 1));
     ASSERT_TRUE(program.Exit());
     EXPECT_EQ(ReadNumber(L"DiaryView_ShowFlags"), 4u);
@@ -96,12 +91,10 @@ TEST_F(Commands, TheLastItemStays) {
 TEST_F(Commands, ARefusedClickLeavesTheButtonPressed) {
     WriteNumber(L"DiaryView_ShowFlags", 2);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
-    EXPECT_EQ(program.ButtonState(CommandShowNotes), Off);
-    ASSERT_TRUE(program.ClickButton(CommandShowBleeding));
-    ASSERT_TRUE(program.Settle());
-    EXPECT_EQ(program.ButtonState(CommandShowBleeding), On);
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
+    EXPECT_EQ(ButtonState(program, CommandShowNotes), Off);
+    ASSERT_TRUE(SwitchByButton(program, CommandShowBleeding));
+    EXPECT_EQ(ButtonState(program, CommandShowBleeding), On);
     EXPECT_TRUE(ShowsCells(program, 1));
     EXPECT_TRUE(program.Exit());
 }
@@ -109,10 +102,9 @@ TEST_F(Commands, ARefusedClickLeavesTheButtonPressed) {
 TEST_F(Commands, ChosenItemsComeBackAtTheNextStart) {
     WriteNumber(L"DiaryView_ShowFlags", 2 + 16);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     for (const Show& item : DiaryItems) {
-        EXPECT_EQ(program.ButtonState(item.command), (item.bit & 18U) != 0 ? On : Off)
+        EXPECT_EQ(ButtonState(program, item.command), (item.bit & 18U) != 0 ? On : Off)
             << item.label;
     }
     EXPECT_TRUE(ShowsCells(program, 2));
@@ -122,33 +114,31 @@ TEST_F(Commands, ChosenItemsComeBackAtTheNextStart) {
 
 TEST_F(Commands, ViewCommandsSwitchTheViewAndItsButtons) {
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     EXPECT_TRUE(program.IsOnTop(program.Diary()));
-    EXPECT_NE(program.ButtonState(CommandShowTemperature) & TBSTATE_HIDDEN, 0);
+    EXPECT_NE(ButtonState(program, CommandShowTemperature) & TBSTATE_HIDDEN, 0);
     for (const Show& item : DiaryItems) {
-        EXPECT_EQ(program.ButtonStyle(item.command), TBSTYLE_CHECK) << item.label;
+        EXPECT_EQ(ButtonStyle(program, item.command), TBSTYLE_CHECK) << item.label;
     }
 
-    ASSERT_TRUE(program.ChooseFromMenu(CommandViewGraph));
-    ASSERT_TRUE(program.Settle());
+    ASSERT_TRUE(SwitchByMenu(program, CommandViewGraph));
     program.Keep(L"graph");
     EXPECT_TRUE(program.IsOnTop(program.Graph()));
     for (const UINT hidden :
          {CommandShowNotes, CommandShowPeriod, CommandShowOvulation, CommandShowPregnancy}) {
-        EXPECT_NE(program.ButtonState(hidden) & TBSTATE_HIDDEN, 0) << hidden;
+        EXPECT_NE(ButtonState(program, hidden) & TBSTATE_HIDDEN, 0) << hidden;
     }
     for (const UINT shown : {CommandShowBleeding, CommandShowTemperature}) {
-        EXPECT_EQ(program.ButtonState(shown) & TBSTATE_HIDDEN, 0) << shown;
-        EXPECT_EQ(program.ButtonStyle(shown), TBSTYLE_CHECKGROUP) << shown;
+        EXPECT_EQ(ButtonState(program, shown) & TBSTATE_HIDDEN, 0) << shown;
+        EXPECT_EQ(ButtonStyle(program, shown), TBSTYLE_CHECKGROUP) << shown;
     }
 
-    ASSERT_TRUE(program.ChooseFromMenu(CommandViewDiary));
+    ASSERT_TRUE(ChooseFromMenu(program, CommandViewDiary));
     ASSERT_TRUE(program.PutWarningAway());
     EXPECT_TRUE(program.IsOnTop(program.Diary()));
-    EXPECT_NE(program.ButtonState(CommandShowTemperature) & TBSTATE_HIDDEN, 0);
+    EXPECT_NE(ButtonState(program, CommandShowTemperature) & TBSTATE_HIDDEN, 0);
     for (const Show& item : DiaryItems) {
-        EXPECT_EQ(program.ButtonState(item.command), On) << item.label;
+        EXPECT_EQ(ButtonState(program, item.command), On) << item.label;
     }
     EXPECT_TRUE(program.Exit());
 }
@@ -156,25 +146,23 @@ TEST_F(Commands, ViewCommandsSwitchTheViewAndItsButtons) {
 TEST_F(Commands, GraphShowsEitherBleedingOrTemperature) {
     WriteNumber(L"CurrentView", ViewGraph);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     const auto expect = [&](UINT checked, UINT other) {
-        ASSERT_TRUE(program.Settle());
-        EXPECT_EQ(program.ButtonState(checked), On) << checked;
-        EXPECT_EQ(program.ButtonState(other), Off) << other;
+        EXPECT_EQ(ButtonState(program, checked), On) << checked;
+        EXPECT_EQ(ButtonState(program, other), Off) << other;
     };
-    ASSERT_TRUE(program.ClickButton(CommandShowTemperature));
+    ASSERT_TRUE(SwitchByButton(program, CommandShowTemperature));
     expect(CommandShowTemperature, CommandShowBleeding);
-    ASSERT_TRUE(program.ChooseFromMenu(CommandShowBleeding));
+    ASSERT_TRUE(SwitchByMenu(program, CommandShowBleeding));
     expect(CommandShowBleeding, CommandShowTemperature);
-    ASSERT_TRUE(program.ChooseFromMenu(CommandShowTemperature));
+    ASSERT_TRUE(SwitchByMenu(program, CommandShowTemperature));
     expect(CommandShowTemperature, CommandShowBleeding);
-    ASSERT_TRUE(program.ClickButton(CommandShowBleeding));
+    ASSERT_TRUE(SwitchByButton(program, CommandShowBleeding));
     expect(CommandShowBleeding, CommandShowTemperature);
     // The menu offers the others, too, without effect here.
     for (const UINT other :
          {CommandShowNotes, CommandShowPeriod, CommandShowOvulation, CommandShowPregnancy}) {
-        ASSERT_TRUE(program.ChooseFromMenu(other));
+        ASSERT_TRUE(SwitchByMenu(program, other));
         expect(CommandShowBleeding, CommandShowTemperature);
     }
     ASSERT_TRUE(program.Exit());
@@ -183,19 +171,18 @@ TEST_F(Commands, GraphShowsEitherBleedingOrTemperature) {
 
 TEST_F(Commands, AboutHidesTheButtonsWhileItIsShown) {
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     program.Press('A', true);
     const HWND about = program.WaitForDialog(L"About Lunara");
     ASSERT_NE(about, nullptr);
     program.Keep(L"about");
     for (const Show& item : DiaryItems) {
-        EXPECT_NE(program.ButtonState(item.command) & TBSTATE_HIDDEN, 0) << item.label;
+        EXPECT_NE(ButtonState(program, item.command) & TBSTATE_HIDDEN, 0) << item.label;
     }
     ASSERT_TRUE(program.Leave(about, ControlOk));
     ASSERT_TRUE(program.Settle());
     for (const Show& item : DiaryItems) {
-        EXPECT_EQ(program.ButtonState(item.command), On) << item.label;
+        EXPECT_EQ(ButtonState(program, item.command), On) << item.label;
     }
     EXPECT_TRUE(program.Exit());
 }

@@ -13,23 +13,19 @@ class Diary : public EndToEnd {
     /// Regular cycles before today, and near today one day of everything that has a mark of its
     /// own.
     void MakeMarkedDiary(const std::wstring& user) {
-        std::string csv = "date,bleeding,temperature_f,cramps,pms,note\n";
+        std::string records;
         for (int cycle = 13; cycle >= 1; --cycle) {
             for (int day = 0; day < 5; ++day) {
-                csv += ToUtf8(IsoDate(AddDays(Today, -20 - 28 * (cycle - 1) + day))) +
-                       (day < 2 ? ",3,,,,\n" : ",2,,,,\n");
+                records += ToUtf8(IsoDate(AddDays(Today, -20 - 28 * (cycle - 1) + day))) +
+                           (day < 2 ? ",3,,,,\r\n" : ",2,,,,\r\n");
             }
         }
-        csv += ToUtf8(IsoDate(AddDays(Today, -8))) + ",,,1,,\n";
-        csv += ToUtf8(IsoDate(AddDays(Today, -7))) + ",,,,1,\n";
-        csv += ToUtf8(IsoDate(AddDays(Today, -6))) + ",,,1,1,Both\n";
-        csv += ToUtf8(IsoDate(AddDays(Today, -3))) + ",2,,,,\n";  // too short to be a period
-        csv += ToUtf8(IsoDate(AddDays(Today, 2))) + ",,,,,To come\n";
-        ASSERT_TRUE(WriteFile(folder.Path() + L"diary.csv", csv));
-        const auto made = folder.RunCompanion(L"import \"" + folder.UserFolder(user) +
-                                                  L"\" --csv \"" + folder.Path() + L"diary.csv\"",
-                                              Password);
-        ASSERT_EQ(made.exitCode, 0u) << made.output;
+        records += ToUtf8(IsoDate(AddDays(Today, -8))) + ",,,1,,\r\n";
+        records += ToUtf8(IsoDate(AddDays(Today, -7))) + ",,,,1,\r\n";
+        records += ToUtf8(IsoDate(AddDays(Today, -6))) + ",,,1,1,Both\r\n";
+        records += ToUtf8(IsoDate(AddDays(Today, -3))) + ",2,,,,\r\n";  // too short to be a period
+        records += ToUtf8(IsoDate(AddDays(Today, 2))) + ",,,,,To come\r\n";
+        ASSERT_TRUE(Import(folder.UserFolder(user), records));
         WriteNumber(L"CurrentView", ViewDiary);
     }
 };
@@ -38,8 +34,7 @@ TEST_F(Diary, ShowsTheCompanionsPrediction) {
     MakeSampleDiary(L"Anna");
     const Expectation expected(folder, L"Anna", Password, Today);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     program.Keep(L"diary");
     EXPECT_EQ(program.Warning(), expected.Warning());
     EXPECT_EQ(program.FirstDay(), AddDays(Today, -10));
@@ -54,8 +49,7 @@ TEST_F(Diary, ShowsEveryMark) {
     EXPECT_EQ(expected.RowOf(AddDays(Today, 8)).cells[1].overlay, 106u);
     EXPECT_EQ(expected.RowOf(AddDays(Today, -6)).cells[0].overlay, 116u);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     program.Keep(L"marks");
     EXPECT_EQ(program.Warning(), expected.Warning());
     CompareDiary(program, folder, expected);
@@ -66,8 +60,7 @@ TEST_F(Diary, ShowsDistantDaysAfterScrolling) {
     MakeSampleDiary(L"Anna");
     const Expectation expected(folder, L"Anna", Password, Today);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     for (int page = 1; page <= 8; ++page) {
         ::SendMessageW(program.Diary(), WM_VSCROLL, SB_PAGEDOWN, 0);
     }

@@ -8,79 +8,10 @@
 
 #include "tests/e2e/input.h"
 #include "tests/e2e/wait.h"
+#include "tests/e2e/window_search.h"
 
 namespace lunara::e2e {
 namespace {
-
-struct Search {
-    DWORD process;
-    const WCHAR* className;
-    const WCHAR* title;  // null: any
-    bool visible;
-    HWND found;
-};
-
-bool HasClass(HWND window, const WCHAR* className) {
-    std::array<WCHAR, 64> name{};
-    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    return ::lstrcmpiW(name.data(), className) == 0;
-}
-
-/// A title, without asking the window's own thread, which may be busy.
-bool HasTitle(HWND window, const WCHAR* title) {
-    std::array<WCHAR, 64> text{};
-    ::InternalGetWindowText(window, text.data(), static_cast<int>(text.size()));
-    return title == nullptr || ::lstrcmpW(text.data(), title) == 0;
-}
-
-BOOL CALLBACK Match(HWND window, LPARAM lParam) {
-    auto& search = *reinterpret_cast<Search*>(lParam);
-    DWORD process = 0;
-    ::GetWindowThreadProcessId(window, &process);
-    if (process == search.process && HasClass(window, search.className) &&
-        HasTitle(window, search.title) && (!search.visible || ::IsWindowVisible(window) != 0)) {
-        search.found = window;
-        return FALSE;
-    }
-    return TRUE;
-}
-
-HWND FindTopLevel(DWORD process, const WCHAR* className, const WCHAR* title, bool visible) {
-    Search search{process, className, title, visible, nullptr};
-    ::EnumWindows(Match, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-HWND FindChild(HWND parent, DWORD process, const WCHAR* className, const WCHAR* title) {
-    Search search{process, className, title, false, nullptr};
-    ::EnumChildWindows(parent, Match, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
-bool NeedsPaint(HWND window) {
-    return ::IsWindowVisible(window) != 0 && ::GetUpdateRect(window, nullptr, FALSE) != 0;
-}
-
-BOOL CALLBACK MatchUnpainted(HWND window, LPARAM lParam) {
-    auto& found = *reinterpret_cast<bool*>(lParam);
-    found = NeedsPaint(window);
-    return found ? FALSE : TRUE;
-}
-
-/// Whether a window inside this one has something left to paint; none when it is gone.
-bool HasUnpainted(HWND parent) {
-    bool found = false;
-    ::EnumChildWindows(parent, MatchUnpainted, reinterpret_cast<LPARAM>(&found));
-    return found;
-}
-
-/// Whether the window or one inside it has its program's focus.
-bool HasFocus(HWND window) {
-    GUITHREADINFO info{};
-    info.cbSize = sizeof info;
-    ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &info);
-    return info.hwndFocus == window || ::IsChild(window, info.hwndFocus) != 0;
-}
 
 /// The agenda's request for a row, laid out as the control lays it out.
 struct RowRequest {
@@ -96,7 +27,6 @@ constexpr UINT CalendarHitTest = WM_USER + 3;
 
 constexpr WCHAR DialogClass[] = L"#32770";
 constexpr DWORD FocusPatienceMs = 5000;  // a dialog in the background never gets it
-constexpr WCHAR MenuClass[] = L"#32768";
 
 }  // namespace
 
@@ -443,62 +373,8 @@ bool Program::SignIn(const std::wstring& user, const std::wstring& password) {
     return EnterUser(user, password) && WaitForNoDialog(L"Login user") && WaitForViews();
 }
 
-std::vector<HWND> Program::OpenMenus() const {
-    std::vector<HWND> menus;
-    for (HWND menu = ::FindWindowExW(nullptr, nullptr, MenuClass, nullptr); menu != nullptr;
-         menu = ::FindWindowExW(nullptr, menu, MenuClass, nullptr)) {
-        DWORD owner = 0;
-        ::GetWindowThreadProcessId(menu, &owner);
-        if (owner == process.dwProcessId && ::IsWindowVisible(menu) != 0) {
-            menus.push_back(menu);
-        }
-    }
-    return menus;
-}
-
-bool Program::ClickMenuItem(HWND menuWindow, UINT id) {
-    const LRESULT menu = ::SendMessageW(menuWindow, MN_GETHMENU, 0, 0);
-    constexpr int MostItems = 30;
-    for (int position = 0; position < MostItems; ++position) {
-        std::uint64_t found = 0;
-        Inside().Call("GetMenuItemID",
-                      {static_cast<std::uint64_t>(menu), static_cast<std::uint64_t>(position)},
-                      found);
-        if (static_cast<UINT>(found) != id) {
-            continue;
-        }
-        RECT item{};
-        RemoteBlock block(process.hProcess, sizeof item);
-        std::uint64_t done = 0;
-        if (!Inside().Call("GetMenuItemRect",
-                           {reinterpret_cast<std::uintptr_t>(menuWindow),
-                            static_cast<std::uint64_t>(menu), static_cast<std::uint64_t>(position),
-                            reinterpret_cast<std::uintptr_t>(block.Address())},
-                           done) ||
-            static_cast<BOOL>(done) == FALSE || !block.Read(&item, sizeof item)) {
-            return false;
-        }
-        return ClickScreen({(item.left + item.right) / 2, (item.top + item.bottom) / 2});
-    }
-    return false;
-}
-
-bool Program::ChooseFromMenu(UINT command) {
-    constexpr UINT PopUp = 0xFFFFFFFF;  // what a pop-up, here Options, has for an id
-    if (!ClickButton(CommandTools) || !WaitFor([&] { return OpenMenus().size() == 1; })) {
-        return Fail(L"the menu does not open");
-    }
-    const HWND tools = OpenMenus().front();
-    if (!ClickMenuItem(tools, command)) {
-        if (!ClickMenuItem(tools, PopUp) || !WaitFor([&] { return OpenMenus().size() == 2; })) {
-            return Fail(L"the Options menu does not open");
-        }
-        const std::vector<HWND> menus = OpenMenus();
-        if (!ClickMenuItem(menus[0] == tools ? menus[1] : menus[0], command)) {
-            return Fail(L"the menu does not hold the command");
-        }
-    }
-    return WaitFor([&] { return OpenMenus().empty(); }) || Fail(L"the menu does not close");
+bool Program::StartAndSignIn(const std::wstring& user, const std::wstring& password) {
+    return Start() && SignIn(user, password);
 }
 
 bool Program::Exit() {
@@ -508,10 +384,6 @@ bool Program::Exit() {
 
 // ---- What it shows ----
 
-int Program::ButtonState(UINT command) const {
-    return static_cast<int>(::SendMessageW(MenuBar(), TB_GETSTATE, command, 0));
-}
-
 Visitor& Program::Inside() const {
     if (!visitor) {
         // An answer, so that the program is about to wait again.
@@ -519,6 +391,11 @@ Visitor& Program::Inside() const {
         visitor = std::make_unique<Visitor>(process.hProcess);
     }
     return *visitor;
+}
+
+bool Program::Call(const char* function, const std::array<std::uint64_t, 4>& arguments,
+                   std::uint64_t& result) const {
+    return Inside().Call(function, arguments, result);
 }
 
 bool Program::SendRecord(HWND window, UINT message, WPARAM wParam, void* record, std::size_t size,
@@ -534,28 +411,6 @@ bool Program::SendRecord(HWND window, UINT message, WPARAM wParam, void* record,
         *result = answer;
     }
     return block.Read(record, size);
-}
-
-int Program::ButtonStyle(UINT command) const {
-    TBBUTTONINFOW info{};
-    info.cbSize = sizeof info;
-    info.dwMask = TBIF_STYLE;
-    LRESULT index = -1;
-    return SendRecord(MenuBar(), TB_GETBUTTONINFOW, command, &info, sizeof info, &index) &&
-                   index >= 0
-               ? info.fsStyle
-               : -1;
-}
-
-bool Program::ClickButton(UINT command) {
-    RECT button{};
-    if (!SendRecord(MenuBar(), TB_GETRECT, command, &button, sizeof button) ||
-        ::IsRectEmpty(&button) != 0) {
-        return Fail(L"no such button on the menu bar");
-    }
-    // Left of its middle: a drop-down may have an arrow of its own at the right.
-    return ClickAt(MenuBar(),
-                   {(2 * button.left + button.right) / 3, (button.top + button.bottom) / 2});
 }
 
 Row Program::AskRow(int index, int cells) {

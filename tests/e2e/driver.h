@@ -1,8 +1,9 @@
 #pragma once
 
 // One run of the built program, operated the way a user operates it: by looking at its windows,
-// clicking, typing, choosing from its menu. What cannot be seen on the screen is asked of the
-// windows from outside. Every operation waits until the program is ready for it.
+// clicking, typing. What cannot be seen on the screen is asked of the windows from outside. Every
+// operation waits until the program is ready for it. Menus, fields and whole dialogs have files of
+// their own (menus, fields, steps, backups, graph).
 //
 // A run that cannot go on (a window that does not come) adds a test failure with what was waited
 // for.
@@ -10,6 +11,7 @@
 #include <windows.h>
 
 #include <array>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -113,23 +115,15 @@ class Program {
     /// The main window is complete; a prediction warning is read and put away.
     bool WaitForViews();
     bool SignIn(const std::wstring& user, const std::wstring& password);
+    bool StartAndSignIn(const std::wstring& user, const std::wstring& password);
     /// The text of the warning that `WaitForViews` or `PutWarningAway` put away; empty when none
     /// came.
     const std::wstring& Warning() const { return warning; }
     bool PutWarningAway();
-    /// Opens the Tools menu, and Options when the command is there, and chooses it: all with
-    /// clicks.
-    bool ChooseFromMenu(UINT command);
     /// Exit by the command; true when it ended with exit code 0.
     bool Exit();
 
     // ---- What it shows ----
-    /// TBSTATE_ bits of a menu-bar button; -1 when there is no such button.
-    int ButtonState(UINT command) const;
-    int ButtonStyle(UINT command) const;
-    bool ClickButton(UINT command);
-    /// The menus that are open, in no certain order.
-    std::vector<HWND> OpenMenus() const;
     Row AskRow(int index, int cells);
     SCROLLINFO Scroll() const;
     /// The first day of a view's calendar, and its cell.
@@ -140,19 +134,22 @@ class Program {
     /// in.
     bool SendRecord(HWND window, UINT message, WPARAM wParam, void* record, std::size_t size,
                     LRESULT* result = nullptr) const;
+    /// Calls a function of user32 inside it; false when that did not come to its end.
+    bool Call(const char* function, const std::array<std::uint64_t, 4>& arguments,
+              std::uint64_t& result) const;
     /// Client area of a window as it is on the screen.
     static Picture Look(HWND window);
     /// Keeps a picture of the screen round the main window: <test>-<number>-<name>.bmp.
     void Keep(const WCHAR* name);
+    /// Fails the test with what was waited for and what is in the way, and keeps a picture. Answers
+    /// false.
+    bool Fail(const std::wstring& what);
     /// Live drawing objects of the program; -1 when it does not answer.
     int LiveGdiObjects() const;
 
   private:
-    /// Fails the test with what was waited for and what is in the way, and keeps a picture.
-    bool Fail(const std::wstring& what);
     /// Waits until a click there would reach the window; `screen` is the same place on the screen.
     bool WaitUntilUncovered(HWND window, POINT client, POINT& screen);
-    bool ClickMenuItem(HWND menuWindow, UINT id);
     Visitor& Inside() const;
 
     const ProgramFolder& folder;

@@ -1,6 +1,7 @@
 // Every way out saves the diary and the settings.
 
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
@@ -14,18 +15,15 @@ class Leaving : public EndToEnd {
     void Check(Leave&& leave) {
         WriteNumber(L"CurrentView", ViewDiary);
         Program program(folder);
-        ASSERT_TRUE(program.Start());
-        ASSERT_TRUE(program.SignIn(L"Anna", Password));
+        ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
         ASSERT_TRUE(WriteNote(program, TodaysRow, L"Kept"));
-        ASSERT_TRUE(program.ClickButton(CommandShowPeriod));
-        ASSERT_TRUE(program.Settle());
+        ASSERT_TRUE(SwitchByButton(program, CommandShowPeriod));
         EXPECT_FALSE(FileExists(folder.UserFolder(L"Anna") + L"\\NotePages.dat"));
 
         leave(program);
 
         ASSERT_TRUE(program.WaitForEnd());
-        EXPECT_EQ(Export(L"Anna"),
-                  "date,bleeding,temperature_f,cramps,pms,note\r\n2006-03-05,,,,,Kept\r\n");
+        EXPECT_EQ(Export(L"Anna"), CsvHeader + "2006-03-05,,,,,Kept\r\n");
         EXPECT_EQ(ReadNumber(L"CurrentView"), ViewDiary);
         EXPECT_EQ(ReadText(L"LastUser"), L"Anna");
         EXPECT_EQ(ReadNumber(L"DiaryView_ShowFlags"), 27u);
@@ -51,7 +49,7 @@ class Leaving : public EndToEnd {
 
 TEST_F(Leaving, ByTheMenuSaves) {
     Check([](Program& program) {
-        ASSERT_TRUE(program.ChooseFromMenu(CommandExit));
+        ASSERT_TRUE(ChooseFromMenu(program, CommandExit));
         ASSERT_TRUE(program.WaitForEnd());
         EXPECT_EQ(program.ExitCode(), 0u);
     });
@@ -77,11 +75,11 @@ TEST_F(Leaving, ByTheEndOfTheSessionSaves) {
     Check([](Program& program) {
         DWORD_PTR answer = 0;
         ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_QUERYENDSESSION, 0, 0, SMTO_NORMAL,
-                                        30000, &answer),
+                                        PatienceMs, &answer),
                   0);
         EXPECT_NE(answer, 0u);
-        ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, 30000,
-                                        &answer),
+        ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL,
+                                        PatienceMs, &answer),
                   0);
         // The system gives no more time than that.
         program.Kill();
@@ -91,8 +89,7 @@ TEST_F(Leaving, ByTheEndOfTheSessionSaves) {
 TEST_F(Leaving, SessionThatDoesNotEndAfterAllGoesOn) {
     WriteNumber(L"CurrentView", ViewDiary);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     ::SendMessageW(program.Main(), WM_QUERYENDSESSION, 0, 0);
     ::SendMessageW(program.Main(), WM_ENDSESSION, FALSE, 0);
     EXPECT_TRUE(program.Settle());

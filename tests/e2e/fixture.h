@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <string>
 
 #include "tests/e2e/driver.h"
 #include "tests/e2e/machine.h"
@@ -13,6 +14,8 @@ namespace lunara::e2e {
 
 inline constexpr Day Today{2006, 3, 5};
 inline constexpr WCHAR Password[] = L"moonlight 4";
+/// The first line of every diary that the companion writes, and all of an empty one.
+inline const std::string CsvHeader = "date,bleeding,temperature_f,cramps,pms,note\r\n";
 
 inline std::wstring CurrentTestName() {
     const ::testing::TestInfo& test = *::testing::UnitTest::GetInstance()->current_test_info();
@@ -37,6 +40,20 @@ class EndToEnd : public ::testing::Test {
             L"sample \"" + folder.UserFolder(user) + L"\" --today " + IsoDate(Today), password);
         ASSERT_EQ(made.exitCode, 0u) << made.output;
         WriteNumber(L"CurrentView", ViewDiary);
+    }
+
+    /// The companion makes a diary of these records, each as its CSV has it, without the header.
+    ::testing::AssertionResult Import(const std::wstring& dataFolder, const std::string& records,
+                                      const std::wstring& password = Password) {
+        const std::wstring file = folder.Path() + L"records.csv";
+        if (!WriteFile(file, CsvHeader + records)) {
+            return ::testing::AssertionFailure() << "no " << ToUtf8(file);
+        }
+        const auto imported = folder.RunCompanion(
+            L"import \"" + dataFolder + L"\" --csv \"" + file + L"\"", password);
+        return (imported.exitCode == 0 ? ::testing::AssertionSuccess()
+                                       : ::testing::AssertionFailure())
+               << imported.output;
     }
 
     /// Whether the companion can read the user's diary with this password.

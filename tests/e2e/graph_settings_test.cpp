@@ -8,6 +8,7 @@
 #include "tests/e2e/fields.h"
 #include "tests/e2e/fixture.h"
 #include "tests/e2e/graph.h"
+#include "tests/e2e/menus.h"
 
 namespace lunara::e2e {
 namespace {
@@ -31,8 +32,8 @@ class GraphSettings : public EndToEnd {
         EXPECT_TRUE(program.IsOnTop(program.Graph()));
         EXPECT_EQ(graph.ShowsUnits(), temperature);
         EXPECT_EQ(graph.Value(), value);
-        EXPECT_EQ(program.ButtonState(CommandShowTemperature), temperature ? On : Off);
-        EXPECT_EQ(program.ButtonState(CommandShowBleeding), temperature ? Off : On);
+        EXPECT_EQ(ButtonState(program, CommandShowTemperature), temperature ? On : Off);
+        EXPECT_EQ(ButtonState(program, CommandShowBleeding), temperature ? Off : On);
     }
 
     static ::testing::AssertionResult GraphShows(const GraphScreen& graph, Day day) {
@@ -54,17 +55,13 @@ class GraphSettings : public EndToEnd {
                                        : ::testing::AssertionFailure())
                << "row " << row << " of " << rows;
     }
-
-    static bool StartAgain(Program& program) {
-        return program.Start() && program.SignIn(L"Anna", Password);
-    }
 };
 
 TEST_F(GraphSettings, ChartAndUnitKeepTheDate) {
     WriteNumber(L"CurrentView", ViewGraph);
     WriteNumber(L"GraphView_ShowFlags", 2);
     Program program(folder);
-    ASSERT_TRUE(StartAgain(program));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     const GraphScreen graph(program);
     ASSERT_TRUE(PickFromCalendar(program, graph.Control(GraphDatePicker), LongAgo));
     ASSERT_TRUE(ClickArrow(program, graph.Control(GraphSpin), true));
@@ -82,13 +79,11 @@ TEST_F(GraphSettings, ChartAndUnitKeepTheDate) {
     ExpectChart(program, true, L"36.4");
     EXPECT_TRUE(graph.IsUnit(GraphCelsius));
     expectDate();
-    ASSERT_TRUE(program.ClickButton(CommandShowBleeding));
-    ASSERT_TRUE(program.Settle());
+    ASSERT_TRUE(SwitchByButton(program, CommandShowBleeding));
     program.Keep(L"bleeding");
     ExpectChart(program, false, L"None");
     expectDate();
-    ASSERT_TRUE(program.ClickButton(CommandShowTemperature));
-    ASSERT_TRUE(program.Settle());
+    ASSERT_TRUE(SwitchByButton(program, CommandShowTemperature));
     ExpectChart(program, true, L"36.4");
     EXPECT_TRUE(graph.IsUnit(GraphCelsius));
     expectDate();
@@ -100,27 +95,25 @@ TEST_F(GraphSettings, ChartAndUnitKeepTheDate) {
     EXPECT_TRUE(graph.IsUnit(GraphFahrenheit));
     expectDate();
     ASSERT_TRUE(program.Exit());
-    EXPECT_EQ(Export(L"Anna"),
-              "date,bleeding,temperature_f,cramps,pms,note\r\n2005-12-24,,97.60,,,\r\n");
+    EXPECT_EQ(Export(L"Anna"), CsvHeader + "2005-12-24,,97.60,,,\r\n");
 }
 
 TEST_F(GraphSettings, ViewsKeepTheDate) {
     WriteNumber(L"CurrentView", ViewGraph);
     Program program(folder);
-    ASSERT_TRUE(StartAgain(program));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     const GraphScreen graph(program);
     ASSERT_TRUE(PickFromCalendar(program, graph.Control(GraphDatePicker), LongAgo));
     EXPECT_TRUE(GraphShows(graph, LongAgo));
     const Day first = graph.FirstDay();
-    ASSERT_TRUE(program.ChooseFromMenu(CommandViewDiary));
+    ASSERT_TRUE(ChooseFromMenu(program, CommandViewDiary));
     ASSERT_TRUE(program.PutWarningAway());
     program.Keep(L"diary");
     EXPECT_TRUE(program.IsOnTop(program.Diary()));
     EXPECT_TRUE(DiaryShows(program, LongAgo));
     EXPECT_FALSE(DiaryShows(program, Today));
 
-    ASSERT_TRUE(program.ChooseFromMenu(CommandViewGraph));
-    ASSERT_TRUE(program.Settle());
+    ASSERT_TRUE(SwitchByMenu(program, CommandViewGraph));
     EXPECT_TRUE(program.IsOnTop(program.Graph()));
     EXPECT_EQ(IsoDate(graph.CurrentDay()), IsoDate(LongAgo));
     EXPECT_EQ(IsoDate(graph.FirstDay()), IsoDate(first));
@@ -128,8 +121,7 @@ TEST_F(GraphSettings, ViewsKeepTheDate) {
     // A date that neither of them shows is brought into both.
     ASSERT_TRUE(PickFromCalendar(program, graph.Control(GraphDatePicker), Today));
     EXPECT_TRUE(GraphShows(graph, Today));
-    ASSERT_TRUE(program.ChooseFromMenu(CommandViewDiary));
-    ASSERT_TRUE(program.Settle());
+    ASSERT_TRUE(SwitchByMenu(program, CommandViewDiary));
     EXPECT_TRUE(DiaryShows(program, Today));
     EXPECT_FALSE(DiaryShows(program, LongAgo));
     EXPECT_TRUE(program.Exit());
@@ -137,7 +129,7 @@ TEST_F(GraphSettings, ViewsKeepTheDate) {
 
 TEST_F(GraphSettings, AFirstStartKeepsItsDefaults) {
     Program program(folder);
-    ASSERT_TRUE(StartAgain(program));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     program.Keep(L"first-start");
     // Bleeding, although the chart is made for temperatures: nobody has chosen one yet.
     ExpectChart(program, false, L"None");
@@ -148,44 +140,39 @@ TEST_F(GraphSettings, AFirstStartKeepsItsDefaults) {
 TEST_F(GraphSettings, EverythingIsFoundAgainAtTheNextStart) {
     {
         Program program(folder);
-        ASSERT_TRUE(StartAgain(program));
-        ASSERT_TRUE(program.ClickButton(CommandShowTemperature));
-        ASSERT_TRUE(program.Settle());
+        ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
+        ASSERT_TRUE(SwitchByButton(program, CommandShowTemperature));
         ASSERT_TRUE(GraphScreen(program).ClickUnit(GraphCelsius));
-        ASSERT_TRUE(program.ChooseFromMenu(CommandViewDiary));
+        ASSERT_TRUE(ChooseFromMenu(program, CommandViewDiary));
         ASSERT_TRUE(program.PutWarningAway());
         for (const UINT item : {CommandShowNotes, CommandShowOvulation}) {
-            ASSERT_TRUE(program.ClickButton(item));
-            ASSERT_TRUE(program.Settle());
+            ASSERT_TRUE(SwitchByButton(program, item));
         }
         ASSERT_TRUE(program.Exit());
     }
     ExpectSettings(ViewDiary, 2, 1, 2 + 4 + 16);
     {
         Program program(folder);
-        ASSERT_TRUE(StartAgain(program));
+        ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
         EXPECT_TRUE(program.IsOnTop(program.Diary()));
         for (const UINT item : {CommandShowBleeding, CommandShowPeriod, CommandShowPregnancy}) {
-            EXPECT_EQ(program.ButtonState(item), On) << item;
+            EXPECT_EQ(ButtonState(program, item), On) << item;
         }
         for (const UINT item : {CommandShowNotes, CommandShowOvulation}) {
-            EXPECT_EQ(program.ButtonState(item), Off) << item;
+            EXPECT_EQ(ButtonState(program, item), Off) << item;
         }
-        ASSERT_TRUE(program.ChooseFromMenu(CommandViewGraph));
-        ASSERT_TRUE(program.Settle());
+        ASSERT_TRUE(SwitchByMenu(program, CommandViewGraph));
         program.Keep(L"found-again");
         ExpectChart(program, true, L"36.4");
         EXPECT_TRUE(GraphScreen(program).IsUnit(GraphCelsius));
-        ASSERT_TRUE(program.ClickButton(CommandShowBleeding));
-        ASSERT_TRUE(program.Settle());
+        ASSERT_TRUE(SwitchByButton(program, CommandShowBleeding));
         ASSERT_TRUE(program.Exit());
     }
     ExpectSettings(ViewGraph, 1, 1, 2 + 4 + 16);
     Program program(folder);
-    ASSERT_TRUE(StartAgain(program));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     ExpectChart(program, false, L"None");
-    ASSERT_TRUE(program.ClickButton(CommandShowTemperature));
-    ASSERT_TRUE(program.Settle());
+    ASSERT_TRUE(SwitchByButton(program, CommandShowTemperature));
     ExpectChart(program, true, L"36.4");
     ASSERT_TRUE(program.Exit());
     ExpectSettings(ViewGraph, 2, 1, 2 + 4 + 16);

@@ -13,7 +13,6 @@
 namespace lunara::e2e {
 namespace {
 
-constexpr char Header[] = "date,bleeding,temperature_f,cramps,pms,note\r\n";
 constexpr int NoTemperature = 9750;  // where a day without one is drawn
 constexpr Axis EmptyFahrenheit{9650, 9850};
 constexpr Axis EmptyCelsius{3550, 3750};
@@ -54,8 +53,7 @@ class Graph : public EndToEnd {
         WriteNumber(L"CurrentView", ViewGraph);
         WriteNumber(L"GraphView_ShowFlags", chart);
         WriteNumber(L"TemperatureMeasure", unit);
-        ASSERT_TRUE(program.Start());
-        ASSERT_TRUE(program.SignIn(L"Anna", Password));
+        ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
         ASSERT_TRUE(program.IsOnTop(program.Graph()));
     }
 
@@ -102,7 +100,7 @@ TEST_F(Graph, FahrenheitIsSteppedByTheArrows) {
     ExpectShown({2006, 3, 3}, L"97.5");
     ASSERT_TRUE(program.Exit());
     EXPECT_EQ(Export(L"Anna"),
-              Header + TemperatureRow({2006, 3, 4}, "97.40") + TemperatureRow(Today, "97.70"));
+              CsvHeader + TemperatureRow({2006, 3, 4}, "97.40") + TemperatureRow(Today, "97.70"));
 }
 
 TEST_F(Graph, FahrenheitStopsAtItsLimits) {
@@ -122,7 +120,7 @@ TEST_F(Graph, FahrenheitStopsAtItsLimits) {
     ASSERT_TRUE(Step(true));
     ExpectShown({2006, 3, 3}, L"95.1");
     ASSERT_TRUE(program.Exit());
-    EXPECT_EQ(Export(L"Anna"), Header + TemperatureRow({2006, 3, 3}, "95.10") +
+    EXPECT_EQ(Export(L"Anna"), CsvHeader + TemperatureRow({2006, 3, 3}, "95.10") +
                                    TemperatureRow({2006, 3, 4}, "95.00") +
                                    TemperatureRow(Today, "100.00"));
 }
@@ -145,7 +143,7 @@ TEST_F(Graph, CelsiusIsSteppedToItsLimitsAndKeptInFahrenheit) {
     ASSERT_TRUE(Step(false));
     ExpectShown({2006, 3, 2}, L"35.0");
     ASSERT_TRUE(program.Exit());
-    EXPECT_EQ(Export(L"Anna"), Header + TemperatureRow({2006, 3, 2}, "95.00") +
+    EXPECT_EQ(Export(L"Anna"), CsvHeader + TemperatureRow({2006, 3, 2}, "95.00") +
                                    TemperatureRow({2006, 3, 3}, "100.00") +
                                    TemperatureRow({2006, 3, 4}, "97.30") +
                                    TemperatureRow(Today, "97.70"));
@@ -172,7 +170,7 @@ TEST_F(Graph, BleedingIsSteppedThroughItsLevels) {
         EXPECT_EQ(graph.Value(), word);
     }
     ASSERT_TRUE(program.Exit());
-    EXPECT_EQ(Export(L"Anna"), Header + BleedingRow({2006, 3, 3}, 1) +
+    EXPECT_EQ(Export(L"Anna"), CsvHeader + BleedingRow({2006, 3, 3}, 1) +
                                    BleedingRow({2006, 3, 4}, 2) + BleedingRow(Today, 3));
 }
 
@@ -190,7 +188,7 @@ TEST_F(Graph, TheFieldTakesArrowKeysButNoDigits) {
     ASSERT_TRUE(program.Settle());
     ExpectShown(Today, L"97.6");
     ASSERT_TRUE(program.Exit());
-    EXPECT_EQ(Export(L"Anna"), Header + TemperatureRow(Today, "97.60"));
+    EXPECT_EQ(Export(L"Anna"), CsvHeader + TemperatureRow(Today, "97.60"));
 }
 
 // ---- By dragging ----
@@ -222,7 +220,7 @@ TEST_F(Graph, FahrenheitIsDraggedInTheChart) {
     ASSERT_TRUE(graph.Drag(tapped, tapped.y));
     ExpectShown({2006, 3, 1}, L"97.5");
     ASSERT_TRUE(program.Exit());
-    EXPECT_EQ(Export(L"Anna"), Header + TemperatureRow({2006, 3, 2}, Hundredths(first)) +
+    EXPECT_EQ(Export(L"Anna"), CsvHeader + TemperatureRow({2006, 3, 2}, Hundredths(first)) +
                                    TemperatureRow(Today, Hundredths(second)));
 }
 
@@ -235,7 +233,7 @@ TEST_F(Graph, CelsiusIsDraggedAndKeptInFahrenheit) {
     ExpectShown({2006, 3, 4}, L"37.0");
     ASSERT_TRUE(program.Exit());
     // 37.02 or, a pixel lower, 37.01 degrees, to a tenth
-    EXPECT_EQ(Export(L"Anna"), Header + TemperatureRow({2006, 3, 4}, "98.60"));
+    EXPECT_EQ(Export(L"Anna"), CsvHeader + TemperatureRow({2006, 3, 4}, "98.60"));
 }
 
 TEST_F(Graph, DraggedTemperaturesStopAtTheLimits) {
@@ -265,7 +263,7 @@ TEST_F(Graph, DraggedTemperaturesStopAtTheLimits) {
     ExpectShown(ColdDay, L"95.0");
     ASSERT_TRUE(program.Exit());
     EXPECT_EQ(Export(L"Anna"),
-              Header + TemperatureRow(ColdDay, "95.00") + TemperatureRow(HotDay, "100.00"));
+              CsvHeader + TemperatureRow(ColdDay, "95.00") + TemperatureRow(HotDay, "100.00"));
 }
 
 TEST_F(Graph, BleedingIsDraggedToEveryLevel) {
@@ -293,7 +291,7 @@ TEST_F(Graph, BleedingIsDraggedToEveryLevel) {
     ExpectShown({2006, 3, 1}, L"None");
     ASSERT_TRUE(program.Exit());
     EXPECT_EQ(Export(L"Anna"),
-              Header + BleedingRow({2006, 3, 2}, 3) + BleedingRow({2006, 3, 3}, 1));
+              CsvHeader + BleedingRow({2006, 3, 2}, 3) + BleedingRow({2006, 3, 3}, 1));
 }
 
 // ---- Days to come ----
@@ -318,7 +316,7 @@ TEST_F(Graph, ADayToComeTakesNoTemperature) {
     ASSERT_TRUE(Step(true));
     ExpectShown(tomorrow, L"");
     ASSERT_TRUE(program.Exit());
-    EXPECT_EQ(Export(L"Anna"), Header);
+    EXPECT_EQ(Export(L"Anna"), CsvHeader);
 }
 
 TEST_F(Graph, ADayToComeTakesNoBleeding) {
@@ -334,7 +332,7 @@ TEST_F(Graph, ADayToComeTakesNoBleeding) {
         ExpectShown(tomorrow, L"");
     }
     ASSERT_TRUE(program.Exit());
-    EXPECT_EQ(Export(L"Anna"), Header);
+    EXPECT_EQ(Export(L"Anna"), CsvHeader);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "tests/e2e/expectation.h"
 #include "tests/e2e/fields.h"
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/remote.h"
 #include "tests/e2e/wait.h"
 
@@ -12,32 +13,26 @@ namespace {
 
 constexpr WCHAR Title[] = L"Menstrual Period History";
 constexpr WCHAR Exists[] = L"Bleeding entry for the period exists!";
-constexpr char Header[] = "date,bleeding,temperature_f,cramps,pms,note\r\n";
 
 struct Period {
     Day start;
     std::vector<int> levels;
 };
 
-/// Its days as the companion writes and reads them.
-std::string RowsOf(const Period& period) {
-    std::string rows;
-    Day day = period.start;
-    for (const int level : period.levels) {
-        rows += ToUtf8(IsoDate(day)) + "," + std::to_string(level) + ",,,,\r\n";
-        day = AddDays(day, 1);
+/// The days of the periods, the first one first, as the companion writes and reads them.
+std::string RecordsOf(const std::vector<Period>& periods) {
+    std::string records;
+    for (const Period& period : periods) {
+        Day day = period.start;
+        for (const int level : period.levels) {
+            records += ToUtf8(IsoDate(day)) + "," + std::to_string(level) + ",,,,\r\n";
+            day = AddDays(day, 1);
+        }
     }
-    return rows;
+    return records;
 }
 
-/// The same for several periods, the first one first.
-std::string CsvOf(const std::vector<Period>& periods) {
-    std::string csv = Header;
-    for (const Period& period : periods) {
-        csv += RowsOf(period);
-    }
-    return csv;
-}
+std::string CsvOf(const std::vector<Period>& periods) { return CsvHeader + RecordsOf(periods); }
 
 /// The open dialog.
 class HistoryScreen {
@@ -84,10 +79,8 @@ class History : public EndToEnd {
         WriteNumber(L"CurrentView", ViewGraph);
     }
 
-    bool StartProgram() { return program.Start() && program.SignIn(L"Anna", Password); }
-
     HistoryScreen Open() {
-        program.ChooseFromMenu(CommandHistory);
+        ChooseFromMenu(program, CommandHistory);
         const HWND dialog = program.WaitForDialog(Title);
         // It is seen before it is ready for keys.
         EXPECT_TRUE(WaitFor([&] { return ::GetForegroundWindow() == dialog; }));
@@ -114,21 +107,10 @@ class History : public EndToEnd {
         EXPECT_NE(program.FindDialog(Title), nullptr);
     }
 
-    ::testing::AssertionResult Import(const std::wstring& user, const std::string& csv) {
-        const std::wstring file = folder.Path() + L"periods.csv";
-        ::CreateDirectoryW(folder.UserFolder(user).c_str(), nullptr);
-        WriteFile(file, csv);
-        const auto imported = folder.RunCompanion(
-            L"import \"" + folder.UserFolder(user) + L"\" --csv \"" + file + L"\"", Password);
-        return (imported.exitCode == 0 ? ::testing::AssertionSuccess()
-                                       : ::testing::AssertionFailure())
-               << imported.output;
-    }
-
     /// What a diary shows that holds these periods and nothing else. The program keeps its own in
     /// memory until its end, so that another one is made for the companion.
     Expectation ExpectationOf(const std::vector<Period>& periods) {
-        EXPECT_TRUE(Import(L"Twin", CsvOf(periods)));
+        EXPECT_TRUE(Import(folder.UserFolder(L"Twin"), RecordsOf(periods)));
         return {folder, L"Twin", Password, Today};
     }
 
@@ -145,7 +127,7 @@ class History : public EndToEnd {
 // ---- Adding ----
 
 TEST_F(History, TheLastFiveDaysAreOfferedAndAdded) {
-    ASSERT_TRUE(StartProgram());
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     HistoryScreen history = Open();
     program.Keep(L"opened");
     history.Expect({2006, 2, 28}, Today, L"5", L"Normal", true);
@@ -156,7 +138,7 @@ TEST_F(History, TheLastFiveDaysAreOfferedAndAdded) {
 }
 
 TEST_F(History, PeriodsAreAddedByTheirDates) {
-    ASSERT_TRUE(StartProgram());
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     HistoryScreen history = Open();
     ASSERT_TRUE(history.SetStart({2006, 1, 3}));
     history.Expect({2006, 1, 3}, {2006, 1, 8}, L"5", L"Normal", true);
@@ -179,7 +161,7 @@ TEST_F(History, PeriodsAreAddedByTheirDates) {
 }
 
 TEST_F(History, TypedDatesCountLikePickedOnes) {
-    ASSERT_TRUE(StartProgram());
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     HistoryScreen history = Open();
     ASSERT_TRUE(TypeDate(program, history.Item(HistoryStart), {2006, 1, 16}));
     program.Keep(L"start-typed");
@@ -212,7 +194,7 @@ TEST_F(History, EveryLengthIsAddedNormalAndHeavy) {
         {"3", 3, false, {{2005, 12, 5}, {2, 2, 1}}},
         {"2", 2, false, {{2005, 12, 15}, {2, 2}}},
     };
-    ASSERT_TRUE(StartProgram());
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     HistoryScreen history = Open();
     std::vector<Period> added;
     for (const Row& row : rows) {
@@ -231,7 +213,7 @@ TEST_F(History, EveryLengthIsAddedNormalAndHeavy) {
 }
 
 TEST_F(History, TheArrowsStopAtTheirEnds) {
-    ASSERT_TRUE(StartProgram());
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     HistoryScreen history = Open();
     ASSERT_TRUE(history.SetStart({2006, 2, 1}));
     const HWND length = history.Item(HistoryLengthSpin);
@@ -251,13 +233,13 @@ TEST_F(History, TheArrowsStopAtTheirEnds) {
         }
     }
     CloseAndExit(history);
-    EXPECT_EQ(Export(L"Anna"), Header);
+    EXPECT_EQ(Export(L"Anna"), CsvHeader);
 }
 
 // ---- Refusing ----
 
 TEST_F(History, APeriodThatOverlapsIsRefusedWhole) {
-    ASSERT_TRUE(StartProgram());
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     HistoryScreen history = Open();
     ASSERT_TRUE(history.Add());
     // Its last day is the first one of the other.
@@ -281,7 +263,7 @@ TEST_F(History, APeriodThatOverlapsIsRefusedWhole) {
 }
 
 TEST_F(History, NothingReachesPastToday) {
-    ASSERT_TRUE(StartProgram());
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     HistoryScreen history = Open();
     const HWND length = history.Item(HistoryLengthSpin);
     const auto expectLastFiveDays = [&] {
@@ -309,7 +291,7 @@ TEST_F(History, NothingReachesPastToday) {
 }
 
 TEST_F(History, AnEndTooNearOrTooFarJumpsBack) {
-    ASSERT_TRUE(StartProgram());
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     HistoryScreen history = Open();
     ASSERT_TRUE(history.SetStart({2006, 2, 7}));
     for (const Day end : {Day{2006, 2, 8}, Day{2006, 2, 15}, Day{2006, 2, 7}, Day{2006, 2, 1}}) {
@@ -322,7 +304,7 @@ TEST_F(History, AnEndTooNearOrTooFarJumpsBack) {
     ASSERT_TRUE(history.SetEnd({2006, 2, 14}));
     history.Expect({2006, 2, 7}, {2006, 2, 14}, L"7", L"Normal", true);
     CloseAndExit(history);
-    EXPECT_EQ(Export(L"Anna"), Header);
+    EXPECT_EQ(Export(L"Anna"), CsvHeader);
 }
 
 // ---- Closing ----
@@ -330,8 +312,8 @@ TEST_F(History, AnEndTooNearOrTooFarJumpsBack) {
 TEST_F(History, ClosingPredictsAndWarnsOnceWithinAnHour) {
     const std::vector<int> levels = {2, 2, 2, 1, 1};
     std::vector<Period> periods = {{{2006, 1, 1}, levels}};
-    ASSERT_TRUE(Import(L"Anna", CsvOf(periods)));
-    ASSERT_TRUE(StartProgram());
+    ASSERT_TRUE(Import(folder.UserFolder(L"Anna"), RecordsOf(periods)));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     ASSERT_EQ(program.Warning(), L"");
 
     periods.push_back({{2006, 1, 29}, levels});
@@ -344,7 +326,7 @@ TEST_F(History, ClosingPredictsAndWarnsOnceWithinAnHour) {
     EXPECT_EQ(Program::BoxText(box), afterFirst.Warning());
     ASSERT_TRUE(program.PutWarningAway());
     EXPECT_EQ(program.FindAnyDialog(), nullptr) << "a second box";
-    ASSERT_TRUE(program.ChooseFromMenu(CommandViewDiary));
+    ASSERT_TRUE(ChooseFromMenu(program, CommandViewDiary));
     ASSERT_TRUE(program.PutWarningAway());
     EXPECT_EQ(program.Warning(), L"");
     CompareDiary(program, folder, afterFirst);

@@ -18,8 +18,7 @@ TEST_F(Midnight, TheNewDaysPredictionIsShownByItself) {
     const Day lateDay = AddDays(Today, 17);
     ASSERT_TRUE(SetToday(lateDay));
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     CompareDiary(program, folder, Expectation(folder, L"Anna", Password, lateDay));
     program.Keep(L"before");
     const Picture before = Program::Look(program.Agenda());
@@ -44,8 +43,7 @@ TEST_F(Midnight, SeveralDaysMayHavePassed) {
     MakeSampleDiary(L"Anna");
     ASSERT_TRUE(SetToday(AddDays(Today, 17)));
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     const Day later = AddDays(Today, 21);
     ASSERT_TRUE(SetToday(later));
     ::SendMessageW(program.Main(), WM_TIMER, DayTimer, 0);

@@ -26,8 +26,7 @@ class Notes : public EndToEnd {
 
 TEST_F(Notes, AddedEditedCancelledAndDeleted) {
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
 
     HWND dialog = OpenNote(program, TodaysRow);
     ASSERT_NE(dialog, nullptr);
@@ -63,40 +62,30 @@ TEST_F(Notes, AddedEditedCancelledAndDeleted) {
     ASSERT_TRUE(program.Leave(dialog, ControlCancel));
     EXPECT_EQ(program.AskRow(TodaysRow, 5).cells[0].color, RGB(255, 0, 0));
 
-    dialog = OpenNote(program, TodaysRow - 1);
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(TypeText(program, dialog, L"To be deleted"));
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
+    ASSERT_TRUE(WriteNote(program, TodaysRow - 1, L"To be deleted"));
     EXPECT_NE(program.AskRow(TodaysRow - 1, 5).cells[0].overlay, nullptr);
-    dialog = OpenNote(program, TodaysRow - 1);
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(TypeText(program, dialog, L""));
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
+    ASSERT_TRUE(WriteNote(program, TodaysRow - 1, L""));
     EXPECT_EQ(program.AskRow(TodaysRow - 1, 5).cells[0].overlay, nullptr);
 
     ASSERT_TRUE(program.Exit());
-    EXPECT_EQ(Export(L"Anna"),
-              "date,bleeding,temperature_f,cramps,pms,note\r\n2006-03-05,,,1,1,Gone by noon\r\n");
+    EXPECT_EQ(Export(L"Anna"), CsvHeader + "2006-03-05,,,1,1,Gone by noon\r\n");
 }
 
 TEST_F(Notes, FutureDayTakesANote) {
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     const HWND dialog = OpenNote(program, TodaysRow + 5);
     ASSERT_NE(dialog, nullptr);
     EXPECT_EQ(Program::TextOf(::GetDlgItem(dialog, ControlNoteDate)), L"Fri Mar, 10");
     ASSERT_TRUE(TypeText(program, dialog, L"Dentist"));
     ASSERT_TRUE(program.Leave(dialog, ControlOk));
     ASSERT_TRUE(program.Exit());
-    EXPECT_EQ(Export(L"Anna"),
-              "date,bleeding,temperature_f,cramps,pms,note\r\n2006-03-10,,,,,Dentist\r\n");
+    EXPECT_EQ(Export(L"Anna"), CsvHeader + "2006-03-10,,,,,Dentist\r\n");
 }
 
 TEST_F(Notes, TapOnOtherCellsOpensNothing) {
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     for (int column = 1; column <= 6; ++column) {
         TapCell(program, TodaysRow, column);
         ASSERT_TRUE(program.Settle());

@@ -32,6 +32,9 @@ enum Command : UINT {
 enum Control : int {
     ControlOk = 1,
     ControlCancel = 2,
+    ControlRetry = 4,
+    ControlYes = 6,
+    ControlNo = 7,
     ControlUserName = 1002,
     ControlPassword = 1003,  // of the sign-in; also the new one when the password is changed
     ControlConfirmation = 1004,
@@ -52,6 +55,16 @@ enum HistoryControl : int {
     HistoryEnd = 1020,
     HistoryLengthSpin = 1021,
     HistoryBleedingSpin = 1022,
+};
+
+enum BackupControl : int {
+    BackupName = 1016,
+    BackupSaveFirst = 1024,
+};
+
+enum RestoreControl : int {
+    RestoreList = 1023,
+    RestoreDelete = 1025,
 };
 
 enum GraphControl : int {

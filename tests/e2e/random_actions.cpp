@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/e2e/input.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/random_user.h"
 #include "tests/e2e/steps.h"
 
@@ -110,7 +111,7 @@ void RandomUser::ChooseAnyCommand() {
         CommandBackup,          CommandRestore,        CommandBackup,        CommandRestore};
     // A disabled window has no menu to choose from, and an open menu is chosen from by itself: a
     // dialog that came while it still holds the mouse would get no clicks.
-    if (const std::vector<HWND> menus = program->OpenMenus(); !menus.empty()) {
+    if (const std::vector<HWND> menus = OpenMenus(*program); !menus.empty()) {
         Tap(AnyOf(menus));
     } else if (::IsWindowEnabled(program->Main()) != 0) {
         const UINT command = AnyOf(Commands);

@@ -7,6 +7,7 @@
 
 #include "tests/e2e/backups.h"
 #include "tests/e2e/input.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
@@ -18,6 +19,7 @@ constexpr std::array<const WCHAR*, 3> Passwords = {L"moonlight 4", L"neap tide",
 constexpr WCHAR SignInTitle[] = L"Login user";
 constexpr SIZE UsualSize{488, 667};
 constexpr DWORD LostClickMs = 5000;  // as Program::Leave
+
 bool IsReadOnly(HWND edit) { return (::GetWindowLongPtrW(edit, GWL_STYLE) & ES_READONLY) != 0; }
 
 }  // namespace
@@ -143,7 +145,7 @@ void RandomUser::CountWhatIsSeen(HWND dialog) {
     std::string what;
     if (dialog == nullptr) {
         what = program->IsOnTop(program->Graph()) ? "graph" : "diary";
-        if (!program->OpenMenus().empty()) {
+        if (!OpenMenus(*program).empty()) {
             what += " with menu";
             ++seen["menu"];
         }
@@ -173,7 +175,7 @@ bool RandomUser::Act() {
         done = ActInMain();
     } else if (IsTracking()) {
         ++seen["menu over a dialog"];
-        const std::vector<HWND> menus = program->OpenMenus();
+        const std::vector<HWND> menus = OpenMenus(*program);
         if (Below(2) == 0 && !menus.empty()) {
             Tap(AnyOf(menus));
         } else {
@@ -244,7 +246,7 @@ bool RandomUser::IsTracking() const {
 bool RandomUser::ActInMain() {
     const HWND main = program->Main();
     const int choice = Below(1000);
-    if (IsTracking() && program->OpenMenus().empty()) {
+    if (IsTracking() && OpenMenus(*program).empty()) {
         // A dialog that came meanwhile would get no clicks, and nobody can call one.
         ++seen["moved by the keyboard"];
         static constexpr std::array<WORD, 4> Keys = {VK_LEFT, VK_DOWN, VK_RETURN, VK_ESCAPE};
@@ -254,8 +256,7 @@ bool RandomUser::ActInMain() {
     if (choice < 2) {
         return Leave();
     }
-    const bool chooses =
-        program->OpenMenus().empty() ? choice >= 480 && choice < 680 : choice < 600;
+    const bool chooses = OpenMenus(*program).empty() ? choice >= 480 && choice < 680 : choice < 600;
     if (chooses) {
         ChooseAnyCommand();
     } else if (choice < 230) {
@@ -396,7 +397,7 @@ bool RandomUser::BackUp(HWND dialog) {
     static constexpr std::array<const WCHAR*, 6> Names = {L"a", L"b", L"c", L"d", L"e\\f", L"\\g"};
     const std::wstring name = AnyOf(Names);
     Log("back up as " + ToUtf8(name));
-    return TypeInto(*program, ::GetDlgItem(dialog, ControlBackupName), name) &&
+    return TypeInto(*program, ::GetDlgItem(dialog, BackupName), name) &&
            program->Leave(dialog, ControlOk);
 }
 
@@ -407,7 +408,7 @@ bool RandomUser::Restore(HWND dialog) {
         return false;
     }
     // A click beside an open list only closes it.
-    ::SendDlgItemMessageW(dialog, ControlBackupList, CB_SHOWDROPDOWN, FALSE, 0);
+    ::SendDlgItemMessageW(dialog, RestoreList, CB_SHOWDROPDOWN, FALSE, 0);
     if (!program->Leave(dialog, ControlOk)) {
         return false;
     }
@@ -453,7 +454,7 @@ bool RandomUser::PutEverythingAway() {
             continue;
         }
         int button = ControlOk;
-        for (const int other : {int{ControlNo}, int{ControlCancel}}) {
+        for (const int other : {ControlNo, ControlCancel}) {
             if (::GetDlgItem(dialog, other) != nullptr) {
                 button = other;
             }

@@ -34,6 +34,7 @@ class RandomUser {
     std::string LastActions() const;
     /// Whether the companion reads the diary in that folder under one of the passwords.
     bool Loads(const std::wstring& dataFolder) const;
+    /// The program that runs now; another one after every end.
     Program& TheProgram() { return *program; }
 
   private:

@@ -2,15 +2,38 @@
 // backups.
 
 #include "tests/e2e/backup_fixture.h"
+#include "tests/e2e/menus.h"
 
 namespace lunara::e2e {
 namespace {
 
-class Restoring : public BackupTest {};
+class Restoring : public BackupTest {
+  protected:
+    /// Has the backup restored. What becomes of that is left to the caller.
+    static void Restore(Program& program, const std::wstring& name) {
+        const HWND dialog = ChooseBackup(program, name);
+        ASSERT_NE(dialog, nullptr);
+        ASSERT_TRUE(program.Leave(dialog, ControlOk));
+        EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
+    }
+
+    /// Starts it, enters what the restore of another password's backup does away with, and has that
+    /// one restored.
+    void RestoreForeignBackup(Program& program) {
+        ASSERT_NO_FATAL_FAILURE(MakeSampleBackup(L"foreign", OtherPassword));
+        foreignFiles = DataFilesIn(BackupFolder(L"foreign"));
+        ASSERT_FALSE(FilesOf(User) == foreignFiles);
+        ASSERT_TRUE(program.StartAndSignIn(User, Password));
+        ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
+        Restore(program, L"foreign");
+    }
+
+    std::string foreignFiles;
+};
 
 TEST_F(Restoring, RestoreBringsTheOlderDiaryOnceItIsAnsweredYes) {
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Older"));
     ASSERT_EQ(Backup(program, L"older"), L"Backup is done!");
     const std::string older = FilesOf(User);
@@ -21,7 +44,7 @@ TEST_F(Restoring, RestoreBringsTheOlderDiaryOnceItIsAnsweredYes) {
     const std::string newer = FilesOf(User);
     ASSERT_FALSE(newer == older);
 
-    HWND dialog = ChooseBackup(program, L"older");
+    const HWND dialog = ChooseBackup(program, L"older");
     ASSERT_NE(dialog, nullptr);
     KeepWhenStill(program, L"restore");
     ASSERT_TRUE(program.Leave(dialog, ControlOk));
@@ -33,14 +56,10 @@ TEST_F(Restoring, RestoreBringsTheOlderDiaryOnceItIsAnsweredYes) {
     EXPECT_TRUE(FilesOf(User) == newer);
     EXPECT_EQ(NoteOf(program, TodaysRow), L"Newer");
 
-    dialog = ChooseBackup(program, L"older");
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
-    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
-    EXPECT_TRUE(program.WaitForDialog(L"Login user") != nullptr && FilesOf(User) == older);
-    ASSERT_TRUE(program.EnterUser(User, Password));
-    ASSERT_TRUE(program.WaitForNoDialog(L"Login user"));
-    ASSERT_TRUE(program.PutWarningAway());
+    ASSERT_NO_FATAL_FAILURE(Restore(program, L"older"));
+    ASSERT_NE(program.WaitForDialog(L"Login user"), nullptr);
+    EXPECT_TRUE(FilesOf(User) == older);
+    ASSERT_TRUE(program.SignIn(User, Password));
     KeepWhenStill(program, L"restored");
     EXPECT_EQ(NoteOf(program, TodaysRow), L"Older");
     EXPECT_TRUE(program.Exit());
@@ -48,89 +67,48 @@ TEST_F(Restoring, RestoreBringsTheOlderDiaryOnceItIsAnsweredYes) {
 }
 
 TEST_F(Restoring, ABackupMadeUnderAnotherPasswordNeedsThatPassword) {
-    MakeSampleBackup(L"foreign", OtherPassword);
-    const std::string foreign = DataFilesIn(BackupFolder(L"foreign"));
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
-    ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
-    const HWND dialog = ChooseBackup(program, L"foreign");
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
-    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
-    ASSERT_TRUE(program.EnterUser(User, Password));
-    EXPECT_EQ(AnswerBox(program, L"Warning"), L"User/Password invalid");
-    ASSERT_TRUE(program.EnterUser(User, OtherPassword));
-    ASSERT_TRUE(program.WaitForNoDialog(L"Login user"));
-    ASSERT_TRUE(program.PutWarningAway());
+    ASSERT_NO_FATAL_FAILURE(RestoreForeignBackup(program));
+    ASSERT_NO_FATAL_FAILURE(ExpectWrong(program, Password));
+    ASSERT_TRUE(program.SignIn(User, OtherPassword));
     EXPECT_EQ(NoteOf(program, TodaysRow), L"");
     ASSERT_TRUE(program.Exit());
-    EXPECT_TRUE(FilesOf(User) == foreign) << "nothing of the diary before it is saved over it";
+    EXPECT_TRUE(FilesOf(User) == foreignFiles) << "nothing of the diary before it is saved over it";
 }
 
 TEST_F(Restoring, ABackupMadeOverAnOlderOneOfAnotherPasswordOpens) {
     // The one collection that the diary has no more is the only one under the old password.
-    const auto make = [&](const char* records, const std::wstring& where,
-                          const std::wstring& password) {
-        ASSERT_TRUE(WriteFile(folder.Path() + L"diary.csv", records));
-        const auto made = folder.RunCompanion(
-            L"import \"" + where + L"\" --csv \"" + folder.Path() + L"diary.csv\"", password);
-        ASSERT_EQ(made.exitCode, 0u) << made.output;
-    };
     const std::wstring other = L"Berta";
-    make("date,bleeding,temperature_f,cramps,pms,note\n2006-03-01,2,,,,Deleted later\n",
-         BackupRoot() + L"\\" + other + L"\\a", Password);
-    make("date,bleeding,temperature_f,cramps,pms,note\n2006-03-01,2,,,,\n",
-         folder.UserFolder(other), OtherPassword);
+    ASSERT_TRUE(Import(BackupRoot() + L"\\" + other + L"\\a", "2006-03-01,2,,,,Deleted later\r\n"));
+    ASSERT_TRUE(Import(folder.UserFolder(other), "2006-03-01,2,,,,\r\n", OtherPassword));
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(other, OtherPassword));
+    ASSERT_TRUE(program.StartAndSignIn(other, OtherPassword));
     ASSERT_EQ(Backup(program, L"a"), L"Backup is done!");
-    const HWND dialog = ChooseBackup(program, L"a");
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
-    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
-    ASSERT_TRUE(program.EnterUser(other, OtherPassword));
-    ASSERT_TRUE(program.WaitForNoDialog(L"Login user"));
-    ASSERT_TRUE(program.PutWarningAway());
+    ASSERT_NO_FATAL_FAILURE(Restore(program, L"a"));
+    ASSERT_TRUE(program.SignIn(other, OtherPassword));
     EXPECT_TRUE(program.Exit());
-    EXPECT_EQ(Export(other, OtherPassword),
-              "date,bleeding,temperature_f,cramps,pms,note\r\n2006-03-01,2,,,,\r\n");
+    EXPECT_EQ(Export(other, OtherPassword), CsvHeader + "2006-03-01,2,,,,\r\n");
 }
 
 TEST_F(Restoring, GivingUpTheSignInAfterARestoreEndsTheProgram) {
-    MakeSampleBackup(L"foreign", OtherPassword);
-    const std::string foreign = DataFilesIn(BackupFolder(L"foreign"));
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
-    ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
-    const HWND dialog = ChooseBackup(program, L"foreign");
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
-    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
-    ASSERT_TRUE(program.EnterUser(User, Password));
-    EXPECT_EQ(AnswerBox(program, L"Warning"), L"User/Password invalid");
+    ASSERT_NO_FATAL_FAILURE(RestoreForeignBackup(program));
+    ASSERT_NO_FATAL_FAILURE(ExpectWrong(program, Password));
     program.Click(::GetDlgItem(program.FindDialog(L"Login user"), ControlCancel));
     ASSERT_TRUE(HasEnded(program));
-    EXPECT_TRUE(FilesOf(User) == foreign);
+    EXPECT_TRUE(FilesOf(User) == foreignFiles);
 }
 
 TEST_F(Restoring, TheEndOfTheSessionDuringThatSignInSavesNothingOverTheRestoredFiles) {
-    MakeSampleBackup(L"foreign", OtherPassword);
-    const std::string foreign = DataFilesIn(BackupFolder(L"foreign"));
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
-    ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
-    const HWND dialog = ChooseBackup(program, L"foreign");
-    ASSERT_NE(dialog, nullptr);
-    ASSERT_TRUE(program.Leave(dialog, ControlOk));
-    EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
+    ASSERT_NO_FATAL_FAILURE(RestoreForeignBackup(program));
     ASSERT_NE(program.WaitForDialog(L"Login user"), nullptr);
     DWORD_PTR answer = 0;
     ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, PatienceMs,
                                     &answer),
               0);
     program.Kill();  // the system gives no more time than that
-    EXPECT_TRUE(FilesOf(User) == foreign);
+    EXPECT_TRUE(FilesOf(User) == foreignFiles);
 }
 
 TEST_F(Restoring, TheListOpensHighEnoughForItsNames) {
@@ -138,11 +116,11 @@ TEST_F(Restoring, TheListOpensHighEnoughForItsNames) {
         MakeSampleBackup(name, Password);
     }
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     const HWND dialog = OpenBackupList(program);
     ASSERT_NE(dialog, nullptr);
     const auto itemHeight =
-        static_cast<LONG>(::SendDlgItemMessageW(dialog, ControlBackupList, CB_GETITEMHEIGHT, 0, 0));
+        static_cast<LONG>(::SendDlgItemMessageW(dialog, RestoreList, CB_GETITEMHEIGHT, 0, 0));
     const HWND list = ::FindWindowExW(nullptr, nullptr, L"ComboLBox", nullptr);
     RECT place{};
     ASSERT_TRUE(::GetWindowRect(list, &place));
@@ -160,24 +138,24 @@ TEST_F(Restoring, DeletingDownToTheLastClosesTheDialog) {
     MakeSampleBackup(L"c", Password);
     const std::string before = FilesOf(User);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     const HWND dialog = ChooseBackup(program, L"b");
     ASSERT_NE(dialog, nullptr);
-    const HWND list = ::GetDlgItem(dialog, ControlBackupList);
+    const HWND list = ::GetDlgItem(dialog, RestoreList);
     const auto deleteCurrent = [&](const WCHAR* name, const WCHAR* next) {
         ASSERT_EQ(Program::TextOf(list), name);
-        ASSERT_TRUE(program.Click(::GetDlgItem(dialog, ControlDeleteBackup)));
+        ASSERT_TRUE(program.Click(::GetDlgItem(dialog, RestoreDelete)));
         EXPECT_TRUE(WaitFor([&] { return Program::TextOf(list) == next; }));
         EXPECT_FALSE(FileExists(BackupFolder(name)));
     };
     deleteCurrent(L"b", L"a");
     deleteCurrent(L"a", L"c");
-    ASSERT_TRUE(program.Click(::GetDlgItem(dialog, ControlDeleteBackup)));
+    ASSERT_TRUE(program.Click(::GetDlgItem(dialog, RestoreDelete)));
     EXPECT_EQ(AnswerBox(program, L"Warning"), L"There are no backups!");
     EXPECT_TRUE(program.WaitForNoDialog(L"Restore"));
     EXPECT_FALSE(FileExists(BackupFolder(L"c")));
 
-    ASSERT_TRUE(program.ChooseFromMenu(CommandRestore));
+    ASSERT_TRUE(ChooseFromMenu(program, CommandRestore));
     EXPECT_EQ(AnswerBox(program, L"Warning"), L"There are no backups!");
     EXPECT_TRUE(program.WaitForNoDialog(L"Restore"));
     EXPECT_TRUE(program.Exit());
@@ -190,13 +168,10 @@ TEST_F(Restoring, AFullDiskStopsTheRestoreAndLeavesTheDiary) {
     const std::string older = DataFilesIn(BackupFolder(L"older"));
     ASSERT_FALSE(before == older);
     Program program(folder);
-    ASSERT_TRUE(Starts(program));
+    ASSERT_TRUE(program.StartAndSignIn(User, Password));
     {
         const FullDisk full(CurrentTestName() + L"/" + User);
-        const HWND dialog = ChooseBackup(program, L"older");
-        ASSERT_NE(dialog, nullptr);
-        ASSERT_TRUE(program.Leave(dialog, ControlOk));
-        EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
+        ASSERT_NO_FATAL_FAILURE(Restore(program, L"older"));
         ASSERT_TRUE(program.Settle());
         EXPECT_EQ(program.FindAnyDialog(), nullptr) << "nothing was restored, so nobody signs in";
     }

@@ -46,8 +46,7 @@ class Scrolling : public EndToEnd {
 TEST_F(Scrolling, ByLineAndByPage) {
     MakeSampleDiary(L"Anna");
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     const Day start = AddDays(Today, -10);
     const int position = program.Scroll().nPos;
     ASSERT_TRUE(Shows(program, start));
@@ -79,8 +78,7 @@ TEST_F(Scrolling, ByLineAndByPage) {
 
 TEST_F(Scrolling, PastTheFirstDayTheRangeGrowsAtItsStart) {
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", L""));  // no records: 0..365
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", L""));  // no records: 0..365
     const SCROLLINFO before = program.Scroll();
     const Day first = program.FirstDay();
     EXPECT_EQ(before.nPos, 0);
@@ -101,8 +99,7 @@ TEST_F(Scrolling, PastTheFirstDayTheRangeGrowsAtItsStart) {
 
 TEST_F(Scrolling, PastTheLastDayTheRangeGrowsAtItsEnd) {
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", L""));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", L""));
     const Day first = program.FirstDay();
     const int position = program.Scroll().nPos;
     const int last = program.Scroll().nMax;
@@ -122,8 +119,7 @@ TEST_F(Scrolling, PastTheLastDayTheRangeGrowsAtItsEnd) {
 TEST_F(Scrolling, ByTheThumbOnlyWhenItIsReleased) {
     MakeSampleDiary(L"Anna");
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", Password));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     const SCROLLINFO before = program.Scroll();
     const Day first = program.FirstDay();
     RECT bar{};

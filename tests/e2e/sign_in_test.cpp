@@ -1,15 +1,17 @@
 // Signing in: new users, passwords right and wrong, changed passwords, files that cannot be read.
 
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
+#include "tests/e2e/window_search.h"
 
 namespace lunara::e2e {
 namespace {
 
 class SignIn : public EndToEnd {
   protected:
-    /// Reads a box over the sign-in and puts it away.
+    /// Reads a box over the dialog and puts it away.
     static std::wstring Dismiss(Program& program) {
         const HWND box = program.WaitForDialog(L"Warning");
         if (box == nullptr) {
@@ -21,19 +23,32 @@ class SignIn : public EndToEnd {
         return text;
     }
 
-    static HWND FocusOf(HWND dialog) {
-        GUITHREADINFO info{};
-        info.cbSize = sizeof info;
-        ::GetGUIThreadInfo(::GetWindowThreadProcessId(dialog, nullptr), &info);
-        return info.hwndFocus;
+    /// The sign-in says so, and then waits for another password.
+    static void ExpectRefusal(Program& program, const std::wstring& user,
+                              const std::wstring& password, const WCHAR* message) {
+        ASSERT_TRUE(program.EnterUser(user, password));
+        EXPECT_EQ(Dismiss(program), message);
+        const HWND dialog = program.FindDialog(L"Login user");
+        ASSERT_NE(dialog, nullptr);
+        const HWND field = ::GetDlgItem(dialog, ControlPassword);
+        EXPECT_TRUE(WaitFor([field] { return HasFocus(field); }));
+        EXPECT_EQ(Program::TextOf(::GetDlgItem(dialog, ControlUserName)), user);
+    }
+
+    static LRESULT PasswordLength(const Program& program) {
+        return ::SendDlgItemMessageW(program.FindDialog(L"Login user"), ControlPassword,
+                                     WM_GETTEXTLENGTH, 0, 0);
+    }
+
+    std::wstring FileOf(const std::wstring& user, const WCHAR* name) {
+        return folder.UserFolder(user) + L"\\" + name;
     }
 };
 
 TEST_F(SignIn, NewUserStartsWithAnEmptyDiary) {
     WriteNumber(L"CurrentView", ViewDiary);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Berta", L"pass"));
+    ASSERT_TRUE(program.StartAndSignIn(L"Berta", L"pass"));
     EXPECT_EQ(program.Warning(), L"No statistical data. ");
     program.Keep(L"empty-diary");
     for (int row = 0; row < 20; ++row) {
@@ -58,19 +73,17 @@ TEST_F(SignIn, CancelEndsTheProgramAndWritesNothing) {
 TEST_F(SignIn, EmptyNameIsRefused) {
     Program program(folder);
     ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.EnterUser(L"", L"password"));
-    EXPECT_EQ(Dismiss(program), L"User name should not be empty");
-    const HWND dialog = program.FindDialog(L"Login user");
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_TRUE(WaitFor([&] { return FocusOf(dialog) == ::GetDlgItem(dialog, ControlPassword); }));
+    ASSERT_NO_FATAL_FAILURE(
+        ExpectRefusal(program, L"", L"password", L"User name should not be empty"));
 }
 
 TEST_F(SignIn, PasswordsOfOneToThreeCharactersAreRefused) {
     Program program(folder);
     ASSERT_TRUE(program.Start());
     for (const WCHAR* password : {L"a", L"ab", L"abc"}) {
-        ASSERT_TRUE(program.EnterUser(L"Berta", password));
-        EXPECT_EQ(Dismiss(program), L"Password should be at least 4 long if specified!");
+        SCOPED_TRACE(ToUtf8(password));
+        ASSERT_NO_FATAL_FAILURE(ExpectRefusal(program, L"Berta", password,
+                                              L"Password should be at least 4 long if specified!"));
     }
     EXPECT_TRUE(program.SignIn(L"Berta", L"abcd"));
     EXPECT_TRUE(program.Exit());
@@ -81,13 +94,9 @@ TEST_F(SignIn, WrongPasswordIsRefusedThenTheRightOneOpens) {
     const std::string before = FilesOf(L"Anna");
     Program program(folder);
     ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.EnterUser(L"Anna", L"Moonlight 4"));
-    EXPECT_EQ(Dismiss(program), L"User/Password invalid");
-    const HWND dialog = program.FindDialog(L"Login user");
-    ASSERT_NE(dialog, nullptr);
-    EXPECT_TRUE(WaitFor([&] { return FocusOf(dialog) == ::GetDlgItem(dialog, ControlPassword); }));
-    EXPECT_EQ(::SendDlgItemMessageW(dialog, ControlPassword, WM_GETTEXTLENGTH, 0, 0), 0);
-    EXPECT_EQ(Program::TextOf(::GetDlgItem(dialog, ControlUserName)), L"Anna");
+    ASSERT_NO_FATAL_FAILURE(
+        ExpectRefusal(program, L"Anna", L"Moonlight 4", L"User/Password invalid"));
+    EXPECT_EQ(PasswordLength(program), 0);
     program.Keep(L"refused");
     EXPECT_TRUE(FilesOf(L"Anna") == before);
     ASSERT_TRUE(program.SignIn(L"Anna", Password));
@@ -123,14 +132,12 @@ TEST_F(SignIn, UnreadableFilesKeepTheSignInOpenAndAreLeftAlone) {
     ASSERT_TRUE(program.Start());
     for (const Case& each : cases) {
         SCOPED_TRACE(each.label);
-        const std::wstring path = folder.UserFolder(L"Anna") + L"\\" + each.file;
+        const std::wstring path = FileOf(L"Anna", each.file);
         const std::string good = ReadFile(path);
         ASSERT_GT(good.size(), 8u);
         ASSERT_TRUE(WriteFile(path, each.damage(good)));
         const std::string damaged = FilesOf(L"Anna");
-        ASSERT_TRUE(program.EnterUser(L"Anna", Password));
-        EXPECT_EQ(Dismiss(program), each.message);
-        EXPECT_NE(program.FindDialog(L"Login user"), nullptr);
+        ASSERT_NO_FATAL_FAILURE(ExpectRefusal(program, L"Anna", Password, each.message));
         EXPECT_TRUE(FilesOf(L"Anna") == damaged);
         ASSERT_TRUE(WriteFile(path, good));
     }
@@ -143,11 +150,13 @@ TEST_F(SignIn, FileInUseKeepsTheSignInOpenSoThatNothingIsSavedOverIt) {
     const std::string before = FilesOf(L"Anna");
     Program program(folder);
     ASSERT_TRUE(program.Start());
-    {
-        const HeldFile held(folder.UserFolder(L"Anna") + L"\\NotePages.dat");
+    for (const WCHAR* name :
+         {L"Temperature.dat", L"Bleeding.dat", L"Notes.dat", L"NotePages.dat"}) {
+        SCOPED_TRACE(ToUtf8(name));
+        const HeldFile held(FileOf(L"Anna", name));
         ASSERT_TRUE(held.IsHeld());
-        ASSERT_TRUE(program.EnterUser(L"Anna", Password));
-        EXPECT_EQ(Dismiss(program), L"Data file is corupted or wrong type");
+        ASSERT_NO_FATAL_FAILURE(
+            ExpectRefusal(program, L"Anna", Password, L"Data file is corupted or wrong type"));
     }
     ASSERT_TRUE(program.SignIn(L"Anna", Password));
     EXPECT_TRUE(program.Exit());
@@ -160,9 +169,8 @@ TEST_F(SignIn, ChangedPasswordOpensTheDiaryAndTheOldOneDoesNot) {
     const std::string records = Export(L"Anna");
     {
         Program program(folder);
-        ASSERT_TRUE(program.Start());
-        ASSERT_TRUE(program.SignIn(L"Anna", Password));
-        ASSERT_TRUE(program.ChooseFromMenu(CommandChangePassword));
+        ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
+        ASSERT_TRUE(ChooseFromMenu(program, CommandChangePassword));
         const HWND dialog = program.WaitForDialog(L"Change password");
         ASSERT_NE(dialog, nullptr);
         const auto fill = [&](int control, const std::wstring& text) {
@@ -186,8 +194,7 @@ TEST_F(SignIn, ChangedPasswordOpensTheDiaryAndTheOldOneDoesNot) {
 
     Program again(folder);
     ASSERT_TRUE(again.Start());
-    ASSERT_TRUE(again.EnterUser(L"Anna", Password));
-    EXPECT_EQ(Dismiss(again), L"User/Password invalid");
+    ASSERT_NO_FATAL_FAILURE(ExpectRefusal(again, L"Anna", Password, L"User/Password invalid"));
     ASSERT_TRUE(again.SignIn(L"Anna", newPassword));
     again.Keep(L"new-password");
     EXPECT_TRUE(again.Exit());

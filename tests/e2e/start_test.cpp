@@ -53,8 +53,7 @@ TEST_F(Start, FirstStartWithoutSettingsShowsTheGraph) {
 TEST_F(Start, KeyWithoutValuesShowsTheGraph) {
     MakeEmptySettings();
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", L""));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", L""));
     EXPECT_TRUE(program.IsOnTop(program.Graph()));
     EXPECT_TRUE(program.Exit());
 }
@@ -88,8 +87,7 @@ TEST_F(Start, LongLastUserIsCutToWhatTheFieldHolds) {
 TEST_F(Start, StrayViewShowsTheGraphAndIsKept) {
     WriteNumber(L"CurrentView", 5);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", L""));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", L""));
     EXPECT_TRUE(program.IsOnTop(program.Graph()));
     ASSERT_TRUE(program.Exit());
     EXPECT_EQ(ReadNumber(L"CurrentView"), 5u);
@@ -100,8 +98,7 @@ TEST_F(Start, SettingsOfTheWrongTypeCountAsMissing) {
     WriteText(L"DiaryView_ShowFlags", L"1");
     WriteNumber(L"LastUser", 77);
     Program program(folder);
-    ASSERT_TRUE(program.Start());
-    ASSERT_TRUE(program.SignIn(L"Anna", L""));
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", L""));
     EXPECT_TRUE(program.IsOnTop(program.Graph()));
     ASSERT_TRUE(program.Exit());
     EXPECT_EQ(ReadNumber(L"CurrentView"), ViewGraph);
@@ -112,8 +109,7 @@ TEST_F(Start, SettingsOfTheWrongTypeCountAsMissing) {
 TEST_F(Start, SecondStartBringsTheFirstForward) {
     WriteNumber(L"CurrentView", ViewDiary);
     Program first(folder);
-    ASSERT_TRUE(first.Start());
-    ASSERT_TRUE(first.SignIn(L"Anna", L""));
+    ASSERT_TRUE(first.StartAndSignIn(L"Anna", L""));
     ::PostMessageW(first.Main(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
     ASSERT_TRUE(WaitFor([&] { return ::IsIconic(first.Main()) != 0; }));
     const OtherWindow other;

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "tests/e2e/fixture.h"
+#include "tests/e2e/menus.h"
 #include "tests/e2e/steps.h"
 #include "tests/e2e/wait.h"
 
@@ -62,9 +63,7 @@ TEST_P(Tour, EveryScreen) {
     ASSERT_TRUE(program.WaitForViews());
     Look(L"diary");
 
-    const LONG side = program.AskRow(0, 5).height;
-    program.ClickAt(program.Agenda(), {side / 2, side * 10 + side / 2});
-    const HWND notes = program.WaitForDialog(L"Notes");
+    const HWND notes = OpenNote(program, TodaysRow);
     ASSERT_NE(notes, nullptr);
     Look(L"notes");
     ASSERT_TRUE(program.Leave(notes, ControlCancel));
@@ -72,9 +71,8 @@ TEST_P(Tour, EveryScreen) {
     program.Send(CommandViewGraph);
     program.Send(CommandShowTemperature);
     Look(L"graph-temperature-fahrenheit");
-    constexpr int CelsiusButton = 3005;
-    ::SendMessageW(program.Graph(), WM_COMMAND, MAKEWPARAM(CelsiusButton, BN_CLICKED),
-                   reinterpret_cast<LPARAM>(::GetDlgItem(program.Graph(), CelsiusButton)));
+    ::SendMessageW(program.Graph(), WM_COMMAND, MAKEWPARAM(GraphCelsius, BN_CLICKED),
+                   reinterpret_cast<LPARAM>(::GetDlgItem(program.Graph(), GraphCelsius)));
     Look(L"graph-temperature-celsius");
     program.Send(CommandShowBleeding);
     Look(L"graph-bleeding");
@@ -89,8 +87,8 @@ TEST_P(Tour, EveryScreen) {
     Visit(CommandChangePassword, L"Login user", L"password-asked-again");
     Visit(CommandAbout, L"About Lunara", L"about", ControlOk);
 
-    program.ClickButton(CommandTools);
-    ASSERT_TRUE(WaitFor([&] { return !program.OpenMenus().empty(); }));
+    ClickButton(program, CommandTools);
+    ASSERT_TRUE(WaitFor([&] { return !OpenMenus(program).empty(); }));
     Look(L"menu");
     program.Press(VK_ESCAPE);
     program.Press(VK_ESCAPE);
