@@ -294,6 +294,15 @@ TEST_F(UserDataTest, ANewDayIsTakenWithItsTime) {
     EXPECT_EQ(date.wHour, 20);
 }
 
+TEST_F(UserDataTest, MoveBeyondTheCalendarIsRefused) {
+    const SYSTEMTIME day = Day(2006, 3, 14);
+    ASSERT_EQ(data.SetCurrentDate(day), 1);
+    EXPECT_EQ(data.MoveCurrentDate(-200'000), 0);
+    SYSTEMTIME date{};
+    data.GetCurrentDate(date);
+    EXPECT_EQ(ToDateKey(date), ToDateKey(day));
+}
+
 TEST_F(UserDataTest, WeightsFromOneHundredthOnAreStored) {
     const float values[] = {0.01F, 0.00999F, 1.0F, 0.0F};
     data.StoreDayWeights(values, 4, Day(2006, 2, 27), data.predictor.bleedingLevels);

@@ -312,5 +312,13 @@ TEST(RubberBand, RunsOverTheNeighboursThatHaveValues) {
     EXPECT_EQ(BoxOf(band.Box()), (Box{17, 197, 24, 204}));
 }
 
+TEST(RubberBand, RunsOverNeighboursOfValueZero) {
+    const ChartMapping mapping({0, 0, 100, 400}, 0, AxisOf(0, 400));
+    const std::vector<ChartPoint> points = PointsOf({0, 100, 0});
+    const RubberBand band = MakeRubberBand(points, 1, mapping);
+    EXPECT_EQ(SpotOf(band.line[0]), (Spot{0, 400}));
+    EXPECT_EQ(SpotOf(band.line[2]), (Spot{20, 400}));
+}
+
 }  // namespace
 }  // namespace lunara

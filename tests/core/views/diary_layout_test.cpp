@@ -36,6 +36,7 @@ TEST(CalendarWidth, GrowsWithCellsThatAreMuchLargerThanTheFont) {
 TEST(RowsToFill, CountsACutOffRow) {
     EXPECT_EQ(RowsToFill(240, 12), 20);
     EXPECT_EQ(RowsToFill(250, 12), 21);
+    EXPECT_EQ(RowsToFill(250, 1), 250);
     EXPECT_EQ(RowsToFill(0, 12), 0);
     EXPECT_EQ(RowsToFill(250, 0), 0);
     EXPECT_EQ(RowsToFill(250, -1), 0);
