@@ -184,6 +184,38 @@ TEST_F(HistoryDialogTest, AddingTwiceIsRefusedWithNothingWritten) {
     EXPECT_EQ(messages.boxes[0].flags, UINT{MB_ICONEXCLAMATION});
 }
 
+TEST_F(HistoryDialogTest, AddComesBackWithEachAcceptedChangeAndNoOther) {
+    const struct {
+        const char* label;
+        void (*change)(HWND dialog);
+        bool comesBack;
+    } rows[] = {
+        {"start", [](HWND dialog) { Pick(dialog, IDC_START_DATE, Day(2024, 4, 20)); }, true},
+        {"end", [](HWND dialog) { Pick(dialog, IDC_END_DATE, Day(2024, 4, 8)); }, true},
+        {"length", [](HWND dialog) { Spin(dialog, IDC_PERIOD_LENGTH_SPIN, 3); }, true},
+        {"bleeding", [](HWND dialog) { Spin(dialog, IDC_BLEEDING_SPIN, 1); }, true},
+        {"refused start", [](HWND dialog) { Pick(dialog, IDC_START_DATE, Day(2024, 5, 11)); },
+         false},
+        {"refused end", [](HWND dialog) { Pick(dialog, IDC_END_DATE, Day(2024, 4, 10)); }, false},
+        {"the same length", [](HWND dialog) { Spin(dialog, IDC_PERIOD_LENGTH_SPIN, 5); }, false},
+    };
+    for (const auto& row : rows) {
+        LUNARA_ROW(row);
+        main->Data().bleeding.Clear();
+        main->Data().SetCurrentDate(Day(2024, 4, 2));
+        Shown shown{};
+        script->Press(IDOK);
+        script->Then([&](HWND dialog) {
+            EXPECT_FALSE(Look(dialog).mayAdd);
+            row.change(dialog);
+            shown = Look(dialog);
+        });
+        script->Press(IDCANCEL);
+        Command(IDM_HISTORY);
+        EXPECT_EQ(shown.mayAdd, row.comesBack);
+    }
+}
+
 TEST_F(HistoryDialogTest, ClosingBringsThePredictionUpToDate) {
     script->Press(IDOK).Press(IDCANCEL);
     Command(IDM_HISTORY);
