@@ -117,8 +117,7 @@ TEST_F(MainWindowStartTest, ACancelledSignInRefusesTheWindow) {
     script->Press(IDCANCEL);
     EXPECT_EQ(Create(), 0);
     EXPECT_EQ(main->Handle(), nullptr);
-    MSG message{};
-    EXPECT_FALSE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_FALSE(TakeQuitMessage());
     EXPECT_EQ(StoredDword(CurrentViewValue), std::nullopt) << "nothing is written";
     EXPECT_FALSE(FileExists(FolderOf(TestUser)));
 }

@@ -29,6 +29,8 @@ class MainWindowTest : public UiTest {
     /// Ends the window as its close box does, and takes the quit message. False when there was
     /// none.
     bool Close();
+    /// Whether there was a quit message.
+    static bool TakeQuitMessage();
 
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     void Command(UINT id) { Send(WM_COMMAND, id); }
@@ -51,7 +53,5 @@ class MainWindowTest : public UiTest {
     std::unique_ptr<MainWindow> main;
     std::unique_ptr<DialogScript> script;
 };
-
-SYSTEMTIME Day(WORD year, WORD month, WORD day);
 
 }  // namespace lunara
