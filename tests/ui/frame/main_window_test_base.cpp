@@ -6,7 +6,6 @@
 #include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/menu_bar.h"
 #include "records/data_folder.h"
-#include "resources/ids.h"
 
 namespace lunara {
 namespace {
@@ -57,6 +56,14 @@ LRESULT MainWindowTest::Send(UINT message, WPARAM wParam, LPARAM lParam) {
 
 BYTE MainWindowTest::StateOf(UINT command) {
     return static_cast<BYTE>(::SendMessageW(main->MenuBar(), TB_GETSTATE, command, 0));
+}
+
+std::vector<BYTE> MainWindowTest::ButtonStates() {
+    std::vector<BYTE> states;
+    for (const UINT command : ButtonCommands) {
+        states.push_back(StateOf(command));
+    }
+    return states;
 }
 
 HMENU MainWindowTest::Tools() {
