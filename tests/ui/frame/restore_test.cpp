@@ -2,6 +2,7 @@
 
 #include "frame/backup_dialogs.h"
 #include "frame/backup_files.h"
+#include "records/dates.h"
 #include "resources/ids.h"
 #include "tests/ui/frame/backup_test_base.h"
 
@@ -166,6 +167,58 @@ TEST_F(RestoreCommandTest, ABackupUnderAnotherPasswordNeedsThatPassword) {
     UserData data;
     EXPECT_EQ(data.Load(TestUser, TEXT("older password")), 1);
     EXPECT_EQ(data.GetBleeding(), 3);
+}
+
+// ---- What the views show afterwards ----
+
+class RestoredViewsTest : public RestoreCommandTest {
+  protected:
+    static constexpr int DaysBack = 100;
+
+    /// A diary that begins a hundred days ago and has heavy bleeding on the current date.
+    static void PutLongDiary(const SYSTEMTIME& current) {
+        SYSTEMTIME first{};
+        AddDays(TestToday, -DaysBack, first);
+        UserData data;
+        data.SetCurrentDate(first);
+        data.SetBleeding(2);
+        data.SetCurrentDate(current);
+        data.SetBleeding(3);
+        MakeFolder(BackupFile(L"long"));
+        ASSERT_EQ(data.SaveFolder(BackupFile(L"long").c_str(), TestPassword), 1);
+    }
+    static SCROLLINFO ScrollOf(HWND view, int bar) {
+        SCROLLINFO info{};
+        info.cbSize = sizeof(info);
+        info.fMask = SIF_RANGE | SIF_POS;
+        ::GetScrollInfo(::GetDlgItem(view, bar), SB_CTL, &info);
+        return info;
+    }
+};
+
+TEST_F(RestoredViewsTest, BothBeginAtTheRestoredDiaryAndItsCurrentDate) {
+    const SYSTEMTIME current = Day(2024, 5, 10);  // of FillDiary, 95 days after the first record
+    PutLongDiary(current);
+    const HWND diary = main->Diary().Handle();
+    const HWND graph = main->Graph().Handle();
+    for (const UINT view : {IDM_VIEW_DIARY, IDM_VIEW_GRAPH}) {
+        SCOPED_TRACE(view);
+        Command(view);
+        PumpMessages();  // the warning of a diary without statistics takes no answer of the next
+                         // box
+        ::SendMessageW(diary, WM_VSCROLL, SB_PAGEUP, 0);
+        ::SendMessageW(graph, WM_HSCROLL, SB_PAGEUP, 0);
+        FillDiary(main->Data());
+        ChooseAndAnswer(IDYES);
+        script->Type(IDC_PASSWORD, TestPassword).Press(IDOK);
+        Command(IDM_RESTORE);
+        EXPECT_EQ(ScrollOf(diary, DiaryView::ScrollBarId).nMax, DaysBack + 365);
+        EXPECT_EQ(ScrollOf(diary, DiaryView::ScrollBarId).nPos, 95 - 10);
+        EXPECT_EQ(ScrollOf(graph, GraphView::ScrollBarId).nMax, DaysBack + 365);
+        EXPECT_EQ(ScrollOf(graph, GraphView::ScrollBarId).nPos, 95 - 7);
+        EXPECT_EQ(TextOf(::GetDlgItem(graph, GraphView::ValueEditId)), L"Heavy");
+        EXPECT_TRUE(main->Data().predictor.predictionUpToDate);
+    }
 }
 
 // ---- The sign-in after it ----
