@@ -3,7 +3,7 @@
 #include "frame/backup.h"
 
 #include "frame/backup_files.h"
-#include "platform/clock.h"
+#include "platform/text.h"
 #include "resources/ids.h"
 #include "tests/ui/frame/backup_test_base.h"
 
@@ -101,6 +101,11 @@ class BackupCommandTest : public BackupTestBase {
         BackupTestBase::SetUp();
         ASSERT_EQ(SignIn(), 1);
     }
+    /// A backup's folder so that this file in it has a path of that length.
+    static std::wstring BackupFolderFor(const std::wstring& file, std::size_t length) {
+        const std::wstring backups = BackupFile(L"");
+        return backups + std::wstring(length - backups.size() - file.size(), L'x');
+    }
     /// Saves nothing first: the files on disk are copied as they are.
     void CopyTo(const std::wstring& name) {
         script->Press(IDC_SAVE_FIRST).Type(IDC_BACKUP_NAME, name.c_str()).Press(IDOK);
@@ -172,6 +177,42 @@ TEST_F(BackupCommandTest, AFailedBackupIsSaid) {
     Command(IDM_BACKUP);
     EXPECT_EQ(BoxTexts(), (Texts{L"Cannot create backup directory!", L"Backup fails!"}));
     EXPECT_EQ(messages.boxes[1].caption, L"Warning");
+}
+
+TEST_F(BackupCommandTest, NoPathHasMoreThan259Units) {
+    PutUserFiles();
+    const struct {
+        const char* label;
+        const wchar_t* file;  // the path of which is to have that length; "" for the folder itself
+        std::size_t length;
+        Texts boxes;
+    } rows[] = {
+        {"the longest copy has 259", L"\\Bleeding.dat", 259, {L"Backup is done!"}},
+        {"the longest copy has 260", L"\\Bleeding.dat", 260, {L"Backup fails!"}},
+        {"the folder has 260", L"", 260, {L"Cannot create backup directory!", L"Backup fails!"}},
+    };
+    for (const auto& row : rows) {
+        LUNARA_ROW(row);
+        messages.boxes.clear();
+        const bool fits = row.length < PathCapacity;
+        const std::wstring folder = BackupFolderFor(row.file, row.length);
+        CopyTo(folder.substr(BackupFile(L"").size()));
+        EXPECT_EQ(BoxTexts(), row.boxes);
+        EXPECT_EQ(Read(folder + L"\\Bleeding.dat"), fits ? "old bleeding" : "(none)");
+        EXPECT_EQ(Read(folder + L"\\Notes.dat"), fits ? "old notes" : "(none)");
+        ExpectOldDiary();
+    }
+}
+
+// Not every system makes a folder whose path leaves no room for a file; the backup fails anyway.
+TEST_F(BackupCommandTest, AFolderOf259UnitsHoldsNoFile) {
+    PutUserFiles();
+    const std::wstring folder = BackupFolderFor(L"", 259);
+    CopyTo(folder.substr(BackupFile(L"").size()));
+    ASSERT_FALSE(messages.boxes.empty());
+    EXPECT_EQ(messages.boxes.back().text, L"Backup fails!");
+    EXPECT_EQ(Read(folder + L"\\Bleeding.dat"), "(none)");
+    ExpectOldDiary();
 }
 
 TEST_F(BackupCommandTest, WithoutSavingFirstThePasswordStaysHeld) {
