@@ -154,7 +154,7 @@ class ChartCtrlTest : public UiTest {
         return pixels;
     }
     static COLORREF At(const std::vector<COLORREF>& pixels, int x, int y) {
-        return pixels[static_cast<std::size_t>(y * Width + x)];
+        return pixels[static_cast<std::size_t>(y) * Width + static_cast<std::size_t>(x)];
     }
 
     using Notices = std::vector<std::pair<std::int32_t, std::int32_t>>;

@@ -13,17 +13,17 @@ TEST_F(GraphViewTest, EntryShowsTheCurrentDay) {
         DWORD mode;
         DWORD measure;
         int day;
-        const wchar_t* text;
         int position;
+        const wchar_t* text;
     } rows[] = {
-        {"fahrenheit", GraphShowTemperature, MeasureFahrenheit, -1, L"98.2", 982},
-        {"celsius", GraphShowTemperature, MeasureCelsius, -1, L"36.8", 368},
-        {"heavy", GraphShowBleeding, MeasureFahrenheit, -1, L"Heavy", 3},
-        {"no temperature", GraphShowTemperature, MeasureFahrenheit, 0, L"97.5", 975},
-        {"no temperature, celsius", GraphShowTemperature, MeasureCelsius, 0, L"36.4", 364},
-        {"no bleeding", GraphShowBleeding, MeasureFahrenheit, 0, L"None", 0},
-        {"temperature to come", GraphShowTemperature, MeasureFahrenheit, 1, L"", 950},
-        {"bleeding to come", GraphShowBleeding, MeasureFahrenheit, 1, L"", 0},
+        {"fahrenheit", GraphShowTemperature, MeasureFahrenheit, -1, 982, L"98.2"},
+        {"celsius", GraphShowTemperature, MeasureCelsius, -1, 368, L"36.8"},
+        {"heavy", GraphShowBleeding, MeasureFahrenheit, -1, 3, L"Heavy"},
+        {"no temperature", GraphShowTemperature, MeasureFahrenheit, 0, 975, L"97.5"},
+        {"no temperature, celsius", GraphShowTemperature, MeasureCelsius, 0, 364, L"36.4"},
+        {"no bleeding", GraphShowBleeding, MeasureFahrenheit, 0, 0, L"None"},
+        {"temperature to come", GraphShowTemperature, MeasureFahrenheit, 1, 950, L""},
+        {"bleeding to come", GraphShowBleeding, MeasureFahrenheit, 1, 0, L""},
     };
     for (const auto& row : rows) {
         LUNARA_ROW(row);
