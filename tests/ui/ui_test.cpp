@@ -4,6 +4,7 @@
 
 #include "frame/settings.h"
 #include "platform/clock.h"
+#include "records/dates.h"
 
 namespace lunara {
 namespace {
@@ -144,6 +145,12 @@ void UiTest::TearDown() {
     ::RegDeleteTreeW(HKEY_CURRENT_USER, TestKey);
     SetSettingsLocation(DefaultSettingsLocation());
     EXPECT_EQ(LiveGdiObjects(), liveBefore) << "drawing objects left over";
+}
+
+SYSTEMTIME Day(unsigned year, unsigned month, unsigned day) {
+    SYSTEMTIME date{};
+    EXPECT_EQ(FromDateKey(MakeDateKey(year, month, day), date), 1);
+    return date;
 }
 
 std::wstring TextOf(HWND window) {

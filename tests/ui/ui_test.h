@@ -106,6 +106,9 @@ class UiTest : public ::testing::Test {
     int liveBefore = 0;
 };
 
+/// Midnight of a day that the calendar has.
+SYSTEMTIME Day(unsigned year, unsigned month, unsigned day);
+
 /// The text of a window.
 std::wstring TextOf(HWND window);
 

@@ -100,17 +100,17 @@ TEST_F(DataExchangeTest, AMissingControlLeavesTheField) {
 TEST_F(DataExchangeTest, LimitTextLimitsTheCurrentControl) {
     struct Row {
         const char* label;
-        bool saving;
         const WCHAR* text;
+        bool saving;
         int result;
         LRESULT limit;
     };
     constexpr Row Rows[] = {
-        {"loading", false, TEXT("Anna"), 0, 5},
-        {"loading, longer", false, TEXT("Annabella"), 0, 5},
-        {"saving, shorter", true, TEXT("Anna"), 0, 5},
-        {"saving, as long", true, TEXT("Annas"), 0, 5},
-        {"saving, longer", true, TEXT("Annabe"), 6, 20},
+        {"loading", TEXT("Anna"), false, 0, 5},
+        {"loading, longer", TEXT("Annabella"), false, 0, 5},
+        {"saving, shorter", TEXT("Anna"), true, 0, 5},
+        {"saving, as long", TEXT("Annas"), true, 0, 5},
+        {"saving, longer", TEXT("Annabe"), true, 6, 20},
     };
     for (const Row& row : Rows) {
         LUNARA_ROW(row);
@@ -152,14 +152,14 @@ class ComboExchangeTest : public DataExchangeTest {
   protected:
     void Fill(std::initializer_list<const WCHAR*> items) {
         for (const WCHAR* item : items) {
-            ::SendMessageW(combo(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item));
+            ::SendMessageW(Combo(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item));
         }
         dialog.fields = [this](DataExchange& exchange) {
             ExchangeComboText(exchange, TEST_COMBO, text.data());
         };
     }
-    HWND combo() const { return dialog.Control(TEST_COMBO); }
-    LRESULT Selected() const { return ::SendMessageW(combo(), CB_GETCURSEL, 0, 0); }
+    HWND Combo() const { return dialog.Control(TEST_COMBO); }
+    LRESULT Selected() const { return ::SendMessageW(Combo(), CB_GETCURSEL, 0, 0); }
 };
 
 TEST_F(ComboExchangeTest, SelectedItemGoesBothWays) {
@@ -170,7 +170,7 @@ TEST_F(ComboExchangeTest, SelectedItemGoesBothWays) {
     ::lstrcpyW(text.data(), TEXT("first"));
     dialog.UpdateData(false);
     EXPECT_EQ(Selected(), 0);
-    ::SendMessageW(combo(), CB_SETCURSEL, 2, 0);
+    ::SendMessageW(Combo(), CB_SETCURSEL, 2, 0);
     dialog.UpdateData(true);
     EXPECT_STREQ(text.data(), TEXT("third"));
 }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/pocketpc/common_controls.h"
+#include "records/data_folder.h"
 #include "resources/ids.h"
 #include "tests/ui/frame/main_window_test_base.h"
 
@@ -14,8 +15,7 @@ class MainWindowEndTest : public MainWindowTest {
     /// Whether the window is gone, its quit message came, and the diary is on disk.
     void ExpectEnded() {
         EXPECT_EQ(main->Handle(), nullptr);
-        MSG message{};
-        EXPECT_TRUE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+        EXPECT_TRUE(TakeQuitMessage());
         UserData data;
         ASSERT_EQ(data.Load(TestUser, TestPassword), 1);
         EXPECT_EQ(data.bleeding.Count(), 1);
@@ -58,16 +58,14 @@ TEST_F(MainWindowEndTest, ASessionThatGoesOnChangesNothing) {
 TEST_F(MainWindowEndTest, TheEndOfTheSessionEndsASignIn) {
     script->Then([this](HWND) { Send(WM_ENDSESSION, TRUE); });
     EXPECT_EQ(Create(), 0);
-    MSG message{};
-    EXPECT_TRUE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_TRUE(TakeQuitMessage());
     EXPECT_EQ(main->Handle(), nullptr);
 }
 
 TEST_F(MainWindowEndTest, ACloseMessageEndsASignIn) {
     script->Then([this](HWND) { ::PostMessageW(main->Handle(), WM_CLOSE, 0, 0); });
     EXPECT_EQ(Create(), 0);
-    MSG message{};
-    EXPECT_TRUE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_TRUE(TakeQuitMessage());
     EXPECT_EQ(main->Handle(), nullptr);
 }
 
@@ -84,6 +82,20 @@ TEST_F(MainWindowEndTest, TheEndOfTheSessionUnderADialogSaves) {
         EXPECT_FALSE(::PeekMessageW(&message, nullptr, WM_PREDICTION_WARNING, WM_PREDICTION_WARNING,
                                     PM_REMOVE));
     }
+}
+
+TEST_F(MainWindowEndTest, AFailedSaveSaysWhichFileAndTriesAgain) {
+    ASSERT_EQ(SignIn(), 1);
+    FillDiary(main->Data());
+    // A folder stands where the file has to go.
+    const std::wstring file = FolderOf(TestUser) + L"\\Bleeding.dat";
+    ASSERT_EQ(CreateDirectoryTree(file.c_str()), 1);
+    messages.answers = {IDRETRY, IDCANCEL};
+    ASSERT_TRUE(Close());
+    ASSERT_EQ(messages.boxes.size(), 2U);
+    EXPECT_NE(messages.boxes[0].text.find(file), std::wstring::npos);
+    EXPECT_EQ(messages.boxes[0].flags & MB_TYPEMASK, UINT{MB_RETRYCANCEL});
+    ::RemoveDirectoryW(file.c_str());
 }
 
 TEST_F(MainWindowEndTest, ThePasswordIsWipedAtTheEnd) {

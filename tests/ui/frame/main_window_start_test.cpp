@@ -21,14 +21,51 @@ constexpr WCHAR LastUserValue[] = TEXT("LastUser");
 class MainWindowStartTest : public MainWindowTest {
   protected:
     HWND TopView() { return ::GetWindow(main->Handle(), GW_CHILD); }
-    /// The name that the sign-in offers.
+    /// The name that the sign-in offers. `keptName` is what the window itself holds meanwhile: the
+    /// sign-in cuts a long name, too.
     std::wstring OfferedName() {
         std::wstring name;
-        script->Then([&name](HWND dialog) { name = TextOf(::GetDlgItem(dialog, IDC_USER_NAME)); });
+        script->Then([this, &name](HWND dialog) {
+            name = TextOf(::GetDlgItem(dialog, IDC_USER_NAME));
+            keptName = main->UserName();
+        });
         script->Press(IDCANCEL);
         Create();
         return name;
     }
+
+    std::wstring keptName;
+};
+
+/// While it lives, what is read and written for the signed-in user lies in a key of the test's own.
+class OwnCurrentUser {
+  public:
+    OwnCurrentUser() {
+        EXPECT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER,
+                                    (std::wstring(TestSettingsPath) + L"\\User").c_str(), 0,
+                                    nullptr, 0, KEY_ALL_ACCESS, nullptr, &root, nullptr),
+                  ERROR_SUCCESS);
+        EXPECT_EQ(::RegOverridePredefKey(HKEY_CURRENT_USER, root), ERROR_SUCCESS);
+    }
+    OwnCurrentUser(const OwnCurrentUser&) = delete;
+    OwnCurrentUser& operator=(const OwnCurrentUser&) = delete;
+    ~OwnCurrentUser() {
+        ::RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+        ::RegCloseKey(root);
+    }
+
+    /// The device's owner record with this name.
+    void StoreOwner(const std::wstring& name) const {
+        std::vector<WCHAR> record(name.begin(), name.end());
+        record.resize(320);  // further fields
+        EXPECT_EQ(
+            ::RegSetKeyValueW(root, TEXT("ControlPanel\\Owner"), TEXT("Owner"), REG_BINARY,
+                              record.data(), static_cast<DWORD>(record.size() * sizeof(WCHAR))),
+            ERROR_SUCCESS);
+    }
+
+  private:
+    HKEY root = nullptr;
 };
 
 TEST_F(MainWindowStartTest, IsAPortraitWindowWithCaptionAndFrame) {
@@ -100,12 +137,32 @@ TEST_F(MainWindowStartTest, AViewOfTheWrongTypeIsAsIfMissing) {
 TEST_F(MainWindowStartTest, ALongLastUserIsCutToThirtyOneCharacters) {
     StoreText(LastUserValue, std::wstring(40, L'n').c_str());
     EXPECT_EQ(OfferedName(), std::wstring(31, L'n'));
+    EXPECT_EQ(keptName, std::wstring(31, L'n'));
 }
 
 TEST_F(MainWindowStartTest, WithoutALastUserTheOwnerIsOffered) {
     const std::wstring owner = OwnerName();
     ASSERT_FALSE(owner.empty());
     EXPECT_EQ(OfferedName(), owner.substr(0, 31));
+}
+
+TEST_F(MainWindowStartTest, TheOwnersNameIsCutToThirtyOneCharacters) {
+    const OwnCurrentUser user;
+    const struct {
+        const char* label;
+        std::size_t length;
+        std::size_t wanted;
+    } rows[] = {
+        {"fits", 31, 31},
+        {"one too many", 32, 31},
+        {"as long as the record has room for", OwnerNameUnits, 31},
+    };
+    for (const auto& row : rows) {
+        LUNARA_ROW(row);
+        user.StoreOwner(std::wstring(row.length, L'o'));
+        EXPECT_EQ(OfferedName(), std::wstring(row.wanted, L'o'));
+        EXPECT_EQ(keptName, std::wstring(row.wanted, L'o'));
+    }
 }
 
 TEST_F(MainWindowStartTest, WithoutAnyKeyNobodyIsOffered) {
@@ -117,8 +174,7 @@ TEST_F(MainWindowStartTest, ACancelledSignInRefusesTheWindow) {
     script->Press(IDCANCEL);
     EXPECT_EQ(Create(), 0);
     EXPECT_EQ(main->Handle(), nullptr);
-    MSG message{};
-    EXPECT_FALSE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_FALSE(TakeQuitMessage());
     EXPECT_EQ(StoredDword(CurrentViewValue), std::nullopt) << "nothing is written";
     EXPECT_FALSE(FileExists(FolderOf(TestUser)));
 }

@@ -21,9 +21,6 @@ constexpr BYTE Hidden = TBSTATE_HIDDEN;
 constexpr BYTE Checked = TBSTATE_CHECKED;
 constexpr BYTE Enabled = TBSTATE_ENABLED;
 
-constexpr UINT ButtonCommands[] = {IDM_SHOW_NOTES,     IDM_SHOW_BLEEDING,  IDM_SHOW_PERIOD,
-                                   IDM_SHOW_OVULATION, IDM_SHOW_PREGNANCY, IDM_SHOW_TEMPERATURE};
-
 class RunningTest : public MainWindowTest {
   protected:
     void SetUp() override {
@@ -33,13 +30,6 @@ class RunningTest : public MainWindowTest {
         messages.boxes.clear();
     }
     HWND TopView() { return ::GetWindow(main->Handle(), GW_CHILD); }
-    std::vector<BYTE> ButtonStates() {
-        std::vector<BYTE> states;
-        for (const UINT command : ButtonCommands) {
-            states.push_back(StateOf(command));
-        }
-        return states;
-    }
     BYTE StyleOf(UINT command) {
         TBBUTTONINFOW info{};
         info.cbSize = sizeof(info);

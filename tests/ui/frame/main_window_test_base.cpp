@@ -6,8 +6,6 @@
 #include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/menu_bar.h"
 #include "records/data_folder.h"
-#include "records/dates.h"
-#include "resources/ids.h"
 
 namespace lunara {
 namespace {
@@ -16,12 +14,6 @@ constexpr const WCHAR* DataFiles[] = {TEXT("\\Bleeding.dat"), TEXT("\\Temperatur
                                       TEXT("\\Notes.dat"), TEXT("\\NotePages.dat")};
 
 }  // namespace
-
-SYSTEMTIME Day(WORD year, WORD month, WORD day) {
-    SYSTEMTIME date{};
-    FromDateKey(MakeDateKey(year, month, day), date);
-    return date;
-}
 
 void MainWindowTest::SetUp() {
     UiTest::SetUp();
@@ -50,6 +42,10 @@ int MainWindowTest::SignIn(const WCHAR* userName, const WCHAR* password) {
 
 bool MainWindowTest::Close() {
     Send(WM_CLOSE);
+    return TakeQuitMessage();
+}
+
+bool MainWindowTest::TakeQuitMessage() {
     MSG message{};
     return ::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE) != FALSE;
 }
@@ -60,6 +56,14 @@ LRESULT MainWindowTest::Send(UINT message, WPARAM wParam, LPARAM lParam) {
 
 BYTE MainWindowTest::StateOf(UINT command) {
     return static_cast<BYTE>(::SendMessageW(main->MenuBar(), TB_GETSTATE, command, 0));
+}
+
+std::vector<BYTE> MainWindowTest::ButtonStates() {
+    std::vector<BYTE> states;
+    for (const UINT command : ButtonCommands) {
+        states.push_back(StateOf(command));
+    }
+    return states;
 }
 
 HMENU MainWindowTest::Tools() {

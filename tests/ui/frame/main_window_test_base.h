@@ -5,8 +5,10 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "frame/main_window.h"
+#include "resources/ids.h"
 #include "tests/ui/dialog_script.h"
 #include "tests/ui/ui_test.h"
 
@@ -16,6 +18,10 @@ inline constexpr WCHAR TestUser[] = TEXT("zz window tests");
 inline constexpr WCHAR TestPassword[] = TEXT("abcd");
 inline constexpr WCHAR TestSettingsPath[] = TEXT("SOFTWARE\\LunaraTests");
 inline constexpr SYSTEMTIME TestToday{2024, 5, 3, 15, 9, 0, 0, 0};  // a Wednesday
+
+inline constexpr UINT ButtonCommands[] = {IDM_SHOW_NOTES,     IDM_SHOW_BLEEDING,
+                                          IDM_SHOW_PERIOD,    IDM_SHOW_OVULATION,
+                                          IDM_SHOW_PREGNANCY, IDM_SHOW_TEMPERATURE};
 
 class MainWindowTest : public UiTest {
   protected:
@@ -29,11 +35,15 @@ class MainWindowTest : public UiTest {
     /// Ends the window as its close box does, and takes the quit message. False when there was
     /// none.
     bool Close();
+    /// Whether there was a quit message.
+    static bool TakeQuitMessage();
 
     LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
     void Command(UINT id) { Send(WM_COMMAND, id); }
     /// TBSTATE bits of a button.
     BYTE StateOf(UINT command);
+    /// Of the six show commands, in the order of the bar.
+    std::vector<BYTE> ButtonStates();
     HMENU Tools();
     UINT MenuStateOf(UINT command);
 
@@ -51,7 +61,5 @@ class MainWindowTest : public UiTest {
     std::unique_ptr<MainWindow> main;
     std::unique_ptr<DialogScript> script;
 };
-
-SYSTEMTIME Day(WORD year, WORD month, WORD day);
 
 }  // namespace lunara

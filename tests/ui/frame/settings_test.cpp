@@ -140,27 +140,27 @@ TEST_F(SettingsTest, ATextOfTheWrongTypeOrSizeIsAsIfItWereMissing) {
     struct Row {
         const char* label;
         DWORD type;
-        const WCHAR* data;
         DWORD bytes;
+        const WCHAR* data;
         const WCHAR* read;  // null: missing
     };
     constexpr WCHAR Longest[] = TEXT("0123456789012345678901234567890");
     constexpr WCHAR TooLong[] = TEXT("01234567890123456789012345678901");
     const Row rows[] = {
-        {"terminated", REG_SZ, TEXT("Anna"), 10, TEXT("Anna")},
-        {"unterminated", REG_SZ, TEXT("Anna"), 8, TEXT("Anna")},
-        {"junk behind the terminator", REG_SZ, TEXT("Anna\0junk"), 20, TEXT("Anna")},
-        {"empty", REG_SZ, TEXT(""), 2, TEXT("")},
-        {"no bytes", REG_SZ, TEXT(""), 0, TEXT("")},
-        {"longest", REG_SZ, Longest, 64, Longest},
-        {"longest, unterminated", REG_SZ, Longest, 62, Longest},
-        {"too long", REG_SZ, TooLong, 66, nullptr},
-        {"too long, unterminated", REG_SZ, TooLong, 64, nullptr},
-        {"odd number of bytes", REG_SZ, TEXT("Anna"), 7, nullptr},
-        {"expanding", REG_EXPAND_SZ, TEXT("Anna"), 10, nullptr},
-        {"several", REG_MULTI_SZ, TEXT("Anna\0"), 12, nullptr},
-        {"binary", REG_BINARY, TEXT("Anna"), 10, nullptr},
-        {"number", REG_DWORD, TEXT("Anna"), 4, nullptr},
+        {"terminated", REG_SZ, 10, TEXT("Anna"), TEXT("Anna")},
+        {"unterminated", REG_SZ, 8, TEXT("Anna"), TEXT("Anna")},
+        {"junk behind the terminator", REG_SZ, 20, TEXT("Anna\0junk"), TEXT("Anna")},
+        {"empty", REG_SZ, 2, TEXT(""), TEXT("")},
+        {"no bytes", REG_SZ, 0, TEXT(""), TEXT("")},
+        {"longest", REG_SZ, 64, Longest, Longest},
+        {"longest, unterminated", REG_SZ, 62, Longest, Longest},
+        {"too long", REG_SZ, 66, TooLong, nullptr},
+        {"too long, unterminated", REG_SZ, 64, TooLong, nullptr},
+        {"odd number of bytes", REG_SZ, 7, TEXT("Anna"), nullptr},
+        {"expanding", REG_EXPAND_SZ, 10, TEXT("Anna"), nullptr},
+        {"several", REG_MULTI_SZ, 12, TEXT("Anna\0"), nullptr},
+        {"binary", REG_BINARY, 10, TEXT("Anna"), nullptr},
+        {"number", REG_DWORD, 4, TEXT("Anna"), nullptr},
     };
     for (const Row& row : rows) {
         LUNARA_ROW(row);

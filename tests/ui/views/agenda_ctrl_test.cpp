@@ -392,7 +392,8 @@ TEST_F(AgendaCtrlTest, AnAmpersandIsALetter) {
     SIZE size{};
     ::GetTextExtentPoint32W(canvas.Dc(), TEXT("&&&&&&&&"), 8, &size);
     const Box yellow = Extent(canvas, BubbleYellow);
-    EXPECT_NEAR(yellow.right - yellow.left, size.cx + 2 * (TextHeight(canvas) / 3), 2);
+    const LONG margin = TextHeight(canvas) / 3;  // whole pixels
+    EXPECT_NEAR(yellow.right - yellow.left, size.cx + 2 * margin, 2);
 }
 
 TEST_F(AgendaCtrlTest, ThreeLongTextsStackDownwards) {
@@ -422,7 +423,8 @@ TEST_F(AgendaCtrlTest, ABubbleThatIsPushedBelowTheBottomIsNotDrawn) {
     const MemoryCanvas canvas(300, static_cast<int>(9 * h));
     agenda->Draw(canvas.Dc(), canvas.Bounds());
     // The narrow bubbles of the later rows would begin at 9 h, the height.
-    EXPECT_NEAR(Extent(canvas, BubbleYellow).bottom, 8 * h + 3 * (h / 3), 1);
+    const LONG margin = h / 3;  // whole pixels
+    EXPECT_NEAR(Extent(canvas, BubbleYellow).bottom, 8 * h + 3 * margin, 1);
     // Nor is an arrow to it: below the first row's there is no line beside the item cells.
     for (LONG y = 20; y < 9 * h; ++y) {
         for (LONG x = 22; x < 60; ++x) {

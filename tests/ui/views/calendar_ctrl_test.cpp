@@ -46,7 +46,7 @@ class CalendarCtrlTest : public UiTest {
         return request;
     }
     /// Answers for the months with these colours, in turn.
-    void ColorMonths(std::vector<COLORREF> colors) {
+    void ColorMonths(const std::vector<COLORREF>& colors) {
         parent.handler = [this, colors](UINT message, WPARAM, LPARAM lParam, LRESULT& result) {
             if (message != WM_NOTIFY) {
                 return false;

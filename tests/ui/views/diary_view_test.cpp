@@ -1,24 +1,24 @@
+// What the diary view is made of, which items it shows, and what its rows hold.
+
 #include "views/diary_view.h"
 
 #include <bit>
-#include <memory>
 
 #include "cycle/day_status.h"
 #include "cycle/predictor.h"
 #include "frame/settings.h"
-#include "platform/text.h"
-#include "records/user_data.h"
-#include "resources/ids.h"
-#include "tests/ui/views/view_test_support.h"
+#include "tests/ui/views/diary_view_test_support.h"
 #include "views/month_colors.h"
 
 namespace lunara {
 namespace {
 
-constexpr int WidthPx = 480;
-constexpr int HeightPx = 640;
-constexpr LONG RowPx = 32;
 constexpr WCHAR ShowFlagsSetting[] = TEXT("DiaryView_ShowFlags");
+
+void StoreShowFlags(DWORD flags) {
+    Settings settings;
+    ASSERT_TRUE(settings.WriteDword(ShowFlagsSetting, flags));
+}
 
 /// Lists what the view tells, "Notes 0" and the like.
 class RecordingListener : public DiaryListener {
@@ -35,94 +35,6 @@ class RecordingListener : public DiaryListener {
     void Add(std::string name, bool isShown) {
         calls.push_back(std::move(name) + (isShown ? "1" : "0"));
     }
-};
-
-class DiaryViewTest : public UiTest {
-  protected:
-    void SetUp() override {
-        UiTest::SetUp();
-        SetLocalNow(Day(2026, 3, 15));
-        data = std::make_unique<UserData>();
-        view = std::make_unique<DiaryView>(*data);
-        ASSERT_EQ(parent.Make(nullptr, 800, 700), 1);
-        ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
-    }
-    void TearDown() override {
-        ::DestroyWindow(parent.Handle());
-        view.reset();
-        UiTest::TearDown();
-    }
-
-    void Make(int width = WidthPx, int height = HeightPx) {
-        ASSERT_EQ(view->Create(0, nullptr, TEXT("Diary view"), WS_CHILD | WS_VISIBLE, 0, 0, width,
-                               height, parent.Handle(), nullptr),
-                  1);
-        PumpMessages();
-    }
-    HWND Child(int id) const { return ::GetDlgItem(view->Handle(), id); }
-    HWND Agenda() const { return Child(DiaryView::AgendaId); }
-    HWND Calendar() const { return Child(DiaryView::CalendarId); }
-
-    DateKey Start() const {
-        CalendarHitTest top{};
-        ::SendMessageW(Calendar(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&top));
-        return ToDateKey(top.date);
-    }
-    Box TopCell() const {
-        CalendarHitTest top{};
-        ::SendMessageW(Calendar(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&top));
-        return BoxOf(top.cell);
-    }
-    SCROLLINFO Scroll() const {
-        SCROLLINFO info{};
-        info.cbSize = sizeof(info);
-        info.fMask = SIF_RANGE | SIF_POS;
-        ::GetScrollInfo(Child(DiaryView::ScrollBarId), SB_CTL, &info);
-        return info;
-    }
-    void ExpectScroll(int maximum, int position) const {
-        const SCROLLINFO info = Scroll();
-        EXPECT_EQ(info.nMin, 0);
-        EXPECT_EQ(info.nMax, maximum);
-        EXPECT_EQ(info.nPos, position);
-    }
-    void ScrollBy(int request) {
-        ::SendMessageW(view->Handle(), WM_VSCROLL, static_cast<WPARAM>(request),
-                       reinterpret_cast<LPARAM>(Child(DiaryView::ScrollBarId)));
-    }
-    std::int32_t LineCount() const {
-        return static_cast<AgendaCtrl*>(Window::FromHandle(Agenda()))->LineCount();
-    }
-
-    struct Row {
-        AgendaRowRequest request;
-        AgendaItem items[MaxDiaryItems];
-    };
-    /// The view's answer to the agenda.
-    Row AskRow(std::int32_t index, LRESULT expected = 1) {
-        Row row{};
-        row.request.header = {Agenda(), DiaryView::AgendaId, AGN_GETROW};
-        row.request.rowIndex = index;
-        row.request.lineCount = LineCount();
-        EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, DiaryView::AgendaId,
-                                 reinterpret_cast<LPARAM>(&row)),
-                  expected);
-        return row;
-    }
-    /// A tap on the middle of a cell of the agenda.
-    void Tap(int column, int row) {
-        const LONG cell = RowPx;
-        ::SendMessageW(Agenda(), WM_LBUTTONUP, 0,
-                       MAKELPARAM(column * cell + cell / 2, row * cell + cell / 2));
-    }
-    void StoreShowFlags(DWORD flags) {
-        Settings settings;
-        ASSERT_TRUE(settings.WriteDword(ShowFlagsSetting, flags));
-    }
-
-    ScriptedWindow parent;
-    std::unique_ptr<UserData> data;
-    std::unique_ptr<DiaryView> view;
 };
 
 // ---- Creation ----
@@ -161,157 +73,6 @@ TEST_F(DiaryViewTest, ShowsTwentyDaysFromTenBeforeTheCurrentDate) {
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 5)));
     EXPECT_EQ(TopCell().bottom, RowPx);
     EXPECT_EQ(AskRow(0).request.rowHeight, RowPx);
-}
-
-TEST_F(DiaryViewTest, WithoutRecordsTheScrollRangeBeginsAtTheFirstRowShown) {
-    Make();
-    // Range 0..365 at position 0 for today; the ten days before it enlarge the range at the top.
-    ExpectScroll(375, 0);
-}
-
-TEST_F(DiaryViewTest, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
-    data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);  // 100 days before
-    Make();
-    ExpectScroll(465, 90);
-}
-
-TEST_F(DiaryViewTest, RecordsOfTheFutureDoNoHarmToTheScrollRange) {
-    data->bleeding.Set(ToDateKey(Day(2028, 12, 5)), 2);
-    Make();
-    ExpectScroll(375, 0);
-}
-
-TEST_F(DiaryViewTest, StartsAtTheDataSetsCurrentDate) {
-    const SYSTEMTIME date = Day(2026, 5, 20);
-    data->SetCurrentDate(date);
-    Make();
-    EXPECT_EQ(Start(), ToDateKey(Day(2026, 5, 10)));
-    ExpectScroll(365, 56);
-    EXPECT_EQ(ToDateKey(view->GetCurrentDate()), ToDateKey(date));
-}
-
-// ---- Scrolling ----
-
-struct ScrollCase {
-    const char* label;
-    int request;
-    SYSTEMTIME start;
-};
-
-TEST_F(DiaryViewTest, ScrollsByADayAndByTenDays) {
-    data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);
-    Make();
-    const ScrollCase cases[] = {
-        {"line up", SB_LINEUP, Day(2026, 3, 4)},
-        {"line down", SB_LINEDOWN, Day(2026, 3, 5)},
-        {"page down", SB_PAGEDOWN, Day(2026, 3, 15)},
-        {"page up", SB_PAGEUP, Day(2026, 3, 5)},
-        {"dragging", SB_THUMBTRACK, Day(2026, 3, 5)},
-        {"to the top", SB_TOP, Day(2026, 3, 5)},
-        {"to the bottom", SB_BOTTOM, Day(2026, 3, 5)},
-        {"end of scrolling", SB_ENDSCROLL, Day(2026, 3, 5)},
-    };
-    for (const ScrollCase& c : cases) {
-        LUNARA_ROW(c);
-        ScrollBy(c.request);
-        EXPECT_EQ(Start(), ToDateKey(c.start));
-    }
-    ExpectScroll(465, 90);
-}
-
-TEST_F(DiaryViewTest, ScrollingRepaintsBothControls) {
-    Make();
-    ASSERT_FALSE(WaitsForPaint(Agenda()));
-    ASSERT_FALSE(WaitsForPaint(Calendar()));
-    ScrollBy(SB_LINEDOWN);
-    EXPECT_TRUE(WaitsForPaint(Agenda()));
-    EXPECT_TRUE(WaitsForPaint(Calendar()));
-}
-
-TEST_F(DiaryViewTest, PagingUpFromTheFirstDayEnlargesTheRangeAtTheTop) {
-    Make();
-    ExpectScroll(375, 0);
-    ScrollBy(SB_PAGEUP);
-    EXPECT_EQ(Start(), ToDateKey(Day(2026, 2, 23)));
-    ExpectScroll(385, 0);
-}
-
-TEST_F(DiaryViewTest, ScrollingPastTheEndEnlargesTheRangeAtTheBottom) {
-    data->SetCurrentDate(Day(2027, 3, 20));
-    Make();
-    EXPECT_EQ(Start(), ToDateKey(Day(2027, 3, 10)));
-    ExpectScroll(365, 360);
-    ScrollBy(SB_PAGEDOWN);
-    ExpectScroll(370, 370);
-}
-
-TEST_F(DiaryViewTest, ThumbMovesTheStartWhenItIsLetGo) {
-    data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);
-    Make();
-    const HWND bar = Child(DiaryView::ScrollBarId);
-    SCROLLBARINFO info{};
-    info.cbSize = sizeof(info);
-    ASSERT_TRUE(::SendMessageW(bar, SBM_GETSCROLLBARINFO, 0, reinterpret_cast<LPARAM>(&info)));
-    const LONG x = 5;
-    const LONG thumb = (info.xyThumbTop + info.xyThumbBottom) / 2;
-    const DateKey before = Start();
-    // The bar's own loop takes these from the queue.
-    ::PostMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x, thumb + 60));
-    ::PostMessageW(bar, WM_LBUTTONUP, 0, MAKELPARAM(x, thumb + 60));
-    ::SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, thumb));
-    PumpMessages();
-    EXPECT_GT(Start(), before);
-    const SCROLLINFO scroll = Scroll();
-    EXPECT_GT(scroll.nPos, 90);
-    // One step is one day.
-    SYSTEMTIME expected{};
-    AddDays(Day(2026, 3, 5), scroll.nPos - 90, expected);
-    EXPECT_EQ(Start(), ToDateKey(expected));
-}
-
-TEST_F(DiaryViewTest, CannotScrollBeforeTheCalendarBegins) {
-    Make();
-    view->SetCurrentDate(Day(1601, 1, 3));
-    EXPECT_EQ(Start(), ToDateKey(Day(1601, 1, 1)));
-    ScrollBy(SB_LINEUP);
-    for (int i = 0; i < 4; ++i) {
-        ScrollBy(SB_LINEDOWN);
-    }
-    ScrollBy(SB_PAGEUP);
-    EXPECT_EQ(Start(), ToDateKey(Day(1601, 1, 5)));
-}
-
-// ---- Bringing dates into view ----
-
-TEST_F(DiaryViewTest, ADateThatIsShownMovesNothing) {
-    Make();
-    view->SetCurrentDate(Day(2026, 3, 24));
-    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 5)));
-    // The day after the last row counts as shown.
-    view->SetCurrentDate(Day(2026, 3, 25));
-    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 5)));
-    EXPECT_EQ(ToDateKey(view->GetCurrentDate()), ToDateKey(Day(2026, 3, 25)));
-}
-
-TEST_F(DiaryViewTest, ALaterDateComesIntoTheSecondRowFromTheBottom) {
-    Make();
-    data->SetCurrentDate(Day(2026, 3, 26));
-    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 8)));  // 20 rows: 18 above it, one below
-}
-
-TEST_F(DiaryViewTest, AnEarlierDateComesIntoTheThirdRow) {
-    Make();
-    data->SetCurrentDate(Day(2026, 3, 4));
-    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 2)));
-}
-
-TEST_F(DiaryViewTest, SettingTheSameDateBringsItBackIntoView) {
-    Make();
-    for (int i = 0; i < 5; ++i) {
-        ScrollBy(SB_PAGEDOWN);
-    }
-    view->SetCurrentDate(Day(2026, 3, 15));
-    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 13)));
 }
 
 // ---- Show flags ----
@@ -504,120 +265,6 @@ TEST_F(DiaryViewTest, AReplacedDataSetIsShownFromItsOwnDate) {
     EXPECT_TRUE(WaitsForPaint(Calendar()));
 }
 
-// ---- Notes ----
-
-class DiaryNotesTest : public DiaryViewTest {
-  protected:
-    std::wstring NoteText(const SYSTEMTIME& date) {
-        const std::unique_ptr<WCHAR[]> text(data->GetNoteText(&date));
-        return text ? text.get() : L"";
-    }
-    const SYSTEMTIME third = Day(2026, 3, 7);  // row 2
-};
-
-TEST_F(DiaryNotesTest, TapOnANotesCellEditsThatDay) {
-    data->SetNoteFlags(NoteFlagPms, &third);
-    data->SetNoteText(TEXT("before"), &third);
-    Make();
-    DialogHand hand([](HWND window) {
-        EXPECT_EQ(TextOf(::GetDlgItem(window, IDC_NOTE_DATE)), L"Sat Mar, 07");
-        EXPECT_EQ(TextOf(::GetDlgItem(window, IDC_NOTE_TEXT)), L"before");
-        EXPECT_EQ(::SendDlgItemMessageW(window, IDC_CRAMPS, BM_GETCHECK, 0, 0), 0);
-        EXPECT_EQ(::SendDlgItemMessageW(window, IDC_PMS, BM_GETCHECK, 0, 0), 1);
-        ::SetDlgItemTextW(window, IDC_NOTE_TEXT, L"after");
-        ::SendDlgItemMessageW(window, IDC_CRAMPS, BM_SETCHECK, BST_CHECKED, 0);
-        ::PostMessageW(window, WM_COMMAND, IDOK, 0);
-    });
-    Tap(0, 2);
-    ASSERT_TRUE(hand.WasUsed());
-    EXPECT_EQ(data->GetNoteFlags(&third), 3);  // both boxes ticked
-    EXPECT_EQ(NoteText(third), L"after");
-}
-
-TEST_F(DiaryNotesTest, CancelLeavesFlagsAndText) {
-    data->SetNoteFlags(NoteFlagCramps, &third);
-    data->SetNoteText(TEXT("before"), &third);
-    Make();
-    DialogHand hand([](HWND window) {
-        ::SetDlgItemTextW(window, IDC_NOTE_TEXT, L"after");
-        ::SendDlgItemMessageW(window, IDC_CRAMPS, BM_SETCHECK, BST_UNCHECKED, 0);
-        ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
-    });
-    Tap(0, 2);
-    ASSERT_TRUE(hand.WasUsed());
-    EXPECT_EQ(data->GetNoteFlags(&third), NoteFlagCramps);
-    EXPECT_EQ(NoteText(third), L"before");
-}
-
-TEST_F(DiaryNotesTest, EmptiedNoteIsDeleted) {
-    data->SetNoteText(TEXT("before"), &third);
-    Make();
-    DialogHand hand([](HWND window) {
-        ::SetDlgItemTextW(window, IDC_NOTE_TEXT, L"");
-        ::PostMessageW(window, WM_COMMAND, IDOK, 0);
-    });
-    Tap(0, 2);
-    ASSERT_TRUE(hand.WasUsed());
-    EXPECT_EQ(std::unique_ptr<WCHAR[]>(data->GetNoteText(&third)), nullptr);
-    EXPECT_EQ(data->notePages.Count(), 0);
-}
-
-TEST_F(DiaryNotesTest, LongNoteIsShownCutAndKeptWholeByCancel) {
-    const std::wstring longText(200, L'n');
-    data->SetNoteText(longText.c_str(), &third);
-    Make();
-    DialogHand hand([](HWND window) {
-        EXPECT_EQ(TextOf(::GetDlgItem(window, IDC_NOTE_TEXT)), std::wstring(127, L'n'));
-        ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
-    });
-    Tap(0, 2);
-    ASSERT_TRUE(hand.WasUsed());
-    EXPECT_EQ(NoteText(third), longText);
-}
-
-// Cancel stores the text that was read: the note's pages move to the end, the note stays.
-TEST_F(DiaryNotesTest, CancelSetsTheTextThatWasRead) {
-    const SYSTEMTIME other = Day(2026, 3, 9);
-    data->SetNoteText(TEXT("before"), &third);
-    data->SetNoteText(TEXT("other"), &other);
-    Make();
-    DialogHand hand([](HWND window) { ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0); });
-    Tap(0, 2);
-    ASSERT_TRUE(hand.WasUsed());
-    ASSERT_EQ(data->notePages.Count(), 2);
-    EXPECT_EQ(data->notePages.At(0).date, ToDateKey(other));
-    EXPECT_EQ(data->notePages.At(1).date, ToDateKey(third));
-}
-
-TEST_F(DiaryNotesTest, TapOnAnythingElseOpensNothing) {
-    Make();
-    bool opened = false;
-    DialogHand hand([&](HWND window) {
-        opened = true;
-        ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
-    });
-    Tap(1, 2);   // bleeding
-    Tap(4, 2);   // pregnancy
-    Tap(5, 2);   // exactly right of the items
-    Tap(-1, 2);  // left of the agenda
-    PumpMessages();
-    view->SetShowNotes(false);
-    Tap(0, 2);  // bleeding now
-    PumpMessages();
-    EXPECT_FALSE(opened);
-}
-
-TEST_F(DiaryNotesTest, TapFindsTheDayInAFlatWindow) {
-    Make(600, 60);  // rows of 3 px
-    ASSERT_EQ(TopCell().bottom, 3);
-    DialogHand hand([](HWND window) {
-        EXPECT_EQ(TextOf(::GetDlgItem(window, IDC_NOTE_DATE)), L"Sat Mar, 07");
-        ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
-    });
-    ::SendMessageW(Agenda(), WM_LBUTTONUP, 0, MAKELPARAM(1, 7));
-    EXPECT_TRUE(hand.WasUsed());
-}
-
 // ---- Window ----
 
 TEST_F(DiaryViewTest, HelpOpensItsOwnAnchor) {
@@ -647,29 +294,6 @@ TEST_F(DiaryViewTest, LaysItselfOutAgainWhenItIsResized) {
         PumpMessages();
         EXPECT_EQ(AskRow(0).request.rowHeight, TopCell().bottom) << height;
     }
-}
-
-TEST_F(DiaryViewTest, DateStaysInViewWhenTheWindowIsResized) {
-    Make(480, 319);  // 15 px a row: 21 of them fit
-    SYSTEMTIME last{};
-    ASSERT_EQ(FromDateKey(Start(), last), 1);
-    AddDays(last, 20, last);
-    data->SetCurrentDate(last);
-    const DateKey start = Start();
-    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 318, SWP_NOZORDER);
-    EXPECT_EQ(Start(), start);
-    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 640, SWP_NOZORDER);  // 20 fit
-    SYSTEMTIME expected{};
-    AddDays(last, -18, expected);
-    EXPECT_EQ(Start(), ToDateKey(expected));
-    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 700, SWP_NOZORDER);
-    EXPECT_EQ(Start(), ToDateKey(expected));
-    // A diary that was scrolled away from the date is left where it is.
-    ScrollBy(SB_PAGEDOWN);
-    ScrollBy(SB_PAGEDOWN);
-    const DateKey away = Start();
-    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 319, SWP_NOZORDER);
-    EXPECT_EQ(Start(), away);
 }
 
 TEST_F(DiaryViewTest, AWindowWithoutASizeDoesNoHarm) {

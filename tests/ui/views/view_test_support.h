@@ -1,38 +1,21 @@
 #pragma once
 
-// What the tests of controls and views share: dates, boxes that compare, a parent and a sink that
-// list what they are told, and a hand that works a modal dialog.
+// What the tests of controls and views share: boxes that compare, a sink made of a function, what a
+// device context has selected, and a hand that works a modal dialog.
 
 #include <functional>
-#include <ostream>
 #include <utility>
 
 #include "frame/notification.h"
 #include "platform/clock.h"
 #include "records/dates.h"
+#include "tests/box.h"
 #include "tests/ui/ui_test.h"
 
 namespace lunara {
 
-inline SYSTEMTIME Day(unsigned year, unsigned month, unsigned day) {
-    SYSTEMTIME date{};
-    EXPECT_EQ(FromDateKey(MakeDateKey(year, month, day), date), 1);
-    return date;
-}
-
-struct Box {
-    LONG left;
-    LONG top;
-    LONG right;
-    LONG bottom;
-    bool operator==(const Box&) const = default;
-};
-
-inline Box BoxOf(const RECT& rect) { return {rect.left, rect.top, rect.right, rect.bottom}; }
-
-inline void PrintTo(const Box& box, std::ostream* out) {
-    *out << "(" << box.left << ", " << box.top << ", " << box.right << ", " << box.bottom << ")";
-}
+using test::Box;
+using test::BoxOf;
 
 inline Box ClientBox(HWND window) {
     RECT rect{};

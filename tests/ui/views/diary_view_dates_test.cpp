@@ -1,0 +1,187 @@
+// Which days the diary view shows: where it starts, how it scrolls, and how a date comes into view.
+
+#include "tests/ui/views/diary_view_test_support.h"
+
+namespace lunara {
+namespace {
+
+// ---- Start and scroll range ----
+
+TEST_F(DiaryViewTest, WithoutRecordsTheScrollRangeBeginsAtTheFirstRowShown) {
+    Make();
+    // Range 0..365 at position 0 for today; the ten days before it enlarge the range at the top.
+    ExpectScroll(375, 0);
+}
+
+TEST_F(DiaryViewTest, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
+    data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);  // 100 days before
+    Make();
+    ExpectScroll(465, 90);
+}
+
+TEST_F(DiaryViewTest, RecordsOfTheFutureDoNoHarmToTheScrollRange) {
+    data->bleeding.Set(ToDateKey(Day(2028, 12, 5)), 2);
+    Make();
+    ExpectScroll(375, 0);
+}
+
+TEST_F(DiaryViewTest, StartsAtTheDataSetsCurrentDate) {
+    const SYSTEMTIME date = Day(2026, 5, 20);
+    data->SetCurrentDate(date);
+    Make();
+    EXPECT_EQ(Start(), ToDateKey(Day(2026, 5, 10)));
+    ExpectScroll(365, 56);
+    EXPECT_EQ(ToDateKey(view->GetCurrentDate()), ToDateKey(date));
+}
+
+// ---- Scrolling ----
+
+struct ScrollCase {
+    const char* label;
+    int request;
+    SYSTEMTIME start;
+};
+
+TEST_F(DiaryViewTest, ScrollsByADayAndByTenDays) {
+    data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);
+    Make();
+    const ScrollCase cases[] = {
+        {"line up", SB_LINEUP, Day(2026, 3, 4)},
+        {"line down", SB_LINEDOWN, Day(2026, 3, 5)},
+        {"page down", SB_PAGEDOWN, Day(2026, 3, 15)},
+        {"page up", SB_PAGEUP, Day(2026, 3, 5)},
+        {"dragging", SB_THUMBTRACK, Day(2026, 3, 5)},
+        {"to the top", SB_TOP, Day(2026, 3, 5)},
+        {"to the bottom", SB_BOTTOM, Day(2026, 3, 5)},
+        {"end of scrolling", SB_ENDSCROLL, Day(2026, 3, 5)},
+    };
+    for (const ScrollCase& c : cases) {
+        LUNARA_ROW(c);
+        ScrollBy(c.request);
+        EXPECT_EQ(Start(), ToDateKey(c.start));
+    }
+    ExpectScroll(465, 90);
+}
+
+TEST_F(DiaryViewTest, ScrollingRepaintsBothControls) {
+    Make();
+    ASSERT_FALSE(WaitsForPaint(Agenda()));
+    ASSERT_FALSE(WaitsForPaint(Calendar()));
+    ScrollBy(SB_LINEDOWN);
+    EXPECT_TRUE(WaitsForPaint(Agenda()));
+    EXPECT_TRUE(WaitsForPaint(Calendar()));
+}
+
+TEST_F(DiaryViewTest, PagingUpFromTheFirstDayEnlargesTheRangeAtTheTop) {
+    Make();
+    ExpectScroll(375, 0);
+    ScrollBy(SB_PAGEUP);
+    EXPECT_EQ(Start(), ToDateKey(Day(2026, 2, 23)));
+    ExpectScroll(385, 0);
+}
+
+TEST_F(DiaryViewTest, ScrollingPastTheEndEnlargesTheRangeAtTheBottom) {
+    data->SetCurrentDate(Day(2027, 3, 20));
+    Make();
+    EXPECT_EQ(Start(), ToDateKey(Day(2027, 3, 10)));
+    ExpectScroll(365, 360);
+    ScrollBy(SB_PAGEDOWN);
+    ExpectScroll(370, 370);
+}
+
+TEST_F(DiaryViewTest, ThumbMovesTheStartWhenItIsLetGo) {
+    data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);
+    Make();
+    const HWND bar = Child(DiaryView::ScrollBarId);
+    SCROLLBARINFO info{};
+    info.cbSize = sizeof(info);
+    ASSERT_TRUE(::SendMessageW(bar, SBM_GETSCROLLBARINFO, 0, reinterpret_cast<LPARAM>(&info)));
+    const LONG x = 5;
+    const LONG thumb = (info.xyThumbTop + info.xyThumbBottom) / 2;
+    const DateKey before = Start();
+    // The bar's own loop takes these from the queue.
+    ::PostMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x, thumb + 60));
+    ::PostMessageW(bar, WM_LBUTTONUP, 0, MAKELPARAM(x, thumb + 60));
+    ::SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, thumb));
+    PumpMessages();
+    EXPECT_GT(Start(), before);
+    const SCROLLINFO scroll = Scroll();
+    EXPECT_GT(scroll.nPos, 90);
+    // One step is one day.
+    SYSTEMTIME expected{};
+    AddDays(Day(2026, 3, 5), scroll.nPos - 90, expected);
+    EXPECT_EQ(Start(), ToDateKey(expected));
+}
+
+TEST_F(DiaryViewTest, CannotScrollBeforeTheCalendarBegins) {
+    Make();
+    view->SetCurrentDate(Day(1601, 1, 3));
+    EXPECT_EQ(Start(), ToDateKey(Day(1601, 1, 1)));
+    ScrollBy(SB_LINEUP);
+    for (int i = 0; i < 4; ++i) {
+        ScrollBy(SB_LINEDOWN);
+    }
+    ScrollBy(SB_PAGEUP);
+    EXPECT_EQ(Start(), ToDateKey(Day(1601, 1, 5)));
+}
+
+// ---- Bringing dates into view ----
+
+TEST_F(DiaryViewTest, ADateThatIsShownMovesNothing) {
+    Make();
+    view->SetCurrentDate(Day(2026, 3, 24));
+    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 5)));
+    // The day after the last row counts as shown.
+    view->SetCurrentDate(Day(2026, 3, 25));
+    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 5)));
+    EXPECT_EQ(ToDateKey(view->GetCurrentDate()), ToDateKey(Day(2026, 3, 25)));
+}
+
+TEST_F(DiaryViewTest, ALaterDateComesIntoTheSecondRowFromTheBottom) {
+    Make();
+    data->SetCurrentDate(Day(2026, 3, 26));
+    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 8)));  // 20 rows: 18 above it, one below
+}
+
+TEST_F(DiaryViewTest, AnEarlierDateComesIntoTheThirdRow) {
+    Make();
+    data->SetCurrentDate(Day(2026, 3, 4));
+    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 2)));
+}
+
+TEST_F(DiaryViewTest, SettingTheSameDateBringsItBackIntoView) {
+    Make();
+    for (int i = 0; i < 5; ++i) {
+        ScrollBy(SB_PAGEDOWN);
+    }
+    view->SetCurrentDate(Day(2026, 3, 15));
+    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 13)));
+}
+
+// ---- Size ----
+
+TEST_F(DiaryViewTest, DateStaysInViewWhenTheWindowIsResized) {
+    Make(480, 319);  // 15 px a row: 21 of them fit
+    SYSTEMTIME last{};
+    ASSERT_EQ(FromDateKey(Start(), last), 1);
+    AddDays(last, 20, last);
+    data->SetCurrentDate(last);
+    const DateKey start = Start();
+    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 318, SWP_NOZORDER);
+    EXPECT_EQ(Start(), start);
+    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 640, SWP_NOZORDER);  // 20 fit
+    SYSTEMTIME expected{};
+    AddDays(last, -18, expected);
+    EXPECT_EQ(Start(), ToDateKey(expected));
+    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 700, SWP_NOZORDER);
+    EXPECT_EQ(Start(), ToDateKey(expected));
+    // A diary that was scrolled away from the date is left where it is.
+    ScrollBy(SB_PAGEDOWN);
+    ScrollBy(SB_PAGEDOWN);
+    const DateKey away = Start();
+    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 319, SWP_NOZORDER);
+    EXPECT_EQ(Start(), away);
+}
+
+}  // namespace
+}  // namespace lunara

@@ -1,0 +1,101 @@
+#pragma once
+
+// A diary view in a visible window, on 15 March 2026, with an empty data set.
+
+#include <memory>
+
+#include "records/user_data.h"
+#include "tests/ui/views/view_test_support.h"
+#include "views/diary_view.h"
+
+namespace lunara {
+
+class DiaryViewTest : public UiTest {
+  protected:
+    static constexpr int WidthPx = 480;
+    static constexpr int HeightPx = 640;
+    static constexpr LONG RowPx = 32;
+
+    void SetUp() override {
+        UiTest::SetUp();
+        SetLocalNow(Day(2026, 3, 15));
+        data = std::make_unique<UserData>();
+        view = std::make_unique<DiaryView>(*data);
+        ASSERT_EQ(parent.Make(nullptr, 800, 700), 1);
+        ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
+    }
+    void TearDown() override {
+        ::DestroyWindow(parent.Handle());
+        view.reset();
+        UiTest::TearDown();
+    }
+
+    void Make(int width = WidthPx, int height = HeightPx) {
+        ASSERT_EQ(view->Create(0, nullptr, TEXT("Diary view"), WS_CHILD | WS_VISIBLE, 0, 0, width,
+                               height, parent.Handle(), nullptr),
+                  1);
+        PumpMessages();
+    }
+    HWND Child(int id) const { return ::GetDlgItem(view->Handle(), id); }
+    HWND Agenda() const { return Child(DiaryView::AgendaId); }
+    HWND Calendar() const { return Child(DiaryView::CalendarId); }
+
+    DateKey Start() const {
+        CalendarHitTest top{};
+        ::SendMessageW(Calendar(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&top));
+        return ToDateKey(top.date);
+    }
+    Box TopCell() const {
+        CalendarHitTest top{};
+        ::SendMessageW(Calendar(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&top));
+        return BoxOf(top.cell);
+    }
+    SCROLLINFO Scroll() const {
+        SCROLLINFO info{};
+        info.cbSize = sizeof(info);
+        info.fMask = SIF_RANGE | SIF_POS;
+        ::GetScrollInfo(Child(DiaryView::ScrollBarId), SB_CTL, &info);
+        return info;
+    }
+    void ExpectScroll(int maximum, int position) const {
+        const SCROLLINFO info = Scroll();
+        EXPECT_EQ(info.nMin, 0);
+        EXPECT_EQ(info.nMax, maximum);
+        EXPECT_EQ(info.nPos, position);
+    }
+    void ScrollBy(int request) {
+        ::SendMessageW(view->Handle(), WM_VSCROLL, static_cast<WPARAM>(request),
+                       reinterpret_cast<LPARAM>(Child(DiaryView::ScrollBarId)));
+    }
+    std::int32_t LineCount() const {
+        return static_cast<AgendaCtrl*>(Window::FromHandle(Agenda()))->LineCount();
+    }
+
+    struct Row {
+        AgendaRowRequest request;
+        AgendaItem items[MaxDiaryItems];
+    };
+    /// The view's answer to the agenda.
+    Row AskRow(std::int32_t index, LRESULT expected = 1) {
+        Row row{};
+        row.request.header = {Agenda(), DiaryView::AgendaId, AGN_GETROW};
+        row.request.rowIndex = index;
+        row.request.lineCount = LineCount();
+        EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, DiaryView::AgendaId,
+                                 reinterpret_cast<LPARAM>(&row)),
+                  expected);
+        return row;
+    }
+    /// A tap on the middle of a cell of the agenda.
+    void Tap(int column, int row) {
+        const LONG cell = RowPx;
+        ::SendMessageW(Agenda(), WM_LBUTTONUP, 0,
+                       MAKELPARAM(column * cell + cell / 2, row * cell + cell / 2));
+    }
+
+    ScriptedWindow parent;
+    std::unique_ptr<UserData> data;
+    std::unique_ptr<DiaryView> view;
+};
+
+}  // namespace lunara
