@@ -64,8 +64,15 @@ int Restore(DialogHost& main, SignedInUser user) {
     const HiddenButtons hidden(main);
     RestoreDialog dialog(BackupsFolderOfUser(user.userName), &main.Frame());
     if (dialog.DoModal() != IDOK ||
-        ShowMessage(main.Frame().Handle(), IDS_ASK_RESTORE, CaptionWarning, MB_YESNO) != IDYES ||
-        RestoreFiles(user.userName, dialog.backupName.data()) == 0) {
+        ShowMessage(main.Frame().Handle(), IDS_ASK_RESTORE, CaptionWarning, MB_YESNO) != IDYES) {
+        return 0;
+    }
+    if (RestoreFiles(user.userName, dialog.backupName.data()) == 0) {
+        if (IsRestoreCutOff(user.userName)) {
+            // Of her diary, only what is in memory is sure to be whole.
+            user.data.MarkAllDirty();
+            ShowRestoreCutOff(nullptr);
+        }
         return 0;
     }
     // What is in memory belongs to the files that were just replaced: it must not be saved over

@@ -7,6 +7,7 @@
 #include "frame/messages.h"
 #include "platform/pocketpc/documents_folder.h"
 #include "records/data_folder.h"
+#include "records/replacement_file.h"
 #include "resources/ids.h"
 
 namespace lunara {
@@ -17,13 +18,13 @@ constexpr WCHAR AllFiles[] = TEXT("*.*");
 constexpr WCHAR DataFiles[] = TEXT("*.dat");
 
 // Beside the user's folder. No user's folder can have such a name: "%7E" would be an escape, and a
-// '~' is never escaped. What is there tells how far a restore has come (RecoverInterruptedRestore).
+// '~' is never escaped. What is there tells how far a restore has come (Recover).
 constexpr WCHAR StagedSuffix[] = TEXT("%7Erestore");  // the copies, until they are in place
 constexpr WCHAR AsideSuffix[] = TEXT("%7Easide");     // the user's files while they are moved
 constexpr WCHAR BeforeSuffix[] = TEXT("%7Ebefore");   // all of them; the copies may go in
 
 bool Rename(const WideString& from, const WideString& to) {
-    return ::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_WRITE_THROUGH) != FALSE;
+    return CurrentFileCalls().MoveFolder(from.c_str(), to.c_str()) != FALSE;
 }
 
 /// Whether the name stays inside the folder that it is appended to, and names something there.
@@ -110,6 +111,36 @@ bool SwapFiles(const RestorePlaces& places, std::vector<WideString>& left) {
     return false;
 }
 
+enum class Recovery { Undone, Finished, NotYet };
+
+/// Ends a restore that was cut off, in the direction that is still open.
+Recovery Recover(const RestorePlaces& places) {
+    Recovery result = Recovery::Undone;
+    if (IsFolder(places.aside)) {
+        // Cut off while the user's files were being moved: none of the copies is among them yet.
+        if (CreateDirectoryTree(places.user.c_str()) == 0 || !BringBack(places)) {
+            return Recovery::NotYet;
+        }
+    } else if (IsFolder(places.before)) {
+        if (!IsFolder(places.user)) {
+            // Cut off between the two renames.
+            if (!Rename(places.before, places.user)) {
+                return Recovery::NotYet;
+            }
+        } else if (IsFolder(places.staged)) {
+            // Cut off while the copies were being put in place, and perhaps still not all can be.
+            if (!MoveFolderFiles(places.staged.c_str(), places.user.c_str()).empty()) {
+                return Recovery::NotYet;
+            }
+            result = Recovery::Finished;
+        }
+        // Without copies left over, only the tidying up was missed.
+    }
+    RemoveFolder(places.staged);
+    RemoveFolder(places.before);
+    return result;
+}
+
 }  // namespace
 
 WideString BackupsFolderOfUser(WideView userName) {
@@ -128,6 +159,9 @@ int BackupFiles(WideView userName, WideView backupName) {
         ShowMessage(nullptr, IDS_NO_BACKUP_FOLDER, CaptionError, MB_OK);
         return 0;
     }
+    if (RecoverInterruptedRestore(userName) == 0) {
+        return 0;  // her files are not all in her folder
+    }
     // A collection that has become empty has no file any more. What an earlier backup of the same
     // name left of it would bring deleted entries back, or, under an older password, keep the whole
     // backup from ever being opened.
@@ -141,20 +175,20 @@ int BackupFiles(WideView userName, WideView backupName) {
 int RestoreFiles(WideView userName, WideView backupName) {
     const WideString source = BackupFolder(userName, backupName);
     const RestorePlaces places = PlacesOf(userName);
-    if (RecoverInterruptedRestore(userName) == 0 || IsAnyLeftOver(places) || source.empty() ||
+    if (Recover(places) == Recovery::NotYet || IsAnyLeftOver(places) || source.empty() ||
         !IsFolder(source) || CreateDirectoryTree(places.staged.c_str()) == 0) {
         return 0;
     }
     std::vector<WideString> left;
-    const bool restored =
-        CopyFolderFiles(source.c_str(), places.staged.c_str(), AllFiles, false, true, false,
-                        NormalFiles::Take) != 0 &&
-        (SwapFolders(places) || (IsFolder(places.user) && SwapFiles(places, left)));
+    bool restored = CopyFolderFiles(source.c_str(), places.staged.c_str(), AllFiles, false, true,
+                                    false, NormalFiles::Take) != 0 &&
+                    (SwapFolders(places) || (IsFolder(places.user) && SwapFiles(places, left)));
     if (restored) {
         RemoveFolder(places.staged);
         RemoveFolder(places.before);
     } else {
-        RecoverInterruptedRestore(userName);
+        // When her files can no longer go back, the copies go in after all.
+        restored = Recover(places) == Recovery::Finished;
     }
     // Only now, with every file in its place: while a box stands, anything can happen.
     for (const WideString& path : left) {
@@ -163,29 +197,19 @@ int RestoreFiles(WideView userName, WideView backupName) {
     return restored ? 1 : 0;
 }
 
-int RecoverInterruptedRestore(WideView userName) {
+bool IsRestoreCutOff(WideView userName) {
     const RestorePlaces places = PlacesOf(userName);
-    if (IsFolder(places.aside)) {
-        // Cut off while the user's files were being moved: none of the copies is among them yet.
-        if (CreateDirectoryTree(places.user.c_str()) == 0 || !BringBack(places)) {
-            return 0;
-        }
-    } else if (IsFolder(places.before)) {
-        if (!IsFolder(places.user)) {
-            // Cut off between the two renames.
-            if (!Rename(places.before, places.user)) {
-                return 0;
-            }
-        } else if (IsFolder(places.staged) &&
-                   !MoveFolderFiles(places.staged.c_str(), places.user.c_str()).empty()) {
-            // Cut off while the copies were being put in place, and still not all of them can be.
-            return 0;
-        }
-        // Without copies left over, only the tidying up was missed.
-    }
-    RemoveFolder(places.staged);
-    RemoveFolder(places.before);
-    return 1;
+    return IsFolder(places.aside) ||
+           (IsFolder(places.before) && (!IsFolder(places.user) || IsFolder(places.staged)));
+}
+
+void ShowRestoreCutOff(HWND owner) {
+    ShowText(owner, TEXT("A restore was cut off, and its files are still in use!"), CaptionWarning,
+             MB_ICONEXCLAMATION);
+}
+
+int RecoverInterruptedRestore(WideView userName) {
+    return Recover(PlacesOf(userName)) != Recovery::NotYet ? 1 : 0;
 }
 
 }  // namespace lunara

@@ -25,6 +25,13 @@ int BackupFiles(WideView userName, WideView backupName);
 /// RecoverInterruptedRestore finds them.
 int RestoreFiles(WideView userName, WideView backupName);
 
+/// Whether a restore failed in a way that leaves the user's folder without some of her files until
+/// it is ended. What is in memory is whole then, and must be saved whole or not at all.
+bool IsRestoreCutOff(WideView userName);
+
+/// Shows "A restore was cut off, and its files are still in use!".
+void ShowRestoreCutOff(HWND owner);
+
 /// Ends a restore that was cut off (the program or the device stopped): the user's folder is then
 /// what it was before, or, when the copies had begun to go in, what it was to become. Also tidies
 /// up after one that was done. To be called before the files are read. 1, or 0 while a file that

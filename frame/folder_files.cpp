@@ -5,12 +5,12 @@
 #include <vector>
 
 #include "frame/messages.h"
+#include "records/replacement_file.h"
 
 namespace lunara {
 namespace {
 
 constexpr WCHAR AllFiles[] = TEXT("*.*");
-constexpr DWORD MoveFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
 constexpr WCHAR DeleteFileFailed[] = TEXT("Fail to delete file '%s'");
 constexpr WCHAR DeleteFolderFailed[] = TEXT("Fail to delete folder '%s'");
 
@@ -183,7 +183,7 @@ std::vector<WideString> MoveFolderFiles(const WCHAR* source, const WCHAR* target
     std::vector<WideString> left;
     TransferFiles(source, target, AllFiles, NormalFiles::Take,
                   [&left](const WCHAR* from, const WCHAR* to) {
-                      if (IsFolder(from) || ::MoveFileExW(from, to, MoveFlags) == FALSE) {
+                      if (IsFolder(from) || CurrentFileCalls().Replace(from, to) == FALSE) {
                           left.emplace_back(from);
                       }
                       return true;
@@ -195,7 +195,7 @@ int MoveAllFolderFiles(const WCHAR* source, const WCHAR* target) {
     std::vector<std::pair<WideString, WideString>> moved;
     const int finished = TransferFiles(source, target, AllFiles, NormalFiles::Take,
                                        [&moved](const WCHAR* from, const WCHAR* to) {
-                                           if (::MoveFileExW(from, to, MoveFlags) == FALSE) {
+                                           if (CurrentFileCalls().Replace(from, to) == FALSE) {
                                                return false;
                                            }
                                            moved.emplace_back(from, to);
@@ -203,7 +203,7 @@ int MoveAllFolderFiles(const WCHAR* source, const WCHAR* target) {
                                        });
     if (finished == 0) {
         for (const auto& [from, to] : moved) {
-            ::MoveFileExW(to.c_str(), from.c_str(), MoveFlags);
+            CurrentFileCalls().Replace(to.c_str(), from.c_str());
         }
     }
     return finished;

@@ -1,6 +1,8 @@
 #include "frame/saving.h"
 
+#include "frame/backup_files.h"
 #include "frame/messages.h"
+#include "records/data_folder.h"
 
 namespace lunara {
 namespace {
@@ -17,21 +19,40 @@ bool AskForRetry(const WideString& path, DWORD error) {
            IDRETRY;
 }
 
+/// Where a restore that was cut off may still move files, nothing is saved before it is ended.
+bool EndRestore(const WCHAR* userName, WideString& failedPath) {
+    if (!IsRestoreCutOff(userName) || RecoverInterruptedRestore(userName) != 0) {
+        return true;
+    }
+    failedPath = DataFolderOfUser(userName);
+    ::SetLastError(ERROR_SHARING_VIOLATION);  // whatever it was that kept a file from being moved
+    return false;
+}
+
+bool Save(SignedInUser user, WideString& failedPath) {
+    if (!EndRestore(user.userName, failedPath)) {
+        return false;
+    }
+    user.password.Unmask();
+    const int saved = user.data.Save(user.userName, user.password.Text());
+    const DWORD error = ::GetLastError();
+    user.password.Mask();
+    failedPath = user.data.FailedPath();
+    ::SetLastError(error);
+    return saved != 0;
+}
+
 }  // namespace
 
 int SaveWithHeldPassword(SignedInUser user) {
-    for (;;) {
-        user.password.Unmask();
-        const int saved = user.data.Save(user.userName, user.password.Text());
+    WideString failedPath;
+    while (!Save(user, failedPath)) {
         const DWORD error = ::GetLastError();
-        user.password.Mask();
-        if (saved != 0) {
-            return 1;
-        }
-        if (!AskForRetry(user.data.FailedPath(), error)) {
+        if (!AskForRetry(failedPath, error)) {
             return 0;
         }
     }
+    return 1;
 }
 
 }  // namespace lunara

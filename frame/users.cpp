@@ -12,8 +12,7 @@ namespace {
 /// One try with what the dialog holds. On failure says why and asks for the password again.
 bool TryToLoad(LoginDialog& dialog, UserData& data) {
     if (RecoverInterruptedRestore(dialog.userName) == 0) {
-        ShowText(dialog.Handle(), TEXT("A restore was cut off, and its files are still in use!"),
-                 CaptionWarning, MB_ICONEXCLAMATION);
+        ShowRestoreCutOff(dialog.Handle());
         return false;
     }
     const int loaded = data.Load(dialog.userName, dialog.password);

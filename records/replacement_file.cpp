@@ -40,6 +40,10 @@ BOOL FileCalls::Link(const WCHAR* path, const WCHAR* name) {
 
 BOOL FileCalls::Remove(const WCHAR* path) { return ::DeleteFileW(path); }
 
+BOOL FileCalls::MoveFolder(const WCHAR* from, const WCHAR* to) {
+    return ::MoveFileExW(from, to, MOVEFILE_WRITE_THROUGH);
+}
+
 FileCalls& CurrentFileCalls() { return *currentCalls; }
 
 void UseFileCalls(FileCalls* calls) { currentCalls = calls != nullptr ? calls : &systemCalls; }

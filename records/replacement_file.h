@@ -29,6 +29,8 @@ class FileCalls {
     /// A second name for a file; not every file system has that.
     virtual BOOL Link(const WCHAR* path, const WCHAR* name);
     virtual BOOL Remove(const WCHAR* path);
+    /// Renames a folder to a name that nothing has, and has reached the disk when it returns.
+    virtual BOOL MoveFolder(const WCHAR* from, const WCHAR* to);
 };
 
 /// The calls in use.

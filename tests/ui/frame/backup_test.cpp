@@ -117,13 +117,16 @@ TEST_F(BackupCommandTest, TheDialogOffersTheMomentsStampAndSaves) {
     FillDiary(main->Data());
     std::wstring name;
     LRESULT checked = 0;
+    LRESULT limit = 0;
     script->Then([&](HWND dialog) {
         name = TextOf(::GetDlgItem(dialog, IDC_BACKUP_NAME));
+        limit = ::SendDlgItemMessageW(dialog, IDC_BACKUP_NAME, EM_GETLIMITTEXT, 0, 0);
         checked = ::SendDlgItemMessageW(dialog, IDC_SAVE_FIRST, BM_GETCHECK, 0, 0);
         ::SendMessageW(dialog, WM_COMMAND, IDOK, 0);
     });
     Command(IDM_BACKUP);
     EXPECT_EQ(name, L"15-May-2024 09-00");
+    EXPECT_EQ(limit, 259);
     EXPECT_EQ(checked, BST_CHECKED);
     EXPECT_EQ(BoxTexts(), Texts{L"Backup is done!"});
     EXPECT_EQ(messages.boxes[0].caption, L"Message");
