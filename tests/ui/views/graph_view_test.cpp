@@ -2,6 +2,8 @@
 
 #include "views/graph_view.h"
 
+#include <algorithm>
+
 #include "frame/settings.h"
 #include "tests/ui/views/graph_view_test_support.h"
 
@@ -68,27 +70,43 @@ TEST_F(GraphViewTest, StraySettingsAreAsIfMissing) {
     EXPECT_EQ(view->GetMeasure(), MeasureFahrenheit);
 }
 
-TEST_F(GraphViewTest, ChildrenStandWhereTheLayoutSays) {
+class GraphViewPlacesTest : public GraphViewTest {
+  protected:
+    /// Children against each other and against a view of that size.
+    void ExpectPlaces(int width, int height) {
+        const Box chart = PlaceOf(Item(GraphView::ChartId));
+        const Box calendar = PlaceOf(Item(GraphView::CalendarId));
+        const Box bar = PlaceOf(Item(GraphView::ScrollBarId));
+        const Box picker = PlaceOf(Item(GraphView::DatePickerId));
+        const Box edit = PlaceOf(Item(GraphView::ValueEditId));
+        const Box spin = PlaceOf(Item(GraphView::ValueSpinId));
+        EXPECT_EQ(chart.left, 0);
+        EXPECT_EQ(chart.top, 0);
+        EXPECT_EQ(chart.right, width);
+        EXPECT_EQ(chart.bottom, calendar.top);
+        EXPECT_EQ(calendar.left, 34);
+        EXPECT_EQ(calendar.right, width);
+        EXPECT_EQ(calendar.bottom, bar.top);
+        EXPECT_EQ(bar.left, 34);
+        EXPECT_EQ(bar.right, width);
+        EXPECT_EQ(PlaceOf(Item(GraphView::FahrenheitId)).top, chart.bottom);
+        EXPECT_EQ(PlaceOf(Item(GraphView::FahrenheitId)).right, 34);
+        EXPECT_EQ(PlaceOf(Item(GraphView::CelsiusId)).top,
+                  PlaceOf(Item(GraphView::FahrenheitId)).bottom);
+        EXPECT_EQ(picker.right + 5, width / 2);
+        EXPECT_EQ(spin.right, width - 5);
+        EXPECT_EQ(edit.right, spin.left);
+        EXPECT_GT(picker.bottom, height - 10);
+        EXPECT_EQ(picker.top, edit.top);
+        EXPECT_EQ(picker.top, spin.top);
+    }
+};
+
+TEST_F(GraphViewPlacesTest, FollowTheSizeOfTheView) {
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
-    const Box chart = PlaceOf(Item(GraphView::ChartId));
-    const Box calendar = PlaceOf(Item(GraphView::CalendarId));
-    const Box bar = PlaceOf(Item(GraphView::ScrollBarId));
-    EXPECT_EQ(chart.left, 0);
-    EXPECT_EQ(chart.top, 0);
-    EXPECT_EQ(chart.right, Width);
-    EXPECT_EQ(chart.bottom, calendar.top);
-    EXPECT_EQ(calendar.left, 34);
-    EXPECT_EQ(calendar.right, Width);
-    EXPECT_EQ(calendar.bottom, bar.top);
-    EXPECT_EQ(bar.left, 34);
-    EXPECT_EQ(PlaceOf(Item(GraphView::FahrenheitId)).top, chart.bottom);
-    EXPECT_EQ(PlaceOf(Item(GraphView::FahrenheitId)).right, 34);
-    EXPECT_EQ(PlaceOf(Item(GraphView::CelsiusId)).top,
-              PlaceOf(Item(GraphView::FahrenheitId)).bottom);
-    EXPECT_EQ(PlaceOf(Item(GraphView::DatePickerId)).right + 5, Width / 2);
-    EXPECT_EQ(PlaceOf(Item(GraphView::ValueSpinId)).right, Width - 5);
-    EXPECT_EQ(PlaceOf(Item(GraphView::ValueEditId)).right,
-              PlaceOf(Item(GraphView::ValueSpinId)).left);
+    ExpectPlaces(Width, Height);
+    ::SetWindowPos(view->Handle(), nullptr, 0, 0, Width + 100, Height + 60, SWP_NOZORDER);
+    ExpectPlaces(Width + 100, Height + 60);
 }
 
 TEST_F(GraphViewTest, ChildrenHaveTheirClassesAndStyles) {
@@ -233,7 +251,11 @@ TEST_F(GraphViewTest, LabelsNameTheDateAndTheValue) {
     EXPECT_GT(fahrenheit, 20);
     Tap(GraphView::CelsiusId);
     Paint();
-    EXPECT_NE(InkIn(view->Handle(), label), fahrenheit);
+    const int celsius = InkIn(view->Handle(), label);
+    EXPECT_NE(celsius, fahrenheit);
+    view->SetShowBleeding(true);
+    Paint();
+    EXPECT_GT(InkIn(view->Handle(), label), std::max(celsius, fahrenheit));  // the longest word
 }
 
 // ---- The rest ----
