@@ -10,7 +10,11 @@ namespace {
 constexpr DWORD FrameStyle =
     WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME | WS_CLIPCHILDREN;
 
+constexpr UINT_PTR IconTimerId = 0x49434F;  // apart from the window's own timers
+
 HWND topLevelWindow = nullptr;
+HINSTANCE iconModule = nullptr;
+UINT icon = 0;
 
 SIZE FrameSize(SIZE client, DWORD style, DWORD exStyle) {
     RECT frame{0, 0, client.cx, client.cy};
@@ -40,6 +44,26 @@ void KeepOnScreen(HWND window) {
         std::max(work.top, std::min(frame.top, work.bottom - (frame.bottom - frame.top)));
     if (x != frame.left || y != frame.top) {
         ::SetWindowPos(window, nullptr, x, y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
+
+/// To make icons takes some milliseconds, for which nobody should wait: they come when the window
+/// has nothing else to do.
+void CALLBACK GiveIcons(HWND window, UINT /*message*/, UINT_PTR timer, DWORD /*time*/) {
+    ::KillTimer(window, timer);
+    struct {
+        WPARAM kind;
+        int width;
+        int height;
+    } const kinds[] = {{ICON_BIG, SM_CXICON, SM_CYICON}, {ICON_SMALL, SM_CXSMICON, SM_CYSMICON}};
+    for (const auto& [kind, width, height] : kinds) {
+        // Shared icons are the system's to free.
+        const HANDLE loaded =
+            ::LoadImageW(iconModule, MAKEINTRESOURCEW(icon), IMAGE_ICON, ::GetSystemMetrics(width),
+                         ::GetSystemMetrics(height), LR_SHARED);
+        if (loaded != nullptr) {
+            ::SendMessageW(window, WM_SETICON, kind, reinterpret_cast<LPARAM>(loaded));
+        }
     }
 }
 
@@ -73,20 +97,9 @@ void EquipTopLevelWindow(HWND window, HINSTANCE instance, UINT iconId) {
     topLevelWindow = window;
     AddWindowHook(window, &HookTopLevel, nullptr);
     KeepOnScreen(window);
-    struct {
-        WPARAM kind;
-        int width;
-        int height;
-    } const icons[] = {{ICON_BIG, SM_CXICON, SM_CYICON}, {ICON_SMALL, SM_CXSMICON, SM_CYSMICON}};
-    for (const auto& icon : icons) {
-        // Shared icons are the system's to free.
-        const HANDLE loaded = ::LoadImageW(instance, MAKEINTRESOURCEW(iconId), IMAGE_ICON,
-                                           ::GetSystemMetrics(icon.width),
-                                           ::GetSystemMetrics(icon.height), LR_SHARED);
-        if (loaded != nullptr) {
-            ::SendMessageW(window, WM_SETICON, icon.kind, reinterpret_cast<LPARAM>(loaded));
-        }
-    }
+    iconModule = instance;
+    icon = iconId;
+    ::SetTimer(window, IconTimerId, USER_TIMER_MINIMUM, &GiveIcons);
 }
 
 HWND TopLevelWindow() { return topLevelWindow; }

@@ -15,8 +15,8 @@ inline constexpr SIZE LeastClient{240, 320};
 /// close and minimise boxes and a resizable frame. A screen that is too small makes it smaller.
 void PrepareTopLevelWindow(CREATESTRUCTW& parameters);
 
-/// Gives the window its icon (resource `iconId`) and its least size, and moves it onto the screen
-/// where it hangs over. To be called while it is created.
+/// Gives the window its least size and, at its first idle moment, its icon (resource `iconId`), and
+/// moves it onto the screen where it hangs over. To be called while it is created.
 void EquipTopLevelWindow(HWND window, HINSTANCE instance, UINT iconId);
 
 /// The window equipped last, while it exists; else null.

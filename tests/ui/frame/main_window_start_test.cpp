@@ -80,7 +80,14 @@ TEST_F(MainWindowStartTest, IsAPortraitWindowWithCaptionAndFrame) {
     EXPECT_EQ(client.bottom, PortraitClient.cy);
     EXPECT_EQ(TextOf(main->Handle()), L"Lunara");
     EXPECT_EQ(GetMainWindow(), main.get());
-    EXPECT_NE(::SendMessageW(main->Handle(), WM_GETICON, ICON_BIG, 0), 0);
+}
+
+TEST_F(MainWindowStartTest, GetsItsIconsWhenItIsIdle) {
+    ASSERT_EQ(SignIn(), 1);
+    for (const WPARAM kind : {ICON_BIG, ICON_SMALL}) {
+        EXPECT_TRUE(
+            PumpUntil([&] { return ::SendMessageW(main->Handle(), WM_GETICON, kind, 0) != 0; }));
+    }
 }
 
 TEST_F(MainWindowStartTest, IsVisibleBehindTheSignIn) {
