@@ -14,7 +14,7 @@ namespace {
 
 using lunara::bench::NowMs;
 
-constexpr int Runs = 15;
+constexpr int Runs = 31;
 constexpr DWORD LongestWaitMs = 20'000;
 constexpr COLORREF BareColor = RGB(192, 192, 192);  // what bare_window.cpp paints
 
