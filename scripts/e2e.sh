@@ -35,7 +35,8 @@ if [[ ${1:-} == --inside ]]; then
     # A desktop window of its own: there, Wine draws frames and moves the focus itself, and does not
     # wait for a window manager that is not there.
     wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f >/dev/null 2>&1
-    wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d 1024x900 /f >/dev/null 2>&1
+    screen=${LUNARA_SCREEN:-1024x900x24}  # the whole display is the desktop
+    wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d "${screen%x*}" /f >/dev/null 2>&1
     LUNARA_E2E_DATE_FILE=$(winepath -w "$date_file" 2>/dev/null) \
         LUNARA_E2E_FULL_DISK=$(winepath -w "$full_disk_file" 2>/dev/null) \
         LUNARA_E2E_FULL_DISK_HOST=$full_disk_file \

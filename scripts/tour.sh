@@ -13,6 +13,8 @@ sizes='480x640'
 
 rm -rf build/tour
 mkdir -p build/tour build/logs
+# Higher than the tallest window.
+export LUNARA_SCREEN=1024x1100x24
 if ! LUNARA_DISPLAY=virtual LUNARA_E2E_PREFIX="$PWD/build/wine-tour" scripts/e2e.sh \
     build/windows/tests/e2e/lunara_tour.exe "--gtest_filter=*/$sizes" >build/logs/tour.log 2>&1; then
     tail -n 30 build/logs/tour.log >&2
