@@ -178,5 +178,25 @@ TEST_F(GraphSettings, EverythingIsFoundAgainAtTheNextStart) {
     ExpectSettings(ViewGraph, 2, 1, 2 + 4 + 16);
 }
 
+TEST_F(GraphSettings, PickedDatesAreWrittenTheUsersWayAndTheProgramsOwnAreNot) {
+    const ShortDateFormat format(L"dd.MM.yyyy");
+    WriteNumber(L"CurrentView", ViewGraph);
+    Program program(folder);
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
+    const GraphScreen graph(program);
+    EXPECT_EQ(Program::TextOf(graph.Control(GraphDatePicker)), L"05.03.2006");
+    program.Post(CommandHistory);
+    const HWND history = program.WaitForDialog(L"Menstrual Period History");
+    ASSERT_NE(history, nullptr);
+    EXPECT_EQ(Program::TextOf(::GetDlgItem(history, HistoryStart)), L"28.02.2006");
+    EXPECT_EQ(Program::TextOf(::GetDlgItem(history, HistoryEnd)), L"05.03.2006");
+    ASSERT_TRUE(program.Leave(history, ControlCancel));
+    program.Post(CommandBackup);
+    const HWND backup = program.WaitForDialog(L"Backup");
+    ASSERT_NE(backup, nullptr);
+    EXPECT_EQ(Program::TextOf(::GetDlgItem(backup, BackupName)), L"05-Mar-2006 12-00");
+    ASSERT_TRUE(program.Leave(backup, ControlCancel));
+}
+
 }  // namespace
 }  // namespace lunara::e2e

@@ -142,6 +142,18 @@ std::optional<std::wstring> ReadText(const WCHAR* name) {
     return value.data();
 }
 
+ShortDateFormat::ShortDateFormat(const std::wstring& format) {
+    std::array<WCHAR, 80> present{};
+    ::GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, LOCALE_SSHORTDATE, present.data(),
+                      static_cast<int>(present.size()));
+    before = present.data();
+    ::SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, format.c_str());
+}
+
+ShortDateFormat::~ShortDateFormat() {
+    ::SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, before.c_str());
+}
+
 ProgramFolder::ProgramFolder(const std::wstring& testName) {
     const fs::path build = BuildFolder();
     const fs::path folder = build / L"e2e" / L"run" / testName;

@@ -43,6 +43,18 @@ void WriteText(const WCHAR* name, const std::wstring& value);
 std::optional<DWORD> ReadNumber(const WCHAR* name);
 std::optional<std::wstring> ReadText(const WCHAR* name);
 
+/// For its life, whoever starts a program writes short dates like this ("dd.MM.yyyy").
+class ShortDateFormat {
+  public:
+    explicit ShortDateFormat(const std::wstring& format);
+    ShortDateFormat(const ShortDateFormat&) = delete;
+    ShortDateFormat& operator=(const ShortDateFormat&) = delete;
+    ~ShortDateFormat();
+
+  private:
+    std::wstring before;
+};
+
 // ---- Folders and programs ----
 
 /// A program folder of its own for one test, with fresh copies of the programs and nothing else.
