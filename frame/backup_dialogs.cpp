@@ -48,27 +48,17 @@ RestoreDialog::RestoreDialog(WideView folder, Window* owner)
 HWND RestoreDialog::List() const { return ::GetDlgItem(Handle(), IDC_BACKUP_LIST); }
 
 void RestoreDialog::FillList() {
-    WideString pattern = backupsFolder;
-    WIN32_FIND_DATAW entry{};
-    HANDLE search = INVALID_HANDLE_VALUE;
-    // Without a folder for backups there are none. Joined to nothing, the pattern would name the
-    // root of the drive, and its folders would be offered for deletion.
-    if (!backupsFolder.empty() && AppendPath(pattern, TEXT("*.*")) != 0) {
-        search = ::FindFirstFileW(pattern.c_str(), &entry);
-    }
-    if (search == INVALID_HANDLE_VALUE) {
+    // Without a folder for backups there are none: an empty path would name the root of the drive,
+    // and its folders would be offered for deletion.
+    if (backupsFolder.empty()) {
         return;
     }
-    do {
-        if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 || entry.cFileName[0] == '.') {
-            continue;
-        }
-        ::SendMessageW(List(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.cFileName));
+    for (const WideString& name : SubFolders(backupsFolder.c_str())) {
+        ::SendMessageW(List(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
         if (backupName[0] == 0) {  // the first one found, which need not be the first of the list
-            CopyText(backupName.data(), backupName.size(), entry.cFileName);
+            CopyText(backupName.data(), backupName.size(), name.c_str());
         }
-    } while (::FindNextFileW(search, &entry) != FALSE);
-    ::FindClose(search);
+    }
 }
 
 void RestoreDialog::SayThereAreNone() {

@@ -157,6 +157,16 @@ int DeleteFilesGoneFrom(const WCHAR* source, const WCHAR* copies, const WCHAR* p
     return deleted;
 }
 
+std::vector<WideString> SubFolders(const WCHAR* folder) {
+    std::vector<WideString> names;
+    for (FolderSearch search(folder, AllFiles); search.HasEntry(); search.Next()) {
+        if (NamesFolder(search.Entry()) && !BeginsWithDot(search.Entry())) {
+            names.emplace_back(search.Entry().cFileName);
+        }
+    }
+    return names;
+}
+
 bool HasUnmovableEntries(const WCHAR* folder) {
     for (FolderSearch search(folder, AllFiles); search.HasEntry(); search.Next()) {
         if (IsDotOrDotDot(search.Entry())) {

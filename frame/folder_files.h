@@ -39,6 +39,9 @@ int CopyFolderFiles(const WCHAR* source, const WCHAR* target, const WCHAR* patte
 /// nothing. 1, or 0 when one cannot be deleted.
 int DeleteFilesGoneFrom(const WCHAR* source, const WCHAR* copies, const WCHAR* pattern);
 
+/// The names of a folder's sub-folders as they are found, without those that begin with ".".
+std::vector<WideString> SubFolders(const WCHAR* folder);
+
 /// Whether a folder has a sub-folder, or a file that is held open in a way that keeps it from being
 /// deleted.
 bool HasUnmovableEntries(const WCHAR* folder);
