@@ -1,5 +1,7 @@
 // Restore: what becomes of the files, and the command of the main window with its dialog.
 
+#include <array>
+
 #include "frame/backup_dialogs.h"
 #include "frame/backup_files.h"
 #include "records/dates.h"
@@ -111,6 +113,44 @@ TEST_F(RestoreCommandTest, WithoutABackupsFolderThereAreNoBackups) {
     RestoreDialog dialog(TEXT(""), main.get());
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
     EXPECT_EQ(BoxTexts(), Texts{L"There are no backups!"});
+}
+
+TEST_F(RestoreCommandTest, OnlyFoldersWithoutADotAreOffered) {
+    PutBackup(L"two");
+    PutBackup(L"one");
+    MakeFolder(BackupFile(L".hidden"));
+    Write(BackupFile(L"a file"), "no backup");
+    std::vector<std::wstring> offered;
+    script->Then([&](HWND dialog) {
+        const HWND list = ::GetDlgItem(dialog, IDC_BACKUP_LIST);
+        for (LRESULT i = 0; i < ::SendMessageW(list, CB_GETCOUNT, 0, 0); ++i) {
+            std::array<wchar_t, MAX_PATH> name{};
+            ::SendMessageW(list, CB_GETLBTEXT, static_cast<WPARAM>(i),
+                           reinterpret_cast<LPARAM>(name.data()));
+            offered.emplace_back(name.data());
+        }
+        ::SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    });
+    Command(IDM_RESTORE);
+    EXPECT_EQ(offered, (std::vector<std::wstring>{L"one", L"two"}));
+}
+
+TEST_F(RestoreCommandTest, TheFirstBackupFoundIsChosen) {
+    for (const wchar_t* name : {L"m", L"z", L"a"}) {
+        PutBackup(name);
+    }
+    WIN32_FIND_DATAW entry{};
+    const HANDLE search = ::FindFirstFileW(BackupFile(L"*.*").c_str(), &entry);
+    while (entry.cFileName[0] == L'.' && ::FindNextFileW(search, &entry) != FALSE) {
+    }
+    ::FindClose(search);
+    std::wstring chosen;
+    script->Then([&](HWND dialog) {
+        chosen = TextOf(::GetDlgItem(dialog, IDC_BACKUP_LIST));
+        ::SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+    });
+    Command(IDM_RESTORE);
+    EXPECT_EQ(chosen, entry.cFileName);
 }
 
 TEST_F(RestoreCommandTest, DeletingTheLastBackupClosesTheDialog) {
