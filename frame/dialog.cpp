@@ -2,6 +2,7 @@
 
 #include "frame/gdi.h"
 #include "platform/pocketpc/aygshell.h"
+#include "platform/pocketpc/full_screen_dialog.h"
 
 namespace lunara {
 namespace {
@@ -84,7 +85,11 @@ INT_PTR Dialog::DoModal() {
 }
 
 BOOL Dialog::OnInitDialog() {
-    UseShellFont(Handle());
+    if (fullScreen) {
+        CoverOwner(Handle());
+    } else {
+        UseShellFont(Handle());
+    }
     if (UpdateData(false) == 0) {
         ::EndDialog(Handle(), EndCodeFailed);
     } else if (fullScreen) {

@@ -136,6 +136,12 @@ class BackgroundModeScope {
 /// counted). The one place where it is chosen.
 HFONT ShellFont();
 
+// Bitmaps of the program are its own memory, not the display's: each bitmap that is made for the
+// display, and each selection of it, makes Wine ask its server about the monitors.
+
+/// A picture of 32 bits per pixel; holds none when it is empty or there is no memory for it.
+Bitmap MakePicture(LONG width, LONG height);
+
 /// Bitmap resource `id` of the application instance; holds none when it cannot be loaded.
 Bitmap LoadBitmapResource(UINT id);
 

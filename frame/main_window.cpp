@@ -18,6 +18,7 @@
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/owner_name.h"
+#include "platform/pocketpc/placement.h"
 #include "platform/pocketpc/top_level_window.h"
 #include "platform/text.h"
 #include "records/dates.h"
@@ -33,8 +34,9 @@ constexpr int TitleCapacity = 128;
 
 /// The view covers the other one wholly. To hide that one saves drawing it whenever it changes.
 void BringUp(HWND view, HWND other) {
-    ::BringWindowToTop(view);
-    ::ShowWindow(view, SW_SHOWNA);
+    // What is to be erased is erased when it is painted, and not once more by itself.
+    ::SetWindowPos(view, HWND_TOP, 0, 0, 0, 0,
+                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_DEFERERASE);
     ::ShowWindow(other, SW_HIDE);
 }
 
@@ -218,8 +220,7 @@ void MainWindow::OnSize() {
     const RECT area = ViewArea();
     for (const HWND view : {graphView.Handle(), diaryView.Handle()}) {
         if (view != nullptr) {
-            ::SetWindowPos(view, nullptr, area.left, area.top, area.right - area.left,
-                           area.bottom - area.top, SWP_NOZORDER | SWP_NOACTIVATE);
+            PutAt(view, area);
         }
     }
 }

@@ -35,6 +35,15 @@ bool EnsureClass(const WCHAR* name) {
     return ::RegisterClassW(&windowClass) != 0;
 }
 
+/// Whether there is anything of the window around its client area.
+bool HasFrame(HWND window) {
+    RECT whole{};
+    RECT client{};
+    ::GetWindowRect(window, &whole);
+    ::GetClientRect(window, &client);
+    return whole.right - whole.left != client.right || whole.bottom - whole.top != client.bottom;
+}
+
 }  // namespace
 
 const CurrentMessage& GetCurrentMessage() { return currentMessage; }
@@ -106,6 +115,9 @@ LRESULT Window::DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) {
         LOWORD(lParam) == HTCLIENT) {
         ::SetCursor(::LoadCursorW(nullptr, IDC_ARROW));
         return TRUE;
+    }
+    if (message == WM_NCPAINT && !HasFrame(handle)) {
+        return 0;  // Wine would make a device context for it, which takes longer than painting
     }
     return ::DefWindowProcW(handle, message, wParam, lParam);
 }
@@ -212,6 +224,9 @@ int Window::UpdateData(bool save) {
 }
 
 void Window::Invalidate(bool erase) {
+    if (::IsWindowVisible(handle) == FALSE) {
+        return;  // it will be drawn wholly when it is shown
+    }
     RECT client{};
     ::GetClientRect(handle, &client);
     ::InvalidateRect(handle, &client, erase ? TRUE : FALSE);

@@ -6,6 +6,7 @@
 #include "frame/help.h"
 #include "frame/settings.h"
 #include "platform/clock.h"
+#include "platform/pocketpc/placement.h"
 #include "platform/text.h"
 #include "records/dates.h"
 #include "records/notes_dialog.h"
@@ -230,9 +231,9 @@ void DiaryView::OnSize() {
     }
     const bool wasShown = HasWholeRow(GetCurrentDate());
     const DiaryLayout layout = ClientLayout();
-    MoveTo(scroll.Bar(), layout.scrollBar);
-    MoveTo(calendar.Handle(), layout.calendar);
-    MoveTo(agenda.Handle(), layout.agenda);
+    PutAt(scroll.Bar(), layout.scrollBar);
+    PutAt(calendar.Handle(), layout.calendar);
+    PutAt(agenda.Handle(), layout.agenda);
     FitCells();
     ShowMeasures();
     if (wasShown && !HasWholeRow(GetCurrentDate())) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/pocketpc/placement.h"
 #include "resources/ids.h"
 #include "views/graph_view.h"
 #include "views/view_children.h"
@@ -77,14 +78,14 @@ void GraphView::PlaceChildren() {
     RECT client{};
     ::GetClientRect(Handle(), &client);
     layout = LayOutGraph(client, Metrics());
-    MoveTo(datePicker, layout.datePicker);
-    MoveTo(valueEdit, layout.valueEdit);
-    MoveTo(valueSpin, layout.valueSpin);
-    MoveTo(calendar.Handle(), layout.calendar);
-    MoveTo(scroll.Bar(), layout.scrollBar);
-    MoveTo(fahrenheitButton.Handle(), layout.fahrenheitButton);
-    MoveTo(celsiusButton.Handle(), layout.celsiusButton);
-    MoveTo(chart.Handle(), layout.chart);
+    PutAt(datePicker, layout.datePicker);
+    PutAt(valueEdit, layout.valueEdit);
+    PutAt(valueSpin, layout.valueSpin);
+    PutAt(calendar.Handle(), layout.calendar);
+    PutAt(scroll.Bar(), layout.scrollBar);
+    PutAt(fahrenheitButton.Handle(), layout.fahrenheitButton);
+    PutAt(celsiusButton.Handle(), layout.celsiusButton);
+    PutAt(chart.Handle(), layout.chart);
 }
 
 void GraphView::FitColumns() {

@@ -6,9 +6,7 @@ PaintBuffer::PaintBuffer(HDC targetDc, const RECT& targetArea)
     : target(targetDc),
       area(targetArea),
       memory(::CreateCompatibleDC(target)),
-      bitmap(memory
-                 ? ::CreateCompatibleBitmap(target, area.right - area.left, area.bottom - area.top)
-                 : nullptr),
+      bitmap(memory ? MakePicture(area.right - area.left, area.bottom - area.top) : Bitmap()),
       selectedBitmap(memory.Get(), bitmap.Get()),
       selectedFont(memory.Get(), ShellFont()) {
     ::SetViewportOrgEx(memory.Get(), -area.left, -area.top, nullptr);

@@ -27,10 +27,4 @@ inline bool CreateControl(Window& control, const WCHAR* title, DWORD style, cons
                           Width(place), Height(place), parent, ControlId(id)) != 0;
 }
 
-/// The order of the children, by which the keyboard goes, stays.
-inline void MoveTo(HWND child, const RECT& place) {
-    ::SetWindowPos(child, nullptr, place.left, place.top, Width(place), Height(place),
-                   SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 }  // namespace lunara

@@ -3,6 +3,8 @@
 // own, and go where the window goes. The window is disabled meanwhile and cannot be dragged, so the
 // strip takes its caption's place: dragging the strip moves the window.
 
+#include "platform/pocketpc/full_screen_dialog.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -11,6 +13,7 @@
 
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/dialog_layout.h"
+#include "platform/pocketpc/placement.h"
 #include "platform/pocketpc/top_level_window.h"
 #include "platform/pocketpc/window_hook.h"
 
@@ -20,6 +23,7 @@ using lunara::AddWindowHook;
 using lunara::HookedMessage;
 using lunara::LayOutSheet;
 using lunara::PlaceOnSheet;
+using lunara::PutAt;
 using lunara::RemoveWindowHook;
 using lunara::SheetLayout;
 
@@ -81,8 +85,9 @@ void ScaleFonts(FullScreenState& state, double scale) {
     LOGFONTW face = state.face;
     face.lfHeight = static_cast<LONG>(std::lround(static_cast<double>(face.lfHeight) * scale));
     OwnedFont font(::CreateFontIndirectW(&face));
+    const BOOL redraw = ::IsWindowVisible(state.dialog);
     for (const FullScreenState::Control& control : state.controls) {
-        ::SendMessageW(control.window, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
+        ::SendMessageW(control.window, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), redraw);
     }
     state.font = std::move(font);
     state.fontScale = scale;
@@ -94,11 +99,11 @@ void PlaceControls(FullScreenState& state) {
     const SheetLayout layout = LayOutSheet(state.designed, SIZE{client.right, client.bottom});
     ScaleFonts(state, layout.scale);
     for (const FullScreenState::Control& control : state.controls) {
-        const RECT place = PlaceOnSheet(control.designed, layout);
-        ::SetWindowPos(control.window, nullptr, place.left, place.top, place.right - place.left,
-                       place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+        PutAt(control.window, PlaceOnSheet(control.designed, layout));
     }
-    ::InvalidateRect(state.dialog, nullptr, TRUE);
+    if (::IsWindowVisible(state.dialog) != FALSE) {
+        ::InvalidateRect(state.dialog, nullptr, TRUE);
+    }
 }
 
 /// Lays the dialog over its owner's client area.
@@ -107,6 +112,11 @@ void Place(FullScreenState& state) {
         return;  // its client area is nowhere; the dialog is hidden with it
     }
     const RECT area = ClientOnScreen(state.owner);
+    RECT present{};
+    ::GetWindowRect(state.dialog, &present);
+    if (::EqualRect(&present, &area) != FALSE) {
+        return;
+    }
     state.placing = true;
     ::SetWindowPos(state.dialog, nullptr, area.left, area.top, area.right - area.left,
                    area.bottom - area.top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
@@ -275,18 +285,42 @@ void RememberDesign(FullScreenState& state) {
 
 /// The strip shows the title instead of a caption, and nothing stands between sheet and frame.
 void TakeFrameAway(HWND dialog) {
+    constexpr LONG_PTR Frame = WS_CAPTION | WS_THICKFRAME | DS_MODALFRAME;
+    constexpr LONG_PTR ExFrame = WS_EX_DLGMODALFRAME | WS_EX_WINDOWEDGE | WS_EX_CLIENTEDGE;
     const LONG_PTR style = ::GetWindowLongPtrW(dialog, GWL_STYLE);
     const LONG_PTR exStyle = ::GetWindowLongPtrW(dialog, GWL_EXSTYLE);
-    ::SetWindowLongPtrW(dialog, GWL_STYLE,
-                        style & ~LONG_PTR{WS_CAPTION | WS_THICKFRAME | DS_MODALFRAME});
-    ::SetWindowLongPtrW(
-        dialog, GWL_EXSTYLE,
-        exStyle & ~LONG_PTR{WS_EX_DLGMODALFRAME | WS_EX_WINDOWEDGE | WS_EX_CLIENTEDGE});
+    if ((style & Frame) == 0 && (exStyle & ExFrame) == 0) {
+        return;  // as with the program's own dialogs
+    }
+    ::SetWindowLongPtrW(dialog, GWL_STYLE, style & ~Frame);
+    ::SetWindowLongPtrW(dialog, GWL_EXSTYLE, exStyle & ~ExFrame);
     ::SetWindowPos(dialog, nullptr, 0, 0, 0, 0,
                    SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-void MakeFullScreen(HWND dialog, HWND owner) {
+HWND OwnerOf(HWND dialog) {
+    const HWND owner = ::GetWindow(dialog, GW_OWNER);
+    return owner != nullptr ? owner : lunara::TopLevelWindow();
+}
+
+/// A sign-in runs before the program's window was shown, but has to stand somewhere. The window is
+/// not activated, since the dialog is active already.
+void ShowOwner(const FullScreenState& state) {
+    if (::IsWindowVisible(state.owner) == FALSE) {
+        // The dialog covers all but its frame, so to draw it can wait.
+        ::SetWindowPos(state.owner, nullptr, 0, 0, 0, 0,
+                       SWP_SHOWWINDOW | SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER |
+                           SWP_DEFERERASE);
+    }
+}
+
+}  // namespace
+
+void lunara::CoverOwner(HWND dialog) {
+    const HWND owner = OwnerOf(dialog);
+    if (owner == nullptr || StateOf(dialog) != nullptr) {
+        return;
+    }
     auto state = std::make_unique<FullScreenState>();
     state->dialog = dialog;
     state->owner = owner;
@@ -295,18 +329,11 @@ void MakeFullScreen(HWND dialog, HWND owner) {
     FullScreenState& placed = *FullScreenDialogs().emplace_back(std::move(state));
     AddWindowHook(dialog, &HookDialog, dialog);
     AddWindowHook(owner, &HookOwner, dialog);
-    if (::IsWindowVisible(owner) == FALSE) {
-        // A sign-in runs before the program's window was shown, but has to stand somewhere. It is
-        // not activated, since the dialog is active already.
-        ::ShowWindow(owner, SW_SHOWNOACTIVATE);
-    }
     Place(placed);
     if (placed.fontScale == 0) {
         PlaceControls(placed);  // it had its size already
     }
 }
-
-}  // namespace
 
 BOOL SHInitDialog(SHINITDLGINFO* info) {
     if (info == nullptr || (info->dwMask & SHIDIM_FLAGS) == 0 || ::IsWindow(info->hDlg) == FALSE) {
@@ -315,13 +342,10 @@ BOOL SHInitDialog(SHINITDLGINFO* info) {
     if ((info->dwFlags & SHIDIF_SIPDOWN) != 0) {
         SHSipPreference(info->hDlg, SIP_DOWN);
     }
-    if ((info->dwFlags & SHIDIF_SIZEDLGFULLSCREEN) != 0 && StateOf(info->hDlg) == nullptr) {
-        HWND owner = ::GetWindow(info->hDlg, GW_OWNER);
-        if (owner == nullptr) {
-            owner = lunara::TopLevelWindow();
-        }
-        if (owner != nullptr) {
-            MakeFullScreen(info->hDlg, owner);
+    if ((info->dwFlags & SHIDIF_SIZEDLGFULLSCREEN) != 0) {
+        lunara::CoverOwner(info->hDlg);
+        if (const FullScreenState* state = StateOf(info->hDlg); state != nullptr) {
+            ShowOwner(*state);
         }
     }
     return TRUE;

@@ -6,6 +6,7 @@
 
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/common_controls.h"
+#include "platform/pocketpc/placement.h"
 #include "platform/pocketpc/window_hook.h"
 #include "platform/text.h"
 #include "resources/ids.h"
@@ -109,13 +110,16 @@ HIMAGELIST LoadImages(HINSTANCE instance, UINT bitmapId) {
     return images;
 }
 
+/// All at once: the bar lays itself out anew after each call.
 void AddButtons(const MenuBar& bar, HINSTANCE instance) {
+    std::vector<TBBUTTON> shapes;
+    std::vector<std::array<WCHAR, LabelCapacity>> labels(bar.buttons.size());
     for (const MenuBarButton& button : bar.buttons) {
-        std::array<WCHAR, LabelCapacity> label{};
+        std::array<WCHAR, LabelCapacity>& label = labels[shapes.size()];
         if (button.text != 0) {
             ::LoadStringW(instance, button.text, label.data(), LabelCapacity);
         }
-        TBBUTTON shape{};
+        TBBUTTON& shape = shapes.emplace_back();
         shape.iBitmap = button.image == MENU_BAR_NO_IMAGE ? I_IMAGENONE : button.image;
         shape.idCommand = button.command;
         shape.fsState = TBSTATE_ENABLED;
@@ -123,16 +127,19 @@ void AddButtons(const MenuBar& bar, HINSTANCE instance) {
                             ? BYTE{BTNS_WHOLEDROPDOWN | BTNS_SHOWTEXT | BTNS_AUTOSIZE}
                             : BYTE{BTNS_CHECK};
         shape.iString = label[0] == 0 ? -1 : reinterpret_cast<INT_PTR>(label.data());
-        ::SendMessageW(bar.window, TB_ADDBUTTONSW, 1, reinterpret_cast<LPARAM>(&shape));
+    }
+    ::SendMessageW(bar.window, TB_ADDBUTTONSW, shapes.size(),
+                   reinterpret_cast<LPARAM>(shapes.data()));
+    // All check buttons as wide as a picture with its padding, not as the widest label.
+    int width = 0;
+    int height = 0;
+    ::ImageList_GetIconSize(bar.images, &width, &height);
+    TBBUTTONINFOW size{};
+    size.cbSize = sizeof(size);
+    size.dwMask = TBIF_SIZE;
+    size.cx = static_cast<WORD>(width + PaddingXPx);
+    for (const MenuBarButton& button : bar.buttons) {
         if (button.kind == MENU_BAR_CHECK) {
-            // All as wide as a picture with its padding, not as the widest label.
-            int width = 0;
-            int height = 0;
-            ::ImageList_GetIconSize(bar.images, &width, &height);
-            TBBUTTONINFOW size{};
-            size.cbSize = sizeof(size);
-            size.dwMask = TBIF_SIZE;
-            size.cx = static_cast<WORD>(width + PaddingXPx);
             ::SendMessageW(bar.window, TB_SETBUTTONINFOW, button.command,
                            reinterpret_cast<LPARAM>(&size));
         }
@@ -144,11 +151,9 @@ void AddButtons(const MenuBar& bar, HINSTANCE instance) {
 void PlaceAtBottom(const MenuBar& bar) {
     RECT client{};
     ::GetClientRect(bar.parent, &client);
-    RECT place{};
-    ::GetWindowRect(bar.window, &place);
-    const int height = place.bottom - place.top;
-    ::SetWindowPos(bar.window, nullptr, 0, client.bottom - height, client.right, height,
-                   SWP_NOZORDER | SWP_NOACTIVATE);
+    const RECT place = PlaceOf(bar.window);
+    PutAt(bar.window,
+          RECT{0, client.bottom - (place.bottom - place.top), client.right, client.bottom});
 }
 
 const MenuBarButton* DropDownOf(const MenuBar& bar, std::optional<int> command) {

@@ -135,6 +135,35 @@ TEST_F(GdiTest, ABitmapResourceIsLoaded) {
     EXPECT_EQ(canvas.Pixel(1, 1), RGB(255, 255, 255));
 }
 
+TEST_F(GdiTest, BitmapsAreTheProgramsOwnMemory) {
+    const Bitmap loaded = LoadBitmapResource(TEST_BITMAP);
+    const Bitmap made = MakePicture(7, 5);
+    for (const Bitmap* bitmap : {&loaded, &made}) {
+        BITMAP shape{};
+        ASSERT_NE(::GetObjectW(bitmap->Get(), sizeof(shape), &shape), 0);
+        EXPECT_NE(shape.bmBits, nullptr);
+    }
+}
+
+TEST_F(GdiTest, APictureHasItsSizeAndStartsAtTheTop) {
+    const Bitmap picture = MakePicture(7, 5);
+    ASSERT_TRUE(picture);
+    DIBSECTION shape{};
+    ASSERT_NE(::GetObjectW(picture.Get(), sizeof(shape), &shape), 0);
+    EXPECT_EQ(shape.dsBm.bmWidth, 7);
+    EXPECT_EQ(shape.dsBm.bmHeight, 5);
+    EXPECT_EQ(shape.dsBm.bmBitsPixel, 32);
+    const MemoryDc dc(::CreateCompatibleDC(nullptr));
+    const SelectScope scope(dc.Get(), picture.Get());
+    ::SetPixel(dc.Get(), 2, 0, RGB(1, 2, 3));
+    EXPECT_EQ(static_cast<const DWORD*>(shape.dsBm.bmBits)[2] & 0xFFFFFF, DWORD{0x010203});
+}
+
+TEST_F(GdiTest, APictureOfNothingIsNone) {
+    EXPECT_FALSE(MakePicture(0, 5));
+    EXPECT_FALSE(MakePicture(7, 0));
+}
+
 TEST_F(GdiTest, AMissingBitmapResourceIsNone) {
     const Bitmap bitmap = LoadBitmapResource(59999);
     EXPECT_FALSE(bitmap);

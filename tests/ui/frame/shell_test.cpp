@@ -9,9 +9,11 @@
 #include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/dialog_layout.h"
 #include "platform/pocketpc/menu_bar.h"
+#include "platform/pocketpc/placement.h"
 #include "platform/pocketpc/top_level_window.h"
 #include "resources/ids.h"
 #include "tests/ui/ui_test.h"
+#include "tests/ui/ui_test_ids.h"
 
 namespace lunara {
 namespace {
@@ -120,6 +122,60 @@ TEST(SheetLayoutTest, WhatTouchesInTheTemplateTouchesOnTheSheet) {
     }
 }
 
+// ---- Placing children ----
+
+class PlacementTest : public UiTest {
+  protected:
+    void SetUp() override {
+        UiTest::SetUp();
+        ASSERT_EQ(parent.Make(nullptr, 300, 200), 1);
+        ::SetWindowPos(parent.Handle(), nullptr, 30, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        ASSERT_EQ(child.Make(parent.Handle()), 1);
+        child.log.clear();
+    }
+
+    ScriptedWindow parent;
+    ScriptedWindow child;
+};
+
+TEST_F(PlacementTest, AChildIsPutThereHiddenOrShown) {
+    const RECT place{10, 20, 110, 70};
+    PutAt(child.Handle(), place);
+    EXPECT_TRUE(SameRect(PlaceOf(child.Handle()), place));
+    EXPECT_EQ(child.CountOf(WM_SIZE), 1);
+    ::ShowWindow(child.Handle(), SW_SHOWNA);
+    ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
+    const RECT other{12, 20, 112, 90};
+    PutAt(child.Handle(), other);
+    EXPECT_TRUE(SameRect(PlaceOf(child.Handle()), other));
+}
+
+TEST_F(PlacementTest, AChildThatIsThereIsLeftAlone) {
+    PutAt(child.Handle(), PlaceOf(child.Handle()));
+    EXPECT_EQ(child.CountOf(WM_WINDOWPOSCHANGING), 0);
+    RECT place = PlaceOf(child.Handle());
+    ++place.bottom;
+    PutAt(child.Handle(), place);
+    EXPECT_EQ(child.CountOf(WM_WINDOWPOSCHANGING), 1);
+}
+
+TEST_F(PlacementTest, WhatWasPutWhileHiddenIsPaintedWholeWhenShown) {
+    RECT painted{};
+    child.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message != WM_PAINT) {
+            return false;
+        }
+        const PaintScope scope(child.Handle());
+        painted = scope.Paint().rcPaint;
+        return true;
+    };
+    ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
+    PutAt(child.Handle(), RECT{10, 20, 110, 70});
+    ::ShowWindow(child.Handle(), SW_SHOWNA);
+    child.Update();
+    EXPECT_TRUE(SameRect(painted, RECT{0, 0, 100, 50}));
+}
+
 // ---- Full-screen dialogs ----
 
 class FullScreenTest : public UiTest {
@@ -147,6 +203,31 @@ TEST_F(FullScreenTest, CoversTheClientAreaOfItsOwner) {
     EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
     EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(dialog.Handle())))
         << "it has no frame";
+}
+
+TEST_F(FullScreenTest, LosesTheFrameOfItsTemplate) {
+    Dialog framed(TEST_DIALOG, &owner);
+    ASSERT_TRUE(Dialog::CreateModeless(framed, TEST_DIALOG, &owner));
+    EXPECT_EQ(::GetWindowLongPtrW(framed.Handle(), GWL_STYLE) & WS_CAPTION, 0);
+    EXPECT_TRUE(SameRect(ScreenRect(framed.Handle()), ClientOnScreen(owner.Handle())));
+    EXPECT_TRUE(SameRect(ScreenRect(framed.Handle()), ClientOnScreen(framed.Handle())));
+    ::DestroyWindow(framed.Handle());
+}
+
+/// Remembers where it was when its fields were loaded.
+class LoadedDialog : public Dialog {
+  public:
+    using Dialog::Dialog;
+    void DoDataExchange(DataExchange&) override { place = ScreenRect(Handle()); }
+
+    RECT place{};
+};
+
+TEST_F(FullScreenTest, IsLaidOutBeforeItsFieldsAreLoaded) {
+    LoadedDialog loaded(IDD_LOGIN, &owner);
+    ASSERT_TRUE(Dialog::CreateModeless(loaded, IDD_LOGIN, &owner));
+    EXPECT_TRUE(SameRect(loaded.place, ClientOnScreen(owner.Handle())));
+    ::DestroyWindow(loaded.Handle());
 }
 
 TEST_F(FullScreenTest, GoesWhereItsOwnerGoes) {

@@ -458,6 +458,32 @@ TEST_F(WindowTest, InvalidateCoversTheClientAreaAndUpdatePaintsAtOnce) {
     }
 }
 
+TEST_F(WindowTest, AHiddenWindowIsPaintedWholeWhenItIsShown) {
+    ScriptedWindow window;
+    ASSERT_EQ(window.Make(nullptr, 60, 40), 1);
+    window.Invalidate(true);
+    window.Update();
+    EXPECT_EQ(window.CountOf(WM_PAINT), 0);
+    ::ShowWindow(window.Handle(), SW_SHOWNOACTIVATE);
+    window.Update();
+    EXPECT_GE(window.CountOf(WM_PAINT), 1);
+}
+
+TEST_F(WindowTest, AFrameIsDrawnWhereThereIsOne) {
+    ScriptedWindow parent;
+    ASSERT_EQ(parent.Make(nullptr, 60, 40), 1);
+    ScriptedWindow framed;
+    ASSERT_EQ(framed.Create(0, nullptr, TEXT(""), WS_CHILD | WS_VISIBLE | WS_BORDER, 5, 5, 30, 20,
+                            parent.Handle(), nullptr),
+              1);
+    ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
+    framed.Update();
+    const HDC dc = ::GetWindowDC(framed.Handle());
+    EXPECT_EQ(::GetPixel(dc, 0, 0), ::GetSysColor(COLOR_WINDOWFRAME));
+    EXPECT_EQ(::GetPixel(dc, 29, 10), ::GetSysColor(COLOR_WINDOWFRAME));
+    ::ReleaseDC(framed.Handle(), dc);
+}
+
 TEST_F(WindowTest, ThePointerOverItIsAnArrow) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);

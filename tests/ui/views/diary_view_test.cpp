@@ -43,9 +43,9 @@ TEST_F(DiaryViewTest, HasScrollBarCalendarAndAgendaSideBySide) {
     Make();
     EXPECT_EQ(ClassOf(view->Handle()), FrameworkClassName);
     EXPECT_EQ(TextOf(view->Handle()), L"Diary view");
-    const Box bar = PlaceOf(Child(3003));
-    const Box calendar = PlaceOf(Child(3002));
-    const Box agenda = PlaceOf(Child(3001));
+    const Box bar = BoxOf(Child(3003));
+    const Box calendar = BoxOf(Child(3002));
+    const Box agenda = BoxOf(Child(3001));
     EXPECT_EQ(bar, (Box{0, 0, ::GetSystemMetrics(SM_CXVSCROLL), HeightPx}));
     EXPECT_EQ(calendar.left, bar.right - 1);
     EXPECT_EQ(calendar.bottom, HeightPx);
@@ -64,7 +64,7 @@ TEST_F(DiaryViewTest, CalendarIsThreeLinesWideWhereCellsAreNoHigherThanALine) {
         const WindowDcScope dc(view->Handle());
         ::GetTextMetricsW(dc.Dc(), &metrics);
     }
-    const Box calendar = PlaceOf(Calendar());
+    const Box calendar = BoxOf(Calendar());
     EXPECT_EQ(calendar.right - calendar.left, 3 * metrics.tmHeight);
 }
 
@@ -284,9 +284,9 @@ TEST_F(DiaryViewTest, LaysItselfOutAgainWhenItIsResized) {
     EXPECT_EQ(Start(), start);
     EXPECT_EQ(TopCell().bottom, 20);
     EXPECT_EQ(AskRow(0).request.rowHeight, 20);
-    EXPECT_EQ(PlaceOf(Agenda()).right, 700);
-    EXPECT_EQ(PlaceOf(Agenda()).bottom, 410);
-    EXPECT_EQ(PlaceOf(Child(DiaryView::ScrollBarId)).bottom, 410);
+    EXPECT_EQ(BoxOf(Agenda()).right, 700);
+    EXPECT_EQ(BoxOf(Agenda()).bottom, 410);
+    EXPECT_EQ(BoxOf(Child(DiaryView::ScrollBarId)).bottom, 410);
     EXPECT_EQ(static_cast<AgendaCtrl*>(Window::FromHandle(Agenda()))->CellWidth(), 20);
     // Rows and cells line up in whatever size.
     for (const int height : {640, 613, 300, 41, 19, 1}) {

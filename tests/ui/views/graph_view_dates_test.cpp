@@ -164,7 +164,7 @@ TEST_F(GraphViewTest, DateStaysInViewWhenTheWindowIsResized) {
             EXPECT_EQ(
                 SendTo(GraphView::CalendarId, CCM_GETDAYRECT, 0, reinterpret_cast<LPARAM>(&cell)),
                 1);
-            EXPECT_EQ(PlaceOf(Item(GraphView::ChartId)).right, row.width);
+            EXPECT_EQ(BoxOf(Item(GraphView::ChartId)).right, row.width);
             EXPECT_EQ(Selection(), DaysBetween(Today(),
                                                [&] {
                                                    SYSTEMTIME start{};

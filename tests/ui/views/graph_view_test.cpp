@@ -74,12 +74,12 @@ class GraphViewPlacesTest : public GraphViewTest {
   protected:
     /// Children against each other and against a view of that size.
     void ExpectPlaces(int width, int height) {
-        const Box chart = PlaceOf(Item(GraphView::ChartId));
-        const Box calendar = PlaceOf(Item(GraphView::CalendarId));
-        const Box bar = PlaceOf(Item(GraphView::ScrollBarId));
-        const Box picker = PlaceOf(Item(GraphView::DatePickerId));
-        const Box edit = PlaceOf(Item(GraphView::ValueEditId));
-        const Box spin = PlaceOf(Item(GraphView::ValueSpinId));
+        const Box chart = BoxOf(Item(GraphView::ChartId));
+        const Box calendar = BoxOf(Item(GraphView::CalendarId));
+        const Box bar = BoxOf(Item(GraphView::ScrollBarId));
+        const Box picker = BoxOf(Item(GraphView::DatePickerId));
+        const Box edit = BoxOf(Item(GraphView::ValueEditId));
+        const Box spin = BoxOf(Item(GraphView::ValueSpinId));
         EXPECT_EQ(chart.left, 0);
         EXPECT_EQ(chart.top, 0);
         EXPECT_EQ(chart.right, width);
@@ -89,10 +89,10 @@ class GraphViewPlacesTest : public GraphViewTest {
         EXPECT_EQ(calendar.bottom, bar.top);
         EXPECT_EQ(bar.left, 34);
         EXPECT_EQ(bar.right, width);
-        EXPECT_EQ(PlaceOf(Item(GraphView::FahrenheitId)).top, chart.bottom);
-        EXPECT_EQ(PlaceOf(Item(GraphView::FahrenheitId)).right, 34);
-        EXPECT_EQ(PlaceOf(Item(GraphView::CelsiusId)).top,
-                  PlaceOf(Item(GraphView::FahrenheitId)).bottom);
+        EXPECT_EQ(BoxOf(Item(GraphView::FahrenheitId)).top, chart.bottom);
+        EXPECT_EQ(BoxOf(Item(GraphView::FahrenheitId)).right, 34);
+        EXPECT_EQ(BoxOf(Item(GraphView::CelsiusId)).top,
+                  BoxOf(Item(GraphView::FahrenheitId)).bottom);
         EXPECT_EQ(picker.right + 5, width / 2);
         EXPECT_EQ(spin.right, width - 5);
         EXPECT_EQ(edit.right, spin.left);
@@ -231,7 +231,7 @@ int InkIn(HWND window, const RECT& area) {
 
 TEST_F(GraphViewTest, LegendStandsBesideTheCalendarInTheBleedingGraph) {
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
-    const Box calendar = PlaceOf(Item(GraphView::CalendarId));
+    const Box calendar = BoxOf(Item(GraphView::CalendarId));
     const RECT column = {0, calendar.top, 34, calendar.bottom};
     EXPECT_GT(InkIn(view->Handle(), column), 150);
     view->SetShowTemperature(true);
@@ -243,8 +243,8 @@ TEST_F(GraphViewTest, LegendStandsBesideTheCalendarInTheBleedingGraph) {
 
 TEST_F(GraphViewTest, LabelsNameTheDateAndTheValue) {
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
-    const Box picker = PlaceOf(Item(GraphView::DatePickerId));
-    const Box edit = PlaceOf(Item(GraphView::ValueEditId));
+    const Box picker = BoxOf(Item(GraphView::DatePickerId));
+    const Box edit = BoxOf(Item(GraphView::ValueEditId));
     EXPECT_GT(InkIn(view->Handle(), {10, picker.top, picker.left, picker.bottom}), 20);
     const RECT label = {Width / 2, edit.top, edit.left, edit.bottom};
     const int fahrenheit = InkIn(view->Handle(), label);

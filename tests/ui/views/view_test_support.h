@@ -24,7 +24,7 @@ inline Box ClientBox(HWND window) {
 }
 
 /// Where a child stands in its parent's client area.
-inline Box PlaceOf(HWND child) {
+inline Box BoxOf(HWND child) {
     RECT rect{};
     ::GetWindowRect(child, &rect);
     ::MapWindowPoints(nullptr, ::GetParent(child), reinterpret_cast<POINT*>(&rect), 2);
