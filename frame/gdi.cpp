@@ -49,6 +49,8 @@ WindowDcScope::~WindowDcScope() {
     ::ReleaseDC(window, dc);
 }
 
+MeasuringDc::MeasuringDc() : dc(::CreateCompatibleDC(nullptr)), font(dc.Get(), ShellFont()) {}
+
 HFONT ShellFont() {
     static const HFONT madeOnce = MakeShellFont();
     return madeOnce;

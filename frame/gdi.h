@@ -132,6 +132,21 @@ class BackgroundModeScope {
     int previous;
 };
 
+/// A device context without a picture, for measuring texts of the shell font, which is selected. It
+/// measures as one of a window would, and nobody has to be asked for it.
+class MeasuringDc {
+  public:
+    MeasuringDc();
+    MeasuringDc(const MeasuringDc&) = delete;
+    MeasuringDc& operator=(const MeasuringDc&) = delete;
+
+    HDC Dc() const { return dc.Get(); }
+
+  private:
+    MemoryDc dc;
+    SelectScope font;
+};
+
 /// The font of the program's windows and controls: the system's message font, made once (and not
 /// counted). The one place where it is chosen.
 HFONT ShellFont();

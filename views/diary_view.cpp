@@ -175,7 +175,7 @@ void DiaryView::NoteTextChanged(UserData&, const WCHAR*) { agenda.Invalidate(fal
 DiaryLayout DiaryView::ClientLayout() const {
     RECT client{};
     ::GetClientRect(Handle(), &client);
-    const WindowDcScope dc(Handle());
+    const MeasuringDc dc;
     TEXTMETRICW metrics{};
     ::GetTextMetricsW(dc.Dc(), &metrics);
     const std::int32_t days = FittingDayCount(Height(client), DaysShown);

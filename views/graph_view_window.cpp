@@ -32,7 +32,7 @@ void DrawLabel(HDC dc, const WCHAR* text, RECT place) {
 }  // namespace
 
 GraphMetrics GraphView::Metrics() const {
-    const WindowDcScope dc(Handle());
+    const MeasuringDc dc;
     TEXTMETRICW metrics{};
     ::GetTextMetricsW(dc.Dc(), &metrics);
     SIZE valueLabel = TextSize(dc.Dc(), FahrenheitLabel);

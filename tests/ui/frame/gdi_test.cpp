@@ -109,6 +109,21 @@ TEST_F(GdiTest, AWindowsDcStartsFromTheShellFont) {
     EXPECT_EQ(::WindowFromDC(scope.Dc()), window.Handle());
 }
 
+TEST_F(GdiTest, TextIsMeasuredWithoutAWindowAsInOne) {
+    ScriptedWindow window;
+    ASSERT_EQ(window.Make(), 1);
+    const WindowDcScope shown(window.Handle());
+    const MeasuringDc measuring;
+    for (const WCHAR* text : {TEXT("00"), TEXT("Bleeding: ")}) {
+        SIZE expected{};
+        SIZE measured{};
+        ::GetTextExtentPoint32W(shown.Dc(), text, ::lstrlenW(text), &expected);
+        ::GetTextExtentPoint32W(measuring.Dc(), text, ::lstrlenW(text), &measured);
+        EXPECT_EQ(measured.cx, expected.cx);
+        EXPECT_EQ(measured.cy, expected.cy);
+    }
+}
+
 TEST_F(GdiTest, TheShellFontIsTheSystemsMessageFontMadeOnce) {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof(metrics);
