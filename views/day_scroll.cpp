@@ -2,11 +2,19 @@
 
 #include "cycle/predictor.h"
 #include "platform/clock.h"
+#include "platform/pocketpc/memory_painting.h"
 #include "records/dates.h"
 
 namespace lunara {
 
 DayScroll::DayScroll(CalendarCtrl& calendar) : strip(calendar), start(LocalNow()) {}
+
+void DayScroll::SetBar(HWND control) {
+    bar = control;
+    if (bar != nullptr) {
+        PaintThroughMemory(bar);
+    }
+}
 
 bool DayScroll::MoveTo(const SYSTEMTIME& date) {
     // Before the calendar's first year there is nothing to show: such a start is no date.
@@ -62,7 +70,11 @@ void DayScroll::SetState(const ScrollState& state) {
     info.nMin = state.minimum;
     info.nMax = state.maximum;
     info.nPos = state.position;
-    ::SetScrollInfo(bar, SB_CTL, &info, TRUE);
+    // Painted with the view, not at once.
+    ::SetScrollInfo(bar, SB_CTL, &info, FALSE);
+    if (::IsWindowVisible(bar) != FALSE) {
+        ::InvalidateRect(bar, nullptr, FALSE);
+    }
 }
 
 }  // namespace lunara

@@ -17,7 +17,7 @@ class DayScroll {
     explicit DayScroll(CalendarCtrl& calendar);
 
     /// The scroll bar control, which stays the view's; null when it is gone.
-    void SetBar(HWND control) { bar = control; }
+    void SetBar(HWND control);
     HWND Bar() const { return bar; }
 
     const SYSTEMTIME& Start() const { return start; }
