@@ -151,8 +151,7 @@ class MeasuringDc {
 /// counted). The one place where it is chosen.
 HFONT ShellFont();
 
-// Bitmaps of the program are its own memory, not the display's: each bitmap that is made for the
-// display, and each selection of it, makes Wine ask its server about the monitors.
+// Bitmaps of the program are its own memory, not the display's (see CreateMemoryPicture).
 
 /// A picture of 32 bits per pixel; holds none when it is empty or there is no memory for it.
 Bitmap MakePicture(LONG width, LONG height);

@@ -11,16 +11,8 @@ class ControlPicture {
     explicit ControlPicture(HWND control) {
         RECT client{};
         ::GetClientRect(control, &client);
-        BITMAPINFO shape{};
-        shape.bmiHeader.biSize = sizeof(shape.bmiHeader);
-        shape.bmiHeader.biWidth = client.right;
-        shape.bmiHeader.biHeight = -client.bottom;  // from the top down
-        shape.bmiHeader.biPlanes = 1;
-        shape.bmiHeader.biBitCount = 32;
-        shape.bmiHeader.biCompression = BI_RGB;
-        void* memory = nullptr;
         dc = ::CreateCompatibleDC(nullptr);
-        bitmap = ::CreateDIBSection(nullptr, &shape, DIB_RGB_COLORS, &memory, nullptr, 0);
+        bitmap = CreateMemoryPicture(client.right, client.bottom);
         if (bitmap != nullptr) {
             previous = ::SelectObject(dc, bitmap);
         }
@@ -81,6 +73,18 @@ LRESULT HookPainting(const HookedMessage& call, void* /*reference*/) {
 }
 
 }  // namespace
+
+HBITMAP CreateMemoryPicture(LONG width, LONG height) {
+    BITMAPINFO shape{};
+    shape.bmiHeader.biSize = sizeof(shape.bmiHeader);
+    shape.bmiHeader.biWidth = width;
+    shape.bmiHeader.biHeight = -height;  // from the top down
+    shape.bmiHeader.biPlanes = 1;
+    shape.bmiHeader.biBitCount = 32;
+    shape.bmiHeader.biCompression = BI_RGB;
+    void* pixels = nullptr;
+    return ::CreateDIBSection(nullptr, &shape, DIB_RGB_COLORS, &pixels, nullptr, 0);
+}
 
 void PaintThroughMemory(HWND control) { AddWindowHook(control, &HookPainting, nullptr); }
 
