@@ -139,6 +139,7 @@ class MeasuringDc {
     MeasuringDc();
     MeasuringDc(const MeasuringDc&) = delete;
     MeasuringDc& operator=(const MeasuringDc&) = delete;
+    ~MeasuringDc() = default;
 
     HDC Dc() const { return dc.Get(); }
 
