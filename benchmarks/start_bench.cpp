@@ -1,8 +1,8 @@
 // How long it takes from starting Lunara to the first painted diary (her name is given and OK
 // pressed as soon as the sign-in dialog stands there), beside the start of a program with one bare
-// window.
+// window, and of one with Lunara's windows and nothing behind them.
 //
-// Both are started from outside, turn by turn, and watched until a pixel of their window has the
+// All are started from outside, turn by turn, and watched until a pixel of their window has the
 // colour that only their own painting gives it. They are watched by class, not by title, because to
 // ask for the titles of all windows keeps Wine's server from answering the program that starts.
 //
@@ -86,8 +86,8 @@ HWND FindSignIn() {
     return dialog != nullptr && ::IsWindowVisible(dialog) ? dialog : nullptr;
 }
 
-HWND FindCalendar() {
-    const HWND main = ::FindWindowW(L"wfcWnd_1_0", L"Lunara");
+HWND FindCalendar(const wchar_t* mainClass) {
+    const HWND main = ::FindWindowW(mainClass, L"Lunara");
     const HWND diary =
         main == nullptr ? nullptr : ::FindWindowExW(main, nullptr, nullptr, L"Diary view");
     return diary == nullptr ? nullptr : ::GetDlgItem(diary, 3002);
@@ -100,7 +100,8 @@ bool IsPainted(HWND calendar) {
            color != ::GetSysColor(COLOR_BTNFACE);
 }
 
-double StartLunara(const std::wstring& program) {
+/// `mainClass`: the class of the window in which the diary is to come up.
+double StartWithSignIn(const std::wstring& program, const wchar_t* mainClass) {
     const double begin = NowMs();
     Running running;
     HWND dialog = nullptr;
@@ -110,8 +111,9 @@ double StartLunara(const std::wstring& program) {
     }
     ::SendDlgItemMessageW(dialog, 1002, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"Sample"));
     ::PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-    const bool painted = WaitUntil([&] { return (calendar = FindCalendar()) != nullptr; }) &&
-                         WaitUntil([&] { return IsPainted(calendar); });
+    const bool painted =
+        WaitUntil([&] { return (calendar = FindCalendar(mainClass)) != nullptr; }) &&
+        WaitUntil([&] { return IsPainted(calendar); });
     const double elapsed = NowMs() - begin;
     running.End(::GetAncestor(calendar, GA_ROOT));
     return painted ? elapsed : -1;
@@ -162,12 +164,8 @@ std::wstring PrepareProgram(const std::wstring& build) {
 void Report(const char* name, std::vector<double> times, double reference) {
     std::sort(times.begin(), times.end());
     const double median = times[times.size() / 2];
-    std::printf("%-28s median %7.1f ms, quartiles %7.1f .. %7.1f ms", name, median,
-                times[times.size() / 4], times[times.size() * 3 / 4]);
-    if (reference > 0) {
-        std::printf(", ratio %.2f", median / reference);
-    }
-    std::printf("\n");
+    std::printf("%-28s median %7.1f ms, quartiles %7.1f .. %7.1f ms, ratio %.2f\n", name, median,
+                times[times.size() / 4], times[times.size() * 3 / 4], median / reference);
 }
 
 double Median(std::vector<double> times) {
@@ -175,28 +173,33 @@ double Median(std::vector<double> times) {
     return times[times.size() / 2];
 }
 
-/// False when a program did not come up.
-bool Compare(const std::wstring& bare, const std::wstring& program, DWORD pauseMs) {
-    std::vector<double> bareTimes;
-    std::vector<double> lunaraTimes;
+struct Case {
+    const char* name;
+    std::function<double()> start;  // the time it took, in ms; negative when it did not come up
+    std::vector<double> times;
+};
+
+/// The first case is what the others are compared with. False when a program did not come up.
+bool Compare(std::vector<Case> cases, DWORD pauseMs) {
     for (int run = -1; run < Runs; ++run) {  // the first turn warms the caches and does not count
-        ::Sleep(pauseMs);
-        const double bareTime = StartBareWindow(bare);
-        ::Sleep(pauseMs);
-        const double lunaraTime = StartLunara(program);
-        if (bareTime < 0 || lunaraTime < 0) {
-            std::puts("start_bench: a program did not come up");
-            return false;
-        }
-        if (run >= 0) {
-            bareTimes.push_back(bareTime);
-            lunaraTimes.push_back(lunaraTime);
+        for (Case& each : cases) {
+            ::Sleep(pauseMs);
+            const double time = each.start();
+            if (time < 0) {
+                std::printf("start_bench: did not come up: %s\n", each.name);
+                return false;
+            }
+            if (run >= 0) {
+                each.times.push_back(time);
+            }
         }
     }
     std::printf("start to first painted window, %d runs each, turn by turn, %lu ms between them\n",
                 Runs, pauseMs);
-    Report("bare window", bareTimes, 0);
-    Report("Lunara, first painted diary", lunaraTimes, Median(bareTimes));
+    const double reference = Median(cases.front().times);
+    for (const Case& each : cases) {
+        Report(each.name, each.times, reference);
+    }
     return true;
 }
 
@@ -208,6 +211,7 @@ int main() {
     std::wstring build(self);
     build.erase(build.find_last_of(L'\\'));
     const std::wstring bare = build + L"\\bare_window.exe";
+    const std::wstring sameWindows = build + L"\\same_windows.exe";
     build.erase(build.find_last_of(L'\\'));
     const std::wstring program = PrepareProgram(build);
     if (program.empty()) {
@@ -216,7 +220,14 @@ int main() {
     }
 
     for (const DWORD pause : {PauseMs, DWORD{0}}) {
-        if (!Compare(bare, program, pause)) {
+        if (!Compare({{"bare window", [&] { return StartBareWindow(bare); }, {}},
+                      {"Lunara's windows alone",
+                       [&] { return StartWithSignIn(sameWindows, L"LunaraSameWindows"); },
+                       {}},
+                      {"Lunara, first painted diary",
+                       [&] { return StartWithSignIn(program, L"wfcWnd_1_0"); },
+                       {}}},
+                     pause)) {
             return 1;
         }
     }
