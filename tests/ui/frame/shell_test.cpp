@@ -160,7 +160,7 @@ TEST_F(PlacementTest, AChildThatIsThereIsLeftAlone) {
     EXPECT_EQ(child.CountOf(WM_WINDOWPOSCHANGING), 1);
 }
 
-TEST_F(PlacementTest, WhatWasPutWhileHiddenIsPaintedWholeWhenShown) {
+TEST_F(PlacementTest, IsPaintedWholeWhenShownAndWhenItIsSeenToChange) {
     RECT painted{};
     child.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
         if (message != WM_PAINT) {
@@ -175,6 +175,9 @@ TEST_F(PlacementTest, WhatWasPutWhileHiddenIsPaintedWholeWhenShown) {
     ::ShowWindow(child.Handle(), SW_SHOWNA);
     child.Update();
     EXPECT_TRUE(SameRect(painted, RECT{0, 0, 100, 50}));
+    PutAt(child.Handle(), RECT{10, 20, 130, 80});
+    child.Update();
+    EXPECT_TRUE(SameRect(painted, RECT{0, 0, 120, 60}));
 }
 
 // ---- Painting through memory ----

@@ -458,17 +458,6 @@ TEST_F(WindowTest, InvalidateCoversTheClientAreaAndUpdatePaintsAtOnce) {
     }
 }
 
-TEST_F(WindowTest, AHiddenWindowIsPaintedWholeWhenItIsShown) {
-    ScriptedWindow window;
-    ASSERT_EQ(window.Make(nullptr, 60, 40), 1);
-    window.Invalidate(true);
-    window.Update();
-    EXPECT_EQ(window.CountOf(WM_PAINT), 0);
-    ::ShowWindow(window.Handle(), SW_SHOWNOACTIVATE);
-    window.Update();
-    EXPECT_GE(window.CountOf(WM_PAINT), 1);
-}
-
 TEST_F(WindowTest, AFrameIsDrawnWhereThereIsOne) {
     ScriptedWindow parent;
     ASSERT_EQ(parent.Make(nullptr, 60, 40), 1);
