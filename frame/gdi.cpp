@@ -4,7 +4,6 @@
 #include <numeric>
 
 #include "frame/window.h"
-#include "platform/pocketpc/memory_painting.h"
 
 namespace lunara {
 namespace {
@@ -57,7 +56,17 @@ HFONT ShellFont() {
     return madeOnce;
 }
 
-Bitmap MakePicture(LONG width, LONG height) { return Bitmap(CreateMemoryPicture(width, height)); }
+Bitmap MakePicture(LONG width, LONG height) {
+    BITMAPINFO shape{};
+    shape.bmiHeader.biSize = sizeof(shape.bmiHeader);
+    shape.bmiHeader.biWidth = width;
+    shape.bmiHeader.biHeight = -height;  // from the top down
+    shape.bmiHeader.biPlanes = 1;
+    shape.bmiHeader.biBitCount = 32;
+    shape.bmiHeader.biCompression = BI_RGB;
+    void* pixels = nullptr;
+    return Bitmap(::CreateDIBSection(nullptr, &shape, DIB_RGB_COLORS, &pixels, nullptr, 0));
+}
 
 Bitmap LoadBitmapResource(UINT id) {
     return Bitmap(static_cast<HBITMAP>(::LoadImageW(AppInstance(), MAKEINTRESOURCEW(id),

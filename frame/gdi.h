@@ -152,7 +152,8 @@ class MeasuringDc {
 /// counted). The one place where it is chosen.
 HFONT ShellFont();
 
-// Bitmaps of the program are its own memory, not the display's (see CreateMemoryPicture).
+// Bitmaps of the program are its own memory, not the display's: each bitmap that is made for the
+// display, and each selection of one, makes Wine ask its server three questions about the monitors.
 
 /// A picture of 32 bits per pixel; holds none when it is empty or there is no memory for it.
 Bitmap MakePicture(LONG width, LONG height);

@@ -2,6 +2,7 @@
 
 #include "frame/commands.h"
 #include "frame/main_window.h"
+#include "frame/memory_painting.h"
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/menu_bar.h"
@@ -37,6 +38,7 @@ bool MainWindow::CreateBar() {
     if (SHCreateMenuBar(&info) == FALSE || menuBar.Subclass(info.hwndMB) == 0) {
         return false;
     }
+    PaintThroughMemory(menuBar.Handle());
     ::SendMessageW(menuBar.Handle(), TB_SETTOOLTIPS_DEVICE, std::size(ToolTips),
                    reinterpret_cast<LPARAM>(ToolTips));
     return true;

@@ -1,8 +1,8 @@
 #include "views/day_scroll.h"
 
 #include "cycle/predictor.h"
+#include "frame/memory_painting.h"
 #include "platform/clock.h"
-#include "platform/pocketpc/memory_painting.h"
 #include "records/dates.h"
 
 namespace lunara {

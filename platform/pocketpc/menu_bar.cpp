@@ -6,7 +6,6 @@
 
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/common_controls.h"
-#include "platform/pocketpc/memory_painting.h"
 #include "platform/pocketpc/placement.h"
 #include "platform/pocketpc/window_hook.h"
 #include "platform/text.h"
@@ -313,7 +312,6 @@ BOOL SHCreateMenuBar(SHMENUBARINFO* info) {
                    SWP_NOZORDER | SWP_NOACTIVATE);
 
     MenuBar* placed = bar.release();  // freed when the bar is destroyed
-    lunara::PaintThroughMemory(placed->window);
     lunara::AddWindowHook(placed->window, &lunara::HookBar, placed);
     lunara::AddWindowHook(placed->parent, &lunara::HookParent, placed);
     lunara::PlaceAtBottom(*placed);

@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "frame/dialog.h"
+#include "frame/memory_painting.h"
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/dialog_layout.h"
-#include "platform/pocketpc/memory_painting.h"
 #include "platform/pocketpc/menu_bar.h"
 #include "platform/pocketpc/placement.h"
 #include "platform/pocketpc/top_level_window.h"
