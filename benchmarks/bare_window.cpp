@@ -1,24 +1,15 @@
 // The smallest program with a painted window: what any start costs on this machine.
 
-#include <windows.h>
+#include "grey_window.h"
 
 namespace {
 
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_PAINT: {
-            PAINTSTRUCT paint{};
-            const HDC dc = ::BeginPaint(window, &paint);
-            ::FillRect(dc, &paint.rcPaint, static_cast<HBRUSH>(::GetStockObject(LTGRAY_BRUSH)));
-            ::EndPaint(window, &paint);
-            return 0;
-        }
-        case WM_DESTROY:
-            ::PostQuitMessage(0);
-            return 0;
-        default:
-            return ::DefWindowProcW(window, message, wParam, lParam);
+    if (message == WM_DESTROY) {
+        ::PostQuitMessage(0);
+        return 0;
     }
+    return GreyProcedure(window, message, wParam, lParam);
 }
 
 }  // namespace
@@ -34,10 +25,5 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE /*previous*/, LPWSTR /*line*/,
                                           679, nullptr, nullptr, instance, nullptr);
     ::ShowWindow(window, show);
     ::UpdateWindow(window);
-    MSG message{};
-    while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
-        ::TranslateMessage(&message);
-        ::DispatchMessageW(&message);
-    }
-    return static_cast<int>(message.wParam);
+    return RunMessages();
 }

@@ -8,6 +8,7 @@
 
 #include <array>
 
+#include "grey_window.h"
 #include "resources/ids.h"
 
 namespace {
@@ -82,17 +83,6 @@ void CreateViews(HWND main) {
     CreateChild(diary, ChildClass, L"", WS_VISIBLE, 111, Width, 3001);
 }
 
-LRESULT CALLBACK ChildProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message != WM_PAINT) {
-        return ::DefWindowProcW(window, message, wParam, lParam);
-    }
-    PAINTSTRUCT paint{};
-    const HDC dc = ::BeginPaint(window, &paint);
-    ::FillRect(dc, &paint.rcPaint, static_cast<HBRUSH>(::GetStockObject(LTGRAY_BRUSH)));
-    ::EndPaint(window, &paint);
-    return 0;
-}
-
 LRESULT CALLBACK MainProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_CREATE:
@@ -122,7 +112,7 @@ int WINAPI wWinMain(HINSTANCE self, HINSTANCE /*previous*/, LPWSTR /*line*/, int
     instance = self;
     INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_BAR_CLASSES};
     ::InitCommonControlsEx(&controls);
-    RegisterWindowClass(ChildClass, &ChildProcedure);
+    RegisterWindowClass(ChildClass, &GreyProcedure);
     RegisterWindowClass(L"LunaraSameWindows", &MainProcedure);
     const DWORD style =
         WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME | WS_CLIPCHILDREN;
@@ -134,10 +124,5 @@ int WINAPI wWinMain(HINSTANCE self, HINSTANCE /*previous*/, LPWSTR /*line*/, int
     ::ShowWindow(window, show);
     ::UpdateWindow(window);
     ::GdiFlush();
-    MSG message{};
-    while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
-        ::TranslateMessage(&message);
-        ::DispatchMessageW(&message);
-    }
-    return static_cast<int>(message.wParam);
+    return RunMessages();
 }

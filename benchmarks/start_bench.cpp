@@ -21,7 +21,7 @@ using lunara::bench::NowMs;
 constexpr int Runs = 31;
 constexpr DWORD PauseMs = 150;  // what a program leaves to be done at its end takes a fifth of that
 constexpr DWORD LongestWaitMs = 20'000;
-constexpr COLORREF BareColor = RGB(192, 192, 192);  // what bare_window.cpp paints
+constexpr COLORREF BareColor = RGB(192, 192, 192);  // what grey_window.h paints
 
 bool WaitUntil(const std::function<bool()>& condition) {
     const double start = NowMs();

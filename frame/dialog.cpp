@@ -56,7 +56,7 @@ LOGFONTW FontOf(HWND window) {
     return face;
 }
 
-/// A template names a face of its own; the program's dialogs all speak in the shell's. Only the
+/// For dialogs of the template's size; a sheet grows the template's own face with itself. Only the
 /// controls draw text: the dialog manager keeps the template's face for its measurements.
 void UseShellFont(HWND dialog) {
     const LOGFONTW own = FontOf(dialog);

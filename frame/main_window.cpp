@@ -34,9 +34,11 @@ constexpr int TitleCapacity = 128;
 
 /// The view covers the other one wholly. To hide that one saves drawing it whenever it changes.
 void BringUp(HWND view, HWND other) {
+    ::BringWindowToTop(view);
     // What is to be erased is erased when it is painted, and not once more by itself.
-    ::SetWindowPos(view, HWND_TOP, 0, 0, 0, 0,
-                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_DEFERERASE);
+    ::SetWindowPos(
+        view, nullptr, 0, 0, 0, 0,
+        SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_DEFERERASE);
     ::ShowWindow(other, SW_HIDE);
 }
 
