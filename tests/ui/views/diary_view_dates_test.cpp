@@ -113,6 +113,17 @@ TEST_F(DiaryViewTest, ThumbMovesTheStartWhenItIsLetGo) {
     EXPECT_EQ(Start(), ToDateKey(expected));
 }
 
+TEST_F(DiaryViewTest, ItsScrollBarIsDrawnAnewWhereverItScrolls) {
+    Make();
+    const HWND bar = Child(DiaryView::ScrollBarId);
+    ::ShowWindow(::GetAncestor(bar, GA_ROOT), SW_SHOWNOACTIVATE);
+    ::ShowWindow(view->Handle(), SW_SHOWNA);
+    ::UpdateWindow(bar);
+    ASSERT_EQ(::GetUpdateRect(bar, nullptr, FALSE), FALSE);
+    ScrollBy(SB_PAGEDOWN);
+    EXPECT_NE(::GetUpdateRect(bar, nullptr, FALSE), FALSE);
+}
+
 TEST_F(DiaryViewTest, CannotScrollBeforeTheCalendarBegins) {
     Make();
     view->SetCurrentDate(Day(1601, 1, 3));
