@@ -1,13 +1,13 @@
 // What it costs to back up and to restore the enciphered diary of 40 years, with the functions that
 // the two commands call, beside plainly copying the same files into a new folder in the same run.
 
-#include "forty_years.h"
-#include "frame/backup_files.h"
-#include "frame/window.h"
+#include "benchmarks/forty_years.h"
+#include "benchmarks/spread.h"
+#include "diary/user_data.h"
 #include "platform/pocketpc/documents_folder.h"
-#include "records/data_folder.h"
-#include "records/user_data.h"
-#include "spread.h"
+#include "storage/backup_files.h"
+#include "storage/data_folder.h"
+#include "window/window.h"
 
 namespace lunara::bench {
 namespace {

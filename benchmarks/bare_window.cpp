@@ -1,6 +1,6 @@
 // The smallest program with a painted window: what any start costs on this machine.
 
-#include "grey_window.h"
+#include "benchmarks/grey_window.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 // point is dragged, at the size of the program's window, beside a bare fill and copy of the same
 // size in the same run.
 
+#include "benchmarks/window_bench.h"
+#include "diary/user_data.h"
 #include "platform/pocketpc/common_controls.h"
-#include "records/user_data.h"
 #include "views/graph_view.h"
-#include "window_bench.h"
 
 namespace lunara::bench {
 namespace {

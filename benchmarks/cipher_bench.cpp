@@ -1,11 +1,11 @@
 // The cipher of the data files beside the libraries that offer the published Blowfish.
 
-#include "records/cipher.h"
+#include "storage/cipher/cipher.h"
 
 #include <memory>
 
-#include "blowfish_peers.h"
-#include "report.h"
+#include "benchmarks/blowfish_peers.h"
+#include "benchmarks/report.h"
 
 namespace lunara::bench {
 namespace {

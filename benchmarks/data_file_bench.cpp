@@ -1,6 +1,6 @@
 // Loading and saving the enciphered diary of 40 years, beside moving the same bytes plain.
 
-#include "records/data_file.h"
+#include "storage/data_file.h"
 
 #include <stdlib.h>  // NOLINT(modernize-deprecated-headers): mkdtemp
 
@@ -8,10 +8,10 @@
 #include <fstream>
 #include <memory>
 
-#include "blowfish_peers.h"
-#include "forty_years.h"
-#include "records/data_file_set.h"
-#include "report.h"
+#include "benchmarks/blowfish_peers.h"
+#include "benchmarks/forty_years.h"
+#include "benchmarks/report.h"
+#include "storage/data_file_set.h"
 
 namespace lunara::bench {
 namespace {

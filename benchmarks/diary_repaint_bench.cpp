@@ -1,10 +1,10 @@
 // What it costs to scroll the diary by one day and paint it again, at the size of the program's
 // window, beside a bare fill and copy of the same size in the same run.
 
+#include "benchmarks/window_bench.h"
 #include "cycle/predictor.h"
-#include "records/user_data.h"
+#include "diary/user_data.h"
 #include "views/diary_view.h"
-#include "window_bench.h"
 
 namespace lunara::bench {
 namespace {

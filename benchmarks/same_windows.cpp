@@ -8,7 +8,7 @@
 
 #include <array>
 
-#include "grey_window.h"
+#include "benchmarks/grey_window.h"
 #include "resources/ids.h"
 
 namespace {

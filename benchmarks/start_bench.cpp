@@ -12,7 +12,7 @@
 #include <functional>
 #include <string>
 
-#include "spread.h"
+#include "benchmarks/spread.h"
 
 namespace {
 

@@ -3,12 +3,12 @@
 // What the programs that measure painting share: one date, the size of the program's window, a view
 // in a bare frame, and the bare fill and copy that every repaint is compared with.
 
-#include "frame/gdi.h"
-#include "frame/settings.h"
-#include "frame/window.h"
+#include "benchmarks/spread.h"
 #include "platform/clock.h"
+#include "platform/gdi.h"
 #include "records/dates.h"
-#include "spread.h"
+#include "window/settings.h"
+#include "window/window.h"
 
 namespace lunara::bench {
 

@@ -18,4 +18,7 @@ if(LUNARA_SANITIZE)
     add_compile_options(-O1 -fno-omit-frame-pointer -fsanitize=address,undefined
         -fno-sanitize-recover=all)
     add_link_options(-fsanitize=address,undefined)
+    if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+        add_compile_options(-fsanitize=fuzzer-no-link)  # what the fuzzers watch
+    endif()
 endif()

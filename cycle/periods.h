@@ -9,7 +9,7 @@
 
 #include "cycle/day_runs.h"
 #include "cycle/distribution.h"
-#include "records/prediction_state.h"
+#include "diary/prediction_state.h"
 
 namespace lunara {
 

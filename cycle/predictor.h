@@ -6,7 +6,7 @@
 // docs/predictions.md explains every step. All arithmetic is single precision in the stated order
 // and must stay so: results are compared bit for bit between targets.
 
-#include "records/user_data.h"
+#include "diary/user_data.h"
 
 namespace lunara {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "views/agenda_painter.h"
-#include "views/paint_buffer.h"
+#include "window/double_buffer.h"
 
 namespace lunara {
 namespace {

@@ -4,9 +4,9 @@
 // text in a bubble beside them. It knows nothing of days: it asks its parent for every row while it
 // paints, and tells it of taps.
 
-#include "frame/gdi.h"
-#include "frame/notification.h"
+#include "platform/gdi.h"
 #include "views/agenda_layout.h"
+#include "window/notification.h"
 
 namespace lunara {
 

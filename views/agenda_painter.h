@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "frame/gdi.h"
+#include "platform/gdi.h"
 #include "views/agenda_ctrl.h"
 
 namespace lunara {

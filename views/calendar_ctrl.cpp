@@ -7,7 +7,7 @@
 
 #include "platform/clock.h"
 #include "platform/text.h"
-#include "views/paint_buffer.h"
+#include "window/double_buffer.h"
 
 namespace lunara {
 namespace {

@@ -4,9 +4,9 @@
 // with a band of coloured months beside it. Its parent scrolls it by setting another start date,
 // and marks the selected day itself: the strip has no selection and no focus.
 
-#include "frame/gdi.h"
-#include "frame/notification.h"
+#include "platform/gdi.h"
 #include "views/calendar_layout.h"
+#include "window/notification.h"
 
 namespace lunara {
 

@@ -6,7 +6,7 @@
 #include <array>
 
 #include "platform/text.h"
-#include "views/paint_buffer.h"
+#include "window/double_buffer.h"
 
 namespace lunara {
 namespace {

@@ -8,9 +8,9 @@
 #include <memory>
 #include <optional>
 
-#include "frame/gdi.h"
-#include "frame/notification.h"
+#include "platform/gdi.h"
 #include "views/chart_layout.h"
+#include "window/notification.h"
 
 namespace lunara {
 

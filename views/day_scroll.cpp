@@ -1,9 +1,9 @@
 #include "views/day_scroll.h"
 
 #include "cycle/predictor.h"
-#include "frame/memory_painting.h"
 #include "platform/clock.h"
 #include "records/dates.h"
+#include "window/memory_painting.h"
 
 namespace lunara {
 

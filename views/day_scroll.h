@@ -4,8 +4,8 @@
 // step of the bar is a day. Where the range ends and how far a request moves is in
 // views/diary_layout.h.
 
+#include "diary/user_data.h"
 #include "platform/win32.h"
-#include "records/user_data.h"
 #include "views/calendar_ctrl.h"
 #include "views/diary_layout.h"
 

@@ -5,9 +5,9 @@
 
 #include "cycle/day_status.h"
 #include "cycle/predictor.h"
+#include "diary/user_data.h"
 #include "platform/text.h"
-#include "records/color_blend.h"
-#include "records/user_data.h"
+#include "views/color_blend.h"
 
 namespace lunara {
 namespace {

@@ -3,16 +3,16 @@
 #include <algorithm>
 #include <memory>
 
-#include "frame/help.h"
-#include "frame/settings.h"
+#include "app/help.h"
+#include "dialogs/notes_dialog.h"
+#include "diary/user_data.h"
 #include "platform/clock.h"
 #include "platform/pocketpc/placement.h"
 #include "platform/text.h"
 #include "records/dates.h"
-#include "records/notes_dialog.h"
-#include "records/user_data.h"
 #include "views/month_colors.h"
 #include "views/view_children.h"
+#include "window/settings.h"
 
 namespace lunara {
 namespace {

@@ -7,14 +7,14 @@
 #include <array>
 #include <vector>
 
-#include "frame/gdi.h"
-#include "frame/window.h"
-#include "records/data_observer.h"
+#include "diary/data_observer.h"
+#include "platform/gdi.h"
 #include "views/agenda_ctrl.h"
 #include "views/calendar_ctrl.h"
 #include "views/day_scroll.h"
 #include "views/diary_layout.h"
 #include "views/diary_row.h"
+#include "window/window.h"
 
 namespace lunara {
 

@@ -7,7 +7,7 @@
 #include <memory>
 #include <span>
 
-#include "records/user_data.h"
+#include "diary/user_data.h"
 #include "views/chart_layout.h"
 #include "views/temperature.h"
 

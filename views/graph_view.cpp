@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <array>
 
-#include "frame/help.h"
-#include "frame/settings.h"
+#include "app/help.h"
 #include "platform/pocketpc/common_controls.h"
 #include "records/dates.h"
 #include "resources/ids.h"
 #include "views/month_colors.h"
+#include "window/settings.h"
 
 namespace lunara {
 namespace {

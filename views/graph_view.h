@@ -11,16 +11,16 @@
 #include <cstdint>
 #include <vector>
 
-#include "frame/gdi.h"
-#include "frame/notification.h"
-#include "frame/window.h"
-#include "records/data_observer.h"
+#include "diary/data_observer.h"
+#include "platform/gdi.h"
 #include "views/calendar_ctrl.h"
 #include "views/chart_ctrl.h"
 #include "views/day_scroll.h"
 #include "views/graph_layout.h"
 #include "views/graph_series.h"
 #include "views/toggle_button.h"
+#include "window/notification.h"
+#include "window/window.h"
 
 namespace lunara {
 

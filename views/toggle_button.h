@@ -3,8 +3,8 @@
 // A small push button with a check state, drawn by itself. It does not change its state when
 // tapped: its owner hears of the tap and sets the states of all buttons that belong together.
 
-#include "frame/gdi.h"
-#include "frame/notification.h"
+#include "platform/gdi.h"
+#include "window/notification.h"
 
 namespace lunara {
 

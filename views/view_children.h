@@ -2,8 +2,8 @@
 
 // How the two views make and place their children, all of them visible from the start.
 
-#include "frame/window.h"
 #include "platform/win32.h"
+#include "window/window.h"
 
 namespace lunara {
 

@@ -15,7 +15,7 @@
 #include "platform/pocketpc/dialog_layout.h"
 #include "platform/pocketpc/placement.h"
 #include "platform/pocketpc/top_level_window.h"
-#include "platform/pocketpc/window_hook.h"
+#include "platform/subclass.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/placement.h"
-#include "platform/pocketpc/window_hook.h"
+#include "platform/subclass.h"
 #include "platform/text.h"
 #include "resources/ids.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/pocketpc/window_hook.h"
+#include "platform/subclass.h"
 
 namespace lunara {
 namespace {

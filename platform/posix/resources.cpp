@@ -1,8 +1,8 @@
 #include <array>
 
 #include "platform/posix/win32_posix.h"
+#include "platform/string_table.h"
 #include "platform/text.h"
-#include "resources/strings.h"
 
 namespace {
 

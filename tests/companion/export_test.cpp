@@ -2,8 +2,8 @@
 #include <locale>
 #include <sstream>
 
-#include "companion.h"
-#include "fixture.h"
+#include "tests/companion/fixture.h"
+#include "tools/lunara-cli/companion.h"
 
 namespace lunara::companion_tests {
 namespace {

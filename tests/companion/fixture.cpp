@@ -1,12 +1,12 @@
-#include "fixture.h"
+#include "tests/companion/fixture.h"
 
 #include <chrono>
 #include <cstring>
 #include <fstream>
 #include <sstream>
 
-#include "companion.h"
 #include "platform/arguments.h"
+#include "tools/lunara-cli/companion.h"
 
 namespace lunara::companion_tests {
 namespace {

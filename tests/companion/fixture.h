@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "records/user_data.h"
+#include "diary/user_data.h"
 
 namespace lunara::companion_tests {
 

@@ -1,6 +1,6 @@
-#include "companion.h"
-#include "fixture.h"
-#include "records/replacement_file.h"
+#include "storage/replacement_file.h"
+#include "tests/companion/fixture.h"
+#include "tools/lunara-cli/companion.h"
 
 namespace lunara::companion_tests {
 namespace {

@@ -1,7 +1,7 @@
 // Symbolic links, where the standard library can make them.
 
-#include "companion.h"
-#include "fixture.h"
+#include "tests/companion/fixture.h"
+#include "tools/lunara-cli/companion.h"
 
 namespace lunara::companion_tests {
 namespace {

@@ -1,8 +1,8 @@
-#include "options.h"
+#include "tools/lunara-cli/options.h"
 
 #include <gtest/gtest.h>
 
-#include "companion.h"
+#include "tools/lunara-cli/companion.h"
 
 namespace lunara {
 namespace {

@@ -1,5 +1,5 @@
-#include "companion.h"
-#include "fixture.h"
+#include "tests/companion/fixture.h"
+#include "tools/lunara-cli/companion.h"
 
 namespace lunara::companion_tests {
 namespace {

@@ -3,13 +3,13 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
-#include "companion.h"
 #include "cycle/day_status.h"
 #include "cycle/predictor.h"
-#include "fixture.h"
-#include "iso_date.h"
+#include "exchange/iso_date.h"
 #include "platform/clock.h"
 #include "platform/text.h"
+#include "tests/companion/fixture.h"
+#include "tools/lunara-cli/companion.h"
 
 namespace lunara::companion_tests {
 namespace {

@@ -1,10 +1,10 @@
 #include <array>
 #include <cstdlib>
 
-#include "companion.h"
-#include "fixture.h"
 #include "platform/app_folder.h"
 #include "platform/text.h"
+#include "tests/companion/fixture.h"
+#include "tools/lunara-cli/companion.h"
 
 namespace lunara::companion_tests {
 namespace {

@@ -1,11 +1,11 @@
-#include "sample_diary.h"
+#include "tools/lunara-cli/sample_diary.h"
 
 #include <nlohmann/json.hpp>
 
-#include "companion.h"
-#include "fixture.h"
 #include "platform/clock.h"
 #include "platform/text.h"
+#include "tests/companion/fixture.h"
+#include "tools/lunara-cli/companion.h"
 
 namespace lunara::companion_tests {
 namespace {

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "diary_csv.h"
-#include "import_changes.h"
+#include "exchange/diary_csv.h"
+#include "exchange/import_changes.h"
 
 namespace {
 

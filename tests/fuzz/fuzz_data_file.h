@@ -15,9 +15,9 @@
 #include <vector>
 
 #include "platform/text.h"
-#include "records/cipher.h"
-#include "records/data_file.h"
-#include "records/password_key.h"
+#include "storage/cipher/cipher.h"
+#include "storage/cipher/password_key.h"
+#include "storage/data_file.h"
 
 namespace lunara::fuzz {
 

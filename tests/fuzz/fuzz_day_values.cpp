@@ -1,4 +1,4 @@
-#include "fuzz_data_file.h"
+#include "tests/fuzz/fuzz_data_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 

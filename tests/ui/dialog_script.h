@@ -6,7 +6,7 @@
 #include <deque>
 #include <functional>
 
-#include "frame/window.h"
+#include "window/window.h"
 
 namespace lunara {
 

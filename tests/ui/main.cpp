@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "frame/window.h"
+#include "window/window.h"
 
 // windows.h must come first
 #include <commctrl.h>

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "frame/settings.h"
 #include "platform/clock.h"
 #include "records/dates.h"
+#include "window/settings.h"
 
 namespace lunara {
 namespace {

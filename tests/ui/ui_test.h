@@ -11,10 +11,10 @@
 #include <string>
 #include <vector>
 
-#include "frame/gdi.h"
-#include "frame/help.h"
-#include "frame/messages.h"
-#include "frame/window.h"
+#include "app/help.h"
+#include "platform/gdi.h"
+#include "window/messages.h"
+#include "window/window.h"
 
 namespace lunara {
 

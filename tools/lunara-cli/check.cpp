@@ -1,7 +1,7 @@
 #include <ostream>
 
-#include "commands.h"
-#include "diary_folder.h"
+#include "tools/lunara-cli/commands.h"
+#include "tools/lunara-cli/diary_folder.h"
 
 namespace lunara {
 namespace {

@@ -3,9 +3,9 @@
 // The five commands. Each returns the exit code, ExitDone or ExitData, and says on `streams.err`
 // why it failed.
 
-#include "companion.h"
-#include "files.h"
-#include "options.h"
+#include "tools/lunara-cli/companion.h"
+#include "tools/lunara-cli/files.h"
+#include "tools/lunara-cli/options.h"
 
 namespace lunara {
 

@@ -1,12 +1,12 @@
-#include "companion.h"
+#include "tools/lunara-cli/companion.h"
 
 #include <exception>
 #include <new>
 #include <ostream>
 
-#include "commands.h"
-#include "password_file.h"
 #include "platform/clock.h"
+#include "tools/lunara-cli/commands.h"
+#include "tools/lunara-cli/password_file.h"
 
 namespace lunara {
 namespace {

@@ -1,10 +1,10 @@
-#include "diary_folder.h"
+#include "tools/lunara-cli/diary_folder.h"
 
 #include <vector>
 
 #include "platform/arguments.h"
-#include "records/data_file.h"
-#include "records/data_file_set.h"
+#include "storage/data_file.h"
+#include "storage/data_file_set.h"
 
 namespace lunara {
 namespace {

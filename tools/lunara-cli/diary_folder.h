@@ -5,8 +5,8 @@
 #include <optional>
 #include <span>
 
-#include "files.h"
-#include "records/user_data.h"
+#include "diary/user_data.h"
+#include "tools/lunara-cli/files.h"
 
 namespace lunara {
 
@@ -28,7 +28,7 @@ std::optional<Failure> CheckFolder(const WideString& folder);
 
 bool FileExists(const WideString& path);
 
-/// Undoes a save that was broken off (records/data_file_set.h); to be called before any loading.
+/// Undoes a save that was broken off (storage/data_file_set.h); to be called before any loading.
 std::optional<Failure> MendDiary(const WideString& folder);
 
 /// Loads one file; a file that is not there loads as an empty collection.

@@ -2,9 +2,9 @@
 #include <filesystem>
 #include <ostream>
 
-#include "commands.h"
-#include "diary_csv.h"
-#include "diary_folder.h"
+#include "exchange/diary_csv.h"
+#include "tools/lunara-cli/commands.h"
+#include "tools/lunara-cli/diary_folder.h"
 
 namespace lunara {
 namespace {

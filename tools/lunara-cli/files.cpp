@@ -1,4 +1,4 @@
-#include "files.h"
+#include "tools/lunara-cli/files.h"
 
 #include <algorithm>
 #include <istream>
@@ -7,7 +7,7 @@
 
 #include "platform/arguments.h"
 #include "platform/message_text.h"
-#include "records/replacement_file.h"
+#include "storage/replacement_file.h"
 
 namespace lunara {
 namespace {

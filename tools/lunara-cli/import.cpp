@@ -1,11 +1,11 @@
 #include <istream>
 #include <ostream>
 
-#include "commands.h"
-#include "diary_csv.h"
-#include "diary_folder.h"
-#include "import_changes.h"
-#include "records/data_file.h"
+#include "exchange/diary_csv.h"
+#include "exchange/import_changes.h"
+#include "storage/data_file.h"
+#include "tools/lunara-cli/commands.h"
+#include "tools/lunara-cli/diary_folder.h"
 
 namespace lunara {
 namespace {

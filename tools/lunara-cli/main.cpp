@@ -1,7 +1,7 @@
 #include <iostream>
 
-#include "companion.h"
 #include "platform/arguments.h"
+#include "tools/lunara-cli/companion.h"
 
 int main(int argc, char** argv) {
     lunara::MakeStandardStreamsBinary();

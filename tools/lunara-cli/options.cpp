@@ -1,10 +1,10 @@
-#include "options.h"
+#include "tools/lunara-cli/options.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
 
-#include "companion.h"
-#include "iso_date.h"
+#include "exchange/iso_date.h"
+#include "tools/lunara-cli/companion.h"
 
 namespace lunara {
 namespace {

@@ -1,6 +1,6 @@
-#include "password_file.h"
+#include "tools/lunara-cli/password_file.h"
 
-#include "records/data_file.h"
+#include "storage/data_file.h"
 
 namespace lunara {
 namespace {

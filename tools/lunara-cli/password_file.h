@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "files.h"
+#include "tools/lunara-cli/files.h"
 
 namespace lunara {
 

@@ -1,8 +1,8 @@
 #include <ostream>
 
-#include "commands.h"
-#include "diary_folder.h"
-#include "prediction_report.h"
+#include "tools/lunara-cli/commands.h"
+#include "tools/lunara-cli/diary_folder.h"
+#include "tools/lunara-cli/prediction_report.h"
 
 namespace lunara {
 

@@ -1,4 +1,4 @@
-#include "prediction_report.h"
+#include "tools/lunara-cli/prediction_report.h"
 
 #include <bit>
 #include <map>

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "records/user_data.h"
+#include "diary/user_data.h"
 
 namespace lunara {
 

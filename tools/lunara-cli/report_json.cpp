@@ -2,8 +2,8 @@
 #include <charconv>
 #include <nlohmann/json.hpp>
 
-#include "iso_date.h"
-#include "prediction_report.h"
+#include "exchange/iso_date.h"
+#include "tools/lunara-cli/prediction_report.h"
 
 namespace lunara {
 namespace {

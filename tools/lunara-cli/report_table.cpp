@@ -2,9 +2,9 @@
 #include <array>
 #include <charconv>
 
-#include "iso_date.h"
+#include "exchange/iso_date.h"
 #include "platform/text.h"
-#include "prediction_report.h"
+#include "tools/lunara-cli/prediction_report.h"
 
 namespace lunara {
 namespace {

@@ -1,7 +1,7 @@
-#include "commands.h"
-#include "diary_folder.h"
 #include "platform/clock.h"
-#include "sample_diary.h"
+#include "tools/lunara-cli/commands.h"
+#include "tools/lunara-cli/diary_folder.h"
+#include "tools/lunara-cli/sample_diary.h"
 
 namespace lunara {
 

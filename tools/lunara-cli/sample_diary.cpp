@@ -1,4 +1,4 @@
-#include "sample_diary.h"
+#include "tools/lunara-cli/sample_diary.h"
 
 #include <iterator>
 #include <string_view>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/user_data.h"
+#include "diary/user_data.h"
 
 namespace lunara {
 

@@ -10,7 +10,7 @@
 
 #include "cycle/day_status.h"
 #include "cycle/predictor.h"
-#include "tests/core/records/test_support.h"
+#include "tests/core/test_support.h"
 
 namespace lunara::test {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/core/records/test_support.h"
+#include "tests/core/test_support.h"
 
 namespace lunara::test {
 namespace {

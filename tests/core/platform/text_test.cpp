@@ -5,7 +5,7 @@
 #include <array>
 
 #include "platform/clock.h"
-#include "resources/strings.h"
+#include "platform/string_table.h"
 
 namespace lunara {
 namespace {

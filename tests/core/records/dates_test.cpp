@@ -3,7 +3,7 @@
 #include <array>
 #include <limits>
 
-#include "tests/core/records/test_support.h"
+#include "tests/core/test_support.h"
 
 namespace lunara {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 
 #include "cycle/day_status.h"
-#include "records/color_blend.h"
-#include "records/user_data.h"
-#include "tests/core/records/test_support.h"
+#include "diary/user_data.h"
+#include "tests/core/test_support.h"
+#include "views/color_blend.h"
 
 namespace lunara {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/core/records/test_support.h"
+#include "tests/core/test_support.h"
 
 namespace lunara {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "platform/win32.h"
 #include "tests/box.h"
-#include "tests/core/records/test_support.h"
+#include "tests/core/test_support.h"
 
 namespace lunara::test {
 

@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "tests/core/records/test_support.h"
+#include "tests/core/test_support.h"
 
 namespace lunara {
 namespace {

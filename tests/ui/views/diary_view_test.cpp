@@ -6,9 +6,9 @@
 
 #include "cycle/day_status.h"
 #include "cycle/predictor.h"
-#include "frame/settings.h"
 #include "tests/ui/views/diary_view_test_support.h"
 #include "views/month_colors.h"
+#include "window/settings.h"
 
 namespace lunara {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "records/user_data.h"
+#include "diary/user_data.h"
 #include "tests/ui/views/view_test_support.h"
 #include "views/diary_view.h"
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "frame/settings.h"
 #include "tests/ui/views/graph_view_test_support.h"
+#include "window/settings.h"
 
 namespace lunara {
 namespace {

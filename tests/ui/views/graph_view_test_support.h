@@ -5,9 +5,9 @@
 
 #include <memory>
 
-#include "frame/settings.h"
 #include "tests/ui/views/view_test_support.h"
 #include "views/graph_view.h"
+#include "window/settings.h"
 
 // after windows.h
 #include "platform/pocketpc/common_controls.h"

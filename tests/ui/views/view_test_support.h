@@ -6,11 +6,11 @@
 #include <functional>
 #include <utility>
 
-#include "frame/notification.h"
 #include "platform/clock.h"
 #include "records/dates.h"
 #include "tests/box.h"
 #include "tests/ui/ui_test.h"
+#include "window/notification.h"
 
 namespace lunara {
 

@@ -1,0 +1,58 @@
+#pragma once
+
+// The main window's commands, each standing here once: what it does, and which view offers it as a
+// button.
+
+#include <span>
+
+#include "app/main_window.h"
+#include "resources/ids.h"
+
+namespace lunara {
+
+struct Command {
+    UINT id = 0;
+    void (MainWindow::*run)() = nullptr;
+    /// For the commands that have a button: the show flag that it stands for, 0 where the view does
+    /// not offer it.
+    std::uint32_t diaryFlag = 0;
+    std::uint32_t graphFlag = 0;
+
+    constexpr std::uint32_t FlagIn(DWORD view) const {
+        return view == ViewDiary ? diaryFlag : view == ViewGraph ? graphFlag : 0;
+    }
+    constexpr bool HasButton() const { return (diaryFlag | graphFlag) != 0; }
+};
+
+struct CommandTable {
+    static constexpr Command Entries[] = {
+        {IDOK, &MainWindow::Exit},  // Ctrl+Q
+        {IDM_EXIT, &MainWindow::Exit},
+        {IDM_ABOUT, &MainWindow::About},
+        {IDM_VIEW_DIARY, &MainWindow::ViewDiaryCommand},
+        {IDM_VIEW_GRAPH, &MainWindow::ViewGraphCommand},
+        {IDM_SHOW_NOTES, &MainWindow::ToggleNotes, DiaryShowNotes, 0},
+        {IDM_SHOW_BLEEDING, &MainWindow::ToggleBleeding, DiaryShowBleeding, GraphShowBleeding},
+        {IDM_SHOW_PERIOD, &MainWindow::TogglePeriod, DiaryShowPeriod, 0},
+        {IDM_SHOW_OVULATION, &MainWindow::ToggleOvulation, DiaryShowOvulation, 0},
+        {IDM_SHOW_PREGNANCY, &MainWindow::TogglePregnancy, DiaryShowPregnancy, 0},
+        {IDM_SHOW_TEMPERATURE, &MainWindow::ToggleTemperature, 0, GraphShowTemperature},
+        {IDM_CHANGE_PASSWORD, &MainWindow::ChangePasswordCommand},
+        {IDM_HISTORY, &MainWindow::HistoryCommand},
+        {IDM_BACKUP, &MainWindow::BackupCommand},
+        {IDM_RESTORE, &MainWindow::RestoreCommand},
+        {IDM_HELP, &MainWindow::Help},
+    };
+
+    /// Null for a command that the program does not have.
+    static constexpr const Command* Find(UINT id) {
+        for (const Command& command : Entries) {
+            if (command.id == id) {
+                return &command;
+            }
+        }
+        return nullptr;
+    }
+};
+
+}  // namespace lunara

@@ -1,0 +1,46 @@
+#include "exchange/iso_date.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace lunara {
+namespace {
+
+constexpr unsigned FirstYear = 1601;
+constexpr unsigned LastYear = 2500;
+
+/// The number that the digits are; a number past every limit here when one of them is no digit.
+unsigned NumberOf(std::string_view digits) {
+    unsigned number = 0;
+    for (const char digit : digits) {
+        if (digit < '0' || digit > '9') {
+            return 10000;
+        }
+        number = number * 10 + static_cast<unsigned>(digit - '0');
+    }
+    return number;
+}
+
+}  // namespace
+
+std::string IsoDate(DateKey key) {
+    char text[16];  // the longest is 65535-255-255
+    const int length = std::snprintf(text, sizeof text, "%04u-%02u-%02u", key >> 16,
+                                     (key >> 8) & 0xFFU, key & 0xFFU);
+    return {text, static_cast<std::size_t>(length)};
+}
+
+std::optional<DateKey> ParseIsoDate(std::string_view text) {
+    if (text.size() != 10 || text[4] != '-' || text[7] != '-') {
+        return std::nullopt;
+    }
+    const unsigned year = NumberOf(text.substr(0, 4));
+    const unsigned month = NumberOf(text.substr(5, 2));
+    const unsigned day = NumberOf(text.substr(8, 2));
+    if (year < FirstYear || year > LastYear || month < 1 || month > 12 || day < 1 || day > 31) {
+        return std::nullopt;
+    }
+    return MakeDateKey(year, month, day);
+}
+
+}  // namespace lunara

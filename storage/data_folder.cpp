@@ -1,0 +1,153 @@
+#include "storage/data_folder.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "platform/app_folder.h"
+
+namespace lunara {
+namespace {
+
+constexpr WideView Separators = TEXT("\\/");
+constexpr WideView Forbidden = TEXT("/\\:*?\"<>|");
+constexpr WideView ProgramFile = TEXT("Lunara.exe");
+
+constexpr WideView Devices[] = {TEXT("CON"), TEXT("PRN"),    TEXT("AUX"),
+                                TEXT("NUL"), TEXT("CONIN$"), TEXT("CONOUT$")};
+// These stand before one digit; the superscript ones count as digits here.
+constexpr WideView NumberedDevices[] = {TEXT("COM"), TEXT("LPT")};
+constexpr WideView DeviceDigits = TEXT("0123456789\u00B9\u00B2\u00B3");
+
+WCHAR UpperAscii(WCHAR unit) {
+    return unit >= 'a' && unit <= 'z' ? static_cast<WCHAR>(unit - 'a' + 'A') : unit;
+}
+
+bool IsSameName(WideView a, WideView b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](WCHAR x, WCHAR y) { return UpperAscii(x) == UpperAscii(y); });
+}
+
+/// The system takes "con", "con.txt" and "con .txt" all for the console.
+bool IsDeviceName(WideView name) {
+    WideView base = name.substr(0, name.find(TEXT('.')));
+    while (!base.empty() && base.back() == ' ') {
+        base.remove_suffix(1);
+    }
+    const auto isBase = [base](WideView device) { return IsSameName(base, device); };
+    if (std::any_of(std::begin(Devices), std::end(Devices), isBase)) {
+        return true;
+    }
+    if (base.empty() || DeviceDigits.find(base.back()) == WideView::npos) {
+        return false;
+    }
+    base.remove_suffix(1);
+    return std::any_of(std::begin(NumberedDevices), std::end(NumberedDevices),
+                       [base](WideView device) { return IsSameName(base, device); });
+}
+
+/// The running program's file stands in the folder where the users' folders are made.
+bool IsProgramFile(WideView name) {
+    std::array<WCHAR, PathCapacity> path{};
+    const DWORD length =
+        ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+    WideView module(path.data(), std::min<std::size_t>(length, path.size()));
+    const std::size_t last = module.find_last_of(Separators);
+    if (last != WideView::npos) {
+        module.remove_prefix(last + 1);
+    }
+    return IsSameName(name, ProgramFile) || IsSameName(name, module);
+}
+
+bool IsHexDigit(WCHAR unit) {
+    const WCHAR upper = UpperAscii(unit);
+    return (upper >= '0' && upper <= '9') || (upper >= 'A' && upper <= 'F');
+}
+
+bool IsHighSurrogate(WCHAR unit) { return (unit & 0xFC00) == 0xD800; }
+bool IsLowSurrogate(WCHAR unit) { return (unit & 0xFC00) == 0xDC00; }
+
+bool IsLoneSurrogate(WideView name, std::size_t i) {
+    if (IsHighSurrogate(name[i])) {
+        return i + 1 == name.size() || !IsLowSurrogate(name[i + 1]);
+    }
+    return IsLowSurrogate(name[i]) && (i == 0 || !IsHighSurrogate(name[i - 1]));
+}
+
+bool MustBeEscaped(WideView name, std::size_t i) {
+    const WCHAR unit = name[i];
+    if (unit < 0x20 || Forbidden.find(unit) != WideView::npos || IsLoneSurrogate(name, i)) {
+        return true;
+    }
+    if (unit == '%') {  // only where it reads as an escape: "100%" keeps its name
+        return i + 2 < name.size() && IsHexDigit(name[i + 1]) && IsHexDigit(name[i + 2]);
+    }
+    // The system drops dots and blanks from a name's end, and so would take "." for the folder
+    // itself and ".." for the one above.
+    return (unit == '.' || unit == ' ') && i + 1 == name.size();
+}
+
+/// Each byte of the unit's UTF-8 (three for a lone surrogate) as % and two hexadecimal digits.
+void AppendEscaped(WideString& folder, WCHAR unit) {
+    constexpr WideView Digits = TEXT("0123456789ABCDEF");
+    for (const char byte : ToUtf8(WideView(&unit, 1))) {
+        const auto value = static_cast<unsigned char>(byte);
+        folder.push_back('%');
+        folder.push_back(Digits[value >> 4]);
+        folder.push_back(Digits[value & 0xF]);
+    }
+}
+
+bool IsFolder(const WCHAR* path) {
+    const DWORD attributes = ::GetFileAttributesW(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+}  // namespace
+
+WideString FolderNameOfUser(WideView userName) {
+    const bool isTaken = IsDeviceName(userName) || IsProgramFile(userName);
+    WideString folder;
+    for (std::size_t i = 0; i < userName.size(); ++i) {
+        if ((i == 0 && isTaken) || MustBeEscaped(userName, i)) {
+            AppendEscaped(folder, userName[i]);
+        } else {
+            folder.push_back(userName[i]);
+        }
+    }
+    return folder;
+}
+
+WideString DataFolderOfUser(WideView userName) {
+    std::array<WCHAR, PathCapacity> appFolder{};
+    GetAppFolder(appFolder.data(), static_cast<int>(appFolder.size()));
+    // A program that does not know its folder has no diaries: a bare name would be one of whatever
+    // folder is the current one. Nothing can be called this, and so every use of it fails.
+    const WideString parent = appFolder[0] != 0 ? WideString(appFolder.data()) : TEXT("|\\");
+    const WideString folder = parent + FolderNameOfUser(userName);
+    return folder.substr(0, PathCapacity - 1);
+}
+
+int CreateDirectoryTree(const WCHAR* folder) {
+    if (IsFolder(folder)) {
+        return 1;
+    }
+    const WideString path(folder);
+    // The parents, from the first one on. One that cannot be created is there already, or is a
+    // drive; if neither, the next one says so.
+    for (std::size_t i = path.find_first_of(Separators, 1); i != WideString::npos;
+         i = path.find_first_of(Separators, i + 1)) {
+        ::CreateDirectoryW(path.substr(0, i).c_str(), nullptr);
+    }
+    if (::CreateDirectoryW(folder, nullptr) != FALSE) {
+        return 1;
+    }
+    const DWORD error = ::GetLastError();
+    if (IsFolder(folder)) {
+        return 1;
+    }
+    ::SetLastError(error);
+    return 0;
+}
+
+}  // namespace lunara

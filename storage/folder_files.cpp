@@ -1,0 +1,242 @@
+#include "storage/folder_files.h"
+
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "storage/replacement_file.h"
+#include "window/messages.h"
+
+namespace lunara {
+namespace {
+
+constexpr WCHAR AllFiles[] = TEXT("*.*");
+constexpr WCHAR DeleteFileFailed[] = TEXT("Fail to delete file '%s'");
+constexpr WCHAR DeleteFolderFailed[] = TEXT("Fail to delete folder '%s'");
+
+bool BeginsWithDot(const WIN32_FIND_DATAW& entry) { return entry.cFileName[0] == '.'; }
+
+bool NamesFolder(const WIN32_FIND_DATAW& entry) {
+    return (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+bool IsDotOrDotDot(const WIN32_FIND_DATAW& entry) {
+    const WideView name(entry.cFileName);
+    return name == TEXT(".") || name == TEXT("..");
+}
+
+/// A search over folder\pattern, closed at the end of the scope. A search that finds nothing, or
+/// whose path does not fit, has no entries.
+class FolderSearch {
+  public:
+    FolderSearch(const WCHAR* folder, const WCHAR* pattern) {
+        WideString path(folder);
+        if (AppendPath(path, pattern) != 0) {
+            handle = ::FindFirstFileW(path.c_str(), &entry);
+        }
+        found = handle != INVALID_HANDLE_VALUE;
+    }
+    FolderSearch(const FolderSearch&) = delete;
+    FolderSearch& operator=(const FolderSearch&) = delete;
+    ~FolderSearch() {
+        if (handle != INVALID_HANDLE_VALUE) {
+            ::FindClose(handle);
+        }
+    }
+
+    bool HasEntry() const { return found; }
+    const WIN32_FIND_DATAW& Entry() const { return entry; }
+    void Next() { found = ::FindNextFileW(handle, &entry) != FALSE; }
+
+  private:
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    WIN32_FIND_DATAW entry{};
+    bool found = false;
+};
+
+void ShowFailure(const WCHAR* format, const WCHAR* path) {
+    std::array<WCHAR, PathCapacity + 64> text{};
+    FormatText(text.data(), text.size(), format, path);
+    ShowText(nullptr, text.data(), CaptionError, MB_OK);
+}
+
+bool DeleteEntry(const WCHAR* folder, const WCHAR* name, bool quiet) {
+    WideString path(folder);
+    if (AppendPath(path, name) != 0 && ::DeleteFileW(path.c_str()) != FALSE) {
+        return true;
+    }
+    if (!quiet) {
+        ShowFailure(DeleteFileFailed, path.c_str());
+    }
+    return false;
+}
+
+/// Calls `transfer` with source and target path of every entry that is to go from one folder into
+/// the other, until it fails or a path does not fit.
+int TransferFiles(const WCHAR* source, const WCHAR* target, const WCHAR* pattern,
+                  NormalFiles normal,
+                  const std::function<bool(const WCHAR*, const WCHAR*)>& transfer) {
+    for (FolderSearch search(source, pattern); search.HasEntry(); search.Next()) {
+        if (IsPassedOver(search.Entry(), normal)) {
+            continue;
+        }
+        WideString from(source);
+        WideString to(target);
+        if (AppendPath(from, search.Entry().cFileName) == 0 ||
+            AppendPath(to, search.Entry().cFileName) == 0 || !transfer(from.c_str(), to.c_str())) {
+            return 0;
+        }
+    }
+    return 1;
+}
+
+}  // namespace
+
+int AppendPath(WideString& path, WideView name) {
+    const bool endsWithSeparator = !path.empty() && path.back() == '\\';
+    const bool beginsWithSeparator = !name.empty() && name.front() == '\\';
+    WideString joined = path;
+    if (!endsWithSeparator && !beginsWithSeparator) {
+        joined.push_back('\\');
+    }
+    joined.append(endsWithSeparator && beginsWithSeparator ? name.substr(1) : name);
+    if (joined.size() >= PathCapacity) {
+        return 0;
+    }
+    path = joined;
+    return 1;
+}
+
+bool IsPassedOver(const WIN32_FIND_DATAW& entry, NormalFiles normal) {
+    return BeginsWithDot(entry) || (normal == NormalFiles::PassOver &&
+                                    (entry.dwFileAttributes & FILE_ATTRIBUTE_NORMAL) != 0);
+}
+
+int DeleteFolderFiles(const WCHAR* folder, const WCHAR* pattern, bool removeFolder, bool quiet) {
+    for (FolderSearch search(folder, pattern); search.HasEntry(); search.Next()) {
+        if (BeginsWithDot(search.Entry()) && NamesFolder(search.Entry())) {
+            continue;
+        }
+        if (!DeleteEntry(folder, search.Entry().cFileName, quiet) && quiet) {
+            return 1;
+        }
+    }
+    if (removeFolder && ::RemoveDirectoryW(folder) == FALSE) {
+        if (quiet) {
+            return 2;
+        }
+        ShowFailure(DeleteFolderFailed, folder);
+    }
+    return 0;
+}
+
+int CopyFolderFiles(const WCHAR* source, const WCHAR* target, const WCHAR* pattern, bool clearFirst,
+                    bool overwrite, bool quiet, NormalFiles normal) {
+    if (clearFirst && DeleteFolderFiles(target, AllFiles, false, quiet) != 0) {
+        return 0;
+    }
+    return TransferFiles(source, target, pattern, normal,
+                         [overwrite](const WCHAR* from, const WCHAR* to) {
+                             return ::CopyFileW(from, to, overwrite ? FALSE : TRUE) != FALSE;
+                         });
+}
+
+int DeleteFilesGoneFrom(const WCHAR* source, const WCHAR* copies, const WCHAR* pattern) {
+    if (!FolderSearch(source, pattern).HasEntry()) {
+        return 1;
+    }
+    int deleted = 1;
+    for (FolderSearch search(copies, pattern); search.HasEntry(); search.Next()) {
+        WideString original(source);
+        if (AppendPath(original, search.Entry().cFileName) != 0 &&
+            ::GetFileAttributesW(original.c_str()) == INVALID_FILE_ATTRIBUTES &&
+            !DeleteEntry(copies, search.Entry().cFileName, true)) {
+            deleted = 0;
+        }
+    }
+    return deleted;
+}
+
+std::vector<WideString> SubFolders(const WCHAR* folder) {
+    std::vector<WideString> names;
+    for (FolderSearch search(folder, AllFiles); search.HasEntry(); search.Next()) {
+        if (NamesFolder(search.Entry()) && !BeginsWithDot(search.Entry())) {
+            names.emplace_back(search.Entry().cFileName);
+        }
+    }
+    return names;
+}
+
+bool HasUnmovableEntries(const WCHAR* folder) {
+    for (FolderSearch search(folder, AllFiles); search.HasEntry(); search.Next()) {
+        if (IsDotOrDotDot(search.Entry())) {
+            continue;
+        }
+        WideString path(folder);
+        if (NamesFolder(search.Entry()) || AppendPath(path, search.Entry().cFileName) == 0) {
+            return true;
+        }
+        const HANDLE file = ::CreateFileW(path.c_str(), DELETE,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                          nullptr, OPEN_EXISTING, 0, nullptr);
+        if (file == INVALID_HANDLE_VALUE) {
+            return true;
+        }
+        ::CloseHandle(file);
+    }
+    return false;
+}
+
+void ShowFileStays(const WCHAR* path) { ShowFailure(DeleteFileFailed, path); }
+
+std::vector<WideString> MoveFolderFiles(const WCHAR* source, const WCHAR* target) {
+    std::vector<WideString> left;
+    TransferFiles(source, target, AllFiles, NormalFiles::Take,
+                  [&left](const WCHAR* from, const WCHAR* to) {
+                      if (IsFolder(from) || CurrentFileCalls().Replace(from, to) == FALSE) {
+                          left.emplace_back(from);
+                      }
+                      return true;
+                  });
+    return left;
+}
+
+int MoveAllFolderFiles(const WCHAR* source, const WCHAR* target) {
+    std::vector<std::pair<WideString, WideString>> moved;
+    const int finished = TransferFiles(source, target, AllFiles, NormalFiles::Take,
+                                       [&moved](const WCHAR* from, const WCHAR* to) {
+                                           if (CurrentFileCalls().Replace(from, to) == FALSE) {
+                                               return false;
+                                           }
+                                           moved.emplace_back(from, to);
+                                           return true;
+                                       });
+    if (finished == 0) {
+        for (const auto& [from, to] : moved) {
+            CurrentFileCalls().Replace(to.c_str(), from.c_str());
+        }
+    }
+    return finished;
+}
+
+bool IsFolder(const WideString& path) {
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+int RemoveFolder(const WideString& folder) {
+    if (!IsFolder(folder) || DeleteFolderFiles(folder.c_str(), AllFiles, true, true) == 0) {
+        return 1;
+    }
+    for (FolderSearch search(folder.c_str(), AllFiles); search.HasEntry(); search.Next()) {
+        WideString path(folder);
+        if (!NamesFolder(search.Entry()) &&
+            (search.Entry().dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0 &&
+            AppendPath(path, search.Entry().cFileName) != 0) {
+            ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_ARCHIVE);
+        }
+    }
+    return DeleteFolderFiles(folder.c_str(), AllFiles, true, true) == 0 ? 1 : 0;
+}
+
+}  // namespace lunara

@@ -1,0 +1,465 @@
+#include "diary/user_data.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "storage/data_file.h"
+#include "tests/core/test_support.h"
+
+namespace {
+
+/// How often memory may still grow; any number of times when negative.
+int growthsLeft = -1;
+
+}  // namespace
+
+// NOLINTBEGIN(bugprone-reserved-identifier): the linker's names for a call that is stood in for.
+extern "C" void* __real_realloc(void* block, std::size_t bytes);
+extern "C" void* __wrap_realloc(void* block, std::size_t bytes) {
+    if (growthsLeft == 0) {
+        return nullptr;
+    }
+    growthsLeft -= growthsLeft > 0 ? 1 : 0;
+    return __real_realloc(block, bytes);
+}
+// NOLINTEND(bugprone-reserved-identifier)
+
+namespace lunara {
+namespace {
+
+using test::ClockScope;
+using test::Day;
+
+/// Writes down every call in the order of the calls, under its own name.
+class RecordingObserver : public DataObserver {
+  public:
+    RecordingObserver(std::string ownName, std::vector<std::string>& log)
+        : name(std::move(ownName)), calls(log) {}
+
+    int CanChangeDate(UserData&, const SYSTEMTIME& current, const SYSTEMTIME& wanted) override {
+        return Ask("date", current.wDay, wanted.wDay);
+    }
+    void DateChanged(UserData&, const SYSTEMTIME& old, const SYSTEMTIME& current) override {
+        Tell("date", std::to_string(old.wDay) + ">" + std::to_string(current.wDay));
+    }
+    int CanChangeTemperature(UserData&, std::int32_t old, std::int32_t wanted) override {
+        return Ask("temperature", old, wanted);
+    }
+    void TemperatureChanged(UserData&, std::int32_t value) override {
+        Tell("temperature", std::to_string(value));
+    }
+    int CanChangeBleeding(UserData&, std::int32_t old, std::int32_t wanted) override {
+        return Ask("bleeding", old, wanted);
+    }
+    void BleedingChanged(UserData&, std::int32_t value) override {
+        Tell("bleeding", std::to_string(value));
+    }
+    int CanChangeNoteFlags(UserData&, std::int32_t old, std::int32_t wanted) override {
+        return Ask("flags", old, wanted);
+    }
+    void NoteFlagsChanged(UserData&, std::int32_t flags) override {
+        Tell("flags", std::to_string(flags));
+    }
+    int CanChangeNoteText(UserData&, const WCHAR* old, const WCHAR* wanted) override {
+        calls.push_back(name + " may text " + (old ? ToUtf8(old) : "null") + ">" +
+                        (wanted ? ToUtf8(wanted) : "null"));
+        return refuses ? 0 : 1;
+    }
+    void NoteTextChanged(UserData&, const WCHAR* text) override {
+        Tell("text", text ? ToUtf8(text) : "null");
+    }
+
+    bool refuses = false;
+
+  private:
+    int Ask(const std::string& what, int old, int wanted) {
+        calls.push_back(name + " may " + what + " " + std::to_string(old) + ">" +
+                        std::to_string(wanted));
+        return refuses ? 0 : 1;
+    }
+    void Tell(const std::string& what, const std::string& value) {
+        calls.push_back(name + " did " + what + " " + value);
+    }
+
+    std::string name;
+    std::vector<std::string>& calls;
+};
+
+using Calls = std::vector<std::string>;
+
+class UserDataTest : public ::testing::Test {
+  protected:
+    ClockScope clock{Day(2006, 3, 15)};
+    UserData data;
+    Calls calls;
+    RecordingObserver first{"a", calls};
+    RecordingObserver second{"b", calls};
+
+    void SetUp() override { data.predictor.predictionUpToDate = true; }
+};
+
+TEST_F(UserDataTest, StartsEmptyAtToday) {
+    SYSTEMTIME date{};
+    data.GetCurrentDate(date);
+    EXPECT_EQ(ToDateKey(date), MakeDateKey(2006, 3, 15));
+    EXPECT_EQ(date.wHour, 12);
+    EXPECT_FALSE(data.IsLoaded());
+    EXPECT_EQ(data.GetTemperature(), NoTemperature);
+    EXPECT_EQ(data.GetBleeding(), 0);
+    EXPECT_EQ(data.GetNoteFlags(), 0);
+    EXPECT_EQ(data.GetNoteText(), nullptr);
+    EXPECT_EQ(UserData().predictor.lastWarningTick, 0xFFC91180U);  // an hour before tick 0
+    EXPECT_FALSE(UserData().predictor.predictionUpToDate);
+}
+
+TEST_F(UserDataTest, ObserversAreAskedAndToldInTheOrderOfAttaching) {
+    data.AttachObserver(second);
+    data.AttachObserver(first);
+    EXPECT_EQ(data.SetBleeding(2), 1);
+    EXPECT_EQ(calls, (Calls{"b may bleeding 0>2", "a may bleeding 0>2", "b did bleeding 2",
+                            "a did bleeding 2"}));
+}
+
+TEST_F(UserDataTest, AllObserversAreAskedAfterARefusalAndNothingChanges) {
+    data.AttachObserver(first);
+    data.AttachObserver(second);
+    first.refuses = true;
+    SYSTEMTIME other = Day(2006, 3, 10);
+    EXPECT_EQ(data.SetBleeding(2), 0);
+    EXPECT_EQ(data.SetTemperature(9800), 0);
+    EXPECT_EQ(data.SetNoteFlags(3), 0);
+    EXPECT_EQ(data.SetNoteText(TEXT("x")), 0);
+    EXPECT_EQ(data.SetCurrentDate(other), 0);
+    EXPECT_EQ(calls, (Calls{"a may bleeding 0>2", "b may bleeding 0>2",
+                            "a may temperature 9750>9800", "b may temperature 9750>9800",
+                            "a may flags 0>3", "b may flags 0>3", "a may text null>x",
+                            "b may text null>x", "a may date 15>10", "b may date 15>10"}));
+    EXPECT_EQ(data.GetBleeding(), 0);
+    EXPECT_EQ(data.GetTemperature(), NoTemperature);
+    EXPECT_EQ(data.GetNoteFlags(), 0);
+    EXPECT_EQ(data.notePages.Count(), 0);
+    EXPECT_FALSE(data.bleeding.dirty || data.temperature.dirty || data.noteFlags.dirty ||
+                 data.notePages.dirty);
+    EXPECT_TRUE(data.predictor.predictionUpToDate);
+}
+
+TEST_F(UserDataTest, TenObserversFitAndNoneTwice) {
+    std::vector<std::unique_ptr<RecordingObserver>> many;
+    for (int i = 0; i < UserData::MaxObservers; ++i) {
+        many.push_back(std::make_unique<RecordingObserver>(std::to_string(i), calls));
+        EXPECT_EQ(data.AttachObserver(*many.back()), 1);
+    }
+    EXPECT_EQ(data.AttachObserver(first), 0);
+    EXPECT_EQ(data.AttachObserver(*many[3]), 0);
+    EXPECT_EQ(data.DetachObserver(*many[3]), 1);
+    EXPECT_EQ(data.DetachObserver(*many[3]), 0);
+    EXPECT_EQ(data.AttachObserver(first), 1);
+    data.SetBleeding(1);
+    ASSERT_EQ(calls.size(), 20U);
+    EXPECT_EQ(calls[2], "2 may bleeding 0>1");
+    EXPECT_EQ(calls[3], "4 may bleeding 0>1");
+    EXPECT_EQ(calls[9], "a may bleeding 0>1");
+}
+
+TEST_F(UserDataTest, SettingTheSameTemperatureTellsObserversButSetsNoFlag) {
+    data.SetTemperature(9810);
+    data.temperature.dirty = false;
+    data.predictor.predictionUpToDate = true;
+    data.AttachObserver(first);
+    EXPECT_EQ(data.SetTemperature(9810), 1);
+    EXPECT_EQ(calls, (Calls{"a may temperature 9810>9810", "a did temperature 9810"}));
+    EXPECT_FALSE(data.temperature.dirty);
+    EXPECT_TRUE(data.predictor.predictionUpToDate);
+}
+
+TEST_F(UserDataTest, BleedingZeroOnADayWithoutRecordChangesNothing) {
+    EXPECT_EQ(data.SetBleeding(0), 1);
+    EXPECT_EQ(data.bleeding.Count(), 0);
+    EXPECT_FALSE(data.bleeding.dirty);
+    EXPECT_TRUE(data.predictor.predictionUpToDate);
+}
+
+TEST_F(UserDataTest, EveryChangeMarksItsCollectionAndThePrediction) {
+    data.SetBleeding(2);
+    EXPECT_TRUE(data.bleeding.dirty);
+    EXPECT_FALSE(data.predictor.predictionUpToDate);
+    EXPECT_FALSE(data.temperature.dirty || data.noteFlags.dirty || data.notePages.dirty);
+    data.predictor.predictionUpToDate = true;
+    data.SetTemperature(9700);
+    EXPECT_TRUE(data.temperature.dirty);
+    EXPECT_FALSE(data.predictor.predictionUpToDate);
+    data.predictor.predictionUpToDate = true;
+    data.SetNoteFlags(NoteFlagCramps);
+    EXPECT_TRUE(data.noteFlags.dirty);
+    EXPECT_FALSE(data.predictor.predictionUpToDate);
+    data.predictor.predictionUpToDate = true;
+    data.SetNoteText(TEXT("x"));
+    EXPECT_TRUE(data.notePages.dirty);
+    EXPECT_FALSE(data.predictor.predictionUpToDate);
+}
+
+TEST_F(UserDataTest, TheNoneValueDeletesTheDaysRecord) {
+    data.SetTemperature(9810);
+    data.temperature.dirty = false;
+    data.predictor.predictionUpToDate = true;
+    data.SetTemperature(NoTemperature);
+    EXPECT_EQ(data.temperature.Count(), 0);
+    EXPECT_TRUE(data.temperature.dirty);
+    EXPECT_FALSE(data.predictor.predictionUpToDate);
+}
+
+TEST_F(UserDataTest, AnotherValueReplacesTheRecord) {
+    data.SetBleeding(1);
+    data.bleeding.dirty = false;
+    data.SetBleeding(3);
+    EXPECT_EQ(data.bleeding.Count(), 1);
+    EXPECT_EQ(data.GetBleeding(), 3);
+    EXPECT_TRUE(data.bleeding.dirty);
+}
+
+TEST_F(UserDataTest, TomorrowReadsAsFutureEvenWithARecord) {
+    const SYSTEMTIME tomorrow = Day(2006, 3, 16);
+    data.temperature.Set(ToDateKey(tomorrow), 9800);
+    data.bleeding.Set(ToDateKey(tomorrow), 2);
+    EXPECT_EQ(data.GetTemperature(&tomorrow), FutureTemperature);
+    EXPECT_EQ(data.GetBleeding(&tomorrow), FutureBleeding);
+    const SYSTEMTIME today = Day(2006, 3, 15);
+    EXPECT_EQ(data.GetTemperature(&today), NoTemperature);
+}
+
+TEST_F(UserDataTest, NotesHaveNoFutureGuard) {
+    const SYSTEMTIME tomorrow = Day(2006, 3, 16);
+    EXPECT_EQ(data.SetNoteFlags(NoteFlagPms, &tomorrow), 1);
+    EXPECT_EQ(data.SetNoteText(TEXT("appointment"), &tomorrow), 1);
+    EXPECT_EQ(data.GetNoteFlags(&tomorrow), NoteFlagPms);
+    const std::unique_ptr<WCHAR[]> text(data.GetNoteText(&tomorrow));
+    EXPECT_EQ(ToUtf8(text.get()), "appointment");
+    EXPECT_EQ(data.GetNoteFlags(), 0);
+}
+
+TEST_F(UserDataTest, EmptyTextDeletesTheNote) {
+    data.SetNoteText(TEXT("x"));
+    data.notePages.dirty = false;
+    data.predictor.predictionUpToDate = true;
+    data.AttachObserver(first);
+    EXPECT_EQ(data.SetNoteText(TEXT("")), 1);
+    EXPECT_EQ(data.notePages.Count(), 0);
+    EXPECT_TRUE(data.notePages.dirty);
+    EXPECT_FALSE(data.predictor.predictionUpToDate);
+    EXPECT_EQ(calls, (Calls{"a may text x>", "a did text "}));
+}
+
+TEST_F(UserDataTest, NoTextOnADayWithoutNoteChangesNothing) {
+    data.AttachObserver(first);
+    EXPECT_EQ(data.SetNoteText(nullptr), 1);
+    EXPECT_FALSE(data.notePages.dirty);
+    EXPECT_TRUE(data.predictor.predictionUpToDate);
+    EXPECT_EQ(calls, (Calls{"a may text null>null", "a did text null"}));
+}
+
+TEST_F(UserDataTest, TheSameTextAgainMovesItsPagesToTheEnd) {
+    const SYSTEMTIME other = Day(2006, 3, 10);
+    data.SetNoteText(TEXT("x"));
+    data.SetNoteText(TEXT("y"), &other);
+    data.SetNoteText(TEXT("x"));
+    ASSERT_EQ(data.notePages.Count(), 2);
+    EXPECT_EQ(data.notePages.At(0).date, ToDateKey(other));
+}
+
+TEST_F(UserDataTest, SameDayWithAnotherTimeKeepsTheOldTimeAndAsksNobody) {
+    data.AttachObserver(first);
+    SYSTEMTIME evening = Day(2006, 3, 15);
+    evening.wHour = 20;
+    EXPECT_EQ(data.SetCurrentDate(evening), 1);
+    EXPECT_TRUE(calls.empty());
+    SYSTEMTIME date{};
+    data.GetCurrentDate(date);
+    EXPECT_EQ(date.wHour, 12);
+}
+
+TEST_F(UserDataTest, ANewDayIsTakenWithItsTime) {
+    data.AttachObserver(first);
+    SYSTEMTIME evening = Day(2006, 3, 14);
+    evening.wHour = 20;
+    EXPECT_EQ(data.SetCurrentDate(evening), 1);
+    EXPECT_EQ(calls, (Calls{"a may date 15>14", "a did date 15>14"}));
+    SYSTEMTIME date{};
+    data.GetCurrentDate(date);
+    EXPECT_EQ(date.wHour, 20);
+    EXPECT_EQ(data.MoveCurrentDate(-14), 1);
+    data.GetCurrentDate(date);
+    EXPECT_EQ(ToDateKey(date), MakeDateKey(2006, 2, 28));
+    EXPECT_EQ(date.wHour, 20);
+}
+
+TEST_F(UserDataTest, MoveBeyondTheCalendarIsRefused) {
+    const SYSTEMTIME day = Day(2006, 3, 14);
+    ASSERT_EQ(data.SetCurrentDate(day), 1);
+    EXPECT_EQ(data.MoveCurrentDate(-200'000), 0);
+    SYSTEMTIME date{};
+    data.GetCurrentDate(date);
+    EXPECT_EQ(ToDateKey(date), ToDateKey(day));
+}
+
+TEST_F(UserDataTest, WeightsFromOneHundredthOnAreStored) {
+    const float values[] = {0.01F, 0.00999F, 1.0F, 0.0F};
+    data.StoreDayWeights(values, 4, Day(2006, 2, 27), data.predictor.bleedingLevels);
+    const DayValueList& list = data.predictor.bleedingLevels;
+    ASSERT_EQ(list.Count(), 2);
+    EXPECT_EQ(list.At(0).date, MakeDateKey(2006, 2, 27));
+    EXPECT_EQ(list.At(1).date, MakeDateKey(2006, 3, 1));
+    EXPECT_EQ(list.At(1).value, 0x3F800000);
+    EXPECT_TRUE(list.dirty);
+}
+
+// ---- Without memory ----
+
+/// No list can grow until the end of the scope.
+class NoMemoryScope {
+  public:
+    NoMemoryScope() { growthsLeft = 0; }
+    NoMemoryScope(const NoMemoryScope&) = delete;
+    NoMemoryScope& operator=(const NoMemoryScope&) = delete;
+    ~NoMemoryScope() { growthsLeft = -1; }
+};
+
+TEST_F(UserDataTest, NoteThatCannotBeStoredLeavesTheOldOne) {
+    ASSERT_EQ(data.SetNoteText(TEXT("old")), 1);
+    data.notePages.dirty = false;
+    const WideString longText(5000, 'n');
+    data.AttachObserver(first);
+    {
+        const NoMemoryScope noMemory;
+        EXPECT_EQ(data.SetNoteText(longText.c_str()), 0);
+    }
+    EXPECT_EQ(calls.size(), 1U);  // asked, not told
+    EXPECT_FALSE(data.notePages.dirty);
+    EXPECT_EQ(data.notePages.Count(), 1);
+    const std::unique_ptr<WCHAR[]> text(data.GetNoteText());
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(ToUtf8(text.get()), "old");
+}
+
+TEST_F(UserDataTest, ValueThatCannotBeStoredChangesNothing) {
+    {
+        const NoMemoryScope noMemory;
+        EXPECT_EQ(data.SetBleeding(2), 0);
+    }
+    EXPECT_FALSE(data.bleeding.dirty);
+    EXPECT_EQ(data.GetBleeding(), 0);
+}
+
+// ---- Folders ----
+
+class UserDataFolderTest : public UserDataTest {
+  protected:
+    void SetUp() override {
+        UserDataTest::SetUp();
+        const std::string name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
+        folder = std::filesystem::temp_directory_path() / ("lunara-" + name);
+        std::filesystem::remove_all(folder);
+        path = *FromUtf8(folder.string());
+    }
+    void TearDown() override { std::filesystem::remove_all(folder); }
+
+    std::vector<std::string> Files() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+            names.push_back(entry.path().filename().string());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    std::filesystem::path folder;
+    WideString path;
+};
+
+TEST_F(UserDataFolderTest, ANewUserLoadsEmptyWithTheMissingFileNoted) {
+    ::SetLastError(0);
+    EXPECT_EQ(data.LoadFolder(path.c_str(), TEXT("")), 1);
+    EXPECT_EQ(::GetLastError(), DWORD{DataFileMissing});
+    EXPECT_TRUE(data.IsLoaded());
+    EXPECT_FALSE(data.predictor.predictionUpToDate);
+}
+
+TEST_F(UserDataFolderTest, SaveCreatesTheFolderAndItsParents) {
+    data.SetBleeding(2);
+    const WideString nested = path + TEXT("\\one\\two");
+    ASSERT_EQ(data.SaveFolder(nested.c_str(), TEXT("")), 1);
+    EXPECT_TRUE(std::filesystem::exists(folder / "one" / "two" / "Bleeding.dat"));
+}
+
+TEST_F(UserDataFolderTest, SavesWhatChangedAndLoadsItBack) {
+    data.SetBleeding(2);
+    data.SetNoteText(TEXT("a note"));
+    ASSERT_EQ(data.SaveFolder(path.c_str(), TEXT("secret")), 1);
+    EXPECT_EQ(Files(), (std::vector<std::string>{"Bleeding.dat", "NotePages.dat"}));
+    EXPECT_FALSE(data.bleeding.dirty || data.notePages.dirty);
+    UserData other;
+    ASSERT_EQ(other.LoadFolder(path.c_str(), TEXT("secret")), 1);
+    EXPECT_EQ(other.GetBleeding(), 2);
+    const std::unique_ptr<WCHAR[]> text(other.GetNoteText());
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(ToUtf8(text.get()), "a note");
+}
+
+TEST_F(UserDataFolderTest, SaveWithNothingChangedTouchesNoFile) {
+    data.SetBleeding(2);
+    ASSERT_EQ(data.SaveFolder(path.c_str(), TEXT("")), 1);
+    std::filesystem::remove(folder / "Bleeding.dat");
+    ASSERT_EQ(data.SaveFolder(path.c_str(), TEXT("")), 1);
+    EXPECT_TRUE(Files().empty());
+}
+
+TEST_F(UserDataFolderTest, LoadStopsAtTheFirstBadFileAndKeepsWhatCameBefore) {
+    data.SetTemperature(9800);
+    data.SetBleeding(2);
+    data.SetNoteFlags(1);
+    ASSERT_EQ(data.SaveFolder(path.c_str(), TEXT("")), 1);
+    std::filesystem::resize_file(folder / "Bleeding.dat", 4 + 5);
+    UserData other;
+    EXPECT_EQ(other.LoadFolder(path.c_str(), TEXT("")), 0);
+    EXPECT_EQ(::GetLastError(), DWORD{DataFileCorrupt});
+    EXPECT_FALSE(other.IsLoaded());
+    EXPECT_EQ(other.temperature.Count(), 1);
+    EXPECT_EQ(other.bleeding.Count(), 0);
+    EXPECT_EQ(other.noteFlags.Count(), 0);
+}
+
+TEST_F(UserDataFolderTest, UnloadEmptiesEverythingAndTheFlags) {
+    data.SetTemperature(9800);
+    data.SetBleeding(2);
+    data.SetNoteFlags(1);
+    data.SetNoteText(TEXT("x"));
+    ASSERT_EQ(data.SaveFolder(path.c_str(), TEXT("")), 1);
+    ASSERT_EQ(data.LoadFolder(path.c_str(), TEXT("")), 1);
+    data.MarkAllDirty();
+    data.Unload();
+    EXPECT_FALSE(data.IsLoaded());
+    EXPECT_EQ(data.temperature.Count() + data.bleeding.Count() + data.noteFlags.Count() +
+                  data.notePages.Count(),
+              0);
+    EXPECT_FALSE(data.bleeding.dirty || data.temperature.dirty || data.noteFlags.dirty ||
+                 data.notePages.dirty);
+}
+
+TEST_F(UserDataFolderTest, APathThatDoesNotFitIsRefusedRatherThanCut) {
+    const WideString longFolder = path + TEXT("\\") + WideString(PathCapacity - path.size(), 'x');
+    EXPECT_EQ(data.LoadFolder(longFolder.c_str(), TEXT("")), 0);
+    EXPECT_EQ(::GetLastError(), DWORD{DataFileMissing});
+    EXPECT_FALSE(data.IsLoaded());
+}
+
+TEST_F(UserDataFolderTest, AFailedSaveKeepsTheDirtyFlag) {
+    data.SetBleeding(2);
+    std::filesystem::create_directories(folder);
+    std::filesystem::create_directory(folder / "Bleeding.dat");
+    EXPECT_EQ(data.SaveFolder(path.c_str(), TEXT("")), 0);
+    EXPECT_TRUE(data.bleeding.dirty);
+}
+
+}  // namespace
+}  // namespace lunara

@@ -1,0 +1,228 @@
+// Backup: what becomes of the files, and the command of the main window with its dialog.
+
+#include "app/backup.h"
+
+#include "platform/text.h"
+#include "resources/ids.h"
+#include "storage/backup_files.h"
+#include "tests/ui/app/backup_test_base.h"
+
+namespace lunara {
+namespace {
+
+// ---- Files ----
+
+class BackupFilesTest : public BackupTestBase {
+  protected:
+    void SetUp() override {
+        BackupTestBase::SetUp();
+        PutUserFiles();
+    }
+};
+
+TEST_F(BackupFilesTest, TwiceUnderOneNameReplacesTheCopies) {
+    ASSERT_EQ(BackupFiles(TestUser, TEXT("05-Mar-2006 14-07")), 1);
+    EXPECT_EQ(Read(BackupFile(L"05-Mar-2006 14-07\\Bleeding.dat")), "old bleeding");
+    Write(UserFile(L"Bleeding.dat"), "newer");
+    ASSERT_EQ(BackupFiles(TestUser, TEXT("05-Mar-2006 14-07")), 1);
+    EXPECT_EQ(Read(BackupFile(L"05-Mar-2006 14-07\\Bleeding.dat")), "newer");
+}
+
+TEST_F(BackupFilesTest, ADataFileThatTheDiaryHasNoMoreLeavesTheBackupOfTheSameName) {
+    ASSERT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+    Write(BackupFile(L"a\\remark.txt"), "somebody else's");
+    ASSERT_NE(::DeleteFileW(UserFile(L"Notes.dat").c_str()), FALSE);
+    {
+        const LockedFile locked(BackupFile(L"a\\Notes.dat"));
+        EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 0);
+    }
+    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+    EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");
+    EXPECT_EQ(Read(BackupFile(L"a\\Notes.dat")), "(none)");
+    EXPECT_EQ(Read(BackupFile(L"a\\remark.txt")), "somebody else's");
+}
+
+TEST_F(BackupFilesTest, ADiaryWithoutFilesEmptiesNoBackup) {
+    ASSERT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+    RemoveTree(FolderOf(TestUser));
+    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+    EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");
+}
+
+TEST_F(BackupFilesTest, SubFoldersAndALeadingBackslashAreTaken) {
+    EXPECT_EQ(BackupFiles(TestUser, TEXT("\\a\\b")), 1);
+    EXPECT_EQ(Read(BackupFile(L"a\\b\\Notes.dat")), "old notes");
+}
+
+TEST_F(BackupFilesTest, FilesThatDesktopToolsMarkedNormalAreNotForgotten) {
+    ::SetFileAttributesW(UserFile(L"Notes.dat").c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+    EXPECT_EQ(Read(BackupFile(L"a\\Notes.dat")), "old notes");
+    ::SetFileAttributesW(BackupFile(L"a\\Notes.dat").c_str(), FILE_ATTRIBUTE_NORMAL);
+    Write(UserFile(L"Notes.dat"), "newer notes");
+    EXPECT_EQ(RestoreFiles(TestUser, TEXT("a")), 1);
+    EXPECT_EQ(Read(UserFile(L"Notes.dat")), "old notes");
+}
+
+TEST_F(BackupFilesTest, ANameThatIsNoFolderIsRefused) {
+    const struct {
+        const char* label;
+        std::wstring name;
+    } rows[] = {
+        {"empty", L""},
+        {"only a backslash", L"\\"},
+        {"the folder above", L".."},
+        {"out of the backups", L"a\\..\\..\\b"},
+        {"a dot and blanks", L" . "},
+        {"forbidden characters", L"a<b>|c?"},
+        {"too long", std::wstring(240, L'x')},
+    };
+    for (const auto& row : rows) {
+        LUNARA_ROW(row);
+        messages.boxes.clear();
+        EXPECT_EQ(BackupFiles(TestUser, row.name), 0);
+        EXPECT_EQ(BoxTexts(), Texts{L"Cannot create backup directory!"});
+    }
+    ExpectOldDiary();
+}
+
+TEST_F(BackupFilesTest, AFileInTheWayOfTheFolderIsReported) {
+    MakeFolder(Documents() + L"\\LunaraBackup");
+    Write(Documents() + L"\\LunaraBackup\\" + TestUser, "a file");
+    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 0);
+    EXPECT_EQ(BoxTexts(), Texts{L"Cannot create backup directory!"});
+}
+
+// ---- Command ----
+
+class BackupCommandTest : public BackupTestBase {
+  protected:
+    void SetUp() override {
+        BackupTestBase::SetUp();
+        ASSERT_EQ(SignIn(), 1);
+    }
+    /// A backup's folder so that this file in it has a path of that length.
+    static std::wstring BackupFolderFor(const std::wstring& file, std::size_t length) {
+        const std::wstring backups = BackupFile(L"");
+        return backups + std::wstring(length - backups.size() - file.size(), L'x');
+    }
+    /// Saves nothing first: the files on disk are copied as they are.
+    void CopyTo(const std::wstring& name) {
+        script->Press(IDC_SAVE_FIRST).Type(IDC_BACKUP_NAME, name.c_str()).Press(IDOK);
+        Command(IDM_BACKUP);
+    }
+};
+
+TEST_F(BackupCommandTest, TheDialogOffersTheMomentsStampAndSaves) {
+    FillDiary(main->Data());
+    std::wstring name;
+    LRESULT checked = 0;
+    LRESULT limit = 0;
+    script->Then([&](HWND dialog) {
+        name = TextOf(::GetDlgItem(dialog, IDC_BACKUP_NAME));
+        limit = ::SendDlgItemMessageW(dialog, IDC_BACKUP_NAME, EM_GETLIMITTEXT, 0, 0);
+        checked = ::SendDlgItemMessageW(dialog, IDC_SAVE_FIRST, BM_GETCHECK, 0, 0);
+        ::SendMessageW(dialog, WM_COMMAND, IDOK, 0);
+    });
+    Command(IDM_BACKUP);
+    EXPECT_EQ(name, L"15-May-2024 09-00");
+    EXPECT_EQ(limit, 259);
+    EXPECT_EQ(checked, BST_CHECKED);
+    EXPECT_EQ(BoxTexts(), Texts{L"Backup is done!"});
+    EXPECT_EQ(messages.boxes[0].caption, L"Message");
+    EXPECT_EQ(Read(BackupFile(name + L"\\Bleeding.dat")), Read(UserFile(L"Bleeding.dat")));
+    EXPECT_NE(Read(UserFile(L"Bleeding.dat")), "(none)");
+    EXPECT_FALSE(main->Password().IsHeld());
+}
+
+TEST_F(BackupCommandTest, AnEmptyDiaryKeepsItsPassword) {
+    // There is no file that could tell whether what is typed later is the same.
+    script->Press(IDOK);
+    Command(IDM_BACKUP);
+    EXPECT_TRUE(main->Password().IsHeld());
+    FillDiary(main->Data());
+    ASSERT_TRUE(Close());
+    UserData data;
+    EXPECT_EQ(data.Load(TestUser, TestPassword), 1);
+}
+
+TEST_F(BackupCommandTest, ASaveThatFailsFirstIsSaidAndLosesNothing) {
+    FillDiary(main->Data());
+    MakeFolder(UserFile(L"Bleeding.dat"));  // in the file's way
+    messages.answers = {IDCANCEL};
+    script->Press(IDOK);
+    Command(IDM_BACKUP);
+    ASSERT_FALSE(messages.boxes.empty());
+    EXPECT_NE(messages.boxes[0].text.find(UserFile(L"Bleeding.dat")), std::wstring::npos);
+    EXPECT_EQ(messages.boxes[0].flags & MB_TYPEMASK, UINT{MB_RETRYCANCEL});
+    EXPECT_TRUE(main->Password().IsHeld());
+    EXPECT_TRUE(main->Data().IsDirty());
+    ::RemoveDirectoryW(UserFile(L"Bleeding.dat").c_str());
+    ASSERT_TRUE(Close());
+    UserData data;
+    ASSERT_EQ(data.Load(TestUser, TestPassword), 1);
+    EXPECT_EQ(data.bleeding.Count(), 1);
+}
+
+TEST_F(BackupCommandTest, AFileThatCannotBeCopiedStopsTheBackup) {
+    PutUserFiles();
+    {
+        const LockedFile locked(UserFile(L"Notes.dat"));
+        CopyTo(L"a");
+    }
+    EXPECT_EQ(BoxTexts(), Texts{L"Backup fails!"});
+    EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");  // what was copied stays
+    ExpectOldDiary();
+}
+
+TEST_F(BackupCommandTest, AFailedBackupIsSaid) {
+    script->Type(IDC_BACKUP_NAME, TEXT("a|b")).Press(IDOK);
+    Command(IDM_BACKUP);
+    EXPECT_EQ(BoxTexts(), (Texts{L"Cannot create backup directory!", L"Backup fails!"}));
+    EXPECT_EQ(messages.boxes[1].caption, L"Warning");
+}
+
+TEST_F(BackupCommandTest, NoPathHasMoreThan259Units) {
+    PutUserFiles();
+    const struct {
+        const char* label;
+        const wchar_t* file;  // the path of which is to have that length; "" for the folder itself
+        std::size_t length;
+        Texts boxes;
+    } rows[] = {
+        {"the longest copy has 259", L"\\Bleeding.dat", 259, {L"Backup is done!"}},
+        {"the longest copy has 260", L"\\Bleeding.dat", 260, {L"Backup fails!"}},
+        {"the folder has 260", L"", 260, {L"Cannot create backup directory!", L"Backup fails!"}},
+    };
+    for (const auto& row : rows) {
+        LUNARA_ROW(row);
+        messages.boxes.clear();
+        const bool fits = row.length < PathCapacity;
+        const std::wstring folder = BackupFolderFor(row.file, row.length);
+        CopyTo(folder.substr(BackupFile(L"").size()));
+        EXPECT_EQ(BoxTexts(), row.boxes);
+        EXPECT_EQ(Read(folder + L"\\Bleeding.dat"), fits ? "old bleeding" : "(none)");
+        EXPECT_EQ(Read(folder + L"\\Notes.dat"), fits ? "old notes" : "(none)");
+        ExpectOldDiary();
+    }
+}
+
+// Not every system makes a folder whose path leaves no room for a file; the backup fails anyway.
+TEST_F(BackupCommandTest, AFolderOf259UnitsHoldsNoFile) {
+    PutUserFiles();
+    const std::wstring folder = BackupFolderFor(L"", 259);
+    CopyTo(folder.substr(BackupFile(L"").size()));
+    ASSERT_FALSE(messages.boxes.empty());
+    EXPECT_EQ(messages.boxes.back().text, L"Backup fails!");
+    EXPECT_EQ(Read(folder + L"\\Bleeding.dat"), "(none)");
+    ExpectOldDiary();
+}
+
+TEST_F(BackupCommandTest, WithoutSavingFirstThePasswordStaysHeld) {
+    script->Press(IDC_SAVE_FIRST).Press(IDOK);
+    Command(IDM_BACKUP);
+    EXPECT_TRUE(main->Password().IsHeld());
+}
+
+}  // namespace
+}  // namespace lunara

@@ -1,0 +1,25 @@
+#include "app/help.h"
+
+#include "tests/ui/ui_test.h"
+
+namespace lunara {
+namespace {
+
+class HelpTest : public UiTest {};
+
+TEST_F(HelpTest, TheViewerIsStartedWithTheAnchor) {
+    StartHelp(TEXT("Lunara.htm#Lunara_help"));
+    StartHelp(TEXT("Lunara.htm#_Calendar_diary"));
+    EXPECT_EQ(help.programs, (std::vector<std::wstring>(2, TEXT("PegHelp.exe"))));
+    EXPECT_EQ(help.anchors, (std::vector<std::wstring>{TEXT("Lunara.htm#Lunara_help"),
+                                                       TEXT("Lunara.htm#_Calendar_diary")}));
+}
+
+TEST_F(HelpTest, AMissingViewerIsSilent) {
+    SetHelpRecorder(nullptr);
+    StartHelp(TEXT("Lunara.htm#Lunara_help"));
+    EXPECT_TRUE(messages.boxes.empty());
+}
+
+}  // namespace
+}  // namespace lunara

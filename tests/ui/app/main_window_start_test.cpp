@@ -1,0 +1,306 @@
+// How the main window comes up: settings, sign-in, the first view, a second start.
+
+#include <cstring>
+#include <vector>
+
+#include "platform/app_folder.h"
+#include "platform/pocketpc/common_controls.h"
+#include "platform/pocketpc/owner_name.h"
+#include "platform/pocketpc/top_level_window.h"
+#include "platform/text.h"
+#include "resources/ids.h"
+#include "tests/ui/app/main_window_test_base.h"
+#include "window/settings.h"
+
+namespace lunara {
+namespace {
+
+constexpr WCHAR CurrentViewValue[] = TEXT("CurrentView");
+constexpr WCHAR LastUserValue[] = TEXT("LastUser");
+
+class MainWindowStartTest : public MainWindowTest {
+  protected:
+    HWND TopView() { return ::GetWindow(main->Handle(), GW_CHILD); }
+    /// The name that the sign-in offers. `keptName` is what the window itself holds meanwhile: the
+    /// sign-in cuts a long name, too.
+    std::wstring OfferedName() {
+        std::wstring name;
+        script->Then([this, &name](HWND dialog) {
+            name = TextOf(::GetDlgItem(dialog, IDC_USER_NAME));
+            keptName = main->UserName();
+        });
+        script->Press(IDCANCEL);
+        Create();
+        return name;
+    }
+
+    std::wstring keptName;
+};
+
+/// While it lives, what is read and written for the signed-in user lies in a key of the test's own.
+class OwnCurrentUser {
+  public:
+    OwnCurrentUser() {
+        EXPECT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER,
+                                    (std::wstring(TestSettingsPath) + L"\\User").c_str(), 0,
+                                    nullptr, 0, KEY_ALL_ACCESS, nullptr, &root, nullptr),
+                  ERROR_SUCCESS);
+        EXPECT_EQ(::RegOverridePredefKey(HKEY_CURRENT_USER, root), ERROR_SUCCESS);
+    }
+    OwnCurrentUser(const OwnCurrentUser&) = delete;
+    OwnCurrentUser& operator=(const OwnCurrentUser&) = delete;
+    ~OwnCurrentUser() {
+        ::RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+        ::RegCloseKey(root);
+    }
+
+    /// The device's owner record with this name.
+    void StoreOwner(const std::wstring& name) const {
+        std::vector<WCHAR> record(name.begin(), name.end());
+        record.resize(320);  // further fields
+        EXPECT_EQ(
+            ::RegSetKeyValueW(root, TEXT("ControlPanel\\Owner"), TEXT("Owner"), REG_BINARY,
+                              record.data(), static_cast<DWORD>(record.size() * sizeof(WCHAR))),
+            ERROR_SUCCESS);
+    }
+
+  private:
+    HKEY root = nullptr;
+};
+
+TEST_F(MainWindowStartTest, IsAPortraitWindowWithCaptionAndFrame) {
+    ASSERT_EQ(SignIn(), 1);
+    const auto style = static_cast<DWORD>(::GetWindowLongPtrW(main->Handle(), GWL_STYLE));
+    constexpr DWORD Wanted = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME | WS_VISIBLE;
+    EXPECT_EQ(style & Wanted, Wanted);
+    EXPECT_EQ(style & WS_MAXIMIZEBOX, 0U);
+    RECT client{};
+    ::GetClientRect(main->Handle(), &client);
+    EXPECT_EQ(client.right, PortraitClient.cx);
+    EXPECT_EQ(client.bottom, PortraitClient.cy);
+    EXPECT_EQ(TextOf(main->Handle()), L"Lunara");
+    EXPECT_EQ(GetMainWindow(), main.get());
+}
+
+TEST_F(MainWindowStartTest, GetsItsIconsWhenItIsIdle) {
+    ASSERT_EQ(SignIn(), 1);
+    for (const WPARAM kind : {ICON_BIG, ICON_SMALL}) {
+        EXPECT_TRUE(
+            PumpUntil([&] { return ::SendMessageW(main->Handle(), WM_GETICON, kind, 0) != 0; }));
+    }
+}
+
+TEST_F(MainWindowStartTest, IsVisibleBehindTheSignIn) {
+    bool visible = false;
+    script->Then([&](HWND) { visible = ::IsWindowVisible(main->Handle()) != FALSE; });
+    ASSERT_EQ(SignIn(), 1);
+    EXPECT_TRUE(visible);
+}
+
+TEST_F(MainWindowStartTest, AKeyWithoutTheValueShowsTheGraph) {
+    ASSERT_EQ(SignIn(), 1);
+    EXPECT_EQ(main->CurrentView(), ViewGraph);
+    EXPECT_EQ(TopView(), main->Graph().Handle());
+}
+
+TEST_F(MainWindowStartTest, WithoutAnyKeyTheDiaryIsShown) {
+    SetSettingsLocation(SettingsLocation{nullptr, nullptr, TestSettingsPath});
+    ASSERT_EQ(SignIn(), 1);
+    EXPECT_EQ(main->CurrentView(), ViewDiary);
+    EXPECT_EQ(TopView(), main->Diary().Handle());
+}
+
+TEST_F(MainWindowStartTest, TheStoredViewIsShownAndStoredAgain) {
+    for (const DWORD view : {ViewDiary, ViewGraph}) {
+        SCOPED_TRACE(view);
+        StoreDword(CurrentViewValue, view);
+        ASSERT_EQ(SignIn(), 1);
+        EXPECT_EQ(TopView(), view == ViewDiary ? main->Diary().Handle() : main->Graph().Handle());
+        ASSERT_TRUE(Close());
+        EXPECT_EQ(StoredDword(CurrentViewValue), view);
+    }
+}
+
+TEST_F(MainWindowStartTest, AStrayViewShowsTheGraphAndIsWrittenBack) {
+    StoreDword(CurrentViewValue, 5);
+    ASSERT_EQ(SignIn(), 1);
+    EXPECT_EQ(TopView(), main->Graph().Handle());
+    EXPECT_EQ(main->CurrentView(), 5U);
+    ASSERT_TRUE(Close());
+    EXPECT_EQ(StoredDword(CurrentViewValue), 5U);
+
+    ASSERT_EQ(SignIn(), 1);
+    Command(IDM_VIEW_GRAPH);
+    ASSERT_TRUE(Close());
+    EXPECT_EQ(StoredDword(CurrentViewValue), ViewGraph) << "a view command ends it";
+}
+
+TEST_F(MainWindowStartTest, AViewOfTheWrongTypeIsAsIfMissing) {
+    StoreText(CurrentViewValue, TEXT("3000"));
+    ASSERT_EQ(SignIn(), 1);
+    EXPECT_EQ(main->CurrentView(), ViewGraph);
+}
+
+TEST_F(MainWindowStartTest, ALongLastUserIsCutToThirtyOneCharacters) {
+    StoreText(LastUserValue, std::wstring(40, L'n').c_str());
+    EXPECT_EQ(OfferedName(), std::wstring(31, L'n'));
+    EXPECT_EQ(keptName, std::wstring(31, L'n'));
+}
+
+TEST_F(MainWindowStartTest, WithoutALastUserTheOwnerIsOffered) {
+    const std::wstring owner = OwnerName();
+    ASSERT_FALSE(owner.empty());
+    EXPECT_EQ(OfferedName(), owner.substr(0, 31));
+}
+
+TEST_F(MainWindowStartTest, TheOwnersNameIsCutToThirtyOneCharacters) {
+    const OwnCurrentUser user;
+    const struct {
+        const char* label;
+        std::size_t length;
+        std::size_t wanted;
+    } rows[] = {
+        {"fits", 31, 31},
+        {"one too many", 32, 31},
+        {"as long as the record has room for", OwnerNameUnits, 31},
+    };
+    for (const auto& row : rows) {
+        LUNARA_ROW(row);
+        user.StoreOwner(std::wstring(row.length, L'o'));
+        EXPECT_EQ(OfferedName(), std::wstring(row.wanted, L'o'));
+        EXPECT_EQ(keptName, std::wstring(row.wanted, L'o'));
+    }
+}
+
+TEST_F(MainWindowStartTest, WithoutAnyKeyNobodyIsOffered) {
+    SetSettingsLocation(SettingsLocation{nullptr, nullptr, TestSettingsPath});
+    EXPECT_EQ(OfferedName(), L"Unknown");
+}
+
+TEST_F(MainWindowStartTest, ACancelledSignInRefusesTheWindow) {
+    script->Press(IDCANCEL);
+    EXPECT_EQ(Create(), 0);
+    EXPECT_EQ(main->Handle(), nullptr);
+    EXPECT_FALSE(TakeQuitMessage());
+    EXPECT_EQ(StoredDword(CurrentViewValue), std::nullopt) << "nothing is written";
+    EXPECT_FALSE(FileExists(FolderOf(TestUser)));
+}
+
+TEST_F(MainWindowStartTest, TheUserIsRememberedAtTheEnd) {
+    ASSERT_EQ(SignIn(), 1);
+    EXPECT_EQ(StoredText(LastUserValue), L"");
+    ASSERT_TRUE(Close());
+    EXPECT_EQ(StoredText(LastUserValue), TestUser);
+    EXPECT_EQ(OfferedName(), TestUser);
+}
+
+// ---- The owner's name ----
+
+class OwnerNameTest : public UiTest {
+  protected:
+    static constexpr WCHAR Root[] = TEXT("SOFTWARE\\LunaraTests");
+    void SetUp() override {
+        UiTest::SetUp();
+        ASSERT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER, Root, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                                    &root, nullptr),
+                  ERROR_SUCCESS);
+    }
+    void TearDown() override {
+        ::RegCloseKey(root);
+        UiTest::TearDown();
+    }
+    void Store(DWORD type, const std::vector<BYTE>& record) {
+        ASSERT_EQ(::RegSetKeyValueW(root, TEXT("ControlPanel\\Owner"), TEXT("Owner"), type,
+                                    record.data(), static_cast<DWORD>(record.size())),
+                  ERROR_SUCCESS);
+    }
+    static std::vector<BYTE> Record(const std::wstring& name, std::size_t bytes) {
+        std::vector<BYTE> record(bytes);
+        std::memcpy(record.data(), name.data(), std::min(bytes, name.size() * sizeof(WCHAR)));
+        return record;
+    }
+    HKEY root = nullptr;
+};
+
+TEST_F(OwnerNameTest, IsTheFirstFieldOfTheRecord) {
+    std::vector<BYTE> record = Record(L"Anna", 640);
+    record[72] = 'x';  // the next field
+    Store(REG_BINARY, record);
+    EXPECT_EQ(OwnerName(root), L"Anna");
+}
+
+TEST_F(OwnerNameTest, EndsWithItsFieldOrItsRecord) {
+    const struct {
+        const char* label;
+        std::size_t units;
+        std::size_t bytes;
+        std::size_t wanted;
+    } rows[] = {
+        {"36 units without a terminator, more behind", 60, 640, 36},
+        {"a full record", 60, 768, 36},
+        {"a record that ends inside the name", 60, 20, 10},
+        {"an odd byte at its end", 60, 21, 10},
+        {"one byte", 60, 1, 0},
+    };
+    for (const auto& row : rows) {
+        LUNARA_ROW(row);
+        Store(REG_BINARY, Record(std::wstring(row.units, L'o'), row.bytes));
+        EXPECT_EQ(OwnerName(root), std::wstring(row.wanted, L'o'));
+    }
+}
+
+TEST_F(OwnerNameTest, WithoutAUsableRecordTheSignedInUserIsMeant) {
+    WCHAR account[257] = {};
+    DWORD size = 257;
+    ASSERT_TRUE(::GetUserNameW(account, &size));
+    EXPECT_EQ(OwnerName(root), account) << "no record";
+    Store(REG_SZ, Record(L"Anna", 10));
+    EXPECT_EQ(OwnerName(root), account) << "another type";
+    Store(REG_BINARY, Record(L"Anna", 769));
+    EXPECT_EQ(OwnerName(root), account) << "too large";
+}
+
+TEST_F(OwnerNameTest, AnEmptyRecordIsAnEmptyName) {
+    Store(REG_BINARY, {});
+    EXPECT_EQ(OwnerName(root), L"");
+}
+
+// ---- A second start ----
+
+class SecondStartTest : public MainWindowTest {
+  protected:
+    /// Runs the program beside this one; its exit code.
+    static DWORD RunProgram() {
+        WCHAR folder[PathCapacity] = {};
+        GetAppFolder(folder, PathCapacity);
+        const std::wstring program = std::wstring(folder) + L"..\\..\\Lunara.exe";
+        STARTUPINFOW startup{};
+        startup.cb = sizeof(startup);
+        PROCESS_INFORMATION process{};
+        if (!::CreateProcessW(program.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
+                              nullptr, &startup, &process)) {
+            ADD_FAILURE() << "cannot start the program";
+            return ~DWORD{0};
+        }
+        EXPECT_TRUE(PumpUntil(
+            [&process] { return ::WaitForSingleObject(process.hProcess, 0) == WAIT_OBJECT_0; }));
+        DWORD code = ~DWORD{0};
+        ::GetExitCodeProcess(process.hProcess, &code);
+        ::TerminateProcess(process.hProcess, 1);  // in case it did not end
+        ::CloseHandle(process.hThread);
+        ::CloseHandle(process.hProcess);
+        return code;
+    }
+};
+
+TEST_F(SecondStartTest, BringsTheFirstForwardAndEnds) {
+    ASSERT_EQ(SignIn(), 1);
+    ::ShowWindow(main->Handle(), SW_MINIMIZE);
+    ASSERT_TRUE(::IsIconic(main->Handle()));
+    EXPECT_EQ(RunProgram(), 0U);
+    EXPECT_FALSE(::IsIconic(main->Handle()));
+    EXPECT_EQ(::GetForegroundWindow(), main->Handle());
+}
+
+}  // namespace
+}  // namespace lunara

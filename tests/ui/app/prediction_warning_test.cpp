@@ -1,0 +1,63 @@
+#include "app/prediction_warning.h"
+
+#include "platform/clock.h"
+#include "tests/ui/ui_test.h"
+
+namespace lunara {
+namespace {
+
+constexpr DWORD Start = 5'000'000;
+constexpr DWORD HourMs = 3'600'000;
+
+class PredictionWarningTest : public UiTest {
+  protected:
+    void ShowAt(DWORD ticks, const WCHAR* text) {
+        SetTickCount(ticks);
+        const std::size_t size = std::wstring(text).size() + 1;
+        auto* copy = new WCHAR[size];
+        std::copy_n(text, size, copy);
+        ShowPredictionWarning(state, copy, MB_OK);
+    }
+    CyclePredictor state;
+};
+
+TEST_F(PredictionWarningTest, BoxHasNoOwnerAndWarns) {
+    ShowAt(Start, TEXT("Too few. "));
+    ASSERT_EQ(messages.boxes.size(), 1U);
+    EXPECT_EQ(messages.boxes[0].owner, nullptr);
+    EXPECT_EQ(messages.boxes[0].text, L"Too few. ");
+    EXPECT_EQ(messages.boxes[0].caption, L"Warning");
+    EXPECT_EQ(messages.boxes[0].flags, static_cast<UINT>(MB_ICONEXCLAMATION));
+}
+
+TEST_F(PredictionWarningTest, OneBoxAnHour) {
+    ShowAt(Start, TEXT("first"));
+    ShowAt(Start + HourMs, TEXT("within the hour"));
+    EXPECT_EQ(messages.boxes.size(), 1U);
+    ShowAt(Start + HourMs + 1, TEXT("later"));
+    ASSERT_EQ(messages.boxes.size(), 2U);
+    EXPECT_EQ(messages.boxes[1].text, L"later");
+}
+
+TEST_F(PredictionWarningTest, ANullTextShowsNothingAndUsesNoTurn) {
+    SetTickCount(Start);
+    ShowPredictionWarning(state, nullptr, MB_OK);
+    EXPECT_TRUE(messages.boxes.empty());
+    ShowAt(Start, TEXT("first"));
+    EXPECT_EQ(messages.boxes.size(), 1U);
+}
+
+TEST_F(PredictionWarningTest, InsufficientDataSharesTheHour) {
+    ShowAt(Start, TEXT("first"));
+    SetTickCount(Start + HourMs);
+    ShowInsufficientDataWarning(state, MB_OK);
+    EXPECT_EQ(messages.boxes.size(), 1U);
+    SetTickCount(Start + HourMs + 1);
+    ShowInsufficientDataWarning(state, MB_OK);
+    ASSERT_EQ(messages.boxes.size(), 2U);
+    EXPECT_EQ(messages.boxes[1].text, L"Insufficient statistical data. ");
+    EXPECT_EQ(messages.boxes[1].flags, static_cast<UINT>(MB_ICONEXCLAMATION));
+}
+
+}  // namespace
+}  // namespace lunara

@@ -1,0 +1,374 @@
+#include "app/sign_in.h"
+
+#include <array>
+#include <utility>
+
+#include "platform/pocketpc/aygshell.h"
+#include "platform/pocketpc/common_controls.h"
+#include "resources/ids.h"
+#include "tests/ui/app/main_window_test_base.h"
+
+namespace lunara {
+namespace {
+
+constexpr WCHAR LengthMessage[] = TEXT("Password should be at least 4 long if specified!");
+constexpr WCHAR OtherPassword[] = TEXT("Wxyz9");
+
+DWORD PanelFlags() {
+    SIPINFO info{};
+    info.cbSize = sizeof(info);
+    SHSipInfo(SPI_GETSIPINFO, 0, &info, 0);
+    return info.fdwFlags;
+}
+
+class LoginTest : public MainWindowTest {
+  protected:
+    /// The folder of the test's user with one file of these bytes.
+    void PutFile(const WCHAR* fileName, const std::string& bytes) {
+        ::CreateDirectoryW(FolderOf(TestUser).c_str(), nullptr);
+        const HANDLE file = ::CreateFileW(Path(fileName).c_str(), GENERIC_WRITE, 0, nullptr,
+                                          CREATE_ALWAYS, 0, nullptr);
+        ASSERT_NE(file, INVALID_HANDLE_VALUE);
+        DWORD written = 0;
+        ::WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+        ::CloseHandle(file);
+        ASSERT_EQ(written, bytes.size());
+    }
+    static std::string BytesOf(const WCHAR* fileName) {
+        const HANDLE file = ::CreateFileW(Path(fileName).c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                          nullptr, OPEN_EXISTING, 0, nullptr);
+        std::array<char, 4096> bytes{};
+        DWORD length = 0;
+        ::ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &length, nullptr);
+        ::CloseHandle(file);
+        return {bytes.data(), length};
+    }
+    static std::wstring Path(const WCHAR* fileName) {
+        return FolderOf(TestUser) + L"\\" + fileName;
+    }
+
+    /// A step that notes what the fields hold and which of them has the focus.
+    void Look() {
+        script->Then([this](HWND dialog) {
+            name = TextOf(::GetDlgItem(dialog, IDC_USER_NAME));
+            password = TextOf(::GetDlgItem(dialog, IDC_PASSWORD));
+            focus = ::GetDlgCtrlID(::GetFocus());
+        });
+    }
+
+    std::wstring name;
+    std::wstring password;
+    int focus = 0;
+};
+
+TEST_F(LoginTest, ANewNameBeginsANewDiarySilently) {
+    EXPECT_EQ(SignIn(), 1);
+    EXPECT_TRUE(messages.boxes.empty());
+    EXPECT_TRUE(main->Data().IsLoaded());
+    EXPECT_STREQ(main->UserName(), TestUser);
+}
+
+TEST_F(LoginTest, ThePasswordIsHeldMasked) {
+    ASSERT_EQ(SignIn(), 1);
+    EXPECT_STRNE(main->Password().Text(), TestPassword);
+    HeldPassword& held = const_cast<HeldPassword&>(main->Password());
+    held.Unmask();
+    EXPECT_STREQ(held.Text(), TestPassword);
+    held.Unmask();
+}
+
+TEST_F(LoginTest, NameIsPresetFromTheSettings) {
+    StoreText(TEXT("LastUser"), TEXT("Anna"));
+    Look();
+    script->Press(IDCANCEL);
+    EXPECT_EQ(Create(), 0);
+    EXPECT_EQ(name, L"Anna");
+    EXPECT_EQ(password, L"");
+    EXPECT_EQ(focus, IDC_USER_NAME);
+}
+
+TEST_F(LoginTest, WithoutAnyNameTheFieldSaysUnknown) {
+    StoreText(TEXT("LastUser"), TEXT(""));
+    Look();
+    script->Press(IDCANCEL);
+    Create();
+    EXPECT_EQ(name, L"Unknown");
+}
+
+TEST_F(LoginTest, EmptyNameIsRefusedAndTheFocusGoesToThePassword) {
+    script->Type(IDC_USER_NAME, TEXT("")).Type(IDC_PASSWORD, TestPassword).Press(IDOK);
+    Look();
+    script->Press(IDCANCEL);
+    EXPECT_EQ(Create(), 0);
+    ASSERT_EQ(messages.boxes.size(), 1U);
+    EXPECT_EQ(messages.boxes[0].text, L"User name should not be empty");
+    EXPECT_EQ(messages.boxes[0].caption, L"Warning");
+    EXPECT_EQ(messages.boxes[0].flags, static_cast<UINT>(MB_ICONEXCLAMATION));
+    EXPECT_EQ(focus, IDC_PASSWORD);
+    EXPECT_EQ(password, TestPassword) << "only a failed load clears it";
+}
+
+TEST_F(LoginTest, PasswordsOfOneToThreeCharactersAreRefused) {
+    for (const WCHAR* typed : {TEXT("a"), TEXT("ab"), TEXT("abc")}) {
+        script->Type(IDC_USER_NAME, TestUser).Type(IDC_PASSWORD, typed).Press(IDOK);
+    }
+    Look();
+    script->Press(IDCANCEL);
+    EXPECT_EQ(Create(), 0);
+    ASSERT_EQ(messages.boxes.size(), 3U);
+    for (const auto& box : messages.boxes) {
+        EXPECT_EQ(box.text, LengthMessage);
+        EXPECT_EQ(box.caption, L"Warning");
+        EXPECT_EQ(box.flags, static_cast<UINT>(MB_ICONEXCLAMATION));
+    }
+    EXPECT_EQ(focus, IDC_PASSWORD);
+}
+
+TEST_F(LoginTest, AnEmptyPasswordIsAccepted) {
+    EXPECT_EQ(SignIn(TestUser, TEXT("")), 1);
+    EXPECT_TRUE(messages.boxes.empty());
+}
+
+TEST_F(LoginTest, NameAndPasswordAreCutToThirtyOneCharacters) {
+    const std::wstring longText(40, L'x');
+    ASSERT_EQ(SignIn(longText.c_str(), longText.c_str()), 1);
+    EXPECT_EQ(main->UserName(), std::wstring(31, L'x'));
+    Close();
+    RemoveUser(std::wstring(31, L'x').c_str());
+}
+
+TEST_F(LoginTest, WrongPasswordKeepsTheNameAndMayBeTriedAgain) {
+    ASSERT_EQ(SignIn(), 1);
+    FillDiary(main->Data());
+    ASSERT_TRUE(Close());
+
+    script->Type(IDC_USER_NAME, TestUser).Type(IDC_PASSWORD, OtherPassword).Press(IDOK);
+    Look();
+    script->Type(IDC_PASSWORD, TestPassword).Press(IDOK);
+    EXPECT_EQ(Create(), 1);
+    ASSERT_EQ(messages.boxes.size(), 1U);
+    EXPECT_EQ(messages.boxes[0].text, L"User/Password invalid");
+    EXPECT_EQ(messages.boxes[0].caption, L"Warning");
+    EXPECT_EQ(messages.boxes[0].flags, static_cast<UINT>(MB_ICONEXCLAMATION));
+    EXPECT_EQ(name, TestUser);
+    EXPECT_EQ(password, L"");
+    EXPECT_EQ(focus, IDC_PASSWORD);
+    const SYSTEMTIME day = Day(2024, 5, 10);
+    EXPECT_EQ(main->Data().GetBleeding(&day), 2);
+}
+
+TEST_F(LoginTest, AFileThatCannotBeReadIsNamedAndLeftAlone) {
+    const struct {
+        const char* label;
+        std::string bytes;
+        const WCHAR* message;
+    } rows[] = {
+        {"foreign", "something else entirely", TEXT("Not a valid Lunara data file")},
+        {"too new", std::string("LU\x63\x00", 4), TEXT("Data file requires new version of Lunara")},
+        {"wrong length", std::string("LU\x01\x00", 4) + "odd",
+         TEXT("Data file is corupted or wrong type")},
+        {"short header, which leaves no error", "LU", TEXT("Data file is corupted or wrong type")},
+    };
+    for (const auto& row : rows) {
+        LUNARA_ROW(row);
+        messages.boxes.clear();
+        PutFile(TEXT("Temperature.dat"), row.bytes);
+        script->Type(IDC_USER_NAME, TestUser).Type(IDC_PASSWORD, TEXT("")).Press(IDOK);
+        script->Press(IDCANCEL);
+        EXPECT_EQ(Create(), 0);
+        ASSERT_EQ(messages.boxes.size(), 1U);
+        EXPECT_EQ(messages.boxes[0].text, row.message);
+        EXPECT_EQ(BytesOf(TEXT("Temperature.dat")), row.bytes);
+    }
+}
+
+TEST_F(LoginTest, TheMainWindowIsDisabledMeanwhileAndItsButtonsAreHidden) {
+    StoreDword(TEXT("CurrentView"), ViewDiary);
+    bool enabled = true;
+    BYTE notes = 0;
+    script->Then([&, this](HWND dialog) {
+        const HWND frame = ::GetWindow(dialog, GW_OWNER);
+        enabled = ::IsWindowEnabled(frame) != FALSE;
+        notes = StateOf(IDM_SHOW_NOTES);
+    });
+    ASSERT_EQ(SignIn(), 1);
+    EXPECT_FALSE(enabled);
+    EXPECT_NE(notes & TBSTATE_HIDDEN, 0);
+    EXPECT_TRUE(::IsWindowEnabled(main->Handle()));
+    EXPECT_EQ(StateOf(IDM_SHOW_NOTES) & TBSTATE_HIDDEN, 0);
+    EXPECT_EQ(::GetFocus(), main->Handle());
+}
+
+TEST_F(LoginTest, CompletionIsOffWhileAPasswordIsTyped) {
+    DWORD atName = 0;
+    DWORD atPassword = 0;
+    DWORD afterwards = 0;
+    script->Then([&](HWND) { atName = PanelFlags(); });
+    script->Then([&](HWND dialog) { ::SetFocus(::GetDlgItem(dialog, IDC_PASSWORD)); });
+    script->Then([&](HWND) { atPassword = PanelFlags(); });
+    script->Then([&](HWND dialog) { ::SetFocus(::GetDlgItem(dialog, IDC_USER_NAME)); });
+    script->Then([&](HWND) { afterwards = PanelFlags(); });
+    script->Press(IDCANCEL);
+    Create();
+    EXPECT_EQ(atName & (SIPF_ON | SIPF_DISABLECOMPLETION), SIPF_ON);
+    EXPECT_EQ(atPassword & (SIPF_ON | SIPF_DISABLECOMPLETION), SIPF_ON | SIPF_DISABLECOMPLETION);
+    EXPECT_EQ(afterwards & (SIPF_ON | SIPF_DISABLECOMPLETION), SIPF_ON);
+}
+
+TEST_F(LoginTest, ThePanelIsDownAtTheEndAndCompletionAsItWas) {
+    script->Then([](HWND dialog) { ::SetFocus(::GetDlgItem(dialog, IDC_PASSWORD)); });
+    ASSERT_EQ(SignIn(), 1);
+    EXPECT_EQ(PanelFlags() & (SIPF_ON | SIPF_DISABLECOMPLETION), 0U);
+}
+
+TEST_F(LoginTest, TheKeyboardMovesBetweenTheFieldsAndAnswers) {
+    script->Type(IDC_USER_NAME, TestUser);
+    script->Then([](HWND) { ::PostMessageW(::GetFocus(), WM_KEYDOWN, VK_TAB, 0); });
+    Look();
+    script->Then([](HWND) { ::PostMessageW(::GetFocus(), WM_KEYDOWN, VK_RETURN, 0); });
+    EXPECT_EQ(Create(), 1);
+    EXPECT_EQ(focus, IDC_PASSWORD);
+}
+
+TEST_F(LoginTest, TheEndOfTheProgramEndsTheLoginAndIsHeardOutside) {
+    script->Then([](HWND) { ::PostQuitMessage(7); });
+    EXPECT_EQ(Create(), 0);
+    MSG message{};
+    ASSERT_TRUE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(message.wParam, 7U);
+    EXPECT_FALSE(main->Data().IsLoaded());
+}
+
+class ChangePasswordTest : public LoginTest {
+  protected:
+    void SetUp() override {
+        LoginTest::SetUp();
+        ASSERT_EQ(SignIn(), 1);
+        messages.boxes.clear();
+    }
+    void Fill(const WCHAR* oldPassword, const WCHAR* newPassword, const WCHAR* confirmation) {
+        script->Type(IDC_OLD_PASSWORD, oldPassword)
+            .Type(IDC_NEW_PASSWORD, newPassword)
+            .Type(IDC_CONFIRM_PASSWORD, confirmation)
+            .Press(IDOK);
+    }
+    /// Whether the diary on disk opens with that password.
+    static bool Opens(const WCHAR* typed) {
+        UserData data;
+        return data.Load(TestUser, typed) != 0 && data.bleeding.Count() == 1 &&
+               data.temperature.Count() == 1 && data.noteFlags.Count() == 1 &&
+               data.notePages.Count() == 1;
+    }
+};
+
+TEST_F(ChangePasswordTest, AllFourFilesAreWrittenAnewUnderTheNewPassword) {
+    FillDiary(main->Data());
+    ASSERT_TRUE(Close());
+    ASSERT_EQ(SignIn(), 1);
+    ASSERT_TRUE(Opens(TestPassword));
+
+    Fill(TestPassword, OtherPassword, OtherPassword);
+    Command(IDM_CHANGE_PASSWORD);
+    EXPECT_TRUE(messages.boxes.empty());
+    EXPECT_TRUE(Opens(TestPassword)) << "nothing is written before the end";
+    ASSERT_TRUE(Close());
+    EXPECT_TRUE(Opens(OtherPassword));
+    EXPECT_FALSE(Opens(TestPassword));
+}
+
+TEST_F(ChangePasswordTest, AnEmptyNewPasswordIsAllowed) {
+    FillDiary(main->Data());
+    Fill(TestPassword, TEXT(""), TEXT(""));
+    Command(IDM_CHANGE_PASSWORD);
+    EXPECT_TRUE(messages.boxes.empty());
+    ASSERT_TRUE(Close());
+    EXPECT_TRUE(Opens(TEXT("")));
+}
+
+TEST_F(ChangePasswordTest, NewPasswordsThatDifferAreBothCleared) {
+    Fill(TestPassword, OtherPassword, TEXT("wxyz9"));
+    std::wstring fields[3];
+    script->Then([&fields, this](HWND dialog) {
+        fields[0] = TextOf(::GetDlgItem(dialog, IDC_OLD_PASSWORD));
+        fields[1] = TextOf(::GetDlgItem(dialog, IDC_NEW_PASSWORD));
+        fields[2] = TextOf(::GetDlgItem(dialog, IDC_CONFIRM_PASSWORD));
+        focus = ::GetDlgCtrlID(::GetFocus());
+    });
+    script->Press(IDCANCEL);
+    Command(IDM_CHANGE_PASSWORD);
+    ASSERT_EQ(messages.boxes.size(), 1U);
+    EXPECT_EQ(messages.boxes[0].text, L"New passwords do not match!");
+    EXPECT_EQ(messages.boxes[0].caption, L"Warning");
+    EXPECT_EQ(messages.boxes[0].flags, static_cast<UINT>(MB_ICONEXCLAMATION));
+    EXPECT_EQ(fields[0], TestPassword);
+    EXPECT_EQ(fields[1], L"");
+    EXPECT_EQ(fields[2], L"");
+    EXPECT_EQ(focus, IDC_NEW_PASSWORD);
+}
+
+TEST_F(ChangePasswordTest, AShortNewPasswordIsRefused) {
+    Fill(TestPassword, TEXT("abc"), TEXT("abc"));
+    script->Then([this](HWND) { focus = ::GetDlgCtrlID(::GetFocus()); });
+    script->Press(IDCANCEL);
+    Command(IDM_CHANGE_PASSWORD);
+    ASSERT_EQ(messages.boxes.size(), 1U);
+    EXPECT_EQ(messages.boxes[0].text, LengthMessage);
+    EXPECT_EQ(focus, IDC_NEW_PASSWORD);
+}
+
+TEST_F(ChangePasswordTest, AWrongOldPasswordKeepsTheDialogOpen) {
+    Fill(TEXT("ABCD"), OtherPassword, OtherPassword);  // passwords are case-sensitive
+    std::wstring oldPassword = L"?";
+    std::wstring newPassword;
+    script->Then([&, this](HWND dialog) {
+        oldPassword = TextOf(::GetDlgItem(dialog, IDC_OLD_PASSWORD));
+        newPassword = TextOf(::GetDlgItem(dialog, IDC_NEW_PASSWORD));
+        focus = ::GetDlgCtrlID(::GetFocus());
+    });
+    script->Type(IDC_OLD_PASSWORD, TestPassword).Press(IDOK);
+    Command(IDM_CHANGE_PASSWORD);
+    ASSERT_EQ(messages.boxes.size(), 1U);
+    EXPECT_EQ(messages.boxes[0].text, L"Old password does not match!");
+    EXPECT_EQ(messages.boxes[0].caption, L"Warning");
+    EXPECT_EQ(messages.boxes[0].flags, static_cast<UINT>(MB_ICONEXCLAMATION));
+    EXPECT_EQ(oldPassword, L"");
+    EXPECT_EQ(newPassword, OtherPassword);
+    EXPECT_EQ(focus, IDC_OLD_PASSWORD);
+    EXPECT_TRUE(main->Data().bleeding.dirty) << "the second try changed it";
+}
+
+TEST_F(ChangePasswordTest, CancelChangesNothing) {
+    script->Type(IDC_OLD_PASSWORD, TestPassword)
+        .Type(IDC_NEW_PASSWORD, OtherPassword)
+        .Type(IDC_CONFIRM_PASSWORD, OtherPassword)
+        .Press(IDCANCEL);
+    Command(IDM_CHANGE_PASSWORD);
+    EXPECT_FALSE(main->Data().bleeding.dirty);
+    EXPECT_TRUE(::IsWindowEnabled(main->Handle()));
+    FillDiary(main->Data());
+    ASSERT_TRUE(Close());
+    EXPECT_TRUE(Opens(TestPassword));
+}
+
+TEST_F(ChangePasswordTest, TheEndOfTheProgramIsHeardOutsideTheDialog) {
+    script->Then([](HWND) { ::PostQuitMessage(3); });
+    Command(IDM_CHANGE_PASSWORD);
+    MSG message{};
+    ASSERT_TRUE(::PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+    EXPECT_EQ(message.wParam, 3U);
+}
+
+TEST_F(ChangePasswordTest, EachOfTheThreeFieldsTurnsCompletionOff) {
+    std::vector<DWORD> flags;
+    for (const int id : {IDC_OLD_PASSWORD, IDC_NEW_PASSWORD, IDC_CONFIRM_PASSWORD, int{IDOK}}) {
+        script->Then([id](HWND dialog) { ::SetFocus(::GetDlgItem(dialog, id)); });
+        script->Then([&flags](HWND) { flags.push_back(PanelFlags() & SIPF_DISABLECOMPLETION); });
+    }
+    script->Press(IDCANCEL);
+    Command(IDM_CHANGE_PASSWORD);
+    EXPECT_EQ(flags, (std::vector<DWORD>{SIPF_DISABLECOMPLETION, SIPF_DISABLECOMPLETION,
+                                         SIPF_DISABLECOMPLETION, 0}));
+}
+
+}  // namespace
+}  // namespace lunara

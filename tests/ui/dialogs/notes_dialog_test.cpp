@@ -1,0 +1,170 @@
+#include "dialogs/notes_dialog.h"
+
+#include "platform/text.h"
+#include "resources/ids.h"
+#include "tests/ui/views/view_test_support.h"
+
+namespace lunara {
+namespace {
+
+class NotesDialogTest : public UiTest {
+  protected:
+    void SetUp() override {
+        UiTest::SetUp();
+        SetLocalNow(Day(2026, 3, 15));
+    }
+};
+
+void Press(HWND dialog, int button) {
+    ::PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
+}
+
+LRESULT CheckOf(HWND dialog, int box) {
+    return ::SendDlgItemMessageW(dialog, box, BM_GETCHECK, 0, 0);
+}
+
+TEST_F(NotesDialogTest, StartsEmptyAtToday) {
+    const NotesDialog dialog;
+    EXPECT_EQ(ToDateKey(dialog.date), ToDateKey(Day(2026, 3, 15)));
+    EXPECT_EQ(dialog.cramps, 0);
+    EXPECT_EQ(dialog.pms, 0);
+    EXPECT_EQ(dialog.text[0], 0);
+}
+
+/// The dialog's window without its loop, not shown: a display without a window manager is slow to
+/// show and hide windows.
+class HiddenWindow {
+  public:
+    explicit HiddenWindow(NotesDialog& shown) : dialog(shown) {
+        EXPECT_TRUE(Dialog::CreateModeless(dialog, IDD_NOTES));
+    }
+    HiddenWindow(const HiddenWindow&) = delete;
+    HiddenWindow& operator=(const HiddenWindow&) = delete;
+    ~HiddenWindow() { ::DestroyWindow(dialog.Handle()); }
+
+    HWND Handle() const { return dialog.Handle(); }
+    HWND Control(int id) const { return ::GetDlgItem(dialog.Handle(), id); }
+
+  private:
+    NotesDialog& dialog;
+};
+
+TEST_F(NotesDialogTest, ShowsItsFieldsAndTheDate) {
+    NotesDialog dialog;
+    dialog.date = Day(2007, 1, 1);
+    dialog.pms = 1;
+    CopyText(dialog.text.data(), dialog.text.size(), TEXT("slept badly"));
+    const HiddenWindow window(dialog);
+    EXPECT_EQ(TextOf(window.Handle()), L"Notes");
+    EXPECT_EQ(TextOf(window.Control(IDC_NOTE_DATE)), L"Mon Jan, 01");
+    EXPECT_EQ(TextOf(window.Control(IDC_CRAMPS)), L"Cramps");
+    EXPECT_EQ(TextOf(window.Control(IDC_PMS)), L"PMS");
+    EXPECT_EQ(TextOf(window.Control(IDC_NOTE_TEXT)), L"slept badly");
+    EXPECT_EQ(CheckOf(window.Handle(), IDC_CRAMPS), BST_UNCHECKED);
+    EXPECT_EQ(CheckOf(window.Handle(), IDC_PMS), BST_CHECKED);
+}
+
+struct HeaderCase {
+    const char* label;
+    SYSTEMTIME date;
+    const wchar_t* header;
+};
+
+TEST_F(NotesDialogTest, HeaderNamesWeekdayMonthAndDay) {
+    const HeaderCase cases[] = {
+        {"Sunday", Day(2026, 11, 1), L"Sun Nov, 01"},
+        {"Saturday", Day(2026, 12, 26), L"Sat Dec, 26"},
+        {"leap day", Day(2028, 2, 29), L"Tue Feb, 29"},
+    };
+    for (const HeaderCase& c : cases) {
+        LUNARA_ROW(c);
+        NotesDialog dialog;
+        dialog.date = c.date;
+        const HiddenWindow window(dialog);
+        EXPECT_EQ(TextOf(window.Control(IDC_NOTE_DATE)), c.header);
+    }
+}
+
+TEST_F(NotesDialogTest, OkReadsTheControlsAndEndsWithOne) {
+    NotesDialog dialog;
+    DialogHand hand([](HWND window) {
+        ::SetDlgItemTextW(window, IDC_NOTE_TEXT, L"headache");
+        ::SendDlgItemMessageW(window, IDC_CRAMPS, BM_SETCHECK, BST_CHECKED, 0);
+        ::SendDlgItemMessageW(window, IDC_PMS, BM_SETCHECK, BST_CHECKED, 0);
+        Press(window, IDOK);
+    });
+    EXPECT_EQ(dialog.DoModal(), 1);
+    EXPECT_STREQ(dialog.text.data(), L"headache");
+    EXPECT_EQ(dialog.cramps, 1);
+    EXPECT_EQ(dialog.pms, 1);
+}
+
+TEST_F(NotesDialogTest, CancelEndsWithTwoAndReadsNothing) {
+    NotesDialog dialog;
+    CopyText(dialog.text.data(), dialog.text.size(), TEXT("before"));
+    DialogHand hand([](HWND window) {
+        ::SetDlgItemTextW(window, IDC_NOTE_TEXT, L"after");
+        ::SendDlgItemMessageW(window, IDC_CRAMPS, BM_SETCHECK, BST_CHECKED, 0);
+        Press(window, IDCANCEL);
+    });
+    EXPECT_EQ(dialog.DoModal(), 2);
+    EXPECT_STREQ(dialog.text.data(), L"before");
+    EXPECT_EQ(dialog.cramps, 0);
+}
+
+TEST_F(NotesDialogTest, TakesNoMoreThanANoteHolds) {
+    NotesDialog dialog;
+    const HiddenWindow window(dialog);
+    const HWND edit = window.Control(IDC_NOTE_TEXT);
+    for (int i = 0; i < 200; ++i) {
+        ::SendMessageW(edit, WM_CHAR, L'x', 1);
+    }
+    EXPECT_EQ(::GetWindowTextLengthW(edit), 127);
+    dialog.UpdateData(true);
+    EXPECT_EQ(WideView(dialog.text.data()).size(), 127U);
+}
+
+COLORREF ColorOfStatic(HWND dialog, int id) {
+    const WindowDcScope dc(::GetDlgItem(dialog, id));
+    ::SetTextColor(dc.Dc(), RGB(1, 2, 3));
+    const LRESULT brush =
+        ::SendMessageW(dialog, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc.Dc()),
+                       reinterpret_cast<LPARAM>(::GetDlgItem(dialog, id)));
+    EXPECT_NE(brush, 0);
+    return ::GetTextColor(dc.Dc());
+}
+
+/// How many pixels of a control on the screen have that colour.
+int CountOnScreen(HWND control, COLORREF color) {
+    const Box box = ClientBox(control);
+    const MemoryCanvas canvas(box.right, box.bottom);
+    const WindowDcScope dc(control);
+    ::BitBlt(canvas.Dc(), 0, 0, box.right, box.bottom, dc.Dc(), 0, 0, SRCCOPY);
+    return canvas.CountOf(color);
+}
+
+TEST_F(NotesDialogTest, CheckBoxesAreColored) {
+    NotesDialog dialog;
+    DialogHand hand([](HWND window) {
+        EXPECT_EQ(ColorOfStatic(window, IDC_CRAMPS), RGB(255, 64, 64));
+        EXPECT_EQ(ColorOfStatic(window, IDC_PMS), RGB(190, 0, 0));
+        const COLORREF other = ColorOfStatic(window, IDC_NOTE_DATE);
+        EXPECT_NE(other, RGB(255, 64, 64));
+        EXPECT_NE(other, RGB(190, 0, 0));
+        ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
+        EXPECT_GT(CountOnScreen(::GetDlgItem(window, IDC_CRAMPS), RGB(255, 64, 64)), 0);
+        EXPECT_GT(CountOnScreen(::GetDlgItem(window, IDC_PMS), RGB(190, 0, 0)), 0);
+        Press(window, IDCANCEL);
+    });
+    dialog.DoModal();
+    EXPECT_TRUE(hand.WasUsed());
+}
+
+TEST_F(NotesDialogTest, SettingsChangesAreAnswered) {
+    NotesDialog dialog;
+    const HiddenWindow window(dialog);
+    EXPECT_EQ(::SendMessageW(window.Handle(), WM_SETTINGCHANGE, 224, 0), 0);
+}
+
+}  // namespace
+}  // namespace lunara

@@ -1,0 +1,510 @@
+#include "window/window.h"
+
+#include "tests/ui/ui_test.h"
+#include "window/window_map.h"
+
+namespace lunara {
+namespace {
+
+constexpr UINT Ask = WM_APP + 10;
+constexpr UINT AskInside = WM_APP + 11;
+
+class WindowTest : public UiTest {};
+
+std::wstring ClassOf(HWND window) {
+    std::array<WCHAR, 64> name{};
+    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    return name.data();
+}
+
+WNDPROC ProcedureOf(HWND window) {
+    return reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(window, GWLP_WNDPROC));
+}
+
+/// A system control that no object is bound to.
+HWND MakeEdit() {
+    return ::CreateWindowExW(0, TEXT("EDIT"), TEXT("typed"), WS_POPUP, 0, 0, 50, 20, nullptr,
+                             nullptr, AppInstance(), nullptr);
+}
+
+TEST_F(WindowTest, WithoutClassNameGetsTheFrameworksClass) {
+    ScriptedWindow window;
+    ASSERT_EQ(window.Make(), 1);
+    EXPECT_EQ(ClassOf(window.Handle()), TEXT("wfcWnd_1_0"));
+    EXPECT_EQ(Window::FromHandle(window.Handle()), &window);
+}
+
+TEST_F(WindowTest, TheFrameworksClassHasJustTheRedrawAndDoubleClickStyles) {
+    ASSERT_EQ(Window::RegisterFrameworkClass(), 1);
+    ASSERT_EQ(Window::RegisterFrameworkClass(), 1);  // there already
+    WNDCLASSW found{};
+    ASSERT_TRUE(::GetClassInfoW(AppInstance(), FrameworkClassName, &found));
+    EXPECT_EQ(found.style, 11U);
+    EXPECT_EQ(found.lpfnWndProc, &FrameworkWindowProc);
+    EXPECT_EQ(found.hInstance, AppInstance());
+    EXPECT_EQ(found.hbrBackground, nullptr);
+    EXPECT_EQ(found.hCursor, nullptr);
+    EXPECT_EQ(found.hIcon, nullptr);
+    EXPECT_EQ(found.lpszMenuName, nullptr);
+    EXPECT_EQ(found.cbWndExtra, 0);
+}
+
+TEST_F(WindowTest, CreationParametersArriveUnchanged) {
+    ScriptedWindow parent;
+    ASSERT_EQ(parent.Make(), 1);
+    ScriptedWindow window;
+    int parameter = 0;
+    CREATESTRUCTW seen{};
+    std::wstring title;
+    window.handler = [&](UINT message, WPARAM, LPARAM lParam, LRESULT&) {
+        if (message == WM_CREATE) {
+            seen = *reinterpret_cast<const CREATESTRUCTW*>(lParam);
+            title = seen.lpszName;
+        }
+        return false;
+    };
+    ASSERT_EQ(window.Create(WS_EX_NOPARENTNOTIFY, nullptr, TEXT("Title"), WS_CHILD, 3, 4, 50, 60,
+                            parent.Handle(), reinterpret_cast<HMENU>(77), &parameter),
+              1);
+    EXPECT_EQ(seen.lpCreateParams, &parameter);
+    EXPECT_EQ(seen.hInstance, AppInstance());
+    EXPECT_EQ(seen.hMenu, reinterpret_cast<HMENU>(77));
+    EXPECT_EQ(seen.hwndParent, parent.Handle());
+    EXPECT_EQ(seen.x, 3);
+    EXPECT_EQ(seen.y, 4);
+    EXPECT_EQ(seen.cx, 50);
+    EXPECT_EQ(seen.cy, 60);
+    EXPECT_EQ(seen.style, WS_CHILD);
+    EXPECT_EQ(seen.dwExStyle, static_cast<DWORD>(WS_EX_NOPARENTNOTIFY));
+    EXPECT_EQ(title, TEXT("Title"));
+    EXPECT_EQ(::GetDlgCtrlID(window.Handle()), 77);
+}
+
+TEST_F(WindowTest, IsBoundBeforeItHandlesItsCreation) {
+    ScriptedWindow window;
+    HWND handleAtCreation = nullptr;
+    window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message == WM_CREATE) {
+            handleAtCreation = window.Handle();
+        }
+        return false;
+    };
+    ASSERT_EQ(window.Make(), 1);
+    EXPECT_NE(handleAtCreation, nullptr);
+    EXPECT_EQ(handleAtCreation, window.Handle());
+    EXPECT_EQ(window.log.front(), static_cast<UINT>(WM_CREATE));
+}
+
+class PickyWindow : public ScriptedWindow {
+  public:
+    int PreCreateWindow(CREATESTRUCTW& parameters) override {
+        if (!allowed) {
+            return 0;
+        }
+        parameters.cx = 33;
+        return ScriptedWindow::PreCreateWindow(parameters);
+    }
+    bool allowed = true;
+};
+
+TEST_F(WindowTest, PreCreateWindowMayChangeTheParameters) {
+    PickyWindow window;
+    ASSERT_EQ(window.Make(nullptr, 100, 80), 1);
+    RECT bounds{};
+    ::GetWindowRect(window.Handle(), &bounds);
+    EXPECT_EQ(bounds.right - bounds.left, 33);
+    EXPECT_EQ(bounds.bottom - bounds.top, 80);
+}
+
+TEST_F(WindowTest, PreCreateWindowMayRefuse) {
+    PickyWindow window;
+    window.allowed = false;
+    EXPECT_EQ(window.Make(), 0);
+    EXPECT_EQ(window.Handle(), nullptr);
+    EXPECT_TRUE(window.log.empty());
+}
+
+class OwnClassWindow : public ScriptedWindow {
+  public:
+    int PreCreateWindow(CREATESTRUCTW& parameters) override {
+        WNDCLASSW windowClass{};
+        windowClass.lpfnWndProc = &FrameworkWindowProc;
+        windowClass.hInstance = AppInstance();
+        windowClass.lpszClassName = TEXT("LunaraTestClass");
+        ::RegisterClassW(&windowClass);
+        parameters.lpszClass = windowClass.lpszClassName;
+        return ScriptedWindow::PreCreateWindow(parameters);
+    }
+};
+
+TEST_F(WindowTest, AClassOfItsOwnIsKept) {
+    OwnClassWindow window;
+    ASSERT_EQ(window.Make(), 1);
+    EXPECT_EQ(ClassOf(window.Handle()), TEXT("LunaraTestClass"));
+    EXPECT_EQ(window.CountOf(WM_CREATE), 1);
+}
+
+TEST_F(WindowTest, AForeignClassIsNotSuccessAndLeavesNoWindow) {
+    ScriptedWindow window;
+    EXPECT_EQ(window.Create(0, TEXT("STATIC"), TEXT("LunaraForeign"), WS_POPUP, 0, 0, 10, 10,
+                            nullptr, nullptr),
+              0);
+    EXPECT_EQ(window.Handle(), nullptr);
+    EXPECT_EQ(::FindWindowW(TEXT("STATIC"), TEXT("LunaraForeign")), nullptr);
+    // The object does not wait for the next window of the framework's class either.
+    EXPECT_EQ(::CreateWindowExW(0, FrameworkClassName, TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr,
+                                nullptr, AppInstance(), nullptr),
+              nullptr);
+}
+
+TEST_F(WindowTest, AnUnknownClassFails) {
+    ScriptedWindow window;
+    EXPECT_EQ(window.Create(0, TEXT("NoSuchLunaraClass"), TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr,
+                            nullptr),
+              0);
+    EXPECT_EQ(window.Handle(), nullptr);
+    ASSERT_EQ(window.Make(), 1);  // and does not spoil the next attempt
+}
+
+TEST_F(WindowTest, AWindowOfTheClassMadeElsewhereIsRefused) {
+    ASSERT_EQ(Window::RegisterFrameworkClass(), 1);
+    EXPECT_EQ(::CreateWindowExW(0, FrameworkClassName, TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr,
+                                nullptr, AppInstance(), nullptr),
+              nullptr);
+    EXPECT_EQ(FrameworkWindowProc(nullptr, WM_CREATE, 0, 0), -1);
+}
+
+TEST_F(WindowTest, RefusedCreationUnbindsAndTheObjectCanBeCreatedLater) {
+    ScriptedWindow window;
+    window.handler = [](UINT message, WPARAM, LPARAM, LRESULT& result) {
+        result = -1;
+        return message == WM_CREATE;
+    };
+    EXPECT_EQ(window.Make(), 0);
+    EXPECT_EQ(window.Handle(), nullptr);
+    EXPECT_EQ(WindowMap::Current(), nullptr);
+    window.handler = nullptr;
+    EXPECT_EQ(window.Make(), 1);
+}
+
+TEST_F(WindowTest, ABoundObjectIsNotCreatedASecondTime) {
+    ScriptedWindow window;
+    ASSERT_EQ(window.Make(), 1);
+    const HWND handle = window.Handle();
+    EXPECT_EQ(window.Make(), 0);
+    EXPECT_EQ(window.Handle(), handle);
+    EXPECT_EQ(window.CountOf(WM_CREATE), 1);
+}
+
+TEST_F(WindowTest, CreatingAChildWhileBeingCreatedBindsBoth) {
+    ScriptedWindow parent;
+    ScriptedWindow child;
+    int childMade = 0;
+    parent.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message == WM_CREATE) {
+            childMade = child.Make(parent.Handle());
+        }
+        return false;
+    };
+    ASSERT_EQ(parent.Make(), 1);
+    EXPECT_EQ(childMade, 1);
+    EXPECT_EQ(::GetParent(child.Handle()), parent.Handle());
+    EXPECT_EQ(Window::FromHandle(parent.Handle()), &parent);
+    EXPECT_EQ(Window::FromHandle(child.Handle()), &child);
+}
+
+TEST_F(WindowTest, HandlerStillSeesItsHandleInDestroyAndIsUnboundAfterwards) {
+    ScriptedWindow window;
+    HWND handleAtDestroy = nullptr;
+    Window* boundAtDestroy = nullptr;
+    window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message == WM_DESTROY) {
+            handleAtDestroy = window.Handle();
+            boundAtDestroy = Window::FromHandle(handleAtDestroy);
+        }
+        return false;
+    };
+    ASSERT_EQ(window.Make(), 1);
+    const HWND handle = window.Handle();
+    ::DestroyWindow(handle);
+    EXPECT_EQ(handleAtDestroy, handle);
+    EXPECT_EQ(boundAtDestroy, &window);
+    EXPECT_EQ(window.Handle(), nullptr);
+    EXPECT_EQ(Window::FromHandle(handle), nullptr);
+    EXPECT_EQ(window.CountOf(WM_NCDESTROY), 0);
+}
+
+TEST_F(WindowTest, AnObjectMayDieInItsDestroyHandler) {
+    auto* window = new ScriptedWindow;
+    ASSERT_EQ(window->Make(), 1);
+    const HWND handle = window->Handle();
+    window->handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message == WM_DESTROY) {
+            window->Detach();
+        }
+        return false;
+    };
+    ::DestroyWindow(handle);
+    EXPECT_EQ(WindowMap::Current(), nullptr);
+    delete window;
+}
+
+TEST_F(WindowTest, AnObjectThatIsGoneLeavesItsWindowAlone) {
+    HWND handle = nullptr;
+    {
+        Window window;
+        ASSERT_EQ(window.Create(0, nullptr, TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr, nullptr), 1);
+        handle = window.Handle();
+    }
+    EXPECT_TRUE(::IsWindow(handle));
+    EXPECT_EQ(WindowMap::Current(), nullptr);
+    ::DestroyWindow(handle);
+}
+
+TEST_F(WindowTest, AttachBindsOneObjectOnly) {
+    const HWND edit = MakeEdit();
+    Window first;
+    Window second;
+    EXPECT_EQ(first.Attach(edit), 1);
+    EXPECT_EQ(second.Attach(edit), 0);
+    EXPECT_EQ(first.Attach(edit), 0);
+    EXPECT_EQ(second.Handle(), nullptr);
+    EXPECT_EQ(Window::FromHandle(edit), &first);
+    ::DestroyWindow(edit);
+    EXPECT_EQ(first.Detach(), edit);
+}
+
+TEST_F(WindowTest, AttachRefusesNoWindowAndASecondWindow) {
+    const HWND edit = MakeEdit();
+    const HWND other = MakeEdit();
+    Window window;
+    EXPECT_EQ(window.Attach(nullptr), 0);
+    EXPECT_EQ(WindowMap::Current(), nullptr);
+    EXPECT_EQ(window.Attach(edit), 1);
+    EXPECT_EQ(window.Attach(other), 0);
+    EXPECT_EQ(window.Handle(), edit);
+    window.Detach();
+    ::DestroyWindow(edit);
+    ::DestroyWindow(other);
+}
+
+TEST_F(WindowTest, DetachOfAnUnboundObjectReturnsNull) {
+    Window window;
+    EXPECT_EQ(window.Detach(), nullptr);
+}
+
+TEST_F(WindowTest, LastUnboundWindowDestroysTheMapAndTheNextMakesANewOne) {
+    const HWND edit = MakeEdit();
+    const HWND other = MakeEdit();
+    Window first;
+    Window second;
+    ASSERT_EQ(WindowMap::Current(), nullptr);
+    first.Attach(edit);
+    second.Attach(other);
+    EXPECT_EQ(WindowMap::Current()->Count(), 2);
+    first.Detach();
+    ASSERT_NE(WindowMap::Current(), nullptr);
+    second.Detach();
+    EXPECT_EQ(WindowMap::Current(), nullptr);
+    EXPECT_EQ(Window::FromHandle(edit), nullptr);
+    first.Attach(edit);
+    ASSERT_NE(WindowMap::Current(), nullptr);
+    EXPECT_EQ(WindowMap::Current()->Count(), 1);
+    first.Detach();
+    ::DestroyWindow(edit);
+    ::DestroyWindow(other);
+}
+
+TEST_F(WindowTest, SubclassRoutesMessagesAndFallsBackToTheControl) {
+    const HWND edit = MakeEdit();
+    const WNDPROC own = ProcedureOf(edit);
+    ScriptedWindow window;
+    ASSERT_EQ(window.Subclass(edit), 1);
+    EXPECT_NE(ProcedureOf(edit), own);
+    EXPECT_EQ(TextOf(edit), TEXT("typed"));  // still the control's own answer
+    EXPECT_GE(window.CountOf(WM_GETTEXT), 1);
+    window.handler = [](UINT message, WPARAM, LPARAM, LRESULT& result) {
+        result = 41;
+        return message == EM_GETLIMITTEXT;
+    };
+    EXPECT_EQ(::SendMessageW(edit, EM_GETLIMITTEXT, 0, 0), 41);
+    EXPECT_EQ(window.Detach(), edit);
+    EXPECT_EQ(ProcedureOf(edit), own);
+    EXPECT_NE(::SendMessageW(edit, EM_GETLIMITTEXT, 0, 0), 41);
+    ::DestroyWindow(edit);
+}
+
+TEST_F(WindowTest, SubclassOfABoundWindowLeavesItsProcedure) {
+    const HWND edit = MakeEdit();
+    Window first;
+    Window second;
+    ASSERT_EQ(first.Attach(edit), 1);
+    const WNDPROC own = ProcedureOf(edit);
+    EXPECT_EQ(second.Subclass(edit), 0);
+    EXPECT_EQ(ProcedureOf(edit), own);
+    first.Detach();
+    ::DestroyWindow(edit);
+}
+
+TEST_F(WindowTest, ADestroyedSubclassedWindowGetsItsProcedureBack) {
+    const HWND button = ::CreateWindowExW(0, TEXT("BUTTON"), TEXT(""), WS_POPUP, 0, 0, 50, 20,
+                                          nullptr, nullptr, AppInstance(), nullptr);
+    ScriptedWindow window;
+    ASSERT_EQ(window.Subclass(button), 1);
+    ASSERT_NE(::SendMessageW(button, WM_GETDLGCODE, 0, 0), 0);
+    ::DestroyWindow(button);
+    EXPECT_EQ(window.Handle(), nullptr);
+    EXPECT_EQ(window.CountOf(WM_DESTROY), 1);
+    EXPECT_EQ(window.CountOf(WM_NCDESTROY), 0);
+    ASSERT_EQ(window.Make(), 1);
+    // The second window has no earlier procedure to fall back to.
+    EXPECT_EQ(ProcedureOf(window.Handle()), &FrameworkWindowProc);
+    EXPECT_EQ(::SendMessageW(window.Handle(), WM_GETDLGCODE, 0, 0), 0);
+}
+
+TEST_F(WindowTest, HandledMessagesReturnTheHandlersResult) {
+    ScriptedWindow window;
+    ASSERT_EQ(window.Make(), 1);
+    ASSERT_EQ(TextOf(window.Handle()), TEXT("Scripted"));  // not handled: the system's answer
+    window.handler = [](UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
+        result = static_cast<LRESULT>(wParam) * 10 + lParam;
+        return message == Ask;
+    };
+    EXPECT_EQ(::SendMessageW(window.Handle(), Ask, 4, 2), 42);
+}
+
+TEST_F(WindowTest, TheBaseHandlesNothingAndTouchesNoResult) {
+    Window window;
+    LRESULT result = 7;
+    EXPECT_FALSE(window.OnMessage(WM_PAINT, 0, 0, &result));
+    EXPECT_FALSE(window.OnMessage(WM_PAINT, 0, 0, nullptr));
+    EXPECT_EQ(result, 7);
+}
+
+TEST_F(WindowTest, NestedDispatchKeepsTheOuterMessage) {
+    ScriptedWindow window;
+    ScriptedWindow other;
+    CurrentMessage outer{};
+    CurrentMessage inner{};
+    window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message == Ask) {
+            ::SendMessageW(other.Handle(), AskInside, 3, 4);
+            outer = GetCurrentMessage();
+        }
+        return message == Ask;
+    };
+    other.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message == AskInside) {
+            inner = GetCurrentMessage();
+        }
+        return message == AskInside;
+    };
+    ASSERT_EQ(window.Make(), 1);
+    ASSERT_EQ(other.Make(), 1);
+    const CurrentMessage before = GetCurrentMessage();
+    ::SendMessageW(window.Handle(), Ask, 1, 2);
+    EXPECT_EQ(inner.window, other.Handle());
+    EXPECT_EQ(inner.message, AskInside);
+    EXPECT_EQ(inner.wParam, 3U);
+    EXPECT_EQ(inner.lParam, 4);
+    EXPECT_EQ(outer.window, window.Handle());
+    EXPECT_EQ(outer.message, Ask);
+    EXPECT_EQ(outer.wParam, 1U);
+    EXPECT_EQ(outer.lParam, 2);
+    EXPECT_EQ(GetCurrentMessage().message, before.message);
+    EXPECT_EQ(GetCurrentMessage().window, before.window);
+}
+
+TEST_F(WindowTest, DefaultPassesTheCurrentMessageOn) {
+    ScriptedWindow window;
+    window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT& result) {
+        if (message == WM_GETTEXTLENGTH) {
+            ::SendMessageW(window.Handle(), Ask, 0, 0);
+            result = window.Default() + 100;
+            return true;
+        }
+        return false;
+    };
+    ASSERT_EQ(window.Make(), 1);
+    EXPECT_EQ(::SendMessageW(window.Handle(), WM_GETTEXTLENGTH, 0, 0), 108);  // "Scripted"
+}
+
+TEST_F(WindowTest, InvalidateCoversTheClientAreaAndUpdatePaintsAtOnce) {
+    ScriptedWindow window;
+    RECT painted{};
+    bool erased = false;
+    window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message != WM_PAINT) {
+            return false;
+        }
+        const PaintScope scope(window.Handle());
+        painted = scope.Paint().rcPaint;
+        return true;
+    };
+    ASSERT_EQ(window.Make(nullptr, 60, 40), 1);
+    ::ShowWindow(window.Handle(), SW_SHOWNOACTIVATE);
+    window.Update();
+    for (const bool erase : {false, true}) {
+        window.log.clear();
+        painted = RECT{};
+        window.Invalidate(erase);
+        EXPECT_EQ(window.CountOf(WM_PAINT), 0);
+        window.Update();
+        EXPECT_EQ(window.CountOf(WM_PAINT), 1);
+        erased = window.CountOf(WM_ERASEBKGND) > 0;
+        EXPECT_EQ(erased, erase);
+        EXPECT_EQ(painted.right - painted.left, 60);
+        EXPECT_EQ(painted.bottom - painted.top, 40);
+    }
+}
+
+TEST_F(WindowTest, AFrameIsDrawnWhereThereIsOne) {
+    ScriptedWindow parent;
+    ASSERT_EQ(parent.Make(nullptr, 60, 40), 1);
+    ScriptedWindow framed;
+    ASSERT_EQ(framed.Create(0, nullptr, TEXT(""), WS_CHILD | WS_VISIBLE | WS_BORDER, 5, 5, 30, 20,
+                            parent.Handle(), nullptr),
+              1);
+    ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
+    framed.Update();
+    const HDC dc = ::GetWindowDC(framed.Handle());
+    EXPECT_EQ(::GetPixel(dc, 0, 0), ::GetSysColor(COLOR_WINDOWFRAME));
+    EXPECT_EQ(::GetPixel(dc, 29, 10), ::GetSysColor(COLOR_WINDOWFRAME));
+    ::ReleaseDC(framed.Handle(), dc);
+}
+
+TEST_F(WindowTest, ThePointerOverItIsAnArrow) {
+    ScriptedWindow window;
+    ASSERT_EQ(window.Make(), 1);
+    ::SetCursor(::LoadCursorW(nullptr, IDC_WAIT));
+    ::SendMessageW(window.Handle(), WM_SETCURSOR, reinterpret_cast<WPARAM>(window.Handle()),
+                   MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_ARROW));
+}
+
+TEST_F(WindowTest, ThePointerOverAChildIsTheChildsOwn) {
+    ScriptedWindow window;
+    ASSERT_EQ(window.Make(), 1);
+    const HWND edit = ::CreateWindowExW(0, TEXT("EDIT"), TEXT(""), WS_CHILD, 0, 0, 50, 20,
+                                        window.Handle(), nullptr, AppInstance(), nullptr);
+    ::SetCursor(::LoadCursorW(nullptr, IDC_WAIT));
+    ::SendMessageW(edit, WM_SETCURSOR, reinterpret_cast<WPARAM>(edit),
+                   MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+    EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_IBEAM));
+}
+
+TEST_F(WindowTest, TheMainWindowIsForgottenWhenItsObjectGoes) {
+    EXPECT_EQ(MainWindowHandle(), nullptr);
+    {
+        ScriptedWindow window;
+        SetMainWindow(&window);
+        EXPECT_EQ(GetMainWindow(), &window);
+        EXPECT_EQ(MainWindowHandle(), nullptr);  // not created yet
+        ASSERT_EQ(window.Make(), 1);
+        EXPECT_EQ(MainWindowHandle(), window.Handle());
+    }
+    EXPECT_EQ(GetMainWindow(), nullptr);
+}
+
+}  // namespace
+}  // namespace lunara
