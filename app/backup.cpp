@@ -2,6 +2,8 @@
 
 #include "app/saving.h"
 #include "dialogs/backup_dialog.h"
+#include "dialogs/file_boxes.h"
+#include "dialogs/restore_dialog.h"
 #include "resources/ids.h"
 #include "storage/backup_files.h"
 #include "window/messages.h"
@@ -9,25 +11,13 @@
 namespace lunara {
 namespace {
 
-/// Buttons are hidden while a dialog is up.
-class HiddenButtons {
-  public:
-    explicit HiddenButtons(DialogHost& host) : main(host) { main.HideButtons(); }
-    HiddenButtons(const HiddenButtons&) = delete;
-    HiddenButtons& operator=(const HiddenButtons&) = delete;
-    ~HiddenButtons() { main.ShowButtons(); }
-
-  private:
-    DialogHost& main;
-};
-
 bool IsEmpty(const UserData& data) {
     return data.bleeding.Count() == 0 && data.temperature.Count() == 0 &&
            data.noteFlags.Count() == 0 && data.notePages.Count() == 0;
 }
 
 /// Saves before the copies are made. False when it needs the password and she did not give it.
-bool SaveFirst(DialogHost& main, SignedInUser user) {
+bool SaveFirst(Window& main, SignedInUser user) {
     if (user.data.IsDirty() && EnsurePassword(main, user) == 0) {
         return false;
     }
@@ -44,30 +34,39 @@ bool SaveFirst(DialogHost& main, SignedInUser user) {
 
 }  // namespace
 
-void Backup(DialogHost& main, SignedInUser user) {
-    const HiddenButtons hidden(main);
-    BackupDialog dialog(&main.Frame());
+void Backup(Window& main, SignedInUser user) {
+    const DialogScope scope(main);
+    BackupDialog dialog(&main);
     if (dialog.DoModal() != IDOK) {
         return;
     }
     if (dialog.saveFirst == 1 && !SaveFirst(main, user)) {
         return;
     }
-    if (BackupFiles(user.userName, dialog.backupName.data()) != 0) {
+    const BackupResult result = BackupFiles(user.userName, dialog.backupName.data());
+    if (result == BackupResult::Done) {
         ShowMessage(nullptr, IDS_BACKUP_DONE, CaptionMessage, MB_OK);
-    } else {
-        ShowMessage(nullptr, IDS_BACKUP_FAILED, CaptionWarning, MB_OK);
+        return;
     }
+    if (result == BackupResult::NoFolder) {
+        ShowMessage(nullptr, IDS_NO_BACKUP_FOLDER, CaptionError, MB_OK);
+    }
+    ShowMessage(nullptr, IDS_BACKUP_FAILED, CaptionWarning, MB_OK);
 }
 
-int Restore(DialogHost& main, SignedInUser user) {
-    const HiddenButtons hidden(main);
-    RestoreDialog dialog(BackupsFolderOfUser(user.userName), &main.Frame());
+int Restore(Window& main, SignedInUser user) {
+    const DialogScope scope(main);
+    RestoreDialog dialog(BackupsFolderOfUser(user.userName), &main);
     if (dialog.DoModal() != IDOK ||
-        ShowMessage(main.Frame().Handle(), IDS_ASK_RESTORE, CaptionWarning, MB_YESNO) != IDYES) {
+        ShowMessage(main.Handle(), IDS_ASK_RESTORE, CaptionWarning, MB_YESNO) != IDYES) {
         return 0;
     }
-    if (RestoreFiles(user.userName, dialog.backupName.data()) == 0) {
+    const RestoreResult result = RestoreFiles(user.userName, dialog.backupName.data());
+    // Only now, with every file in its place: anything can happen while a box stands.
+    for (const WideString& path : result.filesLeft) {
+        ShowFileStays(path);
+    }
+    if (!result.isRestored) {
         if (IsRestoreCutOff(user.userName)) {
             // Of her diary, only what is in memory is sure to be whole.
             user.data.MarkAllDirty();

@@ -54,7 +54,6 @@ MainWindow::MainWindow() : graphView(data), diaryView(data), startDate(LocalNow(
     data.predictor.warningSink = this;
     diaryView.AttachListener(*this);
     graphView.AttachListener(*this);
-    SetMainWindow(this);
 }
 
 MainWindow::~MainWindow() {
@@ -268,10 +267,9 @@ void MainWindow::Exit() {
 }
 
 void MainWindow::About() {
-    HideButtons();
+    const DialogScope scope(*this);
     Dialog about(IDD_ABOUT, this);
     about.DoModal();
-    ShowButtons();
 }
 
 void MainWindow::ViewDiaryCommand() {
@@ -461,6 +459,12 @@ bool MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* 
         case WM_PREDICTION_WARNING:
             ShowPredictionWarning(data.predictor, reinterpret_cast<WCHAR*>(lParam),
                                   static_cast<UINT>(wParam));
+            break;
+        case WM_ENTERDIALOG:
+            HideButtons();
+            break;
+        case WM_EXITDIALOG:
+            ShowButtons();
             break;
         case WM_COMMAND:
             if (!OnCommand(LOWORD(wParam))) {

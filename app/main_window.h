@@ -31,7 +31,6 @@ inline constexpr UINT_PTR DayTimerId = 1;
 inline constexpr UINT DayTimerPeriodMs = 60'000;
 
 class MainWindow : public Window,
-                   private DialogHost,
                    private DiaryListener,
                    private GraphListener,
                    private WarningSink {
@@ -127,10 +126,9 @@ class MainWindow : public Window,
 
     SignedInUser User() { return {data, userName, password}; }
 
-    // DialogHost
-    Window& Frame() override { return *this; }
-    void HideButtons() override;
-    void ShowButtons() override;
+    /// Hides the bar's buttons while a dialog is up (WM_ENTERDIALOG), and shows them again.
+    void HideButtons();
+    void ShowButtons();
 
     // DiaryListener
     void NotesShownChanged(bool shown) override;
@@ -138,6 +136,7 @@ class MainWindow : public Window,
     void PeriodShownChanged(bool shown) override;
     void OvulationShownChanged(bool shown) override;
     void PregnancyShownChanged(bool shown) override;
+    void HelpRequested(const WCHAR* anchor) override;  // of both listeners
 
     // GraphListener
     void BleedingGraphSelected() override;

@@ -1,11 +1,12 @@
 // The main window's menu and menu bar.
 
 #include "app/commands.h"
+#include "app/help.h"
 #include "app/main_window.h"
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/menu_bar.h"
-#include "window/memory_painting.h"
+#include "window/double_buffer.h"
 
 namespace lunara {
 namespace {
@@ -38,7 +39,7 @@ bool MainWindow::CreateBar() {
     if (SHCreateMenuBar(&info) == FALSE || menuBar.Subclass(info.hwndMB) == 0) {
         return false;
     }
-    PaintThroughMemory(menuBar.Handle());
+    DoubleBufferControl(menuBar.Handle());
     ::SendMessageW(menuBar.Handle(), TB_SETTOOLTIPS_DEVICE, std::size(ToolTips),
                    reinterpret_cast<LPARAM>(ToolTips));
     return true;
@@ -129,6 +130,8 @@ void MainWindow::PeriodShownChanged(bool shown) { ShownChanged(IDM_SHOW_PERIOD, 
 void MainWindow::OvulationShownChanged(bool shown) { ShownChanged(IDM_SHOW_OVULATION, shown); }
 
 void MainWindow::PregnancyShownChanged(bool shown) { ShownChanged(IDM_SHOW_PREGNANCY, shown); }
+
+void MainWindow::HelpRequested(const WCHAR* anchor) { StartHelp(anchor); }
 
 void MainWindow::GraphSelected(UINT shown, UINT other) {
     ::CheckMenuRadioItem(OptionsMenu(), IDM_SHOW_BLEEDING, IDM_SHOW_TEMPERATURE, shown,

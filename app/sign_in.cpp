@@ -1,5 +1,7 @@
 #include "app/sign_in.h"
 
+#include "dialogs/change_password_dialog.h"
+#include "dialogs/file_boxes.h"
 #include "platform/text.h"
 #include "resources/ids.h"
 #include "storage/backup_files.h"
@@ -53,8 +55,8 @@ void KeepPassword(HeldPassword& held, const WCHAR* password) {
 
 }  // namespace
 
-int Login(DialogHost& main, SignedInUser user) {
-    LoginDialog dialog(&main.Frame());
+int Login(Window& main, SignedInUser user) {
+    LoginDialog dialog(&main);
     if (user.userName[0] != 0) {
         CopyText(dialog.userName, NameCapacity, user.userName);
     }
@@ -67,11 +69,11 @@ int Login(DialogHost& main, SignedInUser user) {
     return 1;
 }
 
-int EnsurePassword(DialogHost& main, SignedInUser user) {
+int EnsurePassword(Window& main, SignedInUser user) {
     if (user.password.IsHeld()) {
         return 1;
     }
-    LoginDialog dialog(&main.Frame());
+    LoginDialog dialog(&main);
     dialog.nameIsFixed = true;
     CopyText(dialog.userName, NameCapacity, user.userName);
     // What is on disk tells whether the password is the right one; what is in memory stays as it
@@ -87,11 +89,11 @@ int EnsurePassword(DialogHost& main, SignedInUser user) {
     return 1;
 }
 
-int ChangePassword(DialogHost& main, SignedInUser user) {
+int ChangePassword(Window& main, SignedInUser user) {
     if (EnsurePassword(main, user) == 0) {
         return 0;
     }
-    ChangePasswordDialog dialog(&main.Frame());
+    ChangePasswordDialog dialog(&main);
     if (RunDialog(main, dialog, IDD_CHANGE_PASSWORD,
                   [&dialog, &user] { return CheckOldPassword(dialog, user.password); }) == 0) {
         return 0;

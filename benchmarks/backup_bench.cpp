@@ -4,7 +4,7 @@
 #include "benchmarks/forty_years.h"
 #include "benchmarks/spread.h"
 #include "diary/user_data.h"
-#include "platform/pocketpc/documents_folder.h"
+#include "platform/documents_folder.h"
 #include "storage/backup_files.h"
 #include "storage/data_folder.h"
 #include "window/window.h"

@@ -4,13 +4,9 @@
 #include "platform/pocketpc/aygshell.h"
 #include "records/dates.h"
 #include "resources/ids.h"
-#include "storage/folder_files.h"
 #include "window/data_exchange.h"
-#include "window/messages.h"
 
 namespace lunara {
-
-// ---- BackupDialog ----
 
 BackupDialog::BackupDialog(Window* owner) : Dialog(IDD_BACKUP, owner) {
     static_assert(DateStampCapacity <= static_cast<int>(PathCapacity));
@@ -38,89 +34,6 @@ void BackupDialog::DoDataExchange(DataExchange& exchange) {
     ExchangeText(exchange, IDC_BACKUP_NAME, backupName.data(), static_cast<int>(PathCapacity));
     LimitText(exchange, backupName.data(), static_cast<int>(PathCapacity) - 1);
     ExchangeCheck(exchange, IDC_SAVE_FIRST, saveFirst);
-}
-
-// ---- RestoreDialog ----
-
-RestoreDialog::RestoreDialog(WideView folder, Window* owner)
-    : Dialog(IDD_RESTORE, owner), backupsFolder(folder) {}
-
-HWND RestoreDialog::List() const { return ::GetDlgItem(Handle(), IDC_BACKUP_LIST); }
-
-void RestoreDialog::FillList() {
-    // Without a folder for backups there are none: an empty path would name the root of the drive,
-    // and its folders would be offered for deletion.
-    if (backupsFolder.empty()) {
-        return;
-    }
-    for (const WideString& name : SubFolders(backupsFolder.c_str())) {
-        ::SendMessageW(List(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-        if (backupName[0] == 0) {  // the first one found, which need not be the first of the list
-            CopyText(backupName.data(), backupName.size(), name.c_str());
-        }
-    }
-}
-
-void RestoreDialog::SayThereAreNone() {
-    ShowMessage(Handle(), IDS_NO_BACKUPS, CaptionWarning, MB_OK);
-    OnCancel();
-}
-
-BOOL RestoreDialog::OnInitDialog() {
-    FillList();
-    if (backupName[0] == 0) {
-        SayThereAreNone();
-        return TRUE;
-    }
-    const BOOL result = Dialog::OnInitDialog();
-    SHSipPreference(Handle(), SIP_UP);
-    return result;
-}
-
-void RestoreDialog::OnOK() {
-    UpdateData(true);
-    SHSipPreference(Handle(), SIP_FORCEDOWN);
-    ::EndDialog(Handle(), IDOK);
-}
-
-void RestoreDialog::OnCancel() {
-    SHSipPreference(Handle(), SIP_FORCEDOWN);
-    ::EndDialog(Handle(), IDCANCEL);
-}
-
-void RestoreDialog::OnDeleteCurrent() {
-    const LRESULT item = ::SendMessageW(List(), CB_GETCURSEL, 0, 0);
-    if (item == CB_ERR) {
-        return;
-    }
-    std::array<WCHAR, PathCapacity> name{};
-    ::SendMessageW(List(), CB_GETLBTEXT, static_cast<WPARAM>(item),
-                   reinterpret_cast<LPARAM>(name.data()));
-    WideString folder = backupsFolder;
-    if (AppendPath(folder, name.data()) != 0) {
-        DeleteFolderFiles(folder.c_str(), TEXT("*.*"), true, false);
-    }
-    ::SendMessageW(List(), CB_DELETESTRING, static_cast<WPARAM>(item), 0);
-    if (::SendMessageW(List(), CB_GETCOUNT, 0, 0) <= 0) {
-        SayThereAreNone();
-    } else {
-        ::SendMessageW(List(), CB_SETCURSEL, 0, 0);
-    }
-}
-
-bool RestoreDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
-    if (message == WM_COMMAND && LOWORD(wParam) == IDC_DELETE_BACKUP) {
-        OnDeleteCurrent();
-        if (result != nullptr) {
-            *result = 0;
-        }
-        return true;
-    }
-    return Dialog::OnMessage(message, wParam, lParam, result);
-}
-
-void RestoreDialog::DoDataExchange(DataExchange& exchange) {
-    ExchangeComboText(exchange, IDC_BACKUP_LIST, backupName.data());
 }
 
 }  // namespace lunara

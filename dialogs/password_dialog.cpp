@@ -4,8 +4,6 @@
 
 #include "platform/pocketpc/aygshell.h"
 #include "platform/text.h"
-#include "resources/ids.h"
-#include "window/data_exchange.h"
 #include "window/messages.h"
 
 namespace lunara {
@@ -30,8 +28,6 @@ void SetPanelFlags(HWND dialog, DWORD flags) {
 }
 
 }  // namespace
-
-// ---- PasswordDialog ----
 
 BOOL PasswordDialog::OnInitDialog() {
     const BOOL result = Dialog::OnInitDialog();
@@ -92,81 +88,6 @@ bool PasswordDialog::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESU
         return true;
     }
     return Dialog::OnMessage(message, wParam, lParam, result);
-}
-
-// ---- LoginDialog ----
-
-LoginDialog::LoginDialog(Window* owner) : PasswordDialog(IDD_LOGIN, owner) {}
-
-LoginDialog::~LoginDialog() { ::SecureZeroMemory(password, sizeof(password)); }
-
-BOOL LoginDialog::OnInitDialog() {
-    const BOOL result = PasswordDialog::OnInitDialog();
-    if (!nameIsFixed) {
-        return result;
-    }
-    ::SendDlgItemMessageW(Handle(), IDC_USER_NAME, EM_SETREADONLY, TRUE, 0);
-    // Read-only alone looks like a field to type into.
-    ::EnableWindow(::GetDlgItem(Handle(), IDC_USER_NAME), FALSE);
-    ::SetFocus(::GetDlgItem(Handle(), IDC_PASSWORD));
-    return FALSE;  // the focus is where it belongs
-}
-
-void LoginDialog::OnOK() {
-    UpdateData(true);
-    if (userName[0] == 0) {
-        Warn(TEXT("User name should not be empty"));
-        // To the password, not to the name: the panel is set up for the password then.
-        ::SetFocus(::GetDlgItem(Handle(), IDC_PASSWORD));
-    } else if (CheckLength(password, IDC_PASSWORD)) {
-        ::PostMessageW(Handle(), WM_DIALOG_OK, 0, 0);
-    }
-}
-
-void LoginDialog::DoDataExchange(DataExchange& exchange) {
-    ExchangeText(exchange, IDC_USER_NAME, userName, NameCapacity);
-    LimitText(exchange, userName, NameCapacity - 1);
-    ExchangeText(exchange, IDC_PASSWORD, password, NameCapacity);
-    LimitText(exchange, password, NameCapacity - 1);
-}
-
-bool LoginDialog::IsPasswordEdit(int controlId) const { return controlId == IDC_PASSWORD; }
-
-// ---- ChangePasswordDialog ----
-
-ChangePasswordDialog::ChangePasswordDialog(Window* owner)
-    : PasswordDialog(IDD_CHANGE_PASSWORD, owner) {}
-
-ChangePasswordDialog::~ChangePasswordDialog() {
-    ::SecureZeroMemory(oldPassword, sizeof(oldPassword));
-    ::SecureZeroMemory(newPassword, sizeof(newPassword));
-    ::SecureZeroMemory(confirmation, sizeof(confirmation));
-}
-
-void ChangePasswordDialog::OnOK() {
-    UpdateData(true);
-    if (WideView(newPassword) != WideView(confirmation)) {
-        Warn(TEXT("New passwords do not match!"));
-        newPassword[0] = 0;
-        confirmation[0] = 0;
-        LoadAndFocus(IDC_NEW_PASSWORD);
-    } else if (CheckLength(newPassword, IDC_NEW_PASSWORD)) {
-        ::PostMessageW(Handle(), WM_DIALOG_OK, 0, 0);
-    }
-}
-
-void ChangePasswordDialog::DoDataExchange(DataExchange& exchange) {
-    ExchangeText(exchange, IDC_OLD_PASSWORD, oldPassword, NameCapacity);
-    LimitText(exchange, oldPassword, NameCapacity - 1);
-    ExchangeText(exchange, IDC_NEW_PASSWORD, newPassword, NameCapacity);
-    LimitText(exchange, newPassword, NameCapacity - 1);
-    ExchangeText(exchange, IDC_CONFIRM_PASSWORD, confirmation, NameCapacity);
-    LimitText(exchange, confirmation, NameCapacity - 1);
-}
-
-bool ChangePasswordDialog::IsPasswordEdit(int controlId) const {
-    return controlId == IDC_OLD_PASSWORD || controlId == IDC_NEW_PASSWORD ||
-           controlId == IDC_CONFIRM_PASSWORD;
 }
 
 }  // namespace lunara

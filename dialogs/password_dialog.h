@@ -1,7 +1,7 @@
 #pragma once
 
-// The two dialogs that ask for passwords. They check what can be checked without the diary and post
-// WM_DIALOG_OK or WM_DIALOG_CANCEL; users.h has the loops that act on it.
+// What the dialogs that ask for passwords share. They check what can be checked without the diary
+// and post WM_DIALOG_OK or WM_DIALOG_CANCEL; the loops of app/sign_in.h act on it.
 
 #include "window/dialog.h"
 
@@ -37,44 +37,6 @@ class PasswordDialog : public Dialog {
 
     DWORD panelFlags = 0;  // as they were before completion was turned off
     bool completionOff = false;
-};
-
-class LoginDialog : public PasswordDialog {
-  public:
-    explicit LoginDialog(Window* owner = nullptr);
-    LoginDialog(const LoginDialog&) = delete;
-    LoginDialog& operator=(const LoginDialog&) = delete;
-    ~LoginDialog() override;
-
-    BOOL OnInitDialog() override;
-    void OnOK() override;
-    void DoDataExchange(DataExchange& exchange) override;
-
-    /// The name is shown, but not to be changed: only the password is asked for.
-    bool nameIsFixed = false;
-    WCHAR userName[NameCapacity] = TEXT("Unknown");
-    WCHAR password[NameCapacity] = {};
-
-  protected:
-    bool IsPasswordEdit(int controlId) const override;
-};
-
-class ChangePasswordDialog : public PasswordDialog {
-  public:
-    explicit ChangePasswordDialog(Window* owner = nullptr);
-    ChangePasswordDialog(const ChangePasswordDialog&) = delete;
-    ChangePasswordDialog& operator=(const ChangePasswordDialog&) = delete;
-    ~ChangePasswordDialog() override;
-
-    void OnOK() override;
-    void DoDataExchange(DataExchange& exchange) override;
-
-    WCHAR oldPassword[NameCapacity] = {};
-    WCHAR newPassword[NameCapacity] = {};
-    WCHAR confirmation[NameCapacity] = {};
-
-  protected:
-    bool IsPasswordEdit(int controlId) const override;
 };
 
 }  // namespace lunara

@@ -3,7 +3,7 @@
 #include <array>
 #include <numeric>
 
-#include "platform/app_instance.h"
+#include "platform/process.h"
 
 namespace lunara {
 namespace {

@@ -132,6 +132,19 @@ class BackgroundModeScope {
     int previous;
 };
 
+/// Sets the text colour and puts the previous one back.
+class TextColorScope {
+  public:
+    TextColorScope(HDC target, COLORREF color) : dc(target), previous(::SetTextColor(dc, color)) {}
+    TextColorScope(const TextColorScope&) = delete;
+    TextColorScope& operator=(const TextColorScope&) = delete;
+    ~TextColorScope() { ::SetTextColor(dc, previous); }
+
+  private:
+    HDC dc;
+    COLORREF previous;
+};
+
 /// A device context without a picture, for measuring texts of the shell font, which is selected. It
 /// measures as one of a window would, and nobody has to be asked for it.
 class MeasuringDc {

@@ -1,97 +1,83 @@
 #include "platform/subclass.h"
 
 #include <algorithm>
-#include <memory>
 #include <vector>
 
 namespace lunara {
 namespace {
 
-struct Hook {
-    WindowHook hook;
-    void* reference;
+struct Subclassing {
+    HWND window;
+    WNDPROC procedure;
+    WNDPROC previous;  // gets what `procedure` passes on
 };
 
-struct HookedWindow {
-    HWND window = nullptr;
-    WNDPROC own = nullptr;
-    std::vector<Hook> hooks;  // oldest first
-};
-
-/// Few windows ever have hooks: the main window, its bar, and a dialog over it. Each stays where it
-/// is in memory while others come and go in the middle of a message.
-std::vector<std::unique_ptr<HookedWindow>>& HookedWindows() {
-    static std::vector<std::unique_ptr<HookedWindow>> windows;
-    return windows;
+/// Few windows are ever subclassed: the main window, its bar, the scroll bars, a dialog or two with
+/// their fields. So the list is searched from one end to the other.
+std::vector<Subclassing>& Subclassings() {
+    static std::vector<Subclassing> subclassings;
+    return subclassings;
 }
 
-HookedWindow* Find(HWND window) {
-    for (const auto& hooked : HookedWindows()) {
-        if (hooked->window == window) {
-            return hooked.get();
-        }
-    }
-    return nullptr;
+std::vector<Subclassing>::iterator Find(HWND window, WNDPROC procedure) {
+    return std::find_if(Subclassings().begin(), Subclassings().end(),
+                        [=](const Subclassing& known) {
+                            return known.window == window && known.procedure == procedure;
+                        });
 }
 
-void Forget(HWND window) {
-    std::erase_if(HookedWindows(),
-                  [window](const auto& hooked) { return hooked->window == window; });
-}
-
-LRESULT CALLBACK HookProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const HookedWindow* hooked = Find(window);
-    if (hooked == nullptr) {
-        return ::DefWindowProcW(window, message, wParam, lParam);  // after WM_NCDESTROY
-    }
-    const LRESULT result =
-        HookedMessage{window, message, wParam, lParam, hooked->hooks.size()}.PassOn();
-    if (message == WM_NCDESTROY) {
-        Forget(window);
-    }
-    return result;
+WNDPROC CurrentProcedure(HWND window) {
+    return reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(window, GWLP_WNDPROC));
 }
 
 }  // namespace
 
-LRESULT HookedMessage::PassOn() const {
-    const HookedWindow* hooked = Find(window);
-    if (hooked == nullptr) {
-        return ::DefWindowProcW(window, message, wParam, lParam);
+WNDPROC AddSubclass(HWND window, WNDPROC procedure) {
+    if (::IsWindow(window) == FALSE || Find(window, procedure) != Subclassings().end()) {
+        return nullptr;
     }
-    // Hooks may have been removed since this message set out.
-    const std::size_t left = std::min(hooksLeft, hooked->hooks.size());
-    if (left == 0) {
-        return ::CallWindowProcW(hooked->own, window, message, wParam, lParam);
-    }
-    const Hook next = hooked->hooks[left - 1];
-    return next.hook({window, message, wParam, lParam, left - 1}, next.reference);
+    // In the list before it is in place: SetWindowLongPtrW may send the next message itself.
+    const WNDPROC previous = CurrentProcedure(window);
+    Subclassings().push_back({window, procedure, previous});
+    ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
+    return previous;
 }
 
-void AddWindowHook(HWND window, WindowHook hook, void* reference) {
-    HookedWindow* hooked = Find(window);
-    if (hooked == nullptr) {
-        // In the list before the procedure is in place: the next message may be on its way.
-        hooked = HookedWindows().emplace_back(std::make_unique<HookedWindow>()).get();
-        hooked->window = window;
-        hooked->own = reinterpret_cast<WNDPROC>(
-            ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&HookProc)));
-    }
-    hooked->hooks.push_back({hook, reference});
-}
-
-void RemoveWindowHook(HWND window, WindowHook hook, void* reference) {
-    HookedWindow* hooked = Find(window);
-    if (hooked == nullptr) {
+void RemoveSubclass(HWND window, WNDPROC procedure) {
+    const auto removed = Find(window, procedure);
+    if (removed == Subclassings().end()) {
         return;
     }
-    // The procedure stays in place: somebody may have put his own before it meanwhile.
-    const auto found = std::find_if(
-        hooked->hooks.begin(), hooked->hooks.end(),
-        [&](const Hook& known) { return known.hook == hook && known.reference == reference; });
-    if (found != hooked->hooks.end()) {
-        hooked->hooks.erase(found);
+    const auto above =
+        std::find_if(Subclassings().begin(), Subclassings().end(), [&](const Subclassing& known) {
+            return known.window == window && known.previous == procedure;
+        });
+    if (above != Subclassings().end()) {
+        above->previous = removed->previous;
+    } else if (CurrentProcedure(window) == procedure) {
+        ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(removed->previous));
+    } else if (::IsWindow(window) != FALSE) {
+        // A procedure that is not in the list was put above this one and calls it. The entry stays,
+        // so that messages still get through, until the window is destroyed.
+        return;
     }
+    Subclassings().erase(removed);
 }
+
+LRESULT CallPrevious(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto found = Find(window, procedure);
+    if (found == Subclassings().end()) {
+        return ::DefWindowProcW(window, message, wParam, lParam);
+    }
+    const LRESULT result = ::CallWindowProcW(found->previous, window, message, wParam, lParam);
+    if (message == WM_NCDESTROY) {
+        std::erase_if(Subclassings(), [=](const Subclassing& known) {
+            return known.window == window && known.procedure == procedure;
+        });
+    }
+    return result;
+}
+
+std::size_t SubclassCount() { return Subclassings().size(); }
 
 }  // namespace lunara

@@ -3,12 +3,10 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/pocketpc/documents_folder.h"
-#include "resources/ids.h"
+#include "platform/documents_folder.h"
 #include "storage/data_folder.h"
 #include "storage/folder_files.h"
 #include "storage/replacement_file.h"
-#include "window/messages.h"
 
 namespace lunara {
 namespace {
@@ -152,60 +150,49 @@ WideString BackupsFolderOfUser(WideView userName) {
     return folder;
 }
 
-int BackupFiles(WideView userName, WideView backupName) {
+BackupResult BackupFiles(WideView userName, WideView backupName) {
     const WideString source = DataFolderOfUser(userName);
     const WideString target = BackupFolder(userName, backupName);
     if (target.empty() || CreateDirectoryTree(target.c_str()) == 0) {
-        ShowMessage(nullptr, IDS_NO_BACKUP_FOLDER, CaptionError, MB_OK);
-        return 0;
+        return BackupResult::NoFolder;
     }
     if (RecoverInterruptedRestore(userName) == 0) {
-        return 0;  // her files are not all in her folder
+        return BackupResult::Failed;  // not all of the user's files are in the folder
     }
-    // A collection that has become empty has no file any more. What an earlier backup of the same
-    // name left of it would bring deleted entries back, or, under an older password, keep the whole
+    // A collection that has become empty has no file any more. A file that an earlier backup of the
+    // same name left would bring deleted entries back, or, under an older password, keep the whole
     // backup from ever being opened.
-    return CopyFolderFiles(source.c_str(), target.c_str(), AllFiles, false, true, false,
-                           NormalFiles::Take) != 0 &&
+    return CopyFolderFiles(source.c_str(), target.c_str(), AllFiles) != 0 &&
                    DeleteFilesGoneFrom(source.c_str(), target.c_str(), DataFiles) != 0
-               ? 1
-               : 0;
+               ? BackupResult::Done
+               : BackupResult::Failed;
 }
 
-int RestoreFiles(WideView userName, WideView backupName) {
+RestoreResult RestoreFiles(WideView userName, WideView backupName) {
     const WideString source = BackupFolder(userName, backupName);
     const RestorePlaces places = PlacesOf(userName);
     if (Recover(places) == Recovery::NotYet || IsAnyLeftOver(places) || source.empty() ||
         !IsFolder(source) || CreateDirectoryTree(places.staged.c_str()) == 0) {
-        return 0;
+        return {};
     }
-    std::vector<WideString> left;
-    bool restored = CopyFolderFiles(source.c_str(), places.staged.c_str(), AllFiles, false, true,
-                                    false, NormalFiles::Take) != 0 &&
-                    (SwapFolders(places) || (IsFolder(places.user) && SwapFiles(places, left)));
-    if (restored) {
+    RestoreResult result;
+    result.isRestored =
+        CopyFolderFiles(source.c_str(), places.staged.c_str(), AllFiles) != 0 &&
+        (SwapFolders(places) || (IsFolder(places.user) && SwapFiles(places, result.filesLeft)));
+    if (result.isRestored) {
         RemoveFolder(places.staged);
         RemoveFolder(places.before);
     } else {
-        // When her files can no longer go back, the copies go in after all.
-        restored = Recover(places) == Recovery::Finished;
+        // When the user's files can no longer go back, the copies go in after all.
+        result.isRestored = Recover(places) == Recovery::Finished;
     }
-    // Only now, with every file in its place: while a box stands, anything can happen.
-    for (const WideString& path : left) {
-        ShowFileStays(path.c_str());
-    }
-    return restored ? 1 : 0;
+    return result;
 }
 
 bool IsRestoreCutOff(WideView userName) {
     const RestorePlaces places = PlacesOf(userName);
     return IsFolder(places.aside) ||
            (IsFolder(places.before) && (!IsFolder(places.user) || IsFolder(places.staged)));
-}
-
-void ShowRestoreCutOff(HWND owner) {
-    ShowText(owner, TEXT("A restore was cut off, and its files are still in use!"), CaptionWarning,
-             MB_ICONEXCLAMATION);
 }
 
 int RecoverInterruptedRestore(WideView userName) {

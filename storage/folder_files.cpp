@@ -5,14 +5,11 @@
 #include <vector>
 
 #include "storage/replacement_file.h"
-#include "window/messages.h"
 
 namespace lunara {
 namespace {
 
 constexpr WCHAR AllFiles[] = TEXT("*.*");
-constexpr WCHAR DeleteFileFailed[] = TEXT("Fail to delete file '%s'");
-constexpr WCHAR DeleteFolderFailed[] = TEXT("Fail to delete folder '%s'");
 
 bool BeginsWithDot(const WIN32_FIND_DATAW& entry) { return entry.cFileName[0] == '.'; }
 
@@ -54,30 +51,17 @@ class FolderSearch {
     bool found = false;
 };
 
-void ShowFailure(const WCHAR* format, const WCHAR* path) {
-    std::array<WCHAR, PathCapacity + 64> text{};
-    FormatText(text.data(), text.size(), format, path);
-    ShowText(nullptr, text.data(), CaptionError, MB_OK);
-}
-
-bool DeleteEntry(const WCHAR* folder, const WCHAR* name, bool quiet) {
+bool DeleteEntry(const WCHAR* folder, const WCHAR* name) {
     WideString path(folder);
-    if (AppendPath(path, name) != 0 && ::DeleteFileW(path.c_str()) != FALSE) {
-        return true;
-    }
-    if (!quiet) {
-        ShowFailure(DeleteFileFailed, path.c_str());
-    }
-    return false;
+    return AppendPath(path, name) != 0 && ::DeleteFileW(path.c_str()) != FALSE;
 }
 
-/// Calls `transfer` with source and target path of every entry that is to go from one folder into
-/// the other, until it fails or a path does not fit.
+/// Calls `transfer` with the source and target path of every entry of `source` that matches and is
+/// not passed over. Returns 0 as soon as a call fails or a path does not fit, else 1.
 int TransferFiles(const WCHAR* source, const WCHAR* target, const WCHAR* pattern,
-                  NormalFiles normal,
                   const std::function<bool(const WCHAR*, const WCHAR*)>& transfer) {
     for (FolderSearch search(source, pattern); search.HasEntry(); search.Next()) {
-        if (IsPassedOver(search.Entry(), normal)) {
+        if (IsPassedOver(search.Entry())) {
             continue;
         }
         WideString from(source);
@@ -107,38 +91,30 @@ int AppendPath(WideString& path, WideView name) {
     return 1;
 }
 
-bool IsPassedOver(const WIN32_FIND_DATAW& entry, NormalFiles normal) {
-    return BeginsWithDot(entry) || (normal == NormalFiles::PassOver &&
-                                    (entry.dwFileAttributes & FILE_ATTRIBUTE_NORMAL) != 0);
-}
+bool IsPassedOver(const WIN32_FIND_DATAW& entry) { return BeginsWithDot(entry); }
 
-int DeleteFolderFiles(const WCHAR* folder, const WCHAR* pattern, bool removeFolder, bool quiet) {
+NotDeleted DeleteFolderFiles(const WCHAR* folder, const WCHAR* pattern, FolderItself itself) {
+    NotDeleted left;
     for (FolderSearch search(folder, pattern); search.HasEntry(); search.Next()) {
         if (BeginsWithDot(search.Entry()) && NamesFolder(search.Entry())) {
             continue;
         }
-        if (!DeleteEntry(folder, search.Entry().cFileName, quiet) && quiet) {
-            return 1;
+        if (!DeleteEntry(folder, search.Entry().cFileName)) {
+            WideString path(folder);
+            AppendPath(path, search.Entry().cFileName);
+            left.files.push_back(path);
         }
     }
-    if (removeFolder && ::RemoveDirectoryW(folder) == FALSE) {
-        if (quiet) {
-            return 2;
-        }
-        ShowFailure(DeleteFolderFailed, folder);
+    if (itself == FolderItself::Goes && ::RemoveDirectoryW(folder) == FALSE) {
+        left.folder = folder;
     }
-    return 0;
+    return left;
 }
 
-int CopyFolderFiles(const WCHAR* source, const WCHAR* target, const WCHAR* pattern, bool clearFirst,
-                    bool overwrite, bool quiet, NormalFiles normal) {
-    if (clearFirst && DeleteFolderFiles(target, AllFiles, false, quiet) != 0) {
-        return 0;
-    }
-    return TransferFiles(source, target, pattern, normal,
-                         [overwrite](const WCHAR* from, const WCHAR* to) {
-                             return ::CopyFileW(from, to, overwrite ? FALSE : TRUE) != FALSE;
-                         });
+int CopyFolderFiles(const WCHAR* source, const WCHAR* target, const WCHAR* pattern) {
+    return TransferFiles(source, target, pattern, [](const WCHAR* from, const WCHAR* to) {
+        return ::CopyFileW(from, to, FALSE) != FALSE;
+    });
 }
 
 int DeleteFilesGoneFrom(const WCHAR* source, const WCHAR* copies, const WCHAR* pattern) {
@@ -150,7 +126,7 @@ int DeleteFilesGoneFrom(const WCHAR* source, const WCHAR* copies, const WCHAR* p
         WideString original(source);
         if (AppendPath(original, search.Entry().cFileName) != 0 &&
             ::GetFileAttributesW(original.c_str()) == INVALID_FILE_ATTRIBUTES &&
-            !DeleteEntry(copies, search.Entry().cFileName, true)) {
+            !DeleteEntry(copies, search.Entry().cFileName)) {
             deleted = 0;
         }
     }
@@ -187,30 +163,27 @@ bool HasUnmovableEntries(const WCHAR* folder) {
     return false;
 }
 
-void ShowFileStays(const WCHAR* path) { ShowFailure(DeleteFileFailed, path); }
-
 std::vector<WideString> MoveFolderFiles(const WCHAR* source, const WCHAR* target) {
     std::vector<WideString> left;
-    TransferFiles(source, target, AllFiles, NormalFiles::Take,
-                  [&left](const WCHAR* from, const WCHAR* to) {
-                      if (IsFolder(from) || CurrentFileCalls().Replace(from, to) == FALSE) {
-                          left.emplace_back(from);
-                      }
-                      return true;
-                  });
+    TransferFiles(source, target, AllFiles, [&left](const WCHAR* from, const WCHAR* to) {
+        if (IsFolder(from) || CurrentFileCalls().Replace(from, to) == FALSE) {
+            left.emplace_back(from);
+        }
+        return true;
+    });
     return left;
 }
 
 int MoveAllFolderFiles(const WCHAR* source, const WCHAR* target) {
     std::vector<std::pair<WideString, WideString>> moved;
-    const int finished = TransferFiles(source, target, AllFiles, NormalFiles::Take,
-                                       [&moved](const WCHAR* from, const WCHAR* to) {
-                                           if (CurrentFileCalls().Replace(from, to) == FALSE) {
-                                               return false;
-                                           }
-                                           moved.emplace_back(from, to);
-                                           return true;
-                                       });
+    const int finished =
+        TransferFiles(source, target, AllFiles, [&moved](const WCHAR* from, const WCHAR* to) {
+            if (CurrentFileCalls().Replace(from, to) == FALSE) {
+                return false;
+            }
+            moved.emplace_back(from, to);
+            return true;
+        });
     if (finished == 0) {
         for (const auto& [from, to] : moved) {
             CurrentFileCalls().Replace(to.c_str(), from.c_str());
@@ -225,7 +198,8 @@ bool IsFolder(const WideString& path) {
 }
 
 int RemoveFolder(const WideString& folder) {
-    if (!IsFolder(folder) || DeleteFolderFiles(folder.c_str(), AllFiles, true, true) == 0) {
+    if (!IsFolder(folder) ||
+        DeleteFolderFiles(folder.c_str(), AllFiles, FolderItself::Goes).IsNothing()) {
         return 1;
     }
     for (FolderSearch search(folder.c_str(), AllFiles); search.HasEntry(); search.Next()) {
@@ -236,7 +210,7 @@ int RemoveFolder(const WideString& folder) {
             ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_ARCHIVE);
         }
     }
-    return DeleteFolderFiles(folder.c_str(), AllFiles, true, true) == 0 ? 1 : 0;
+    return DeleteFolderFiles(folder.c_str(), AllFiles, FolderItself::Goes).IsNothing() ? 1 : 0;
 }
 
 }  // namespace lunara

@@ -188,7 +188,7 @@ void CalendarCtrl::OnPaint() {
     const PaintScope paint(Handle());
     RECT client{};
     ::GetClientRect(Handle(), &client);
-    const PaintBuffer buffer(paint.Dc(), client);
+    const DoubleBuffer buffer(paint.Dc(), client);
     Draw(buffer.Dc(), client);
 }
 

@@ -174,7 +174,7 @@ void ChartCtrl::OnPaint() {
     const PaintScope paint(Handle());
     RECT client{};
     ::GetClientRect(Handle(), &client);
-    const PaintBuffer buffer(paint.Dc(), client);
+    const DoubleBuffer buffer(paint.Dc(), client);
     Draw(buffer.Dc(), client);
     if (drag) {
         // The band belongs to the picture, or taking it away later would leave a trace.

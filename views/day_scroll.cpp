@@ -3,7 +3,7 @@
 #include "cycle/predictor.h"
 #include "platform/clock.h"
 #include "records/dates.h"
-#include "window/memory_painting.h"
+#include "window/double_buffer.h"
 
 namespace lunara {
 
@@ -12,7 +12,7 @@ DayScroll::DayScroll(CalendarCtrl& calendar) : strip(calendar), start(LocalNow()
 void DayScroll::SetBar(HWND control) {
     bar = control;
     if (bar != nullptr) {
-        PaintThroughMemory(bar);
+        DoubleBufferControl(bar);
     }
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <memory>
 
-#include "app/help.h"
 #include "dialogs/notes_dialog.h"
 #include "diary/user_data.h"
 #include "platform/clock.h"
@@ -337,6 +336,12 @@ void DiaryView::EditNote(const SYSTEMTIME& date) {
     }
 }
 
+void DiaryView::OnHelp() {
+    for (std::size_t index = 0; index < listeners.size(); ++index) {
+        listeners[index]->HelpRequested(HelpAnchor);
+    }
+}
+
 bool DiaryView::OnNotify(NMHDR& record, LRESULT& answer) {
     if (record.idFrom == AgendaId && record.code == AGN_GETROW) {
         OnGetRow(reinterpret_cast<AgendaRowRequest&>(record));
@@ -373,7 +378,7 @@ bool DiaryView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* r
         case WM_ERASEBKGND: OnEraseBackground(reinterpret_cast<HDC>(wParam)); answer = 1; break;
         case WM_SIZE: OnSize(); break;
         case WM_VSCROLL: SetStart(scroll.AskedStart(LOWORD(wParam))); break;
-        case WM_HELP: StartHelp(HelpAnchor); break;
+        case WM_HELP: OnHelp(); break;
         case WM_NOTIFY:
             if (!OnNotify(*reinterpret_cast<NMHDR*>(lParam), answer)) {
                 return Window::OnMessage(message, wParam, lParam, result);

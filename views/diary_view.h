@@ -18,7 +18,7 @@
 
 namespace lunara {
 
-/// Told of every change of a show flag, with the item's new state.
+/// Told of every change of a show flag, with the item's new state, and of a request for help.
 class DiaryListener {
   public:
     DiaryListener() = default;
@@ -31,6 +31,8 @@ class DiaryListener {
     virtual void PeriodShownChanged(bool isShown) = 0;
     virtual void OvulationShownChanged(bool isShown) = 0;
     virtual void PregnancyShownChanged(bool isShown) = 0;
+    /// The user asked for help; `anchor` is the diary's place in the help file.
+    virtual void HelpRequested(const WCHAR* anchor) = 0;
 };
 
 class DiaryView : public Window, public DataObserver {
@@ -105,6 +107,7 @@ class DiaryView : public Window, public DataObserver {
     void WriteShowFlags() const;
     std::uint32_t SetShown(DiaryShowFlag item, bool isShown, ListenerCall changed);
     void EditNote(const SYSTEMTIME& date);
+    void OnHelp();
     HBITMAP Picture(DiaryPicture id) const;
 
     UserData& data;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "app/help.h"
 #include "platform/pocketpc/common_controls.h"
 #include "records/dates.h"
 #include "resources/ids.h"
@@ -340,6 +339,12 @@ bool GraphView::OnChartNotify(NMHDR& record, LRESULT& answer) {
     }
 }
 
+void GraphView::OnHelp() {
+    for (std::size_t index = 0; index < listeners.size(); ++index) {
+        listeners[index]->HelpRequested(HelpAnchor);
+    }
+}
+
 bool GraphView::OnNotify(NMHDR& record, LRESULT& answer) {
     switch (record.idFrom) {
         case CalendarId:
@@ -386,7 +391,7 @@ bool GraphView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* r
         case WM_COMMAND: OnCommand(LOWORD(wParam), HIWORD(wParam)); break;
         case WM_CTLCOLORSTATIC: answer = OnFieldColor(reinterpret_cast<HDC>(wParam)); break;
         case WM_NOTIFY: if (!OnNotify(*reinterpret_cast<NMHDR*>(lParam), answer)) { return false; } break;
-        case WM_HELP: StartHelp(HelpAnchor); break;
+        case WM_HELP: OnHelp(); break;
         default: return false;
     }
     // clang-format on

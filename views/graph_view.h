@@ -36,6 +36,8 @@ class GraphListener {
     virtual void TemperatureGraphSelected() = 0;
     /// Another unit was chosen by its button.
     virtual void MeasureSelected(TemperatureMeasure /*measure*/) {}
+    /// The user asked for help; `anchor` is the graph's place in the help file.
+    virtual void HelpRequested(const WCHAR* anchor) = 0;
 };
 
 /// Posted by the view to itself: its children are to be made now. No parameters; result 0.
@@ -106,6 +108,7 @@ class GraphView : public Window, public DataObserver, private NotificationSink {
     /// Whether the notification is one of the view's; then `answer` holds its result.
     bool OnNotify(NMHDR& record, LRESULT& answer);
     bool OnChartNotify(NMHDR& record, LRESULT& answer);
+    void OnHelp();
     void OnPickDate(const SYSTEMTIME& picked);
     void OnGetPoints(ChartPoints& request);
     /// Whether the point is refused.

@@ -3,6 +3,7 @@
 #include "platform/gdi.h"
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/full_screen_dialog.h"
+#include "platform/process.h"
 
 namespace lunara {
 namespace {

@@ -1,22 +1,75 @@
 #include "window/double_buffer.h"
 
-namespace lunara {
+#include "platform/subclass.h"
 
-PaintBuffer::PaintBuffer(HDC targetDc, const RECT& targetArea)
-    : target(targetDc),
-      area(targetArea),
-      memory(::CreateCompatibleDC(target)),
-      bitmap(memory ? MakePicture(area.right - area.left, area.bottom - area.top) : Bitmap()),
+namespace lunara {
+namespace {
+
+LRESULT CALLBACK BufferedControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+/// Has the control's own procedure erase or paint into `dc`.
+void DrawControl(HWND control, UINT message, HDC dc) {
+    CallPrevious(&BufferedControlProc, control, message, reinterpret_cast<WPARAM>(dc), 0);
+}
+
+LRESULT OnPaint(HWND control) {
+    RECT client{};
+    ::GetClientRect(control, &client);
+    const MemoryPicture picture(client);
+    if (!picture.IsMade()) {
+        return CallPrevious(&BufferedControlProc, control, WM_PAINT, 0, 0);
+    }
+    DrawControl(control, WM_ERASEBKGND, picture.Dc());
+    DrawControl(control, WM_PAINT, picture.Dc());
+    if (::GetUpdateRect(control, nullptr, FALSE) == FALSE) {
+        // The control ignored the device context and has painted its window instead, without the
+        // background that this procedure keeps it from erasing.
+        RemoveSubclass(control, &BufferedControlProc);
+        ::InvalidateRect(control, nullptr, TRUE);
+        return 0;
+    }
+    PAINTSTRUCT paint{};
+    const HDC dc = ::BeginPaint(control, &paint);
+    picture.CopyTo(dc, paint.rcPaint);
+    ::EndPaint(control, &paint);
+    return 0;
+}
+
+LRESULT CALLBACK BufferedControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_ERASEBKGND) {
+        return 1;  // OnPaint erases the picture
+    }
+    if (message == WM_PAINT && wParam == 0) {
+        return OnPaint(window);
+    }
+    return CallPrevious(&BufferedControlProc, window, message, wParam, lParam);
+}
+
+}  // namespace
+
+MemoryPicture::MemoryPicture(const RECT& pictured)
+    : memory(::CreateCompatibleDC(nullptr)),
+      bitmap(memory ? MakePicture(pictured.right - pictured.left, pictured.bottom - pictured.top)
+                    : Bitmap()),
       selectedBitmap(memory.Get(), bitmap.Get()),
       selectedFont(memory.Get(), ShellFont()) {
-    ::SetViewportOrgEx(memory.Get(), -area.left, -area.top, nullptr);
+    ::SetViewportOrgEx(memory.Get(), -pictured.left, -pictured.top, nullptr);
 }
 
-PaintBuffer::~PaintBuffer() {
-    if (bitmap) {
-        ::BitBlt(target, area.left, area.top, area.right - area.left, area.bottom - area.top,
-                 memory.Get(), area.left, area.top, SRCCOPY);
+void MemoryPicture::CopyTo(HDC target, const RECT& part) const {
+    ::BitBlt(target, part.left, part.top, part.right - part.left, part.bottom - part.top,
+             memory.Get(), part.left, part.top, SRCCOPY);
+}
+
+DoubleBuffer::DoubleBuffer(HDC targetDc, const RECT& targetArea)
+    : target(targetDc), area(targetArea), picture(targetArea) {}
+
+DoubleBuffer::~DoubleBuffer() {
+    if (picture.IsMade()) {
+        picture.CopyTo(target, area);
     }
 }
+
+void DoubleBufferControl(HWND control) { AddSubclass(control, &BufferedControlProc); }
 
 }  // namespace lunara

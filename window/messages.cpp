@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "platform/process.h"
 #include "window/window.h"
 
 namespace lunara {

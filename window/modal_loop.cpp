@@ -38,28 +38,28 @@ int RunLoop(const Dialog& dialog, const std::function<bool()>& accept,
 
 }  // namespace
 
-int RunDialog(DialogHost& host, Dialog& dialog, UINT templateId,
-              const std::function<bool()>& accept, const std::function<void()>& cancelled) {
-    const HWND main = host.Frame().Handle();
-    // A dialog may come up over another one, when the session ends under it.
-    const bool isOutermost = ::EnableWindow(main, FALSE) == FALSE;
+int RunDialog(Window& main, Dialog& dialog, UINT templateId, const std::function<bool()>& accept,
+              const std::function<void()>& cancelled) {
+    const HWND owner = main.Handle();
+    // Not the outermost: when the session ends, the sign-in comes up over another dialog.
+    const bool isOutermost = ::EnableWindow(owner, FALSE) == FALSE;
     int result = 0;
-    if (Dialog::CreateModeless(dialog, templateId, &host.Frame())) {
-        host.HideButtons();
+    if (Dialog::CreateModeless(dialog, templateId, &main)) {
+        ::SendMessageW(owner, WM_ENTERDIALOG, 0, 0);
         ::ShowWindow(dialog.Handle(), SW_SHOW);
         SHSipPreference(dialog.Handle(), SIP_UP);
         result = RunLoop(dialog, accept, cancelled);
-        // A desktop activates another program's window when the active one goes and its owner is
-        // still disabled, as here; so the owner is activated first. The field that loses the focus
-        // by it raises the panel once more.
-        ::SetActiveWindow(main);
+        // The owner is activated before the dialog goes: a desktop activates another program's
+        // window when the active window is destroyed while its owner is still disabled. The edit
+        // field that loses the focus by it raises the input panel once more.
+        ::SetActiveWindow(owner);
         SHSipPreference(dialog.Handle(), SIP_FORCEDOWN);
         ::DestroyWindow(dialog.Handle());
     }
     if (isOutermost) {
-        host.ShowButtons();
-        ::EnableWindow(main, TRUE);
-        ::SetFocus(main);
+        ::SendMessageW(owner, WM_EXITDIALOG, 0, 0);
+        ::EnableWindow(owner, TRUE);
+        ::SetFocus(owner);
     }
     return result;
 }

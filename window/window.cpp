@@ -1,5 +1,6 @@
 #include "window/window.h"
 
+#include "platform/subclass.h"
 #include "window/data_exchange.h"
 #include "window/window_map.h"
 
@@ -7,7 +8,6 @@ namespace lunara {
 namespace {
 
 CurrentMessage currentMessage{};
-Window* mainWindow = nullptr;
 Window* pendingWindow = nullptr;  // set by Create, taken at WM_CREATE
 
 /// Hands the message to the object, while `currentMessage` says which one it is. A handler that
@@ -47,12 +47,6 @@ bool HasFrame(HWND window) {
 
 const CurrentMessage& GetCurrentMessage() { return currentMessage; }
 
-void SetMainWindow(Window* window) { mainWindow = window; }
-
-Window* GetMainWindow() { return mainWindow; }
-
-HWND MainWindowHandle() { return mainWindow == nullptr ? nullptr : mainWindow->Handle(); }
-
 LRESULT CALLBACK FrameworkWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_CREATE) {
         if (pendingWindow == nullptr) {
@@ -63,7 +57,8 @@ LRESULT CALLBACK FrameworkWindowProc(HWND window, UINT message, WPARAM wParam, L
     }
     Window* object = Window::FromHandle(window);
     if (object == nullptr) {
-        return ::DefWindowProcW(window, message, wParam, lParam);
+        // Also for a subclassed window whose object is gone: its own procedure then.
+        return CallPrevious(&FrameworkWindowProc, window, message, wParam, lParam);
     }
     const LRESULT result = Dispatch(*object, CurrentMessage{window, message, wParam, lParam});
     if (message == WM_DESTROY) {
@@ -84,12 +79,7 @@ int UseWindowClass(CREATESTRUCTW& parameters, const WCHAR* className) {
     return EnsureClass(className) ? 1 : 0;
 }
 
-Window::~Window() {
-    Detach();
-    if (mainWindow == this) {
-        mainWindow = nullptr;
-    }
-}
+Window::~Window() { Detach(); }
 
 LRESULT Window::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
     LRESULT result = 0;
@@ -101,7 +91,7 @@ LRESULT Window::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
 
 LRESULT Window::DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) {
     if (previousProcedure != nullptr) {
-        return ::CallWindowProcW(previousProcedure, handle, message, wParam, lParam);
+        return CallPrevious(&FrameworkWindowProc, handle, message, wParam, lParam);
     }
     // The framework's class has no cursor, as a device without a mouse needs none. On a desktop the
     // pointer would keep the shape it had outside. Children ask their parent first, hence the test
@@ -142,8 +132,7 @@ int Window::Subclass(HWND window) {
     if (Attach(window) == 0) {
         return 0;
     }
-    previousProcedure = reinterpret_cast<WNDPROC>(::SetWindowLongPtrW(
-        window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&FrameworkWindowProc)));
+    previousProcedure = AddSubclass(window, &FrameworkWindowProc);
     return 1;
 }
 
@@ -152,7 +141,7 @@ HWND Window::Detach() {
         return nullptr;
     }
     if (previousProcedure != nullptr) {
-        ::SetWindowLongPtrW(handle, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previousProcedure));
+        RemoveSubclass(handle, &FrameworkWindowProc);
         previousProcedure = nullptr;
     }
     if (WindowMap* map = WindowMap::Current(); map != nullptr) {

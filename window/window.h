@@ -4,7 +4,7 @@
 // that window to the object's virtual handlers. Single-threaded: the handle table, the current
 // message and the pending object belong to the one thread that owns the message queue.
 
-#include "platform/app_instance.h"
+#include "platform/process.h"
 #include "platform/win32.h"
 
 namespace lunara {
@@ -30,15 +30,6 @@ struct CurrentMessage {
     LPARAM lParam;
 };
 const CurrentMessage& GetCurrentMessage();
-
-class Window;
-
-/// The one top-level window object of the program, which dialogs without a parent get as owner;
-/// null before it is set and after it is gone.
-void SetMainWindow(Window* window);
-Window* GetMainWindow();
-/// Its handle; null when there is none.
-HWND MainWindowHandle();
 
 /// The window procedure of the framework's class and of every subclassed window.
 LRESULT CALLBACK FrameworkWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -99,7 +90,7 @@ class Window {
 
   private:
     HWND handle = nullptr;
-    WNDPROC previousProcedure = nullptr;
+    WNDPROC previousProcedure = nullptr;  // set while the window is subclassed
 };
 
 }  // namespace lunara

@@ -1,7 +1,7 @@
-// Full-screen dialogs. The device lets them cover its screen and shows their title in its top bar.
-// On a desktop they cover the client area of the program's window, carry a title strip of their
-// own, and go where the window goes. The window is disabled meanwhile and cannot be dragged, so the
-// strip takes its caption's place: dragging the strip moves the window.
+// Full-screen dialogs. The device lets a dialog cover its screen and shows its title in the top
+// bar. On a desktop the dialog covers the client area of the main window, draws a title strip of
+// its own and follows the window. The window is disabled while a dialog is up, so its caption
+// cannot be dragged; the title strip takes the caption's place, and dragging it moves the window.
 
 #include "platform/pocketpc/full_screen_dialog.h"
 
@@ -11,31 +11,27 @@
 #include <memory>
 #include <vector>
 
+#include "platform/gdi.h"
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/dialog_layout.h"
 #include "platform/pocketpc/placement.h"
-#include "platform/pocketpc/top_level_window.h"
+#include "platform/process.h"
 #include "platform/subclass.h"
 
 namespace {
 
-using lunara::AddWindowHook;
-using lunara::HookedMessage;
+using lunara::AddSubclass;
+using lunara::CallPrevious;
+using lunara::Font;
 using lunara::LayOutSheet;
 using lunara::PlaceOnSheet;
 using lunara::PutAt;
-using lunara::RemoveWindowHook;
+using lunara::RemoveSubclass;
 using lunara::SheetLayout;
 
 constexpr COLORREF TitleColor = RGB(0x5B, 0x2C, 0x6F);
 constexpr COLORREF RuleColor = RGB(0xC8, 0xB8, 0xD0);
 constexpr int TitleTextCapacity = 128;
-
-struct FontDeleter {
-    using pointer = HFONT;
-    void operator()(HFONT font) const { ::DeleteObject(font); }
-};
-using OwnedFont = std::unique_ptr<HFONT, FontDeleter>;
 
 struct FullScreenState {
     HWND dialog = nullptr;
@@ -48,18 +44,18 @@ struct FullScreenState {
     std::vector<Control> controls;
     LOGFONTW face{};
     double fontScale = 0;
-    OwnedFont font;
-    OwnedFont titleFont;
+    Font font;
+    Font titleFont;
     bool placing = false;
 };
 
-/// The dialogs that are laid out so; one may stand over another.
+/// The full-screen dialogs that exist, in the order of their making; one may stand over another.
 std::vector<std::unique_ptr<FullScreenState>>& FullScreenDialogs() {
     static std::vector<std::unique_ptr<FullScreenState>> dialogs;
     return dialogs;
 }
 
-/// Null for another window, also for a dialog whose end has begun.
+/// Null for any other window, and for a dialog that has handled WM_DESTROY.
 FullScreenState* StateOf(HWND dialog) {
     for (const auto& state : FullScreenDialogs()) {
         if (state->dialog == dialog) {
@@ -84,10 +80,10 @@ void ScaleFonts(FullScreenState& state, double scale) {
     }
     LOGFONTW face = state.face;
     face.lfHeight = static_cast<LONG>(std::lround(static_cast<double>(face.lfHeight) * scale));
-    OwnedFont font(::CreateFontIndirectW(&face));
+    Font font(::CreateFontIndirectW(&face));
     const BOOL redraw = ::IsWindowVisible(state.dialog);
     for (const FullScreenState::Control& control : state.controls) {
-        ::SendMessageW(control.window, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), redraw);
+        ::SendMessageW(control.window, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), redraw);
     }
     state.font = std::move(font);
     state.fontScale = scale;
@@ -151,19 +147,15 @@ void EraseWithTitle(const FullScreenState& state, HDC dc) {
     ::GetWindowTextW(state.dialog, title.data(), TitleTextCapacity);
     RECT strip{lunara::SheetMarginPx, 0, client.right - lunara::SheetMarginPx,
                lunara::TitleStripPx - 1};
-    const HGDIOBJ previousFont = ::SelectObject(dc, state.titleFont.get());
-    const int previousMode = ::SetBkMode(dc, TRANSPARENT);
-    const COLORREF previousColor = ::SetTextColor(dc, TitleColor);
+    const lunara::SelectScope font(dc, state.titleFont.Get());
+    const lunara::BackgroundModeScope mode(dc, TRANSPARENT);
+    const lunara::TextColorScope color(dc, TitleColor);
     ::DrawTextW(dc, title.data(), -1, &strip,
                 DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS | DT_NOPREFIX);
-    ::SetTextColor(dc, previousColor);
-    ::SetBkMode(dc, previousMode);
-    ::SelectObject(dc, previousFont);
 
-    RECT rule{0, lunara::TitleStripPx - 1, client.right, lunara::TitleStripPx};
-    const COLORREF previousBrush = ::SetDCBrushColor(dc, RuleColor);
-    ::FillRect(dc, &rule, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
-    ::SetDCBrushColor(dc, previousBrush);
+    const RECT rule{0, lunara::TitleStripPx - 1, client.right, lunara::TitleStripPx};
+    const lunara::Brush ruleBrush(::CreateSolidBrush(RuleColor));
+    ::FillRect(dc, &rule, ruleBrush.Get());
 }
 
 LRESULT WhiteBackground(HDC dc) {
@@ -173,16 +165,23 @@ LRESULT WhiteBackground(HDC dc) {
 
 // ---- Messages ----
 
-/// `reference`: the dialog's handle.
-LRESULT HookOwner(const HookedMessage& call, void* reference) {
-    const LRESULT result = call.PassOn();
-    if (call.message == WM_WINDOWPOSCHANGED) {
-        // The dialog may have ended meanwhile.
-        if (FullScreenState* state = StateOf(static_cast<HWND>(reference)); state != nullptr) {
-            Place(*state);
+/// The subclass procedure of a window that full-screen dialogs cover.
+LRESULT CALLBACK OwnerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const LRESULT result = CallPrevious(&OwnerProc, window, message, wParam, lParam);
+    if (message == WM_WINDOWPOSCHANGED) {
+        // By index: placing a dialog sends it messages, and its answer may be to end.
+        for (std::size_t index = 0; index < FullScreenDialogs().size(); ++index) {
+            if (FullScreenDialogs()[index]->owner == window) {
+                Place(*FullScreenDialogs()[index]);
+            }
         }
     }
     return result;
+}
+
+bool IsCovered(HWND owner) {
+    return std::any_of(FullScreenDialogs().begin(), FullScreenDialogs().end(),
+                       [owner](const auto& state) { return state->owner == owner; });
 }
 
 LRESULT HitTest(const FullScreenState& state, LPARAM point, LRESULT inner) {
@@ -191,71 +190,83 @@ LRESULT HitTest(const FullScreenState& state, LPARAM point, LRESULT inner) {
     return inner == HTCLIENT && at.y < lunara::TitleStripPx ? HTCAPTION : inner;
 }
 
-LRESULT HookDialog(const HookedMessage& call, void* reference);
+LRESULT CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-/// From here on the dialog is an ordinary one.
+/// Ends what CoverOwner began: the dialog is an ordinary window again.
 void Release(HWND dialog) {
     const auto found =
         std::find_if(FullScreenDialogs().begin(), FullScreenDialogs().end(),
                      [dialog](const auto& state) { return state->dialog == dialog; });
     const std::unique_ptr<FullScreenState> state = std::move(*found);
     FullScreenDialogs().erase(found);
-    RemoveWindowHook(dialog, &HookDialog, dialog);
-    RemoveWindowHook(state->owner, &HookOwner, dialog);
+    RemoveSubclass(dialog, &DialogProc);
+    if (!IsCovered(state->owner)) {
+        RemoveSubclass(state->owner, &OwnerProc);
+    }
     for (const FullScreenState::Control& control : state->controls) {
+        // The fonts go with the state.
         ::SendMessageW(control.window, WM_SETFONT, 0, FALSE);
     }
 }
 
-LRESULT HookDialog(const HookedMessage& call, void* /*reference*/) {
-    // Asked first in any case: some of the messages below also mean something to the dialog.
-    if (call.message == WM_DESTROY) {
-        Release(call.window);
-        return call.PassOn();
-    }
-    if (call.message == WM_ERASEBKGND) {
-        EraseWithTitle(*StateOf(call.window), reinterpret_cast<HDC>(call.wParam));
-        return 1;
-    }
-    const LRESULT inner = call.PassOn();
-    FullScreenState* state = StateOf(call.window);
-    if (state == nullptr) {
-        return inner;  // the message ended the dialog
-    }
-    switch (call.message) {
+/// What the sheet adds to the dialog's own answer.
+LRESULT AfterDialog(FullScreenState& state, UINT message, WPARAM wParam, LPARAM lParam,
+                    LRESULT answer) {
+    switch (message) {
         case WM_CTLCOLORDLG:
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORBTN:
             // The text colour is the dialog's.
-            return WhiteBackground(reinterpret_cast<HDC>(call.wParam));
+            return WhiteBackground(reinterpret_cast<HDC>(wParam));
         case WM_NCHITTEST:
-            return HitTest(*state, call.lParam, inner);
+            return HitTest(state, lParam, answer);
         case WM_SIZE:
-            PlaceControls(*state);
+            PlaceControls(state);
             break;
         case WM_WINDOWPOSCHANGED:
-            if (!state->placing) {
-                OwnerFollows(*state);
+            if (!state.placing) {
+                OwnerFollows(state);
             }
             break;
         case WM_SETTEXT:
-            ::InvalidateRect(call.window, nullptr, TRUE);
+            ::InvalidateRect(state.dialog, nullptr, TRUE);
             break;
         default:
             break;
     }
-    return inner;
+    return answer;
+}
+
+/// The subclass procedure of a full-screen dialog.
+LRESULT CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_ERASEBKGND) {
+        EraseWithTitle(*StateOf(window), reinterpret_cast<HDC>(wParam));
+        return 1;
+    }
+    // The dialog handles each message first: some of those that the sheet acts on mean something to
+    // the dialog, too.
+    const LRESULT answer = CallPrevious(&DialogProc, window, message, wParam, lParam);
+    FullScreenState* state = StateOf(window);
+    if (state == nullptr) {
+        return answer;  // the message destroyed the dialog
+    }
+    if (message == WM_DESTROY) {
+        Release(window);
+        return answer;
+    }
+    return AfterDialog(*state, message, wParam, lParam, answer);
 }
 
 // ---- Taking a dialog over ----
 
-/// Where a control is to go. The height that is set of a combo box is that of its opened list,
-/// while its window is as high as the closed field: laid out by that, the list would open to
-/// nothing.
+/// The rectangle by which a control is laid out, on the screen. A combo box is set to the height of
+/// its opened list, but its window is only as high as the closed field; laid out by the window, the
+/// list would have no height.
 RECT DesignedPlace(HWND control) {
     RECT place{};
     ::GetWindowRect(control, &place);
-    // Not every system answers that it has filled it in; a control of another kind leaves it alone.
+    // The result is not looked at: Wine returns 0 although it fills the rectangle in. A control of
+    // another kind leaves the rectangle as it is.
     RECT opened = place;
     ::SendMessageW(control, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&opened));
     place.bottom = std::max(place.bottom, opened.bottom);
@@ -280,17 +291,18 @@ void RememberDesign(FullScreenState& state) {
     LOGFONTW title = state.face;
     title.lfHeight = static_cast<LONG>(std::lround(static_cast<double>(title.lfHeight) * 1.25));
     title.lfWeight = FW_BOLD;
-    state.titleFont.reset(::CreateFontIndirectW(&title));
+    state.titleFont = Font(::CreateFontIndirectW(&title));
 }
 
-/// The strip shows the title instead of a caption, and nothing stands between sheet and frame.
+/// Removes caption and border: the title strip shows the title, and the sheet fills the whole
+/// client area of the owner.
 void TakeFrameAway(HWND dialog) {
     constexpr LONG_PTR Frame = WS_CAPTION | WS_THICKFRAME | DS_MODALFRAME;
     constexpr LONG_PTR ExFrame = WS_EX_DLGMODALFRAME | WS_EX_WINDOWEDGE | WS_EX_CLIENTEDGE;
     const LONG_PTR style = ::GetWindowLongPtrW(dialog, GWL_STYLE);
     const LONG_PTR exStyle = ::GetWindowLongPtrW(dialog, GWL_EXSTYLE);
     if ((style & Frame) == 0 && (exStyle & ExFrame) == 0) {
-        return;  // as with the program's own dialogs
+        return;  // the templates of the program ask for none
     }
     ::SetWindowLongPtrW(dialog, GWL_STYLE, style & ~Frame);
     ::SetWindowLongPtrW(dialog, GWL_EXSTYLE, exStyle & ~ExFrame);
@@ -300,14 +312,14 @@ void TakeFrameAway(HWND dialog) {
 
 HWND OwnerOf(HWND dialog) {
     const HWND owner = ::GetWindow(dialog, GW_OWNER);
-    return owner != nullptr ? owner : lunara::TopLevelWindow();
+    return owner != nullptr ? owner : lunara::MainWindowHandle();
 }
 
-/// A sign-in runs before the program's window was shown, but has to stand somewhere. The window is
-/// not activated, since the dialog is active already.
+/// Shows the owner if it is hidden: the sign-in runs before the main window was ever shown. Does
+/// not activate it, because the dialog is active already.
 void ShowOwner(const FullScreenState& state) {
     if (::IsWindowVisible(state.owner) == FALSE) {
-        // The dialog covers all but its frame, so to draw it can wait.
+        // The dialog covers its client area, so its painting can wait.
         ::SetWindowPos(state.owner, nullptr, 0, 0, 0, 0,
                        SWP_SHOWWINDOW | SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER |
                            SWP_DEFERERASE);
@@ -327,11 +339,11 @@ void lunara::CoverOwner(HWND dialog) {
     RememberDesign(*state);
     TakeFrameAway(dialog);
     FullScreenState& placed = *FullScreenDialogs().emplace_back(std::move(state));
-    AddWindowHook(dialog, &HookDialog, dialog);
-    AddWindowHook(owner, &HookOwner, dialog);
+    AddSubclass(dialog, &DialogProc);
+    AddSubclass(owner, &OwnerProc);  // null for a second dialog over the same owner
     Place(placed);
     if (placed.fontScale == 0) {
-        PlaceControls(placed);  // it had its size already
+        PlaceControls(placed);  // the dialog had its size already, so that no WM_SIZE came
     }
 }
 

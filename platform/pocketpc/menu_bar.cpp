@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 
+#include "platform/gdi.h"
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/placement.h"
@@ -44,7 +45,7 @@ constexpr WORD PaddingYPx = 14;  // above and below
 constexpr int DividerPx = 4;     // the line along the upper edge, and air around the buttons
 constexpr WPARAM KeyMenuSpace = TEXT(' ');
 
-/// What a bar owns besides its window. Lives from the bar's creation to its destruction.
+/// What a bar owns besides its window, from the bar's creation to its destruction.
 struct MenuBar {
     HWND window = nullptr;
     HWND parent = nullptr;
@@ -83,34 +84,32 @@ std::optional<MenuBarDescription> LoadDescription(HINSTANCE instance, UINT id) {
         {words, ::SizeofResource(instance, resource) / sizeof(std::uint16_t)});
 }
 
-/// The bitmap cut into squares. Its first pixel has the colour that stands for "transparent". The
-/// count in the caller's record is not asked: the program's own says one less than the bitmap
-/// holds, and the last button would stay blank.
+COLORREF FirstPixel(const Bitmap& bitmap) {
+    const MemoryDc dc(::CreateCompatibleDC(nullptr));
+    const SelectScope selected(dc.Get(), bitmap.Get());
+    return ::GetPixel(dc.Get(), 0, 0);
+}
+
+/// Cuts the bitmap into square button images; its top left pixel has the transparent colour. The
+/// image count in the caller's SHMENUBARINFO is ignored: the program passes one less than the
+/// bitmap holds, and the last button would stay blank.
 HIMAGELIST LoadImages(HINSTANCE instance, UINT bitmapId) {
-    const auto bitmap = static_cast<HBITMAP>(::LoadImageW(instance, MAKEINTRESOURCEW(bitmapId),
-                                                          IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION));
+    const Bitmap bitmap(static_cast<HBITMAP>(::LoadImageW(
+        instance, MAKEINTRESOURCEW(bitmapId), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
     BITMAP shape{};
-    if (bitmap == nullptr || ::GetObjectW(bitmap, sizeof(shape), &shape) == 0 ||
-        shape.bmHeight <= 0) {
-        ::DeleteObject(bitmap);
+    if (!bitmap || ::GetObjectW(bitmap.Get(), sizeof(shape), &shape) == 0 || shape.bmHeight <= 0) {
         return nullptr;
     }
-    const HDC dc = ::CreateCompatibleDC(nullptr);
-    const HGDIOBJ previous = ::SelectObject(dc, bitmap);
-    const COLORREF transparent = ::GetPixel(dc, 0, 0);
-    ::SelectObject(dc, previous);
-    ::DeleteDC(dc);
-
+    const COLORREF transparent = FirstPixel(bitmap);
     const HIMAGELIST images = ::ImageList_Create(
         shape.bmHeight, shape.bmHeight, ILC_COLOR24 | ILC_MASK, shape.bmWidth / shape.bmHeight, 0);
     if (images != nullptr) {
-        ::ImageList_AddMasked(images, bitmap, transparent);
+        ::ImageList_AddMasked(images, bitmap.Get(), transparent);
     }
-    ::DeleteObject(bitmap);
     return images;
 }
 
-/// All at once: the bar lays itself out anew after each call.
+/// Adds all buttons in one call, because the toolbar lays itself out after each.
 void AddButtons(const MenuBar& bar, HINSTANCE instance) {
     std::vector<TBBUTTON> shapes;
     std::vector<std::array<WCHAR, LabelCapacity>> labels(bar.buttons.size());
@@ -130,7 +129,7 @@ void AddButtons(const MenuBar& bar, HINSTANCE instance) {
     }
     ::SendMessageW(bar.window, TB_ADDBUTTONSW, shapes.size(),
                    reinterpret_cast<LPARAM>(shapes.data()));
-    // All check buttons as wide as a picture with its padding, not as the widest label.
+    // A check button is as wide as its image with padding, not as the widest label of the bar.
     int width = 0;
     int height = 0;
     ::ImageList_GetIconSize(bar.images, &width, &height);
@@ -164,7 +163,7 @@ const MenuBarButton* DropDownOf(const MenuBar& bar, std::optional<int> command) 
     return found == bar.buttons.end() ? nullptr : &*found;
 }
 
-/// Opens the menu above the button: below the bar the window ends.
+/// Opens the menu upwards from the button: the bar lies at the bottom edge of the window.
 void DropUp(const MenuBar& bar, int command) {
     RECT button{};
     if (::SendMessageW(bar.window, TB_GETRECT, static_cast<WPARAM>(command),
@@ -199,7 +198,8 @@ void AnswerToolTip(const MenuBar& bar, NMTBGETINFOTIPW& question) {
     CopyText(question.pszText, static_cast<std::size_t>(question.cchTextMax), text);
 }
 
-/// Notifications that the toolbar sends its parent but that are the bar's own business.
+/// Answers those notifications of the toolbar to its parent that the bar handles itself; nothing
+/// for all others.
 std::optional<LRESULT> AnswerNotification(const MenuBar& bar, NMHDR& header) {
     if (header.hwndFrom != bar.window) {
         return std::nullopt;
@@ -216,53 +216,69 @@ std::optional<LRESULT> AnswerNotification(const MenuBar& bar, NMHDR& header) {
     }
 }
 
-LRESULT HookParent(const HookedMessage& call, void* reference) {
-    const auto& bar = *static_cast<const MenuBar*>(reference);
-    switch (call.message) {
-        case WM_SIZE:
-            PlaceAtBottom(bar);
-            break;
-        case WM_NOTIFY:
-            if (const auto answer =
-                    AnswerNotification(bar, *reinterpret_cast<NMHDR*>(call.lParam))) {
-                return *answer;
-            }
-            break;
-        case WM_SYSCOMMAND:
-            // The window has no menu of its own that Alt or F10 could open; the bar has.
-            if ((call.wParam & 0xFFF0) == SC_KEYMENU &&
-                call.lParam != static_cast<LPARAM>(KeyMenuSpace)) {
-                if (const MenuBarButton* button = DropDownOf(bar, std::nullopt)) {
-                    DropUp(bar, button->command);
-                    return 0;
-                }
-            }
-            break;
-        default:
-            break;
-    }
-    return call.PassOn();
+/// The bars that exist: one, except in tests.
+std::vector<std::unique_ptr<MenuBar>>& MenuBars() {
+    static std::vector<std::unique_ptr<MenuBar>> bars;
+    return bars;
 }
 
-LRESULT HookBar(const HookedMessage& call, void* reference) {
-    auto* bar = static_cast<MenuBar*>(reference);
-    switch (call.message) {
-        case TB_SETTOOLTIPS_DEVICE:
-            // A desktop toolbar knows another message by this number.
-            SetToolTips(*bar, call.wParam, reinterpret_cast<const WCHAR* const*>(call.lParam));
-            return 0;
-        case SHCMBM_GETSUBMENU:
-            return DropDownOf(*bar, static_cast<int>(call.lParam)) == nullptr
-                       ? 0
-                       : reinterpret_cast<LRESULT>(::GetSubMenu(bar->menu, 0));
-        case WM_NCDESTROY: {
-            const std::unique_ptr<MenuBar> last(bar);
-            RemoveWindowHook(last->parent, &HookParent, bar);
-            return call.PassOn();
+std::vector<std::unique_ptr<MenuBar>>::iterator FindBar(HWND MenuBar::*member, HWND window) {
+    return std::find_if(MenuBars().begin(), MenuBars().end(),
+                        [=](const auto& bar) { return (*bar).*member == window; });
+}
+
+/// Whether the window has no menu of its own for Alt or F10 to open; the bar has one.
+bool OpensMenu(UINT message, WPARAM wParam, LPARAM lParam) {
+    return message == WM_SYSCOMMAND && (wParam & 0xFFF0) == SC_KEYMENU &&
+           lParam != static_cast<LPARAM>(KeyMenuSpace);
+}
+
+/// The subclass procedure of the window that has a bar.
+LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto found = FindBar(&MenuBar::parent, window);
+    if (found != MenuBars().end()) {
+        const MenuBar& bar = **found;
+        if (message == WM_SIZE) {
+            PlaceAtBottom(bar);
+        } else if (message == WM_NOTIFY) {
+            if (const auto answer = AnswerNotification(bar, *reinterpret_cast<NMHDR*>(lParam))) {
+                return *answer;
+            }
+        } else if (OpensMenu(message, wParam, lParam)) {
+            if (const MenuBarButton* button = DropDownOf(bar, std::nullopt)) {
+                DropUp(bar, button->command);
+                return 0;
+            }
         }
-        default:
-            return call.PassOn();
     }
+    return CallPrevious(&ParentProc, window, message, wParam, lParam);
+}
+
+/// The subclass procedure of the bar.
+LRESULT CALLBACK BarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto found = FindBar(&MenuBar::window, window);
+    if (found != MenuBars().end()) {
+        MenuBar& bar = **found;
+        switch (message) {
+            case TB_SETTOOLTIPS_DEVICE:
+                // A desktop toolbar gives this number another meaning.
+                SetToolTips(bar, wParam, reinterpret_cast<const WCHAR* const*>(lParam));
+                return 0;
+            case SHCMBM_GETSUBMENU:
+                return DropDownOf(bar, static_cast<int>(lParam)) == nullptr
+                           ? 0
+                           : reinterpret_cast<LRESULT>(::GetSubMenu(bar.menu, 0));
+            case WM_NCDESTROY: {
+                const std::unique_ptr<MenuBar> last = std::move(*found);
+                MenuBars().erase(found);
+                RemoveSubclass(last->parent, &ParentProc);
+                return CallPrevious(&BarProc, window, message, wParam, lParam);
+            }
+            default:
+                break;
+        }
+    }
+    return CallPrevious(&BarProc, window, message, wParam, lParam);
 }
 
 HWND CreateToolbar(const SHMENUBARINFO& info) {
@@ -311,10 +327,10 @@ BOOL SHCreateMenuBar(SHMENUBARINFO* info) {
     ::SetWindowPos(bar->window, nullptr, 0, 0, 0, HIWORD(size) + lunara::DividerPx,
                    SWP_NOZORDER | SWP_NOACTIVATE);
 
-    MenuBar* placed = bar.release();  // freed when the bar is destroyed
-    lunara::AddWindowHook(placed->window, &lunara::HookBar, placed);
-    lunara::AddWindowHook(placed->parent, &lunara::HookParent, placed);
-    lunara::PlaceAtBottom(*placed);
-    info->hwndMB = placed->window;
+    lunara::AddSubclass(bar->window, &lunara::BarProc);
+    lunara::AddSubclass(bar->parent, &lunara::ParentProc);
+    lunara::PlaceAtBottom(*bar);
+    info->hwndMB = bar->window;
+    lunara::MenuBars().push_back(std::move(bar));  // until the bar's window is destroyed
     return TRUE;
 }

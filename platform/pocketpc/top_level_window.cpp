@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/process.h"
 #include "platform/subclass.h"
 
 namespace lunara {
@@ -12,7 +13,6 @@ constexpr DWORD FrameStyle =
 
 constexpr UINT_PTR IconTimerId = 0x49434F;  // apart from the window's own timers
 
-HWND topLevelWindow = nullptr;
 HINSTANCE iconModule = nullptr;
 UINT icon = 0;
 
@@ -67,18 +67,17 @@ void CALLBACK GiveIcons(HWND window, UINT /*message*/, UINT_PTR timer, DWORD /*t
     }
 }
 
-LRESULT HookTopLevel(const HookedMessage& call, void* /*reference*/) {
-    switch (call.message) {
-        case WM_GETMINMAXINFO:
-            LimitSize(call.window, *reinterpret_cast<MINMAXINFO*>(call.lParam));
-            return 0;
-        case WM_NCDESTROY:
-            topLevelWindow = nullptr;
-            break;
-        default:
-            break;
+LRESULT CALLBACK TopLevelProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_GETMINMAXINFO) {
+        LimitSize(window, *reinterpret_cast<MINMAXINFO*>(lParam));
+        return 0;
     }
-    return call.PassOn();
+    const LRESULT result = CallPrevious(&TopLevelProc, window, message, wParam, lParam);
+    if (message == WM_DESTROY) {
+        SetMainWindowHandle(nullptr);
+        RemoveSubclass(window, &TopLevelProc);
+    }
+    return result;
 }
 
 }  // namespace
@@ -94,14 +93,12 @@ void PrepareTopLevelWindow(CREATESTRUCTW& parameters) {
 }
 
 void EquipTopLevelWindow(HWND window, HINSTANCE instance, UINT iconId) {
-    topLevelWindow = window;
-    AddWindowHook(window, &HookTopLevel, nullptr);
+    SetMainWindowHandle(window);
+    AddSubclass(window, &TopLevelProc);
     KeepOnScreen(window);
     iconModule = instance;
     icon = iconId;
     ::SetTimer(window, IconTimerId, USER_TIMER_MINIMUM, &GiveIcons);
 }
-
-HWND TopLevelWindow() { return topLevelWindow; }
 
 }  // namespace lunara

@@ -15,11 +15,9 @@ inline constexpr SIZE LeastClient{240, 320};
 /// close and minimise boxes and a resizable frame. A screen that is too small makes it smaller.
 void PrepareTopLevelWindow(CREATESTRUCTW& parameters);
 
-/// Gives the window its least size and, at its first idle moment, its icon (resource `iconId`), and
-/// moves it onto the screen where it hangs over. To be called while it is created.
+/// Makes the window the program's main window (MainWindowHandle) until it is destroyed: limits its
+/// size to `LeastClient`, moves it onto the screen where it hangs over an edge, and gives it its
+/// icon (resource `iconId` of `instance`) once it is idle. To be called while it is created.
 void EquipTopLevelWindow(HWND window, HINSTANCE instance, UINT iconId);
-
-/// The window equipped last, while it exists; else null.
-HWND TopLevelWindow();
 
 }  // namespace lunara

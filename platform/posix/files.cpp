@@ -2,17 +2,17 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <string>
 
+#include "platform/posix/native_path.h"
 #include "platform/posix/win32_posix.h"
 #include "platform/text.h"
 
-namespace {
-
-std::string NativePath(LPCWSTR path) {
-    std::string bytes = lunara::ToUtf8(path);
+std::string lunara::NativePath(LPCWSTR path) {
+    std::string bytes = ToUtf8(path);
     for (char& byte : bytes) {
         if (byte == '\\') {
             byte = '/';
@@ -20,6 +20,10 @@ std::string NativePath(LPCWSTR path) {
     }
     return bytes;
 }
+
+namespace {
+
+using lunara::NativePath;
 
 DWORD ErrorOf(int number, DWORD otherwise) {
     switch (number) {
@@ -174,6 +178,57 @@ BOOL CreateHardLinkW(LPCWSTR name, LPCWSTR path, void* /*security*/) {
 
 BOOL DeleteFileW(LPCWSTR path) {
     return ::unlink(NativePath(path).c_str()) == 0 ? TRUE : Fail(ERROR_ACCESS_DENIED);
+}
+
+BOOL CopyFileW(LPCWSTR from, LPCWSTR to, BOOL failIfExists) {
+    const int source = ::open(NativePath(from).c_str(), O_RDONLY | O_CLOEXEC);
+    if (source < 0) {
+        return Fail(ERROR_ACCESS_DENIED);
+    }
+    if (IsFolder(source)) {
+        ::close(source);
+        SetLastError(ERROR_ACCESS_DENIED);
+        return FALSE;
+    }
+    const int mode = O_WRONLY | O_CREAT | O_CLOEXEC | (failIfExists != FALSE ? O_EXCL : O_TRUNC);
+    const int target = ::open(NativePath(to).c_str(), mode, 0600);
+    if (target < 0) {
+        const int number = errno;
+        ::close(source);
+        SetLastError(failIfExists != FALSE && number == EEXIST
+                         ? ERROR_FILE_EXISTS
+                         : ErrorOf(number, ERROR_ACCESS_DENIED));
+        return FALSE;
+    }
+    std::array<char, 65536> bytes{};
+    BOOL copied = TRUE;
+    DWORD got = 0;
+    do {
+        DWORD put = 0;
+        copied = ReadFile(HandleOf(source), bytes.data(), static_cast<DWORD>(bytes.size()), &got,
+                          nullptr) != FALSE &&
+                         (got == 0 ||
+                          WriteFile(HandleOf(target), bytes.data(), got, &put, nullptr) != FALSE)
+                     ? TRUE
+                     : FALSE;
+    } while (copied != FALSE && got != 0);
+    ::close(source);
+    return ::close(target) == 0 || copied == FALSE ? copied : Fail(ERROR_WRITE_FAULT);
+}
+
+BOOL RemoveDirectoryW(LPCWSTR path) {
+    if (::rmdir(NativePath(path).c_str()) == 0) {
+        return TRUE;
+    }
+    if (errno == ENOTEMPTY) {
+        SetLastError(ERROR_DIR_NOT_EMPTY);
+        return FALSE;
+    }
+    return Fail(ERROR_ACCESS_DENIED);
+}
+
+BOOL SetFileAttributesW(LPCWSTR path, DWORD /*attributes*/) {
+    return ::access(NativePath(path).c_str(), F_OK) == 0 ? TRUE : Fail(ERROR_ACCESS_DENIED);
 }
 
 BOOL CreateDirectoryW(LPCWSTR path, void* /*security*/) {

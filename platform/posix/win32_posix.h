@@ -73,6 +73,11 @@ struct FILETIME {
     DWORD dwHighDateTime;
 };
 
+struct WIN32_FIND_DATAW {
+    DWORD dwFileAttributes;
+    WCHAR cFileName[MAX_PATH];
+};
+
 union LARGE_INTEGER {
     struct {
         DWORD LowPart;
@@ -87,11 +92,14 @@ inline constexpr DWORD ERROR_PATH_NOT_FOUND = 3;
 inline constexpr DWORD ERROR_ACCESS_DENIED = 5;
 inline constexpr DWORD ERROR_INVALID_HANDLE = 6;
 inline constexpr DWORD ERROR_WRITE_FAULT = 29;
+inline constexpr DWORD ERROR_NO_MORE_FILES = 18;
 inline constexpr DWORD ERROR_READ_FAULT = 30;
 inline constexpr DWORD ERROR_SHARING_VIOLATION = 32;
+inline constexpr DWORD ERROR_FILE_EXISTS = 80;
 inline constexpr DWORD ERROR_INVALID_PARAMETER = 87;
 inline constexpr DWORD ERROR_DISK_FULL = 112;
 inline constexpr DWORD ERROR_INSUFFICIENT_BUFFER = 122;
+inline constexpr DWORD ERROR_DIR_NOT_EMPTY = 145;
 inline constexpr DWORD ERROR_ALREADY_EXISTS = 183;
 inline constexpr DWORD ERROR_FILENAME_EXCED_RANGE = 206;
 inline constexpr DWORD ERROR_MR_MID_NOT_FOUND = 317;
@@ -99,11 +107,15 @@ inline constexpr DWORD ERROR_RESOURCE_NAME_NOT_FOUND = 1814;
 
 inline constexpr DWORD GENERIC_READ = 0x80000000;
 inline constexpr DWORD GENERIC_WRITE = 0x40000000;
+inline constexpr DWORD DELETE = 0x00010000;
 inline constexpr DWORD FILE_SHARE_READ = 1;
+inline constexpr DWORD FILE_SHARE_WRITE = 2;
+inline constexpr DWORD FILE_SHARE_DELETE = 4;
 inline constexpr DWORD CREATE_ALWAYS = 2;
 inline constexpr DWORD OPEN_EXISTING = 3;
 inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x01;  // never given: renaming asks the folder
 inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;
+inline constexpr DWORD FILE_ATTRIBUTE_ARCHIVE = 0x20;
 inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
 inline constexpr DWORD FILE_FLAG_SEQUENTIAL_SCAN = 0x08000000;
 inline constexpr DWORD INVALID_FILE_ATTRIBUTES = 0xFFFFFFFF;
@@ -139,7 +151,18 @@ BOOL MoveFileExW(LPCWSTR from, LPCWSTR to, DWORD flags);
 /// `name` becomes a second name of the file `path`.
 BOOL CreateHardLinkW(LPCWSTR name, LPCWSTR path, void* security);
 BOOL DeleteFileW(LPCWSTR path);
+/// Also copies a file's content over one that is there, unless `failIfExists`.
+BOOL CopyFileW(LPCWSTR from, LPCWSTR to, BOOL failIfExists);
 BOOL CreateDirectoryW(LPCWSTR path, void* security);
+/// Fails with ERROR_DIR_NOT_EMPTY while something is in the folder.
+BOOL RemoveDirectoryW(LPCWSTR path);
+/// Succeeds without changing anything when there is such a file.
+BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes);
+/// A search over folder\pattern; the pattern is "*.*" (everything, "." and ".." included) or '*'
+/// and an ending. Names that are not UTF-8 are passed over. Files have the attribute "archive".
+HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* entry);
+BOOL FindNextFileW(HANDLE search, WIN32_FIND_DATAW* entry);
+BOOL FindClose(HANDLE search);
 DWORD GetFileAttributesW(LPCWSTR path);
 /// `module` must be null: the running program's path. Returns its length, cut at `size`.
 DWORD GetModuleFileNameW(HINSTANCE module, LPWSTR path, DWORD size);

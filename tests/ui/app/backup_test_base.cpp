@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/pocketpc/documents_folder.h"
+#include "platform/documents_folder.h"
 #include "storage/data_folder.h"
 
 namespace lunara {

@@ -1,4 +1,4 @@
-#include "platform/pocketpc/documents_folder.h"
+#include "platform/documents_folder.h"
 
 #include <shlobj.h>
 

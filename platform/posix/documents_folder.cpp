@@ -1,0 +1,34 @@
+#include "platform/documents_folder.h"
+
+#include <cstdlib>
+
+namespace lunara {
+namespace {
+
+WideString& FixedFolder() {
+    static WideString folder;
+    return folder;
+}
+
+WideString FromEnvironment(const char* name, WideView below) {
+    const char* value = std::getenv(name);
+    if (value == nullptr || value[0] != '/') {
+        return {};
+    }
+    const std::optional<WideString> folder = FromUtf8(value);
+    return folder ? *folder + WideString(below) : WideString();
+}
+
+}  // namespace
+
+WideString DocumentsFolder() {
+    if (!FixedFolder().empty()) {
+        return FixedFolder();
+    }
+    const WideString chosen = FromEnvironment("XDG_DOCUMENTS_DIR", {});
+    return chosen.empty() ? FromEnvironment("HOME", TEXT("/Documents")) : chosen;
+}
+
+void SetDocumentsFolder(WideView folder) { FixedFolder() = folder; }
+
+}  // namespace lunara
