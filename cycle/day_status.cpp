@@ -205,9 +205,9 @@ void AdjustToday(CyclePredictor& state, DateKey today) {
     state.dayFlags.ReplaceAt(index, entry);
 }
 
-/// Alerts when the period is late, by the days since the last valid period start: longer than the
-/// longest valid cycle and up to 36, "pregnancy highly probable"; 37 to 72, "may be pregnant, see a
-/// doctor". No alert outside these ranges or without a valid cycle.
+/// Flags today when the period is late. Counted in days since the last valid period start: from
+/// more than the longest valid cycle up to 36, "pregnancy highly probable"; 37 to 72, "may be
+/// pregnant, see a doctor". Sets nothing outside these ranges or without a valid cycle.
 void AlertToday(CyclePredictor& state, const SYSTEMTIME& today) {
     std::int32_t longest = 0;
     for (const CycleRecord& cycle : state.validCycles) {

@@ -182,8 +182,8 @@ void StorePastOvulations(CyclePredictor& state, PastRuns& runs) {
 // ---- The prediction ----
 
 /// Stores the weights of at least 0.01 for the 365 days from the last valid period start on. A day
-/// that already has an entry keeps it, because records take precedence over predictions; its entry
-/// in `values` is zeroed.
+/// that already has an entry in `list` keeps it, because records take precedence over predictions;
+/// its weight in `values` is set to 0.
 void StorePredicted(UserData& data, HorizonValues& values, DayValueList& list) {
     const SYSTEMTIME& start = data.predictor.lastValidPeriodStart;
     const std::int32_t startNumber = DayNumber(ToDateKey(start));
