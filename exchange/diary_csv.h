@@ -36,9 +36,9 @@ struct DiaryCsv {
     std::vector<CsvFault> oddities;
 };
 
-/// Reads a whole CSV text, without the byte order mark that it may begin with. Columns may stand in
-/// any order, and all but `date` may be missing. Returns false, with the first fault in `fault`,
-/// when anything is wrong anywhere; `csv` is then incomplete.
+/// Reads a whole CSV text; skips a byte order mark at its start. Columns may stand in any order,
+/// and all but `date` may be missing. Returns false, with the first fault in `fault`, when anything
+/// is wrong anywhere; `csv` is then incomplete.
 ///
 /// Dates and numbers are accepted as widely as the data files hold them, so that every exported
 /// diary can be imported: day 1 to 31 of any month of 1601 to 2500, any 32-bit value.

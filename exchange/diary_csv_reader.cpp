@@ -15,8 +15,8 @@ constexpr std::int32_t HeaviestLevel = 3;
 constexpr std::int32_t LowestTemperature = 9500;
 constexpr std::int32_t HighestTemperature = 10000;
 
-/// Parses a cell of one column into `change`. Returns null, or why the cell is refused. Sets
-/// `oddity` when the cell is accepted with a doubt.
+/// Parses a cell of one column into `change`. Returns null, or the reason why the cell is refused.
+/// Sets `oddity` to the doubt when a cell is accepted with one.
 using TakeCellText = const char* (*)(std::string_view text, DayChange& change,
                                      std::string_view& oddity);
 
