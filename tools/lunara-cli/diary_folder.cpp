@@ -138,7 +138,7 @@ std::optional<Failure> SaveDiary(UserData& data, const WideString& folder,
         }
         return Failure{folder, ReasonText(error)};
     }
-    // Deleting a single file reports no failure, so look whether the file is gone.
+    // A save that only deletes one file reports no failure, so check that the file is gone.
     for (const WideString& path : deleted) {
         if (FileExists(path)) {
             return Failure{path, "it could not be deleted"};
