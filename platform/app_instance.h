@@ -4,7 +4,8 @@
 
 namespace lunara {
 
-/// The process-wide application instance, set once at start and read by every resource load.
+/// The application's instance handle, set once at start. Windows are created and the program's
+/// resources loaded with it.
 void SetAppInstance(HINSTANCE instance);
 HINSTANCE AppInstance();
 
