@@ -1,6 +1,7 @@
 #pragma once
 
-// Stretches of days that belong together: a bleeding, the days of a possible ovulation.
+// Runs of days: a bleeding, the days of a possible ovulation, the fertile days around it.
+// Neighbouring days of a run lie at most a given number of days apart.
 
 #include <vector>
 
@@ -8,7 +9,7 @@
 
 namespace lunara {
 
-/// The first and the last day of a stretch; the same for one day.
+/// A closed range of days; `first` equals `last` for a run of one day.
 struct DayRun {
     DateKey first;
     DateKey last;
@@ -16,17 +17,18 @@ struct DayRun {
 
 using DayRuns = std::vector<DayRun>;
 
-/// The runs of the past as they were found on the way, so that marking need not look for them
-/// again.
+/// Runs, in date order, that the prediction collects while it fills the lists of the past.
+/// `MarkDays` extends them instead of searching those lists again.
 struct PastRuns {
     DayRuns bleeding;
     DayRuns ovulation;
     DayRuns pregnancy;
 };
 
-/// Makes `runs` those of all days of `list`, whatever their values: days at most `largestGap`
-/// (1..28) apart belong to one run. Of the runs that are there already, those that end before
-/// `known` must be the first ones of the list; the others are found anew.
+/// Sorts `list` and completes `runs` to all of its runs, in date order. Days at most `largestGap`
+/// (1..28) days apart belong to one run, whatever their values.
+/// Keeps the runs that end before `known`, which must cover the first days of the list exactly;
+/// drops the others and finds them anew. An empty `runs` is always right.
 void CompleteRuns(DayValueList& list, DateKey largestGap, DateKey known, DayRuns& runs);
 
 }  // namespace lunara

@@ -15,7 +15,8 @@ constexpr int StatusBits = 32;
 constexpr std::size_t StatusStringUnits = 32;
 constexpr std::size_t StatusTextUnits = 1024;
 
-/// Days since the last valid period start after which the alerts change.
+/// Last day of each alert, in days since the last valid period start. "Pregnancy highly probable."
+/// ends on the first one, "Go see a doctor." on the second.
 constexpr std::int32_t LastDayForPrediction = 36;
 constexpr std::int32_t LastDayForDoctor = 72;
 
@@ -24,26 +25,27 @@ constexpr std::uint32_t PossibleBleedingBits =
     DAY_BLEEDING_POSSIBLE | DAY_BLEEDING_POSSIBLE_FIRST | DAY_BLEEDING_POSSIBLE_LAST;
 constexpr std::int32_t ArgumentsPerCycle = 2;
 
-constexpr int FromRecordedToPossible = 3;  // bit places between the two
+constexpr int FromRecordedToPossible = 3;  // shift from a recorded bleeding bit to its possible one
 
-/// Bits for a day, waiting to be set.
+/// Status bits to set on one day.
 struct DayMark {
     DateKey date;
     std::uint32_t bits;
 };
 
-/// Later than any date.
+/// Sentinel that ends a sequence of marks; its date is later than any other.
 constexpr DayMark NoMoreMarks = {std::numeric_limits<DateKey>::max(), 0};
 
-/// A bit for days before today and one for today and later.
+/// The bit to set before today, and the one to set from today on.
 struct MarkBits {
     std::uint32_t past;
     std::uint32_t coming;
 };
 
-/// How the runs of a list of days are found and marked.
+/// How to find the runs of a list, and which bits to set on the day of a one-day run and on the
+/// first and the last day of a longer one. Days between those two get no bit.
 struct RunRule {
-    DateKey largestGap;  // days between two days of one run
+    DateKey largestGap;  // largest distance between neighbouring days of a run, days
     MarkBits single, first, last;
 };
 
@@ -55,13 +57,13 @@ constexpr RunRule OvulationRuns = {1,
                                    {DAY_OVULATION, DAY_OVULATION_POSSIBLE},
                                    {DAY_OVULATION_FIRST, DAY_OVULATION_POSSIBLE_FIRST},
                                    {DAY_OVULATION_END, DAY_OVULATION_POSSIBLE_LAST}};
-// Whether she conceived on a past day is not known either: the past is "possible", too.
+// A conception is never recorded, so past days are marked as only possible, too.
 constexpr RunRule PregnancyRuns = {1,
                                    {DAY_PREGNANCY_POSSIBLE, DAY_PREGNANCY_POSSIBLE},
                                    {DAY_PREGNANCY_POSSIBLE_FIRST, DAY_PREGNANCY_POSSIBLE_FIRST},
                                    {DAY_PREGNANCY_POSSIBLE_LAST, DAY_PREGNANCY_POSSIBLE_LAST}};
 
-/// Walks over the marks of runs.
+/// Yields the marks of a list of runs in date order.
 class RunMarks {
   public:
     RunMarks(const DayRuns& runs, const RunRule& runRule, DateKey todayKey)
@@ -71,7 +73,8 @@ class RunMarks {
 
     DateKey Date() const { return mark.date; }
 
-    /// The bits of the mark that stands here when it is the date's, which is left behind then.
+    /// Returns the bits of the current mark and advances when that mark is for `date`; else returns
+    /// 0.
     std::uint32_t Take(DateKey date) {
         if (mark.date != date) {
             return 0;
@@ -104,11 +107,11 @@ class RunMarks {
     DateKey today;
     const DayRun* next;
     const DayRun* end;
-    bool hasLast = false;  // the first day of *next was marked, its last is still to be
+    bool hasLast = false;  // `mark` is the first day of *next; its last day comes next
     DayMark mark = NoMoreMarks;
 };
 
-/// Walks over the marks of the valid cycles: start and period end.
+/// Yields the marks of the valid cycles in date order: the start, and the last day of the period.
 class CycleMarks {
   public:
     explicit CycleMarks(const CycleRecordList& cycles) : next(cycles.begin()), end(cycles.end()) {
@@ -119,7 +122,7 @@ class CycleMarks {
 
     std::uint32_t Take(DateKey date) {
         std::uint32_t bits = 0;
-        while (mark.date == date) {  // a period of one day has both marks on it
+        while (mark.date == date) {  // a one-day period starts and ends on the same day
             bits |= mark.bits;
             Advance();
         }
@@ -146,8 +149,9 @@ class CycleMarks {
     DayMark mark = NoMoreMarks;
 };
 
-/// Sets the marks of all days in one pass in date order. Of the marks only those of the cycles
-/// clear anything, the bleeding bits, and they go over all others.
+/// Fills `state.dayFlags` by merging the four mark sequences in date order. A cycle mark replaces
+/// the bleeding bits of its day; all other bits of a day are combined. Without memory `dayFlags`
+/// stays empty.
 void SetMarks(CyclePredictor& state, const PastRuns& runs, DateKey today) {
     RunMarks bleeding(runs.bleeding, BleedingRuns, today);
     RunMarks ovulation(runs.ovulation, OvulationRuns, today);
@@ -182,7 +186,9 @@ void SetMarks(CyclePredictor& state, const PastRuns& runs, DateKey today) {
     state.dayFlags.EndFill(static_cast<std::int32_t>(entry - entries));
 }
 
-/// Whether today bleeds is known, so that it is not just possible; or it is not, so that it is.
+/// Turns today's possible-bleeding bits into recorded ones when today has a bleeding record,
+/// because the runs mark today as possible, like every coming day. Without a record it turns
+/// recorded bits into possible ones.
 void AdjustToday(CyclePredictor& state, DateKey today) {
     const std::int32_t index = state.dayFlags.Find(today);
     if (index < 0) {
@@ -199,7 +205,9 @@ void AdjustToday(CyclePredictor& state, DateKey today) {
     state.dayFlags.ReplaceAt(index, entry);
 }
 
-/// Period late or missing, by the longest cycle that she ever had.
+/// Flags today when the period is late. Counted in days since the last valid period start: from
+/// more than the longest valid cycle up to 36, "pregnancy highly probable"; 37 to 72, "may be
+/// pregnant, see a doctor". Sets nothing outside these ranges or without a valid cycle.
 void AlertToday(CyclePredictor& state, const SYSTEMTIME& today) {
     std::int32_t longest = 0;
     for (const CycleRecord& cycle : state.validCycles) {
@@ -216,7 +224,7 @@ void AlertToday(CyclePredictor& state, const SYSTEMTIME& today) {
     }
 }
 
-/// The texts of the bits, one after the other.
+/// Concatenates the texts of the bits, lowest bit first.
 WideString JoinStatusTexts(std::uint32_t bits) {
     WideString text;
     for (int i = 0; i < StatusBits; ++i) {
@@ -229,7 +237,8 @@ WideString JoinStatusTexts(std::uint32_t bits) {
     return text;
 }
 
-/// The arguments from `first` on as FormatMessage takes them; those that are not there are 0.
+/// Copies the arguments from `first` on into the array that FormatMessage takes. Zeros fill the
+/// rest, so that a text with more placeholders than arguments reads no stray memory.
 std::array<DWORD_PTR, StatusBits> TakeArguments(const IndexList& list, std::int32_t first) {
     std::array<DWORD_PTR, StatusBits> arguments{};
     for (std::int32_t i = 0; i < StatusBits && first + i < list.Count(); ++i) {
@@ -238,7 +247,7 @@ std::array<DWORD_PTR, StatusBits> TakeArguments(const IndexList& list, std::int3
     return arguments;
 }
 
-/// Text that is built in a bounded buffer; what does not fit is dropped.
+/// Builds a text in a buffer of fixed size and drops the units that do not fit.
 class BoundedText {
   public:
     BoundedText(WCHAR* buffer, int size) : target(buffer), room(size - 1) {}
@@ -296,8 +305,9 @@ void MarkDays(CyclePredictor& state, const SYSTEMTIME& today, PastRuns runs) {
         state.dayFlagArgs.SetAt(ArgumentsPerCycle * i + 1, state.validCycles.At(i).cycleLength);
     }
     SetMarks(state, runs, todayKey);
-    // The cycle marks go over these two, but never meet them: a valid cycle has ended, so that its
-    // period lies at least two weeks back.
+    // AdjustToday and AlertToday write today's flags after the cycle marks, so a cycle mark of
+    // today could not replace their bits. There is none: a valid cycle has ended, and its period
+    // lies at least two weeks back.
     AdjustToday(state, todayKey);
     AlertToday(state, today);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 // Day status flags: what is special about a day (first bleeding day, cycle start, ...), and the
-// text that says so. Bit i has the text of string 5 + i.
+// text that says so. The text of bit i is string resource 5 + i.
 
 #include <initializer_list>
 
@@ -12,7 +12,7 @@ namespace lunara {
 
 enum DayStatusFlags : std::uint32_t {
     DAY_CYCLE_START = 0x1,
-    DAY_CYCLE_LENGTHS = 0x2,  // two arguments: period length, cycle length
+    DAY_CYCLE_LENGTHS = 0x2,  // text takes period length and cycle length, days
     DAY_PERIOD_END = 0x4,
     DAY_BLEEDING = 0x8,
     DAY_BLEEDING_FIRST = 0x10,
@@ -38,26 +38,29 @@ enum DayStatusFlags : std::uint32_t {
     DAY_PREDICTION_IMPOSSIBLE = 0x1000000,  // never set, but part of the views' masks
 };
 
-/// All bleeding bits.
+/// All bleeding bits, recorded and possible.
 inline constexpr std::uint32_t BleedingStatusBits = 0x1F8;
 
-/// Marks one day: flags = (flags without clearBits) | setBits; for a day without an entry just
-/// setBits. Arguments, when there are any, become the arguments of the day's text.
+/// Sets the flags of one day to (flags & ~clearBits) | setBits; a day without an entry starts with
+/// no flags. Arguments, when there are any, replace those of the day's text. Without memory the
+/// flags stay as they were.
 void SetDayFlags(CyclePredictor& state, std::uint32_t setBits, std::uint32_t clearBits,
                  DateKey date, std::initializer_list<std::int32_t> arguments = {});
 
-/// Marks all days from the computed lists and the valid cycles of `state`. `runs` may hold what is
-/// known of the lists' runs before the last valid period start.
+/// Fills `state.dayFlags` and the arguments of its texts from the computed lists and the valid
+/// cycles. `runs` may hold the lists' runs before the last valid period start, to save searching
+/// for them (see `CompleteRuns`).
 void MarkDays(CyclePredictor& state, const SYSTEMTIME& today, PastRuns runs = {});
 
-/// The texts of the day's bits inside `mask`, in bit order, with their arguments filled in. Returns
-/// 0 with an empty text when there are none or they do not fit into `textSize` characters (>= 1).
+/// Writes the texts of the day's bits inside `mask`, lowest bit first, with their arguments filled
+/// in. Returns 0 with an empty text when the day has no such bit, or when the result does not fit
+/// into `textSize` (>= 1) units, terminator included; else 1.
 int GetDayStatusText(UserData& data, const SYSTEMTIME& date, WCHAR* text, int textSize,
                      std::uint32_t mask);
 
 /// Rewrites printf placeholders as the numbered inserts of FormatMessage: the n-th "%d" becomes
-/// "%n!d!"; "%%" stays. At most `capacity` units with the terminator; false, with `target` a copy
-/// of `source`, when the text ends inside a placeholder.
+/// "%n!d!"; "%%" stays. Cuts the result at `capacity` units, terminator included. Returns false
+/// when the text ends inside a placeholder; `target` is then a copy of `source`.
 bool NumberPlaceholders(const WCHAR* source, WCHAR* target, int capacity);
 
 }  // namespace lunara

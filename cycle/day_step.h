@@ -1,35 +1,36 @@
 #pragma once
 
-// Steps between near days without converting them to day numbers and back, which would be most of
-// what walking over a diary costs.
+// Steps between near days on date keys alone. Walks over a diary use it because converting every
+// key to a day number and back would be most of their cost.
 
 #include "records/dates.h"
 
 namespace lunara {
 
-/// Days of the month year << 16 | month << 8, whose month is 1..12.
+/// Number of days of a month, given as year << 16 | month << 8 with month in 1..12.
 constexpr DateKey DaysOfMonth(DateKey yearAndMonth) {
     return static_cast<DateKey>(CalendarMonthDays(static_cast<int>(yearAndMonth >> 16),
                                                   static_cast<int>(yearAndMonth >> 8 & 0xFF)));
 }
 
-/// The month after year << 16 | month << 8.
+/// The month that follows `yearAndMonth`; both are year << 16 | month << 8 with month in 1..12.
 constexpr DateKey MonthAfter(DateKey yearAndMonth) {
     const bool isDecember = (yearAndMonth >> 8 & 0xFF) == 12;
     return yearAndMonth + (isDecember ? 0x1'0000 - 0xB00 : 0x100);
 }
 
-/// The days after a day, up to four weeks of them.
+/// Keys of the days up to 28 days after a start day. A range that short crosses at most one end of
+/// a month.
 class DaysAfter {
   public:
-    /// A key that is no real day counts as day 0, as everywhere.
+    /// A key that names no real day counts as day 0 (1 January 1601), as in all day arithmetic.
     explicit DaysAfter(DateKey start) : key(IsRealDay(start) ? start : KeyOfDayNumber(0)) {
         const DateKey month = key & ~DateKey{0xFF};
         left = static_cast<std::int32_t>(DaysOfMonth(month) - (key & 0xFF));
         beforeNextMonth = MonthAfter(month);
     }
 
-    /// `days` in 0..28.
+    /// The key of the day `days` (0..28) days after the start.
     DateKey operator[](std::int32_t days) const {
         return days <= left ? key + static_cast<DateKey>(days)
                             : beforeNextMonth + static_cast<DateKey>(days - left);
@@ -38,13 +39,14 @@ class DaysAfter {
   private:
     DateKey key;
     std::int32_t left;        // days from `key` to the end of its month
-    DateKey beforeNextMonth;  // the key one below that of the next month's first day
+    DateKey beforeNextMonth;  // key of the next month's first day, less 1
 };
 
-/// DayNumber(later) - DayNumber(earlier) <= days; `later` is the greater key, 1 <= days <= 28.
+/// Whether `later` comes at most `days` (1..28) days after `earlier`, exactly as the difference of
+/// their day numbers says. `later` must be the greater key.
 inline bool AreWithin(DateKey earlier, DateKey later, DateKey days) {
     if (later == earlier + 1 && (later & 0xFF) - 2 < 27) {
-        return true;  // neighbours, or days of a month that does not exist: both count as day 0
+        return true;  // adjacent days, or both in a month that does not exist and so both day 0
     }
     if (!IsRealDay(earlier) || !IsRealDay(later)) {
         return DayNumber(later) - DayNumber(earlier) <= static_cast<std::int32_t>(days);
@@ -58,7 +60,8 @@ inline bool AreWithin(DateKey earlier, DateKey later, DateKey days) {
            DaysOfMonth(month) - (earlier & 0xFF) + (later & 0xFF) <= days;
 }
 
-/// Numbers days that come in date order, mostly near each other, as `DayNumber` does.
+/// Converts keys to day numbers as `DayNumber` does. Fast when each key lies in the month of the
+/// one before it or in the next month; right in any order.
 class DayNumbering {
   public:
     std::int32_t Next(DateKey key) {
@@ -75,7 +78,7 @@ class DayNumbering {
     }
 
   private:
-    static constexpr DateKey NoMonth = 0xFFFF'FFFF;  // its low byte is no month's
+    static constexpr DateKey NoMonth = 0xFFFF'FFFF;  // sentinel: a month's low byte is 0
 
     std::int32_t Convert(DateKey key) {
         const std::int32_t number = DayNumber(key);
@@ -92,8 +95,8 @@ class DayNumbering {
     }
 
     DateKey month = NoMonth;       // year << 16 | month << 8 of the last real day
-    DateKey days = 0;              // of that month
-    std::int32_t beforeMonth = 0;  // number of the day before it
+    DateKey days = 0;              // in `month`; 0 before the first real day
+    std::int32_t beforeMonth = 0;  // day number of the last day before `month`
 };
 
 }  // namespace lunara

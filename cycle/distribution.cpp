@@ -5,13 +5,13 @@
 namespace lunara {
 namespace {
 
-// Indices of the arrays below are sizes; these are the same limits as such.
+// The day limits as std::size_t, the index type of the arrays below.
 constexpr std::size_t Shortest = ShortestCycle;
 constexpr std::size_t Longest = LongestCycle;
 constexpr std::size_t Horizon = HorizonDays;
 constexpr std::size_t FirstOvulation = FirstOvulationDay;
 
-/// Sum of the entries [first, past).
+/// Sum of the entries [first, past), added in ascending order.
 float SumOf(const HorizonValues& values, std::size_t first, std::size_t past) {
     float sum = 0;
     for (std::size_t k = first; k < past; ++k) {
@@ -20,8 +20,8 @@ float SumOf(const HorizonValues& values, std::size_t first, std::size_t past) {
     return sum;
 }
 
-/// Takes back the chances of the days that have passed without a start and scales those of the
-/// coming days up to the same total. False when there is no coming day to scale.
+/// Moves the chances of the days [21, today), which passed without a start, to the days [today,
+/// 36], in proportion to what each of those has. False when those have no chance to scale.
 bool DropPassedDays(std::size_t today, HorizonValues& starts) {
     if (today <= Shortest) {
         return true;
@@ -49,7 +49,8 @@ LengthShares MeasureLengthShares(std::span<const CycleRecord> validCycles) {
     for (const CycleRecord& cycle : validCycles) {
         shares[static_cast<std::size_t>(cycle.cycleLength - ShortestCycle)] += 1.0F;
     }
-    // Multiplying by the reciprocal rounds twice; a division would give other bits.
+    // Multiplying by the reciprocal rounds twice. A division would round once and change result
+    // bits.
     const float reciprocal = 1.0F / static_cast<float>(validCycles.size());
     for (float& share : shares) {
         share = reciprocal * share;
@@ -114,7 +115,7 @@ void PredictOvulation(const OvulationOffsets& offsets, const HorizonValues& star
 }
 
 void PredictPregnancy(const HorizonValues& ovulation, HorizonValues& pregnancy) {
-    constexpr std::size_t Reach = 3;  // days that the kernel looks ahead and back
+    constexpr std::size_t Reach = 3;  // days that the kernel covers on either side
     pregnancy.fill(0);
     for (std::size_t k = Reach; k < Horizon; ++k) {
         float sum = 0;

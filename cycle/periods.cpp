@@ -7,18 +7,18 @@
 namespace lunara {
 namespace {
 
-/// Two bleeding days this far apart still belong to one period: one day without bleeding between
-/// them is bridged.
+/// Largest distance, in days, between neighbouring bleeding days of one period: a single day
+/// without bleeding between them is bridged.
 constexpr std::int32_t LargestGapInPeriod = 2;
 
 constexpr std::int32_t ShortestValidPeriod = 2;
 constexpr std::int32_t LongestValidPeriod = 7;
 
-/// Length given to the cycle that has not ended. No valid cycle is that long, so that the open
-/// cycle always counts as invalid.
+/// Length given to the open cycle, which has not ended: one day more than the longest valid cycle,
+/// so that the open cycle always counts as invalid.
 constexpr std::int32_t OpenCycleLength = LongestCycle + 1;
 
-/// A period and the day number of its start.
+/// A period with the day number of its first day.
 struct Period {
     CycleRecord record;
     std::int32_t startNumber;
@@ -32,8 +32,8 @@ std::vector<Period> SplitIntoPeriods(const RecordedDays& days, DayRuns& runs) {
     DateKey start = days.Record(0).date;
     std::int32_t startNumber = days.Number(0);
     std::int32_t previous = startNumber;
-    // Not simply the difference of the ends: a record of an impossible date counts as day 0 and
-    // makes the run negative, which discards the period.
+    // Length of the period so far, days. A record of an impossible date counts as day 0 and makes
+    // this negative, which discards the period.
     std::int32_t run = 1;
     for (std::size_t i = 1; i < days.Count(); ++i) {
         const std::int32_t number = days.Number(i);
@@ -58,7 +58,8 @@ bool IsOfValidLength(const CycleRecord& period) {
     return period.periodLength >= ShortestValidPeriod && period.periodLength <= LongestValidPeriod;
 }
 
-/// A single day is no period, unless it is today's or yesterday's and may still go on.
+/// Whether a period is kept: 2 to 7 days long, or a single day, today or yesterday, that may still
+/// go on.
 bool IsKept(const Period& period, std::int32_t today) {
     const std::int32_t length = period.record.periodLength;
     const std::int32_t age = today - period.startNumber;
@@ -66,7 +67,8 @@ bool IsKept(const Period& period, std::int32_t today) {
            (length >= ShortestValidPeriod || (age >= 0 && age < length + 1));
 }
 
-/// Removes the discarded periods; the cycle before each is bridged over it.
+/// Removes the periods that are not kept and records their days in `state.discardedDays`. The cycle
+/// before a discarded period is lengthened by the cycle that this period opened.
 void DiscardPeriods(std::vector<Period>& periods, std::int32_t today, CyclePredictor& state) {
     std::size_t kept = 0;
     for (const Period& period : periods) {
@@ -136,7 +138,7 @@ PeriodProfile MeasurePeriodProfile(std::span<const CycleRecord> validCycles,
             if (t >= ProfileDays) {
                 break;
             }
-            if (t >= 0) {  // an impossible date inside the period lies before it
+            if (t >= 0) {  // an impossible date counts as day 0, far before the start
                 levelSum[static_cast<std::size_t>(t)] += days.Record(first).value;
                 ++dayCount[static_cast<std::size_t>(t)];
             }

@@ -1,7 +1,7 @@
 #pragma once
 
-// The past: periods found in the bleeding records, the cycles between them, and what the periods of
-// valid cycles look like on average.
+// Finds the periods in the bleeding records and the cycles between them, and averages the periods
+// of valid cycles.
 
 #include <cstdint>
 #include <span>
@@ -13,11 +13,12 @@
 
 namespace lunara {
 
-/// The bleeding records up to today in date order, each with its day number, so that no later step
-/// converts a date again. Later records are left out: what the diary says of the future is ignored.
+/// The bleeding records up to and including today, in date order, each with its day number, so that
+/// no later step converts a date again. Later records are left out: the prediction ignores what the
+/// diary says of the future.
 class RecordedDays {
   public:
-    /// `bleeding` is sorted and outlives this object unchanged.
+    /// `bleeding` must be sorted and must outlive this object unchanged.
     RecordedDays(const DayValueList& bleeding, DateKey today);
 
     std::size_t Count() const { return numbers.size(); }
@@ -30,13 +31,13 @@ class RecordedDays {
     std::vector<std::int32_t> numbers;
 };
 
-/// Fills `lastValidPeriodStart`, `discardedDays`, `validCycles`, `discardedPeriods` and
-/// `invalidCycles`, all of which must be empty, and `runs` with the first and last days of all
-/// periods, the discarded ones included.
+/// Splits `days` into periods and cycles. Fills `lastValidPeriodStart`, `discardedDays`,
+/// `validCycles`, `discardedPeriods` and `invalidCycles` of `state`, all of which must be empty,
+/// and `runs` with the first and last day of every period, discarded ones included.
 void FindPeriods(const RecordedDays& days, DateKey today, CyclePredictor& state, DayRuns& runs);
 
-/// The mean period of the valid cycles (at least one), from every bleeding record within 7 days of
-/// a cycle's start, whatever became of the period that the record belongs to.
+/// Averages the periods of the valid cycles (at least one, in date order). Counts every bleeding
+/// record on the 7 days from a cycle's start, even one that belongs to a discarded period.
 PeriodProfile MeasurePeriodProfile(std::span<const CycleRecord> validCycles,
                                    const RecordedDays& days);
 

@@ -20,7 +20,7 @@ namespace {
 constexpr int WarningCapacity = 1024;
 constexpr DWORD WarningPauseMs = 3'600'000;
 
-/// The warnings, as string resources.
+/// String resources of the warnings.
 enum WarningText : UINT {
     InsufficientData = 50001,
     NoData = 50002,
@@ -32,17 +32,18 @@ enum WarningText : UINT {
     PredictionNotMeaningful = 50030,
 };
 
-/// With this many valid cycles or fewer the user is told that the prediction is not stable.
+/// With this many valid cycles or fewer the warning says that the prediction is not stable.
 constexpr std::int32_t FewCycles = 3;
 
-/// What a recomputation came to; each outcome has its warnings.
+/// How a recomputation ended; selects the warnings.
 enum class Outcome { NoRecords, NoValidCycle, TooFar, AfterExpected, Predicted };
 
 std::span<const CycleRecord> CyclesOf(const CyclePredictor& state) {
     return {state.validCycles.begin(), static_cast<std::size_t>(state.validCycles.Count())};
 }
 
-/// Everything but the time of the last warning and its receiver.
+/// Clears all computed results. Keeps the memory of the lists that are refilled, the tick of the
+/// last warning and the warning sink.
 void ForgetResults(CyclePredictor& state) {
     state.lastValidPeriodStart = SYSTEMTIME{};
     state.todayIsBleeding = false;
@@ -60,10 +61,13 @@ void ForgetResults(CyclePredictor& state) {
 
 // ---- The past ----
 
-/// Weights of the days around an ovulation, from the day of the kernel's first entry on.
+/// Conception weights of a past cycle's days; entry 0 is the day of the ovulation kernel's first
+/// entry.
 using PregnancyAroundOvulation = std::array<float, 6>;
 
-/// Sums as over the days of a whole cycle, of which only the kernel's own are not zero.
+/// Spreads an ovulation kernel over the fertile days around it. Adds in the order of
+/// `PredictPregnancy`, so that the result has the bits of a sum over the whole cycle, whose other
+/// days only add zeros.
 constexpr PregnancyAroundOvulation SpreadKernel(const OvulationKernel& kernel) {
     PregnancyAroundOvulation weights{};
     for (std::size_t i = 0; i < weights.size(); ++i) {
@@ -77,7 +81,7 @@ constexpr PregnancyAroundOvulation SpreadKernel(const OvulationKernel& kernel) {
     return weights;
 }
 
-/// The entries of a row of weights that are not zero, which stand side by side.
+/// The non-zero entries of a row of weights, which are adjacent, and the index of the first one.
 template <std::size_t Most>
 struct Stretch {
     std::int32_t first = 0;
@@ -100,7 +104,7 @@ constexpr Stretch<Most> TakeStretch(const std::array<float, Size>& row) {
 constexpr std::size_t MostOvulationDays = 2;
 constexpr std::size_t MostPregnancyDays = 5;
 
-/// By the remainder of the cycle's length when it is halved.
+/// Weights of a past cycle's days, indexed by cycle length % 2.
 constexpr std::array<Stretch<MostOvulationDays>, 2> PastOvulation = {
     TakeStretch<MostOvulationDays>(EvenOvulationKernel),
     TakeStretch<MostOvulationDays>(OddOvulationKernel)};
@@ -112,7 +116,8 @@ DayValue DayWeight(DateKey date, float weight) {
     return {date, std::bit_cast<std::int32_t>(weight)};
 }
 
-/// Recorded days are certain. Every list gets room for what the prediction adds.
+/// Stores the recorded levels and their period probabilities: 1, or 0 for a record of level 0.
+/// Gives both lists room for the predicted days as well, so that adding those does not reallocate.
 void StoreRecordedDays(const RecordedDays& days, CyclePredictor& state) {
     const auto count = static_cast<std::int32_t>(days.Count());
     DayValue* levels = state.bleedingLevels.BeginFill(count + HorizonDays);
@@ -131,9 +136,11 @@ void StoreRecordedDays(const RecordedDays& days, CyclePredictor& state) {
     state.periodProbabilities.EndFill(count);
 }
 
-/// Writes a stretch of weights, of which the first entry would belong to the day `offset` after the
-/// start. There must be room for the longest stretch: all of it is written and what is too much
-/// then left behind, because how many days it has cannot be guessed by the processor.
+/// Writes the weights of `stretch` to `next`, advances `next` past them and returns the first and
+/// last day written. `offset` is the day, counted from the start of `days`, of entry 0 of the
+/// original row.
+/// There must be room for `Most` entries: all are written and the surplus is left to be
+/// overwritten, because a loop over the varying count costs a mispredicted branch per cycle.
 template <std::size_t Most>
 DayRun WriteStretch(const Stretch<Most>& stretch, const DaysAfter& days, std::int32_t offset,
                     DayValue*& next) {
@@ -146,7 +153,8 @@ DayRun WriteStretch(const Stretch<Most>& stretch, const DaysAfter& days, std::in
     return {first->date, next[-1].date};
 }
 
-/// So are the ovulations of the valid cycles, which have ended, and the fertile days around them.
+/// Stores the ovulation days of the valid cycles, all of which have ended, and the fertile days
+/// around them, and fills `runs` with the runs that they form.
 void StorePastOvulations(CyclePredictor& state, PastRuns& runs) {
     const std::int32_t cycles = state.validCycles.Count();
     DayValue* const ovulations = state.ovulationProbabilities.BeginFill(
@@ -173,8 +181,9 @@ void StorePastOvulations(CyclePredictor& state, PastRuns& runs) {
 
 // ---- The prediction ----
 
-/// Stores the weights of at least 0.01 for the days from the last valid period start on. A day that
-/// has an entry already keeps it: what is known of the past goes before what is expected.
+/// Stores the weights of at least 0.01 for the 365 days from the last valid period start on. A day
+/// that already has an entry in `list` keeps it, because records take precedence over predictions;
+/// its weight in `values` is set to 0.
 void StorePredicted(UserData& data, HorizonValues& values, DayValueList& list) {
     const SYSTEMTIME& start = data.predictor.lastValidPeriodStart;
     const std::int32_t startNumber = DayNumber(ToDateKey(start));
@@ -274,14 +283,14 @@ void PostWarning(const CyclePredictor& state, Outcome outcome) {
     }
 }
 
-/// The weight stored for the date, 0 when there is none.
+/// The float stored for the date; 0 when there is none.
 float WeightOf(DayValueList& list, const SYSTEMTIME& date) {
     const std::int32_t index = list.Find(ToDateKey(date));
     return index < 0 ? 0 : std::bit_cast<float>(list.At(index).value);
 }
 
-/// Of the dates that `edge` takes from the bleeding and the temperature list, the one that
-/// `goesBefore` prefers.
+/// Applies `edge` to the bleeding and the temperature list, sorted and not empty, and writes the
+/// date that `goesBefore` prefers. Returns 0, with `date` left alone, when both lists are empty.
 template <typename Edge, typename Preference>
 int EdgeRecordDate(UserData& data, Edge edge, Preference goesBefore, SYSTEMTIME& date) {
     std::optional<DateKey> best;

@@ -1,7 +1,7 @@
 #pragma once
 
-// Comma-separated values as RFC 4180 has them, read strictly: what is not CSV is refused with the
-// place where it stops being so.
+// A strict reader for comma-separated values (RFC 4180), and the quoting of cells. Text that is not
+// CSV is refused with the line and column of the fault.
 
 #include <string>
 #include <string_view>
@@ -9,25 +9,26 @@
 
 namespace lunara {
 
-/// Why a CSV text was refused, or what is odd about it. Lines and columns count from 1; the line is
-/// that of the text, so that a line break inside quotes counts; the column is the cell's number.
+/// Why a CSV text was refused, or what is doubtful about it. `line` and `column` count from 1:
+/// `line` counts the text's line breaks, those inside quotes included; `column` counts cells.
 struct CsvFault {
     int line = 0;
     int column = 0;
     std::string reason;
 };
 
+/// A cell's text, unquoted, and its place.
 struct CsvCell {
-    int line = 0;  // where it begins
+    int line = 0;  // on which the cell begins, from 1
     std::string text;
 };
 
 using CsvRow = std::vector<CsvCell>;
 
-/// Reads a text row by row. Lines end with LF or CR LF, the last one with neither, too. A line
-/// without any character is skipped. A cell in quotes may hold commas, line breaks and doubled
-/// quotes; a quote in a cell that does not begin with one, text behind a closing quote, a quote
-/// that is never closed and a CR without its LF outside quotes are faults.
+/// Reads a text row by row. Lines end with LF or CR LF; the last one needs neither. Empty lines are
+/// skipped. A cell in quotes may hold commas, line breaks and doubled quotes. Faults are a quote
+/// inside an unquoted cell, text behind a closing quote, a quote that is never closed, and a CR
+/// without LF outside quotes.
 class CsvReader {
   public:
     enum class Result { Row, End, Bad };
@@ -35,10 +36,11 @@ class CsvReader {
     /// `whole` must outlive the reader.
     explicit CsvReader(std::string_view whole) : text(whole) {}
 
-    /// Fills `row` (at least one cell) with the next row. After End or Bad the same comes again.
+    /// Fills `row` with the cells (at least one) of the next row. After End or Bad every further
+    /// call returns the same, with `row` empty.
     Result Next(CsvRow& row);
 
-    /// What was wrong when `Next` answered Bad.
+    /// The fault, after `Next` returned Bad.
     const CsvFault& Fault() const { return fault; }
 
   private:
@@ -57,7 +59,8 @@ class CsvReader {
     CsvFault fault;
 };
 
-/// `cell` as it stands in a row: in quotes when it holds a comma, a quote or a line break.
+/// Returns `cell` as it is written in a row: in quotes, with its own quotes doubled, when it holds
+/// a comma, a quote or a line break; else unchanged.
 std::string QuoteCsvCell(std::string_view cell);
 
 }  // namespace lunara

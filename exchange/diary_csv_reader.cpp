@@ -11,12 +11,12 @@ namespace {
 
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::int32_t HeaviestLevel = 3;
-// The limits of the program's own temperature entry.
+// Limits of the program's own temperature entry, in hundredths of a degree Fahrenheit, inclusive.
 constexpr std::int32_t LowestTemperature = 9500;
 constexpr std::int32_t HighestTemperature = 10000;
 
-/// What a column's cells do to the row's change: nothing but the reason on refusal. `oddity` stays
-/// empty unless the cell was taken with a doubt.
+/// Parses a cell of one column into `change`. Returns null, or the reason why the cell is refused.
+/// Sets `oddity` to the doubt when a cell is accepted with one.
 using TakeCellText = const char* (*)(std::string_view text, DayChange& change,
                                      std::string_view& oddity);
 
@@ -32,7 +32,7 @@ const char* TakeDate(std::string_view text, DayChange& change, std::string_view&
     return nullptr;
 }
 
-/// The whole of `text` as a decimal number without a plus sign or blanks.
+/// Parses all of `text` as a decimal integer without plus sign or blanks; nothing for other text.
 std::optional<std::int64_t> WholeNumber(std::string_view text) {
     std::int64_t number = 0;
     const char* end = text.data() + text.size();
@@ -57,7 +57,8 @@ const char* TakeBleeding(std::string_view text, DayChange& change, std::string_v
     return nullptr;
 }
 
-/// Hundredths of a decimal number with at most two decimals.
+/// Parses a decimal number with at most two decimals and returns its hundredths; nothing for other
+/// text.
 std::optional<std::int64_t> Hundredths(std::string_view text) {
     const std::size_t point = text.find('.');
     std::string digits(text.substr(0, point));
@@ -103,8 +104,8 @@ const char* TakePms(std::string_view text, DayChange& change, std::string_view& 
     return TakeMark(text, change.pms);
 }
 
-/// Line ends as the program's note dialog writes and shows them; with a bare LF it would run the
-/// lines together. A CR LF stays one.
+/// Turns every bare LF into CR LF. The edit control of the notes dialog writes CR LF and would run
+/// lines together at a bare LF.
 WideString WithCrLf(const WideString& note) {
     WideString text;
     for (const WCHAR unit : note) {
@@ -142,7 +143,8 @@ constexpr Column Columns[] = {
     {"cramps", TakeCramps}, {"pms", TakePms},           {"note", TakeNote},
 };
 
-/// Cell texts in messages: short, on one line, and nothing a terminal would obey.
+/// Quotes a cell for a message: at most 40 bytes, with '?' for everything but printable ASCII, so
+/// that it stays on one line and a terminal finds no control sequence in it.
 std::string Quoted(std::string_view text) {
     constexpr std::size_t LongestShown = 40;
     std::string shown = "\"";
@@ -260,7 +262,7 @@ class DiaryReader {
     CsvReader rows;
     DiaryCsv& csv;
     CsvFault& fault;
-    std::vector<const Column*> columns;  // by position in the file
+    std::vector<const Column*> columns;  // the header's, by position in the file
 };
 
 }  // namespace

@@ -7,7 +7,8 @@
 namespace lunara {
 namespace {
 
-/// A list under change. Looking days up in the list itself would sort it again for every new day.
+/// Edits the values of a list in a map and writes them back at the end. Editing the list itself
+/// would sort it again for every lookup after a new day.
 class ValuesByDay {
   public:
     explicit ValuesByDay(DayValueList& changed) : list(changed) {
@@ -17,13 +18,13 @@ class ValuesByDay {
         values = stored;
     }
 
-    /// The day's value, `none` when it has no record.
+    /// Returns the day's value, or `none` when it has no record.
     std::int32_t Get(DateKey date, std::int32_t none) const {
         const auto found = values.find(date);
         return found == values.end() ? none : found->second;
     }
 
-    /// Sets one day's value; `none` deletes the record.
+    /// Sets the day's value; `none` deletes the record.
     void Set(DateKey date, std::int32_t value, std::int32_t none) {
         if (value == none) {
             values.erase(date);
@@ -32,7 +33,8 @@ class ValuesByDay {
         }
     }
 
-    /// Puts what changed into the list and marks it dirty. False without memory.
+    /// Writes the values back and marks the list dirty, if any value changed. False when memory is
+    /// short; the list is then incomplete.
     bool Store() {
         if (values == stored) {
             return true;
@@ -53,7 +55,7 @@ class ValuesByDay {
     std::map<DateKey, std::int32_t> values;
 };
 
-/// Sets and clears the marks that the change names; all other bits stay.
+/// Applies the marks that the change names to `flags`; keeps all other bits.
 std::int32_t ChangedMarks(std::int32_t flags, const DayChange& change) {
     if (change.cramps) {
         flags = *change.cramps ? flags | NoteFlagCramps : flags & ~NoteFlagCramps;

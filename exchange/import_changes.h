@@ -6,8 +6,9 @@
 
 namespace lunara {
 
-/// Applies the changes in their order. Only collections that really change become dirty. False
-/// without memory: the data set must not be saved then.
+/// Applies the changes in order, so that a later row for a day wins. Marks the collections that
+/// differ afterwards as dirty, and the prediction as out of date. False when memory is short: the
+/// data set is then incomplete and must not be saved.
 bool ApplyChanges(UserData& data, const std::vector<DayChange>& changes);
 
 }  // namespace lunara

@@ -9,7 +9,7 @@ namespace {
 constexpr unsigned FirstYear = 1601;
 constexpr unsigned LastYear = 2500;
 
-/// The number that the digits are; a number past every limit here when one of them is no digit.
+/// The value of a string of digits; 10000, past every limit here, when it holds anything else.
 unsigned NumberOf(std::string_view digits) {
     unsigned number = 0;
     for (const char digit : digits) {
@@ -24,7 +24,7 @@ unsigned NumberOf(std::string_view digits) {
 }  // namespace
 
 std::string IsoDate(DateKey key) {
-    char text[16];  // the longest is 65535-255-255
+    char text[16];  // the longest text is 65535-255-255
     const int length = std::snprintf(text, sizeof text, "%04u-%02u-%02u", key >> 16,
                                      (key >> 8) & 0xFFU, key & 0xFFU);
     return {text, static_cast<std::size_t>(length)};

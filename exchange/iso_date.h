@@ -1,6 +1,6 @@
 #pragma once
 
-// Days as text, the way CSV, JSON and the command line have them: 2006-01-31.
+// Days as text of the form 2006-01-31, which CSV, JSON and the command line use.
 
 #include <optional>
 #include <string>
@@ -10,11 +10,11 @@
 
 namespace lunara {
 
-/// "YYYY-MM-DD" of the key's parts, whether they name a real day or not.
+/// Formats the key's parts as "YYYY-MM-DD", whether they name a real day or not.
 std::string IsoDate(DateKey key);
 
-/// The key of a "YYYY-MM-DD" that a data file could hold: year 1601 to 2500, month 1 to 12, day 1
-/// to 31 of any month. Nothing for any other text.
+/// Parses "YYYY-MM-DD" with year 1601 to 2500, month 1 to 12 and day 1 to 31. Accepts days that the
+/// calendar does not have, because data files may hold them. Nothing for any other text.
 std::optional<DateKey> ParseIsoDate(std::string_view text);
 
 }  // namespace lunara

@@ -13,10 +13,11 @@ std::map<DateKey, WideString> NoteTexts(const NotePageList& pages) {
         for (; index < pages.Count() && pages.At(index).date == date; ++index) {
             text.append(pages.At(index).text, NotePageUnits);
         }
-        // A last page that is full loses its last unit to the terminator, as everywhere.
+        // The last unit of the last page always reads as terminator, as in NotePageList::CopyText.
         text.back() = 0;
         text.resize(text.find(WCHAR{0}));
-        // A file may hold a day's pages in two places; the first place is the day's note.
+        // A file may hold two groups of pages for one day. The first one is the day's note, and
+        // emplace keeps it.
         texts.emplace(date, std::move(text));
         first = index;
     }

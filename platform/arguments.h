@@ -1,22 +1,22 @@
 #pragma once
 
-// What a program for the shell needs of the system before it can do anything: its arguments as
-// UTF-8, and standard streams that pass bytes on as they are.
+// What a command-line program needs of the system first: its arguments as UTF-8, and standard
+// streams that pass bytes unchanged.
 
 #include <string>
 #include <vector>
 
 namespace lunara {
 
-/// The arguments without the program's own name, as UTF-8. Windows is asked for its own command
-/// line, because what `main` receives there is in the system's 8-bit code page. Elsewhere they are
-/// the bytes that `main` received, UTF-8 or not.
+/// Returns the arguments as UTF-8, without the program's name. On Windows they come from the
+/// system's own command line, because `main` receives them in the 8-bit code page. Elsewhere they
+/// are the bytes that `main` received, UTF-8 or not.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
 
-/// Standard input, output and error no longer turn line ends into anything else.
+/// Switches standard input, output and error to binary mode, which passes line ends unchanged.
 void MakeStandardStreamsBinary();
 
-/// What stands between a folder and a file in a path that is shown to a person.
+/// The system's separator between folder and file: '\' on Windows, '/' elsewhere.
 extern const char PathSeparator;
 
 }  // namespace lunara

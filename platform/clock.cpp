@@ -29,7 +29,8 @@ SYSTEMTIME SystemNow() {
 }
 
 DWORD SystemTicks() {
-    // The 32-bit count is meant: the hourly rule of the warning box is defined on its wrap-around.
+    // Truncated on purpose: the hourly limit of the warning box is defined on the 32-bit count and
+    // its wrap-around.
     return static_cast<DWORD>(::GetTickCount64());
 }
 

@@ -7,13 +7,13 @@
 namespace lunara {
 namespace {
 
-/// Units of a string resource, and of a formatted message, terminator included.
+/// Buffer size for a string resource and for a formatted message, in units, terminator included.
 constexpr std::size_t MessageUnits = 512;
 
 int Length(const WCHAR* text) { return static_cast<int>(WideView(text).size()); }
 
-/// Writes the dots that tell a cut text into the last three places before the terminator. Where
-/// there are fewer places, fewer dots.
+/// Marks a text as cut: writes "...", or as many dots as fit, to the end of the buffer and
+/// terminates it.
 void MarkCut(WCHAR* text, int capacity) {
     for (int place = std::max(0, capacity - 4); place < capacity - 1; ++place) {
         text[place] = '.';
@@ -21,7 +21,8 @@ void MarkCut(WCHAR* text, int capacity) {
     text[capacity - 1] = 0;
 }
 
-/// Ends a text that wanted `length` units, of which those that fit are in place already.
+/// Terminates a text of `length` units, of which those that fit are in place already; marks it when
+/// some did not fit.
 void Finish(WCHAR* text, int capacity, int length) {
     if (length >= capacity) {
         MarkCut(text, capacity);

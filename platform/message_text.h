@@ -1,7 +1,7 @@
 #pragma once
 
-// A bounded UTF-16 text builder. Whatever is stored, the text never exceeds its capacity, and a
-// text that had to be cut says so: its last three units are "...".
+// A UTF-16 text in a buffer of fixed capacity. A text that does not fit is cut, and ends with "..."
+// to show it.
 
 #include <memory>
 
@@ -11,10 +11,11 @@ namespace lunara {
 
 class MessageText {
   public:
+    /// How the Format functions store their result: `Set`, `Append` or `Prepend`.
     using Store = void (MessageText::*)(const WCHAR* text);
 
-    /// `capacity` in UTF-16 units with the terminator, >= 0; with 0 there is no buffer and every
-    /// store does nothing. Capacities under 4 cut without the dots that do not fit.
+    /// `startCapacity` (>= 0) is in UTF-16 units, terminator included. With 0 there is no buffer
+    /// and every store does nothing. Below 4 a cut text ends with fewer dots, as many as fit.
     explicit MessageText(int startCapacity);
     MessageText(const MessageText&) = delete;
     MessageText& operator=(const MessageText&) = delete;
@@ -22,22 +23,28 @@ class MessageText {
     MessageText& operator=(MessageText&&) = delete;
     ~MessageText() = default;
 
-    /// Keeps as much of the text as fits. 0 frees the buffer. Without memory nothing changes.
+    /// Changes the capacity and keeps as much of the text as fits, without marking a cut. 0 frees
+    /// the buffer. When memory is short nothing changes.
     void Resize(int newCapacity);
 
-    // What is stored must not be a part of the builder's own text.
+    /// Replaces the content by `text`, which must not lie in this object's own buffer.
     void Set(const WCHAR* text);
+    /// Adds `text`, which must not lie in this object's own buffer, at the end.
     void Append(const WCHAR* text);
-    /// Puts the text in front; one that fills the buffer by itself replaces the old text, cut.
+    /// Inserts `text`, which must not lie in this object's own buffer, in front and cuts the end. A
+    /// text that fills the buffer by itself replaces the content.
     void Prepend(const WCHAR* text);
 
-    /// Formats string `id` (up to 511 units, and as many after formatting) with printf-style
-    /// arguments and hands it to `store`; "Resource message 0x%08X\n" when there is no such string.
+    /// Formats the string resource `id` with printf-style arguments and hands the result to
+    /// `store`. Cuts the string and the result to 511 units each. Stores "Resource message
+    /// 0x%08X\n", with the id, when there is no such string.
     void FormatResource(Store store, UINT id, ...);
-    /// The system's text of an error code; "System message 0x%08X\n" when it has none.
+    /// Hands the system's text of an error code to `store`, or "System message 0x%08X\n" when it
+    /// has none.
     void FormatSystem(Store store, DWORD code);
 
-    /// At most `size` units (>= 1), terminated, a cut copy marked like a cut text.
+    /// Copies the text, cut to `size` (>= 1) units, terminator included. A cut copy ends with
+    /// "...".
     void CopyTo(WCHAR* target, int size) const;
 
     const WCHAR* Text() const { return buffer ? buffer.get() : TEXT(""); }

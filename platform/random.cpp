@@ -14,11 +14,12 @@ namespace {
 std::uint32_t SystemWord() {
     std::uint32_t word = 0;
 #ifdef _WIN32
-    // The generator of the one library that is loaded anyway: the newer one would add two libraries
-    // to every start for a handful of words. It is documented not to fail.
+    // RtlGenRandom lies in a library that is loaded already; BCryptGenRandom would add two
+    // libraries to every start for a handful of words. The result is not checked: from Windows 10
+    // on the call behaves like ProcessPrng, which always succeeds.
     ::RtlGenRandom(&word, sizeof(word));
 #else
-    // A request this short is neither interrupted nor cut.
+    // Requests up to 256 bytes are neither interrupted by signals nor cut short.
     [[maybe_unused]] const auto got = ::getrandom(&word, sizeof(word), 0);
 #endif
     return word;

@@ -1,15 +1,15 @@
 #pragma once
 
-// The one place that asks the system for random words. Tests set it.
+// The only place that asks the system for random words, so that tests can set them.
 
 #include <cstdint>
 
 namespace lunara {
 
-/// 32 bits from the system's generator, fit for masking secrets.
+/// Returns 32 bits from the system's generator, good enough to mask secrets.
 std::uint32_t RandomWord();
 
-/// From here on `RandomWord` answers what `source` answers; null asks the system again.
+/// Makes `RandomWord` return the words of `source`; null restores the system's generator.
 void SetRandomSource(std::uint32_t (*source)());
 
 }  // namespace lunara

@@ -4,7 +4,6 @@ namespace lunara {
 namespace {
 
 constexpr StringResource Strings[] = {
-// TEXT() of a macro argument needs the argument expanded first, which the literal here is.
 #define LUNARA_STRING(id, text) {id, TEXT(text)},
 #include "resources/strings.inc"
 #undef LUNARA_STRING

@@ -1,7 +1,7 @@
 #pragma once
 
-// The program's strings for code that has no resources to load them from (the native core), and
-// for tests that compare the two. Programs ask LoadStringW.
+// The program's strings for code that has no resources to load them from (the native core), and for
+// tests that compare them with the resources. Programs call LoadStringW.
 
 #include <span>
 

@@ -35,7 +35,8 @@ void AppendUtf8(std::string& bytes, char32_t code) {
     }
 }
 
-/// Reads one code point at `position` and moves it on; nothing when the bytes there are not UTF-8.
+/// Decodes one code point at `position` and moves `position` past it. Nothing when the bytes there
+/// are not UTF-8. Accepts encoded surrogates.
 std::optional<char32_t> TakeUtf8(std::string_view bytes, std::size_t& position) {
     const auto lead = static_cast<unsigned char>(bytes[position++]);
     if (lead < 0x80) {
@@ -61,7 +62,8 @@ std::optional<char32_t> TakeUtf8(std::string_view bytes, std::size_t& position) 
     return code;
 }
 
-/// Collects formatted output, of which only what fits is kept.
+/// Writes formatted output to a buffer of fixed size; counts the units that do not fit and drops
+/// them.
 class BoundedOutput {
   public:
     BoundedOutput(WCHAR* buffer, std::size_t size) : target(buffer), room(size - 1) {}
@@ -84,9 +86,10 @@ class BoundedOutput {
     std::size_t length = 0;
 };
 
-/// One conversion of a format: "%", flags, width, precision, length, and the conversion character.
+/// One conversion of a printf format: "%", flags, width, precision, length, and the conversion
+/// character.
 struct Conversion {
-    std::string flags;  // flags, width and precision, as the byte-wide printf takes them
+    std::string flags;  // flags, width and precision as text, for snprintf
     int precision = -1;
     int width = 0;
     bool leftAligned = false;
@@ -242,7 +245,7 @@ int FormatTextV(WCHAR* target, std::size_t size, const WCHAR* format, va_list ar
                 PutString(output, conversion, text != nullptr ? text : TEXT("(null)"));
                 break;
             }
-            default:  // "%%", and any conversion that is none: the character itself
+            default:  // "%%" and unknown conversions print the character itself
                 if (conversion.kind != 0) {
                     output.Put(static_cast<unsigned char>(conversion.kind));
                 }

@@ -1,8 +1,8 @@
 #pragma once
 
-// The system's names, and the only way the portable core reaches them: <windows.h> on Windows,
-// elsewhere a stand-in with just the types and calls that the core makes. Each stand-in behaves
-// as the platform's does, its failures and its last error included.
+// The Win32 types and calls of the portable core, which reaches the system through this header
+// alone: <windows.h> on Windows, elsewhere a stand-in with only the types and calls that the core
+// uses. Each stand-in behaves as the platform does, in its failures and its last error, too.
 
 #ifdef _WIN32
 #include <windows.h>

@@ -1,6 +1,6 @@
 #include "platform/window_theme.h"
 
-// windows.h must come first
+// <uxtheme.h> needs <windows.h> before it.
 #include <uxtheme.h>
 
 namespace lunara {

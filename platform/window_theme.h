@@ -4,8 +4,8 @@
 
 namespace lunara {
 
-/// Makes a control draw itself as on the device. With the desktop's visual styles a check box would
-/// take the colour of its text from them and not from its dialog.
+/// Takes the desktop's visual style off a control, so that it draws itself as on the device. A
+/// styled check box ignores the text colour that its dialog sets.
 void DropVisualStyle(HWND control);
 
 }  // namespace lunara

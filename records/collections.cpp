@@ -9,7 +9,8 @@ namespace {
 constexpr std::int32_t SortedListStep = 10;
 constexpr std::int32_t ShrinkAtFree = 15;
 
-/// Dates are ordered as signed numbers; every valid key is positive.
+/// The sort key of a date. Keys compare as signed numbers, so a damaged key with the top bit set
+/// comes first; every valid key is positive.
 std::int32_t Order(DateKey key) { return static_cast<std::int32_t>(key); }
 
 template <typename Record>
@@ -17,7 +18,7 @@ bool IsEarlier(const Record& a, const Record& b) {
     return Order(a.date) < Order(b.date);
 }
 
-/// Index of the key among `count` ascending records, or -1.
+/// Index of the record with this key in `count` ascending records, or -1.
 template <typename Record>
 std::int32_t BinarySearch(const Record* records, std::int32_t count, DateKey key) {
     std::int32_t low = 0;
@@ -36,7 +37,8 @@ std::int32_t BinarySearch(const Record* records, std::int32_t count, DateKey key
     return -1;
 }
 
-/// As `BinarySearch`, but a key outside the records' range costs two comparisons.
+/// Index of the record with this key in `count` ascending records, or -1. A key outside their range
+/// costs two comparisons instead of a binary search.
 template <typename Record>
 std::int32_t SearchRun(const Record* records, std::int32_t count, DateKey key) {
     if (count == 0 || Order(key) < Order(records[0].date) ||
@@ -76,7 +78,7 @@ int RecordArray<Record>::Resize(std::int32_t wanted, std::int32_t inUse) {
             return 0;
         }
     } else if (wanted < allocated / 4) {
-        Reallocate(wanted);  // keeping the larger block is no failure
+        Reallocate(wanted);  // a failure to shrink is harmless
     }
     std::fill(records + inUse, records + wanted, Record{});
     return 1;
@@ -269,7 +271,7 @@ std::int32_t SteppedList<Record>::GetAt(std::int32_t index, Record& record) {
 
 template <typename Record>
 std::int32_t SteppedList<Record>::SetAtEnd(std::int32_t index, const Record& record) {
-    const Record copy = record;  // `record` may lie in the array that is about to move
+    const Record copy = record;  // `record` may alias the array, which GrowFor may move
     if (index < 0 || GrowFor(index) == 0) {
         return 0;
     }
@@ -357,7 +359,7 @@ std::int32_t NotePageList::RemoveText(DateKey key) {
 int NotePageList::ReplaceText(DateKey key, const WCHAR* text, std::int32_t length) {
     NotePage page{};
     const std::int32_t first = FindFirst(key, page);
-    const std::int32_t pages = CountPages(key, first);  // before new ones stand behind them
+    const std::int32_t pages = CountPages(key, first);  // counted before new ones may follow
     if (AppendText(key, text, length) == 0) {
         return 0;
     }

@@ -1,10 +1,10 @@
 #pragma once
 
-// The record types of the diary and the sorted and plain collections that hold them in memory.
+// The record types of the diary, and the date-sorted and plain lists that hold them in memory.
 //
-// Counts and capacities are signed 32-bit; every collection owns its array. `capacity` follows the
-// stated growth steps (10 up, 10 down once 15 are free), while the memory behind it grows
-// geometrically, so that filling a list of n records costs O(n).
+// Counts and capacities are signed 32-bit; every list owns its array. `Capacity()` follows fixed
+// growth steps (a date-sorted list grows by 10, and shrinks by 10 once 15 are free), while the
+// allocation behind it grows geometrically, so that filling a list of n records costs O(n).
 
 #include <cstdint>
 #include <cstdlib>
@@ -15,31 +15,33 @@
 
 namespace lunara {
 
-/// Basal temperature in hundredths of a degree Fahrenheit that means "nothing recorded".
+/// The temperature value, in hundredths of a degree Fahrenheit, that means "nothing recorded". It
+/// lies in the range of real temperatures, so a measured 97.50 cannot be recorded.
 inline constexpr std::int32_t NoTemperature = 9750;
 
-/// Note flag bits.
+/// Bits of a note flags record: what the user ticked for the day.
 inline constexpr std::int32_t NoteFlagCramps = 1;
 inline constexpr std::int32_t NoteFlagPms = 2;
 
 /// UTF-16 units of note text in one page.
 inline constexpr std::int32_t NotePageUnits = 34;
 
-/// One day and its value; 8 bytes, little-endian, the same in memory and in the data files.
+/// One day and its value: 8 bytes, little-endian, the same in memory and in the data files.
 struct DayValue {
     DateKey date;
     std::int32_t value;
 };
 static_assert(sizeof(DayValue) == 8);
 
-/// One piece of a day's note, zero-padded; not terminated when the piece is full. 72 bytes.
+/// One page of a day's note, padded with zeros. A full page has no terminator. 72 bytes.
 struct NotePage {
     DateKey date;
     WCHAR text[NotePageUnits];
 };
 static_assert(sizeof(NotePage) == 72);
 
-/// The status flags of one day (see cycle/day_status.h) and where its text's arguments begin.
+/// The status flags of one day (cycle/day_status.h), and the index of its text's first argument in
+/// `CyclePredictor::dayFlagArgs`.
 struct DayFlagsEntry {
     DateKey date;
     std::uint32_t flags;
@@ -47,7 +49,7 @@ struct DayFlagsEntry {
 };
 static_assert(sizeof(DayFlagsEntry) == 12);
 
-/// One period found in the bleeding records and the cycle that it opens.
+/// A period found in the bleeding records and the cycle that it opens.
 struct CycleRecord {
     std::int32_t periodLength;  // days from first to last bleeding day, gaps counted
     std::int32_t cycleLength;   // days to the next period's start; 37 for the open cycle
@@ -55,7 +57,8 @@ struct CycleRecord {
 };
 static_assert(sizeof(CycleRecord) == 12);
 
-/// An owned array of plain records whose stated capacity and real allocation differ.
+/// Owns an array of trivially copyable records. The allocation may be larger than the capacity that
+/// the owning list reports.
 template <typename Record>
 class RecordArray {
     static_assert(std::is_trivially_copyable_v<Record>);
@@ -69,14 +72,17 @@ class RecordArray {
     Record* Data() { return records; }
     const Record* Data() const { return records; }
 
-    /// Makes room for `wanted` records, of which the first `inUse` are kept and the rest is zero. 0
-    /// (nothing changed) without memory.
+    /// Makes room for `wanted` records (<= 0 frees the array), keeps the first `inUse` and zeroes
+    /// the rest. Keeps a larger allocation unless `wanted` is below a quarter of it. Returns 0,
+    /// with nothing changed, when memory is short; else 1.
     int Resize(std::int32_t wanted, std::int32_t inUse);
 
-    /// Makes room for `wanted` records without keeping any. 0 (nothing changed) without memory.
+    /// Makes room for `wanted` records (> 0) of undefined content; nothing is kept. Returns 0, with
+    /// nothing changed, when memory is short; else 1.
     int Renew(std::int32_t wanted);
 
-    /// Takes over `block`, allocated with malloc for `allocatedRecords`, and frees the old array.
+    /// Takes ownership of `block`, from malloc, with room for `allocatedRecords`, and frees the old
+    /// array. Null and 0 leave the array empty.
     void Adopt(Record* block, std::int32_t allocatedRecords);
 
   private:
@@ -86,8 +92,8 @@ class RecordArray {
     std::int32_t allocated = 0;
 };
 
-/// Records keyed by a unique date, in order of entry until the next `Find` or `Sort`.
-/// Instantiated for DayValue (`DayValueList`) and DayFlagsEntry (`DayTripleList`).
+/// Records with unique dates, kept in order of entry and sorted lazily by the next `Find` or
+/// `Sort`. Instantiated for DayValue (`DayValueList`) and DayFlagsEntry (`DayTripleList`).
 template <typename Record>
 class DateSortedList {
   public:
@@ -96,13 +102,13 @@ class DateSortedList {
     DateSortedList& operator=(const DateSortedList&) = delete;
     virtual ~DateSortedList() = default;
 
-    /// Index of the date's record in date order, or -1. Sorts first when needed.
+    /// Index of the date's record in date order, or -1. Sorts the list first when needed.
     std::int32_t Find(DateKey key);
 
-    /// Replaces the record of the same date where it stands, or appends. Leaves `dirty` alone.
-    /// Without memory for one more record nothing changes and 0 comes back, else 1.
+    /// Replaces the record of the same date in place, or appends. Leaves `dirty` alone. Returns 0,
+    /// with nothing changed, when memory for one more record is short; else 1.
     int Set(const Record& record) {
-        // Lists are mostly filled in date order: such a record goes to the end without a search.
+        // Fast path: most records arrive in date order and are appended without a search.
         if (sortedCount == count && count > 0 && count < capacity &&
             static_cast<std::int32_t>(array.Data()[count - 1].date) <
                 static_cast<std::int32_t>(record.date)) {
@@ -114,30 +120,34 @@ class DateSortedList {
         return SetAnywhere(record);
     }
 
-    /// Removes the date's record; 0 when there is none.
+    /// Removes the date's record and leaves `dirty` alone; 0 when there is none. Sorts first.
     int Remove(DateKey key);
 
-    /// Removes the record at `index` and sets `dirty`; 0 when `index` is not in [0, count).
+    /// Removes the record at `index` of the current order and sets `dirty`; 0 when `index` is not
+    /// in [0, count). Sorts the rest.
     int RemoveAt(std::int32_t index);
 
-    /// Orders the records by date and clears `unsorted`.
+    /// Orders the records by date and clears the unsorted mark.
     void Sort();
 
-    /// Sets the capacity to exactly `n` (n >= count); 0 without memory, all kept.
+    /// Sets the capacity to exactly `n`. Returns 0, with everything kept, when n < count or memory
+    /// is short.
     int Reserve(std::int32_t n);
 
-    /// Frees everything; count, capacity, `unsorted` and `dirty` become 0.
+    /// Frees the array and resets count, capacity, the unsorted mark and `dirty`.
     void Clear();
 
-    /// Takes over `count` records in ascending date order, in a block from malloc that holds
-    /// `capacity`. The flags are clear afterwards.
+    /// Takes ownership of `block`, from malloc: `newCount` records in ascending date order, with
+    /// room for `newCapacity`. Frees the old array and clears the unsorted mark and `dirty`.
     void Adopt(Record* block, std::int32_t newCount, std::int32_t newCapacity);
 
-    /// Makes the list empty with room for `most` records and returns where the caller may write
-    /// them, in ascending date order, before `EndFill` says how many they are. For lists that are
-    /// computed as a whole: memory is used again and nothing is searched. Null without memory; the
-    /// list is then empty and must not be filled.
+    /// Empties the list, makes room for `most` records and returns the array. The caller fills it
+    /// in ascending date order and passes the number of records to `EndFill`. For lists that are
+    /// computed as a whole: reuses the allocation and searches nothing. Null when memory is short
+    /// or `most` is 0; the list is then empty and must not be filled.
     Record* BeginFill(std::int32_t most);
+    /// Makes the first `filled` records of the array the content. EndFill(0) empties the list and
+    /// keeps its allocation.
     void EndFill(std::int32_t filled);
 
     std::int32_t Count() const { return count; }
@@ -149,11 +159,11 @@ class DateSortedList {
     const Record* begin() const { return array.Data(); }
     const Record* end() const { return array.Data() + count; }
 
-    /// Overwrites all but the date of the record at `index`, in [0, count).
+    /// Overwrites the record at `index`, in [0, count), by one of the same date.
     void ReplaceAt(std::int32_t index, const Record& record) { array.Data()[index] = record; }
 
-    /// The content differs from the data file. Only the file-backed lists use it: the data set and
-    /// `RemoveAt` set it, a save, a load and `Clear` clear it.
+    /// Set while the content differs from the data file. Only file-backed lists use it: the data
+    /// set and `RemoveAt` set it; a save, a load, `Clear` and `Adopt` clear it.
     bool dirty = false;
 
   private:
@@ -164,14 +174,14 @@ class DateSortedList {
     std::int32_t count = 0;
     std::int32_t capacity = 0;
     bool unsorted = false;
-    // What is known of the order, so that `Set` need not scan: records [0, sortedCount) ascend, and
-    // so do records [sortedCount, count) while `tailAscends`.
+    // Invariant that spares `Set` a scan: records [0, sortedCount) ascend, and while `tailAscends`
+    // records [sortedCount, count) ascend among themselves.
     std::int32_t sortedCount = 0;
     bool tailAscends = true;
 };
 
-/// Plain records in the order of entry, growing by a fixed step.
-/// Instantiated for NotePage, std::int32_t (`IndexList`) and CycleRecord.
+/// Plain records in order of entry, with a capacity that grows by a fixed step. Instantiated for
+/// NotePage, std::int32_t (`IndexList`) and CycleRecord.
 template <typename Record>
 class SteppedList {
   public:
@@ -180,10 +190,12 @@ class SteppedList {
     SteppedList& operator=(const SteppedList&) = delete;
     virtual ~SteppedList() = default;
 
-    /// Copies the record at `index` (>= 0) out or in. An index at or past the capacity grows it to
+    /// Copies the record at `index` to `record`. An index at or past the capacity grows it to
     /// ((index + step) / step) * step, zero-filled; a count of `index` or less becomes index + 1.
-    /// Returns index + 1, or 0 without memory.
+    /// Returns index + 1; 0 for a negative index or when memory is short.
     std::int32_t GetAt(std::int32_t index, Record& record);
+    /// Copies `record` to `index`, and grows capacity and count like `GetAt`. Returns `index` + 1;
+    /// 0 for a negative index or when memory is short.
     std::int32_t SetAt(std::int32_t index, const Record& record) {
         if (index < 0 || index >= count) {
             return SetAtEnd(index, record);
@@ -192,16 +204,19 @@ class SteppedList {
         return index + 1;
     }
 
-    /// Removes the record at `index`; nothing happens when it is not in [0, count).
+    /// Removes the record at `index`, if it is in [0, count), and gives back one step of capacity
+    /// once that much is free.
     void RemoveAt(std::int32_t index);
 
-    /// Reallocates to ((step + n - 1) / step) * step records, the new ones zero, and sets the count
-    /// to n (n >= 0). 0 without memory.
+    /// Sets the count to `n` and the capacity to `n` rounded up to a multiple of the step; new
+    /// records are zero. Returns 0, with nothing changed, when n < 0 or memory is short; else 1.
     int SetSize(std::int32_t n);
 
-    /// Frees the array; count and capacity 0. `dirty` is left alone.
+    /// Frees the array and resets count and capacity. Leaves `dirty` alone.
     void Clear();
 
+    /// Takes ownership of `block`, from malloc: `newCount` records, with room for `newCapacity`.
+    /// Frees the old array and leaves `dirty` alone.
     void Adopt(Record* block, std::int32_t newCount, std::int32_t newCapacity);
 
     std::int32_t GrowthStep() const { return growthStep; }
@@ -211,7 +226,8 @@ class SteppedList {
     const Record* begin() const { return array.Data(); }
     const Record* end() const { return array.Data() + count; }
 
-    /// As `DateSortedList::dirty`.
+    /// Set while the content differs from the data file. Only the note pages use it; the list
+    /// itself never changes it.
     bool dirty = false;
 
   private:
@@ -224,44 +240,46 @@ class SteppedList {
     RecordArray<Record> array;
 };
 
-/// Days and their values.
+/// Days and their values, with a shorthand to set one.
 class DayValueList : public DateSortedList<DayValue> {
   public:
     using DateSortedList::Set;
     int Set(DateKey key, std::int32_t value) { return Set(DayValue{key, value}); }
 };
 
-/// Days and their status flags.
+/// Days with their status flags and the index of their text's arguments.
 using DayTripleList = DateSortedList<DayFlagsEntry>;
 
 using IndexList = SteppedList<std::int32_t>;
 using CycleRecordList = SteppedList<CycleRecord>;
 
-/// The pages of all notes. A day's pages stand one behind the other; days stand in order of entry.
+/// The pages of all notes. A day's pages are adjacent and in text order; days are in order of
+/// entry.
 class NotePageList : public SteppedList<NotePage> {
   public:
     using SteppedList::SteppedList;
 
-    /// Index of the day's first page, which is copied out, or -1.
+    /// Copies the day's first page to `page` and returns its index; -1, with `page` left alone,
+    /// when the day has none.
     std::int32_t FindFirst(DateKey key, NotePage& page) const;
 
     /// Appends the text as length / 34 + 1 pages, so that the last one always holds a terminator.
-    /// 0 without memory: nothing is stored then.
+    /// Returns 0, with nothing stored, when memory is short; else 1.
     int AppendText(DateKey key, const WCHAR* text, std::int32_t length);
 
-    /// Removes the day's pages; returns how many there were.
+    /// Removes the day's pages and returns how many there were.
     std::int32_t RemoveText(DateKey key);
 
-    /// Appends the text and removes the day's pages that were there. 0 without memory: the day
-    /// keeps its old pages then.
+    /// Appends pages with the new text, then removes the day's old pages. Returns 0, with the old
+    /// pages kept, when memory is short; else 1.
     int ReplaceText(DateKey key, const WCHAR* text, std::int32_t length);
 
-    /// The day's text in a new array that the caller frees with delete[]; null when there is none.
-    /// The last unit of its last page reads as 0.
+    /// Returns the day's text in a new array that the caller frees with delete[], or null when the
+    /// day has no page. The last unit is always 0, even when the last page is full.
     WCHAR* CopyText(DateKey key) const;
 
   private:
-    /// How many pages of the day stand together from `first` on; 0 when that is -1.
+    /// Number of adjacent pages of the day from `first` on; 0 when `first` is -1.
     std::int32_t CountPages(DateKey key, std::int32_t first) const;
 };
 

@@ -7,6 +7,7 @@
 namespace lunara {
 namespace {
 
+/// Days from 1 January 1601 to 31 December 30827, the range of the platform's dates.
 constexpr std::int64_t DaysOfPlatform = 10'674'942;
 
 constexpr WCHAR Weekdays[] = TEXT("Sun Mon Tue Wed Thu Fri Sat ");
@@ -17,8 +18,8 @@ constexpr WCHAR BlankEntry[] = TEXT("    ");
 
 constexpr std::int64_t UnitsPerMillisecond = 10'000;
 
-/// 100 ns units since 1 January 1601; 0 for a structure that names no real moment. The platform's
-/// own conversion is not asked: Wine's takes 29 February of a common year for 1 March, and the
+/// Time in 100 ns units since 1 January 1601; 0 for a structure that names no real moment. Computed
+/// here and not by the platform, because Wine converts 29 February of a common year to 1 March, and
 /// results must be the same everywhere.
 std::int64_t UnitsOf(const SYSTEMTIME& date) {
     const DateKey key = ToDateKey(date);
@@ -31,7 +32,8 @@ std::int64_t UnitsOf(const SYSTEMTIME& date) {
            (seconds * 1000 + date.wMilliseconds) * UnitsPerMillisecond;
 }
 
-/// Day `days` of the calendar, and the time of day in units.
+/// Fills `date` with the day `days` after 1 January 1601 and the time of day `units` * 100 ns, less
+/// than a day. Returns 0, with `date` all zero, when the day lies outside 1601..30827.
 int FromDaysAndUnits(std::int64_t days, std::int64_t units, SYSTEMTIME& date) {
     date = SYSTEMTIME{};
     if (days < 0 || days >= DaysOfPlatform) {
@@ -41,7 +43,7 @@ int FromDaysAndUnits(std::int64_t days, std::int64_t units, SYSTEMTIME& date) {
     date.wYear = static_cast<WORD>(key >> 16);
     date.wMonth = static_cast<WORD>(key >> 8 & 0xFF);
     date.wDay = static_cast<WORD>(key & 0xFF);
-    date.wDayOfWeek = static_cast<WORD>((days + 1) % 7);  // 1 January 1601: a Monday
+    date.wDayOfWeek = static_cast<WORD>((days + 1) % 7);  // 1 January 1601 was a Monday
     auto rest = static_cast<std::int32_t>(units / UnitsPerMillisecond);
     date.wMilliseconds = static_cast<WORD>(rest % 1000);
     rest /= 1000;  // seconds, [0, 86399]
@@ -84,7 +86,7 @@ int FromDateKey(DateKey key, SYSTEMTIME& date) {
 }
 
 int AddDays(const SYSTEMTIME& date, std::int32_t count, SYSTEMTIME& result) {
-    // Days and units apart: some counts of days are more units than 64 bits hold.
+    // Days and time of day are kept apart: `count` days in units could overflow 64 bits.
     const std::int64_t units = UnitsOf(date);
     return FromDaysAndUnits(units / UnitsPerDay + count, units % UnitsPerDay, result);
 }

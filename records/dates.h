@@ -1,7 +1,7 @@
 #pragma once
 
-// Days. A day is a `DateKey` in records and files and a SYSTEMTIME between views, dialogs and the
-// data set; a span of days is a signed 32-bit count. All functions are free of state.
+// Days. Records and files hold a day as a `DateKey`; views, dialogs and the data set exchange it as
+// a SYSTEMTIME; a span of days is a signed 32-bit count. All functions are stateless.
 //
 // Day arithmetic counts days from 1 January 1601 in the proleptic Gregorian calendar. A SYSTEMTIME
 // or key that names no real day (31 February, the all-zero structure) counts as day 0.
@@ -16,67 +16,71 @@ namespace lunara {
 /// year << 16 | month << 8 | day of month. Integer order is date order.
 using DateKey = std::uint32_t;
 
-/// 100 ns units of one day.
+/// 100 ns units in one day.
 inline constexpr std::int64_t UnitsPerDay = 864'000'000'000;
 
 constexpr DateKey MakeDateKey(unsigned year, unsigned month, unsigned day) {
     return year << 16 | month << 8 | day;
 }
 
-/// Whether the calendar has that day and day numbers know it: 31 February is a key like any other,
-/// but no day.
+/// Whether the key names a calendar day of the years 1601..30827. 31 February is a key like any
+/// other, but no real day.
 constexpr bool IsRealDay(DateKey key) {
     return IsCalendarDay(static_cast<int>(key >> 16), static_cast<int>(key >> 8 & 0xFF),
                          static_cast<int>(key & 0xFF));
 }
 
-/// The fields other than year, month and day are ignored; nothing is checked.
+/// Builds the key from year, month and day. Ignores all other fields and checks nothing.
 void ToDateKey(const SYSTEMTIME& date, DateKey& key);
 DateKey ToDateKey(const SYSTEMTIME& date);
 
-/// Fills the whole structure, day of week included, with a time of day of zero. Returns 0 for a key
-/// that names no real day of 1601 or later; the fields then hold the key's parts and day of week 0.
+/// Fills all of `date`, day of week included, with a time of day of zero. Returns 0 for a key that
+/// names no real day of 1601..30827; year, month and day then hold the key's parts and the day of
+/// week is 0.
 int FromDateKey(DateKey key, SYSTEMTIME& date);
 
-/// `result` = `date` + `count` days with the time of day of `date`; they may be the same object.
-/// Returns 0 when the sum lies before 1601 or after 30827; `result` is then all zero.
+/// Sets `result` to `date` + `count` days with the time of day of `date`; both may be the same
+/// object. Returns 0, with `result` all zero, when the sum lies before 1601 or after 30827.
 int AddDays(const SYSTEMTIME& date, std::int32_t count, SYSTEMTIME& result);
 
-/// Whole days from b to a, negative when a lies before b; the time of day does not count.
+/// Whole days from `b` to `a`, negative when `a` is earlier. Ignores the time of day.
 std::int32_t DaysBetween(SYSTEMTIME a, SYSTEMTIME b);
 
-/// Day, day of week, month and year are all equal. The day of week is compared on purpose: pass
-/// dates that came through `FromDateKey` or `AddDays`, not ones filled by hand.
+/// Returns 1 when day, day of week, month and year are equal. The day of week is compared on
+/// purpose: pass dates that came through `FromDateKey` or `AddDays`, not ones filled by hand.
 int IsSameDay(const SYSTEMTIME& a, const SYSTEMTIME& b);
 
-/// a is later (earlier) than b on year, month, day.
+/// Returns 1 when `a` is later (earlier) than `b`, by year, month and day only.
 int IsDateAfter(const SYSTEMTIME& a, const SYSTEMTIME& b);
 int IsDateBefore(const SYSTEMTIME& a, const SYSTEMTIME& b);
 
-/// Days from 1 January 1601 to the key's day; 0 for a key that names no real day. For keys that do,
-/// DayNumber(a) - DayNumber(b) is `DaysBetween` of the two days, without the conversions.
+/// Days from 1 January 1601 to the key's day; 0 for a key that names no real day. For real days
+/// DayNumber(a) - DayNumber(b) equals `DaysBetween` and is cheaper.
 std::int32_t DayNumber(DateKey key);
 
-/// The key of the day that many days after 1 January 1601 (number >= 0).
+/// The key of the day `number` (>= 0) days after 1 January 1601.
 DateKey KeyOfDayNumber(std::int32_t number);
 
-/// "Mon Jan 02 09:05:07 2006", cut at `length` characters, of which the last is always the
-/// terminator (length >= 1). Abbreviations are English, whatever the locale. A month outside 1..12
-/// or a day of week outside 0..6 prints blanks in its place.
+/// Writes "Mon Jan 02 09:05:07 2006", cut to `length` (>= 1) units, terminator included. Names are
+/// English in every locale. A month outside 1..12 or a day of week outside 0..6 prints as blanks.
 void FormatDateTime(const SYSTEMTIME& date, WCHAR* text, int length);
 
-/// "Jan, 02": the comma is part of the month's entry. Cut like `FormatDateTime`.
+/// Writes "Jan, 02", cut to `length` (>= 1) units, terminator included. A month outside 1..12
+/// prints as blanks in place of its name and the comma.
 void FormatMonthDay(const SYSTEMTIME& date, WCHAR* text, int length);
 
-/// Longest result of `FormatDateStamp` with its terminator, for any field values.
+/// Units that `FormatDateStamp` needs at most, terminator included, for any field values.
 inline constexpr int DateStampCapacity = 34;
 
-/// "02-Jan-2006 09-05", which can be part of a file name. `text` must hold `DateStampCapacity`.
+/// Writes "02-Jan-2006 09-05", which is valid in a file name. `text` must hold `DateStampCapacity`
+/// units.
 void FormatDateStamp(const SYSTEMTIME& date, WCHAR* text);
 
-/// The three-letter weekday with its blank ("Mon ") and the month's four characters with its comma
-/// ("Jan,"), or blanks when the number is out of range. Not terminated: four characters each.
+/// Four characters without a terminator: the weekday 0..6, from Sunday, and a blank ("Mon "). All
+/// blanks for other numbers.
 const WCHAR* WeekdayEntry(WORD dayOfWeek);
+/// Four characters without a terminator: the month 1..12 and a comma ("Jan,"). All blanks for other
+/// numbers.
 const WCHAR* MonthCommaEntry(WORD month);
 
 }  // namespace lunara

@@ -1,4 +1,5 @@
-/* Resource ids, for the resource compiler and the program alike; hence plain macros. */
+/* Ids of all resources, controls and commands. Plain macros, because the resource compiler reads
+   this file as well as the C++ compiler. */
 #ifndef LUNARA_RESOURCES_IDS_H
 #define LUNARA_RESOURCES_IDS_H
 
@@ -60,7 +61,7 @@
 #define IDC_START_AFTER 1026
 
 /* Commands */
-#define IDM_TOOLS 104 /* the menu bar's drop-down button; sends no command */
+#define IDM_TOOLS 104 /* the menu bar's drop-down button, which sends no command */
 #define IDM_ABOUT 40003
 #define IDM_VIEW_DIARY 40005
 #define IDM_VIEW_GRAPH 40006
@@ -77,7 +78,7 @@
 #define IDM_BACKUP 50042
 #define IDM_RESTORE 50043
 
-/* The description of a menu bar (platform/pocketpc/menu_bar.h) */
+/* Values in the description of a menu bar (platform/pocketpc/menu_bar.h) */
 #define MENU_BAR_NO_IMAGE 0xFFFF
 #define MENU_BAR_DROP_DOWN 1
 #define MENU_BAR_CHECK 2

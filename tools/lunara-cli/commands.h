@@ -1,7 +1,7 @@
 #pragma once
 
-// The five commands. Each returns the exit code, ExitDone or ExitData, and says on `streams.err`
-// why it failed.
+// The five commands of lunara-cli. Each takes the parsed options and the password ("" for none),
+// and returns ExitDone, or ExitData after saying on `streams.err` why it failed.
 
 #include "tools/lunara-cli/companion.h"
 #include "tools/lunara-cli/files.h"
@@ -15,7 +15,7 @@ int RunImport(const Options& options, const WideString& password, const Streams&
 int RunCheck(const Options& options, const WideString& password, const Streams& streams);
 int RunSample(const Options& options, const WideString& password, const Streams& streams);
 
-/// "path: reason" on `err`; returns ExitData.
+/// Prints "path: reason" to `streams.err` and returns ExitData.
 int Report(const Failure& failure, const Streams& streams);
 
 }  // namespace lunara

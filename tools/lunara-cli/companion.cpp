@@ -13,7 +13,7 @@ namespace {
 
 constexpr WORD Noon = 12;
 
-/// Sets the clock to noon of the day, and gives it back to the system in the end.
+/// Fixes the clock at noon of `today`, if given, until the scope ends.
 class TodayScope {
   public:
     explicit TodayScope(std::optional<DateKey> today) : isSet(today.has_value()) {
@@ -36,7 +36,7 @@ class TodayScope {
     bool isSet;
 };
 
-/// A password that is overwritten when it is no longer needed.
+/// A password that is overwritten in memory when it goes out of scope.
 struct Password {
     Password() = default;
     Password(const Password&) = delete;
@@ -93,7 +93,7 @@ int RunCompanion(const std::vector<std::string>& arguments, const Streams& strea
         return code;
     } catch (const std::bad_alloc&) {
         return Report({TEXT("lunara-cli"), "not enough memory"}, streams);
-    } catch (const std::exception& error) {  // of the standard library's path functions
+    } catch (const std::exception& error) {  // thrown by std::filesystem
         return Report({TEXT("lunara-cli"), error.what()}, streams);
     }
 }

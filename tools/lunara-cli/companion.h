@@ -1,7 +1,7 @@
 #pragma once
 
-// lunara-cli: a user's diary for scripts, tests and people who want their data in other hands. The
-// executable is only its `main`; tests call `RunCompanion` themselves.
+// lunara-cli, the companion on the command line: gives scripts, tests and other programs access to
+// a user's diary. The executable holds only `main`; tests call `RunCompanion` directly.
 
 #include <iosfwd>
 #include <string>
@@ -15,15 +15,16 @@ enum ExitCode : int {
     ExitUsage = 2,  // wrong usage
 };
 
-/// Bytes in and out, without any change of line ends.
+/// The standard streams, in binary mode: line ends pass unchanged.
 struct Streams {
     std::istream& in;
     std::ostream& out;
     std::ostream& err;
 };
 
-/// Runs one command line (without the program's name) and returns its exit code. `--today` sets the
-/// clock for as long as the command runs.
+/// Runs one command line, given without the program's name, and returns its exit code. `--today`
+/// fixes the clock while the command runs. Throws nothing: running out of memory and failing path
+/// functions are reported as ExitData.
 int RunCompanion(const std::vector<std::string>& arguments, const Streams& streams);
 
 }  // namespace lunara

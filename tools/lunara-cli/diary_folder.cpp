@@ -79,8 +79,8 @@ std::optional<Failure> LoadDiaryFile(const DiaryFile& file, UserData& data,
     if (std::optional<Failure> failure = CheckLength(path)) {
         return failure;
     }
-    // A file that ends inside its header leaves no error of its own, nor may it show an earlier
-    // file's.
+    // Loading a file that ends inside its header fails without setting the last error. Clearing it
+    // first keeps the error of an earlier call from being reported for this file.
     ::SetLastError(ERROR_SUCCESS);
     if (file.load(data, path.c_str(), password.c_str()) != 0) {
         return std::nullopt;
@@ -112,12 +112,13 @@ std::optional<Failure> LoadDiary(UserData& data, const WideString& folder,
 
 std::optional<Failure> SaveDiary(UserData& data, const WideString& folder,
                                  const WideString& password) {
-    for (const DiaryFile& file : DiaryFiles()) {  // before the folder is made
+    for (const DiaryFile& file : DiaryFiles()) {  // checked before the folder is created
         if (std::optional<Failure> failure = CheckLength(PathInFolder(folder, file.name))) {
             return failure;
         }
     }
-    // The data set puts a separator behind the folder; one that is nothing else must not get two.
+    // The data set appends a separator to the folder. A folder that is only a separator (the root)
+    // gets a "." first, so that no path begins with two separators.
     const bool isRoot = folder.size() == 1 && IsSeparator(folder.front());
     const WideString target = isRoot ? folder + TEXT(".") : folder;
     std::vector<WideString> deleted;
@@ -137,7 +138,7 @@ std::optional<Failure> SaveDiary(UserData& data, const WideString& folder,
         }
         return Failure{folder, ReasonText(error)};
     }
-    // The deletion of a single file does not say when it fails.
+    // A save that only deletes one file reports no failure, so check that the file is gone.
     for (const WideString& path : deleted) {
         if (FileExists(path)) {
             return Failure{path, "it could not be deleted"};

@@ -1,6 +1,7 @@
 #pragma once
 
-// The four data files in a folder, one by one, so that a failure has the file's name.
+// The four data files of a diary folder, loaded and saved so that a failure names the file.
+// Functions that return a Failure return nothing on success.
 
 #include <optional>
 #include <span>
@@ -10,6 +11,7 @@
 
 namespace lunara {
 
+/// One data file: its name, and access to the collection of a data set that it holds.
 struct DiaryFile {
     const WCHAR* name;
     int (*load)(UserData& data, const WCHAR* path, const WCHAR* password);
@@ -17,25 +19,27 @@ struct DiaryFile {
     bool (*isDirty)(const UserData& data);
 };
 
-/// Temperature, bleeding, notes, note pages: the order in which they are loaded and saved.
+/// The four files in the order of loading and saving: temperature, bleeding, note flags, note
+/// pages.
 std::span<const DiaryFile> DiaryFiles();
 
-/// The file's path to be opened or shown.
+/// Joins folder and file name. Adds a separator unless the folder ends with one.
 WideString PathInFolder(const WideString& folder, const WCHAR* name);
 
-/// What keeps the folder from being read: that it does not exist or is none, or cannot be reached.
+/// Checks that the folder can be read: that it exists, is a folder and can be reached.
 std::optional<Failure> CheckFolder(const WideString& folder);
 
+/// Whether a file or folder of this path can be reached.
 bool FileExists(const WideString& path);
 
-/// Undoes a save that was broken off (storage/data_file_set.h); to be called before any loading.
+/// Undoes an interrupted save (storage/data_file_set.h). Call it before loading anything.
 std::optional<Failure> MendDiary(const WideString& folder);
 
-/// Loads one file; a file that is not there loads as an empty collection.
+/// Loads one file into its collection of `data`. A missing file loads as an empty collection.
 std::optional<Failure> LoadDiaryFile(const DiaryFile& file, UserData& data,
                                      const WideString& folder, const WideString& password);
 
-/// Mends the diary and loads all four, up to the first bad one.
+/// Mends the diary, then loads the four files up to the first bad one.
 std::optional<Failure> LoadDiary(UserData& data, const WideString& folder,
                                  const WideString& password);
 

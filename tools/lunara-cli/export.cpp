@@ -9,8 +9,8 @@
 namespace lunara {
 namespace {
 
-/// File names as systems compare them that do not tell capitals from small letters and drop dots
-/// and blanks at the end: the diary may move to one.
+/// Folds a file name as case-insensitive systems compare names: ASCII letters in lower case, no
+/// dots and blanks at the end. Applied on every system, because the diary may move to one of those.
 std::string ComparableName(const std::filesystem::path& name) {
     const std::u8string bytes = name.u8string();
     std::string text(bytes.begin(), bytes.end());
@@ -21,8 +21,8 @@ std::string ComparableName(const std::filesystem::path& name) {
     return text;
 }
 
-/// Whether a name in the diary's folder belongs to the diary: a data file, there or not yet, or
-/// what saving puts beside it.
+/// Whether a name is reserved in the diary's folder: that of a data file, existing or not, or of a
+/// file that a save puts beside it.
 bool IsDiaryName(const std::filesystem::path& name) {
     const std::string wanted = ComparableName(name);
     for (const DiaryFile& file : DiaryFiles()) {
@@ -36,8 +36,8 @@ bool IsDiaryName(const std::filesystem::path& name) {
     return wanted == "save.set" || wanted == "save.end";
 }
 
-/// Whether the path names a file of the diary, under whatever spelling: CSV must not take its
-/// place.
+/// Whether the path names a file of the diary, under any spelling or link. The CSV must not replace
+/// such a file.
 bool IsDiaryFile(const WideString& path, const WideString& folder) {
     const std::filesystem::path target = TargetOf(path);
     const std::filesystem::path diary = TargetOf(folder);

@@ -24,8 +24,8 @@ struct KnownReason {
     const char* text;
 };
 
-// The errors that a folder or a file gives in ordinary life, in the same words on every system and
-// in the language of all the other messages.
+// Common file errors in fixed English words, so that they read the same on every system and match
+// the language of all other messages.
 constexpr KnownReason KnownReasons[] = {
     {ERROR_FILE_NOT_FOUND, "there is no such file or folder"},
     {ERROR_PATH_NOT_FOUND, "there is no such folder"},
@@ -40,7 +40,8 @@ constexpr KnownReason KnownReasons[] = {
     {FileTooLarge, "it is too long"},
 };
 
-/// Closes on leaving its scope and keeps the last error of what happened before.
+/// Opens an existing file and closes it at the end of the scope. A successful close leaves the last
+/// error of the calls before it.
 class OpenFile {
   public:
     OpenFile(const WideString& path, DWORD access)
@@ -87,7 +88,8 @@ bool WriteBytes(HANDLE file, std::string_view bytes) {
     return true;
 }
 
-/// Whether something is there that must not be replaced by a file.
+/// Whether the path names a pipe, a device or the like: something that is written to, and must not
+/// be replaced by a file.
 bool IsSpecialFile(const std::filesystem::path& path) {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
@@ -100,13 +102,14 @@ bool WriteToSpecialFile(const WideString& path, std::string_view bytes) {
     return file.IsOpen() && WriteBytes(file.Handle(), bytes) && file.Close();
 }
 
-/// The path as the program's own calls take it.
+/// The path as UTF-16, as the program's own file calls take it; "" when it does not convert.
 WideString WideOf(const std::filesystem::path& path) {
     const std::u8string bytes = path.u8string();
     return FromUtf8({reinterpret_cast<const char*>(bytes.data()), bytes.size()}).value_or(TEXT(""));
 }
 
-/// A name beside `path` that nothing has: she may keep a file of any name there.
+/// Returns a path beside `path` that nothing has: the sibling path of a save, else `path` with
+/// ".2.new", ".3.new", ... appended. The user may keep a file of any of these names.
 WideString FreeSiblingOf(const WideString& path) {
     WideString sibling = SiblingPath(path);
     const auto isTaken = [&sibling] {
@@ -183,7 +186,7 @@ bool ReadWholeStream(std::istream& stream, std::size_t limit, std::string& bytes
 }
 
 std::filesystem::path TargetOf(const WideString& path) {
-    constexpr int MostLinks = 40;  // as many as systems follow
+    constexpr int MostLinks = 40;  // as many as Linux follows
     WideString plain = path;
     std::replace_if(
         plain.begin(), plain.end(), [](WCHAR unit) { return unit == '/' || unit == '\\'; },

@@ -10,7 +10,7 @@
 namespace lunara {
 namespace {
 
-// More than the longest diary that the data files can hold.
+// Longest CSV accepted, in bytes: more than the longest diary that the data files can hold.
 constexpr std::size_t LargestCsv = std::size_t{256} * 1024 * 1024;
 
 std::optional<Failure> ReadCsvText(const WideString& path, std::istream& in, std::string& text) {

@@ -9,7 +9,7 @@
 namespace lunara {
 namespace {
 
-/// The values as the command line has them.
+/// Option values as given on the command line, not yet checked.
 struct RawOptions {
     std::string folder;
     std::string passwordFile;
@@ -30,8 +30,9 @@ void AddToday(CLI::App* command, RawOptions& raw) {
     command->add_option("--today", raw.today, "The day to take for today, YYYY-MM-DD");
 }
 
-/// UTF-16 of an argument, or a usage error. A surrogate without its partner is no character: the
-/// system's own path functions would stop at it.
+/// Converts an argument to UTF-16, or throws a usage error when it is not UTF-8 or holds a zero
+/// character. Encoded surrogates are refused, too: the system's own path functions would stop at
+/// them.
 WideString WideArgument(const std::string& argument) {
     std::optional<WideString> wide = FromStrictUtf8(argument);
     if (!wide || wide->find(WCHAR{0}) != WideString::npos) {
@@ -49,7 +50,7 @@ WideString NameArgument(const std::string& argument, const std::string& option) 
 
 WideString FolderArgument(const std::string& argument) {
     WideString folder = NameArgument(argument, "DIR");
-    // A lone separator is a folder itself.
+    // Strips separators at the end, but keeps one when there is nothing else: the root folder.
     const std::size_t last = folder.find_last_not_of(TEXT("/\\"));
     folder.resize(last == WideString::npos ? 1 : last + 1);
     return folder;
@@ -86,7 +87,7 @@ Options TakeOptions(const CLI::App& used, Command command, const RawOptions& raw
 ParsedOptions ParseOptions(std::vector<std::string> arguments) {
     CLI::App app("Lunara's companion: one user's diary for scripts and other programs.",
                  "lunara-cli");
-    // A folder that begins with '/' is no option, on Windows neither.
+    // On Windows the parser would otherwise take a folder that begins with '/' for an option.
     app.allow_windows_style_options(false);
     app.require_subcommand(1);
     app.footer("Exit code: 0 done, 1 data could not be read or written, 2 wrong usage.");
@@ -111,7 +112,7 @@ ParsedOptions ParseOptions(std::vector<std::string> arguments) {
 
     ParsedOptions parsed;
     try {
-        std::reverse(arguments.begin(), arguments.end());  // as the parser wants them
+        std::reverse(arguments.begin(), arguments.end());  // the parser takes the last one first
         app.parse(std::move(arguments));
         for (const auto& [used, command] : commands) {
             if (used->parsed()) {
@@ -119,7 +120,7 @@ ParsedOptions ParseOptions(std::vector<std::string> arguments) {
             }
         }
     } catch (const CLI::CallForHelp&) {
-        parsed.text = app.help();  // of the command, when one was given
+        parsed.text = app.help();  // the command's help when one was given, else the program's
     } catch (const CLI::Error& error) {
         parsed.exitCode = ExitUsage;
         parsed.text =

@@ -18,13 +18,13 @@ std::string_view WithoutLineEnd(std::string_view text) {
     return text;
 }
 
-/// Takes the password out of the file's bytes; the reason when they hold none.
+/// Extracts the password from the file's bytes. Returns null, or why they hold none.
 const char* TakePassword(std::string_view text, WideString& password) {
     if (text.substr(0, ByteOrderMark.size()) == ByteOrderMark) {
         text.remove_prefix(ByteOrderMark.size());
     }
     text = WithoutLineEnd(text);
-    std::optional<WideString> wide = FromStrictUtf8(text);  // no editor writes surrogates
+    std::optional<WideString> wide = FromStrictUtf8(text);  // no editor writes encoded surrogates
     if (!wide) {
         return "the password is not UTF-8";
     }

@@ -6,9 +6,9 @@
 
 namespace lunara {
 
-/// Reads a password: the file's UTF-8 text without one line end (LF or CR LF) at its end and
-/// without a byte order mark at its begin. Bytes that are not UTF-8, a zero character and more than
-/// 64 KiB are refused, and so is a file that cannot be read.
+/// Reads a password from a UTF-8 file of at most 64 KiB. Strips a byte order mark from the
+/// beginning and one line end (LF or CR LF) from the end. Fails when the file is longer, cannot be
+/// read, is not UTF-8 or holds a zero character.
 std::optional<Failure> ReadPasswordFile(const WideString& path, WideString& password);
 
 }  // namespace lunara

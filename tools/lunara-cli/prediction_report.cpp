@@ -11,7 +11,8 @@
 namespace lunara {
 namespace {
 
-// All 25 texts together are shorter, and one text has two numbers.
+// Units, terminator included. All 25 status texts joined, with the two numbers of one of them, are
+// shorter.
 constexpr int StatusCapacity = 1024;
 constexpr std::uint32_t AllStatusBits = 0xFFFFFFFF;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Everything the prediction says about a diary, in the form in which it is printed.
+// Collects everything that the prediction says about a diary, and prints it as JSON or as a table.
 
 #include <optional>
 #include <string>
@@ -10,7 +10,7 @@
 
 namespace lunara {
 
-/// One day with an entry in at least one computed list; only what it has is there.
+/// One day with an entry in at least one computed list; values without an entry are empty.
 struct DayReport {
     DateKey date = 0;
     std::optional<float> bleedingLevel;
@@ -22,6 +22,7 @@ struct DayReport {
     std::string status;  // the text of all its flags, UTF-8
 };
 
+/// The prediction of one diary for one day.
 struct PredictionReport {
     DateKey today = 0;
     std::string warning;  // UTF-8 as composed, "" for none
@@ -33,15 +34,16 @@ struct PredictionReport {
     std::vector<DayReport> days;  // ascending
 };
 
-/// Computes the prediction of `data` for today as the clock has it. The data set's warning sink is
-/// replaced for the call.
+/// Computes the prediction of `data` for today, as platform/clock.h tells it. Replaces the data
+/// set's warning sink during the call. The prediction must be out of date, as after loading: one
+/// that is up to date brings no warning.
 PredictionReport MakePredictionReport(UserData& data);
 
-/// One JSON object, indented, with a line end. Reading a number back as a 32-bit float gives
-/// exactly the float that was computed.
+/// Returns one indented JSON object that ends with a line end. Every number reads back as exactly
+/// the 32-bit float that was computed.
 std::string ReportAsJson(const PredictionReport& report);
 
-/// For people: the summary, and a table of the next `ReportTableDays` days, today first.
+/// Returns a summary and a table of the `ReportTableDays` days from today on, for people to read.
 std::string ReportAsTable(const PredictionReport& report);
 
 inline constexpr int ReportTableDays = 60;

@@ -8,10 +8,11 @@
 namespace lunara {
 namespace {
 
-// Keys are printed in the order in which they are set.
+// ordered_json prints keys in the order in which they are set.
 using Json = nlohmann::ordered_json;
 
-/// The number with the float's own shortest decimal text: 0.1 and not 0.10000000149011612.
+/// The double of the float's own shortest decimal text, so that 0.1F prints as 0.1 and not as
+/// 0.10000000149011612.
 double Shortest(float value) {
     std::array<char, 32> text{};
     const auto printed = std::to_chars(text.data(), text.data() + text.size(), value);

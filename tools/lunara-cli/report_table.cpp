@@ -11,11 +11,12 @@ namespace {
 
 constexpr int DecimalsShown = 2;
 
-/// Right-aligned; never the locale's decimal comma.
+/// Pads the text with blanks on the left to `width` characters.
 std::string Padded(std::string text, std::size_t width) {
     return text.size() < width ? text.insert(0, width - text.size(), ' ') : text;
 }
 
+/// Right-aligned number with two decimals, with a point in every locale; "-" for no value.
 std::string WeightText(const std::optional<float>& weight, std::size_t width) {
     if (!weight) {
         return Padded("-", width);
@@ -77,7 +78,8 @@ std::string ReportAsTable(const PredictionReport& report) {
                          [](const DayReport& entry, DateKey key) { return entry.date < key; });
     for (int i = 0; i < ReportTableDays; ++i, AddDays(date, 1, date)) {
         const DateKey key = ToDateKey(date);
-        // An entry may have a date that is no day (31 February) and that no step arrives at.
+        // Also skips entries of impossible dates (31 February), which the steps of one day never
+        // reach.
         while (day != report.days.end() && day->date < key) {
             ++day;
         }

@@ -9,13 +9,13 @@ namespace lunara {
 namespace {
 
 struct SampleCycle {
-    std::int32_t length;        // days to the next cycle's start
-    std::int32_t ovulationDay;  // estimated, day 1 being the first of bleeding
-    std::string_view levels;    // of its bleeding days, one digit each
+    std::int32_t length;        // days to the start of the next cycle
+    std::int32_t ovulationDay;  // estimated; day 1 is the first of bleeding
+    std::string_view levels;    // one digit per bleeding day, from day 1
 };
 
-// The first 27 cycles of the first woman of Fehring et al., Menstrual Cycle Data, Marquette
-// University, 2012: regular and without a gap, 24 to 32 days long. The last one is the open cycle.
+// The first 27 cycles of the first woman in Fehring et al., Menstrual Cycle Data, Marquette
+// University, 2012: regular, without a gap, 24 to 32 days long. The last one is the open cycle.
 constexpr SampleCycle Cycles[] = {
     {29, 17, "33211"}, {27, 15, "33211"}, {29, 15, "33211"},  {27, 15, "33321"},  {28, 16, "33221"},
     {26, 15, "33211"}, {29, 16, "33211"}, {24, 14, "3321"},   {28, 16, "133221"}, {28, 17, "33211"},
@@ -25,8 +25,8 @@ constexpr SampleCycle Cycles[] = {
     {32, 19, "2321"},  {27, 16, "2321"},
 };
 constexpr std::int32_t OpenCycle = static_cast<std::int32_t>(std::size(Cycles)) - 1;
-// Late enough for the open cycle's bleeding to be over, early enough for everything else to lie
-// ahead.
+// Today's day of the open cycle: late enough for its bleeding to be over, early enough for
+// ovulation and the next period to lie ahead.
 constexpr std::int32_t TodaysCycleDay = 12;
 
 struct SampleNote {
@@ -61,7 +61,8 @@ constexpr SampleNote Notes[] = {
     {26, 12, TEXT("Feeling very well today.")},
 };
 
-// Hundredths of a degree Fahrenheit; the program's entry goes by tenths.
+// Temperatures and their spread, in hundredths of a degree Fahrenheit. The program's own entry has
+// steps of a tenth.
 constexpr std::int32_t BeforeOvulation = 9720;
 constexpr std::int32_t OnOvulation = 9700;
 constexpr std::int32_t DayAfterOvulation = 9750;
@@ -69,10 +70,11 @@ constexpr std::int32_t LaterDays = 9790;
 constexpr std::int32_t DayBeforeNextCycle = 9760;
 constexpr std::int32_t Spread = 20;  // up or down
 constexpr std::int32_t EntryStep = 10;
-// One morning in so many has no temperature.
+// On average one morning in this many has no temperature.
 constexpr std::uint32_t ForgottenMornings = 11;
 
-/// A number that looks random and is the same everywhere.
+/// Hashes its arguments to a number that looks random and is the same on every system. `purpose`
+/// (0..7) separates the uses on one day.
 std::uint32_t Scatter(std::int32_t cycle, std::int32_t day, std::uint32_t purpose) {
     std::uint32_t bits = static_cast<std::uint32_t>(cycle) * 64 + static_cast<std::uint32_t>(day);
     bits = bits * 8 + purpose + 1;
@@ -82,7 +84,8 @@ std::uint32_t Scatter(std::int32_t cycle, std::int32_t day, std::uint32_t purpos
     return bits ^ bits >> 13;
 }
 
-/// `NoTemperature` for a forgotten morning, and where it happens to be the day's value.
+/// The day's temperature, or `NoTemperature` for a forgotten morning. A computed value that happens
+/// to be `NoTemperature` leaves the day without a record, too.
 std::int32_t TemperatureOn(std::int32_t cycle, std::int32_t day) {
     if (Scatter(cycle, day, 0) % ForgottenMornings == 0) {
         return NoTemperature;
@@ -104,8 +107,8 @@ std::int32_t TemperatureOn(std::int32_t cycle, std::int32_t day) {
     return value;
 }
 
-/// Cramps on the first days of a period that begins heavily, PMS on some of the last days of a
-/// cycle.
+/// The day's note flags: cramps on some of the first two days of a period that begins with level 3,
+/// PMS on some of the last three days of a cycle.
 std::int32_t MarksOn(std::int32_t cycle, std::int32_t day) {
     const SampleCycle& facts = Cycles[cycle];
     std::int32_t marks = 0;
