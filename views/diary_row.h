@@ -21,7 +21,8 @@ enum DiaryShowFlag : std::uint32_t {
     DiaryShowOvulation = 8,
     DiaryShowPregnancy = 16,
 };
-inline constexpr std::uint32_t AllDiaryItems = 31;
+inline constexpr std::uint32_t AllDiaryItems =
+    DiaryShowNotes | DiaryShowBleeding | DiaryShowPeriod | DiaryShowOvulation | DiaryShowPregnancy;
 inline constexpr int MaxDiaryItems = 5;
 
 /// Pictures of the cells; `NoPicture` draws none.
