@@ -18,7 +18,7 @@ constexpr COLORREF BleedingColor = RGB(0, 0, 255);
 constexpr COLORREF OvulationColor = RGB(255, 128, 0);
 constexpr COLORREF PregnancyColor = RGB(0, 255, 0);
 
-/// Turns the recorded and expected levels 0..3 into 0..1.
+/// Scales a recorded or expected level, 0..3, to a share of colour, 0..1.
 constexpr float LevelFraction = 0.33333334F;
 
 // Day status bits whose texts a row shows, by the items that bring them in.
@@ -52,10 +52,11 @@ COLORREF NoteColor(std::int32_t flags) {
     }
 }
 
-/// The mark of a bleeding day that is only expected, or belongs to a period that does not count.
+/// The overlay of a bleeding or period cell: predicted, discarded, or none.
 DiaryPicture DateMark(UserData& data, const SYSTEMTIME& day, const SYSTEMTIME& today) {
     DiaryPicture mark = NoPicture;
-    // Days are compared by year, month and day: the two dates come from different sources.
+    // Not IsSameDay: it compares the day of week as well, and the two dates come from different
+    // sources.
     const bool isFuture = IsDateAfter(day, today) != 0;
     const bool isPast = IsDateBefore(day, today) != 0;
     const bool isToday = !isFuture && !isPast;
@@ -68,7 +69,8 @@ DiaryPicture DateMark(UserData& data, const SYSTEMTIME& day, const SYSTEMTIME& t
     return mark;
 }
 
-/// Ovulation and pregnancy: expected as soon as the day lies in the cycle that is still open.
+/// The overlay of an ovulation or pregnancy cell: predicted for every day of the open cycle after
+/// its first, none before.
 DiaryPicture OpenCycleMark(UserData& data, const SYSTEMTIME& day) {
     return IsDateAfter(day, data.LastValidPeriodStart()) != 0 ? PictureForecast : NoPicture;
 }
