@@ -1,5 +1,5 @@
-// What it costs to back up and to restore the enciphered diary of 40 years, with the functions that
-// the two commands call, beside plainly copying the same files into a new folder in the same run.
+// Times backup and restore of the enciphered diary of 40 years, with the functions that the two
+// commands call. The peer in the same run is a plain copy of the same files into a new folder.
 
 #include "benchmarks/forty_years.h"
 #include "benchmarks/spread.h"
@@ -27,9 +27,9 @@ void RemoveFolder(const WideString& folder) {
     ::RemoveDirectoryW(folder.c_str());
 }
 
-/// Waits until the files just written to the folder, and what the file system noted meanwhile, lie
-/// on the disk. Each case starts so, as a backup does: otherwise it would wait for what the case
-/// before it left to be written, above all where it deletes.
+/// Flushes the files just written to `folder`, and with them the file system's pending metadata, to
+/// the disk. Run before each case, because a backup starts with an idle disk, too: otherwise a case
+/// waits for what the one before left unwritten, above all where it deletes files.
 bool Settle(const WideString& folder) {
     bool settled = true;
     for (const WCHAR* name : Files) {
@@ -42,7 +42,8 @@ bool Settle(const WideString& folder) {
     return settled;
 }
 
-/// The files as they are, over those that are there: nothing is looked for or kept.
+/// Copies the files, over existing ones of the same name. Neither searches for files nor keeps the
+/// old ones.
 bool CopyFiles(const WideString& source, const WideString& target) {
     bool copied = true;
     for (const WCHAR* name : Files) {
@@ -57,7 +58,8 @@ bool CopyIntoNewFolder(const WideString& source, const WideString& target) {
     return ::CreateDirectoryW(target.c_str(), nullptr) != FALSE && CopyFiles(source, target);
 }
 
-/// The user's folder beside this program, the backups beside it, and nothing left at the end.
+/// The folders of a run: the user's folder beside this program, and the copies and backups beside
+/// that. Removes them all at the end.
 class Places {
   public:
     Places()
@@ -65,7 +67,7 @@ class Places {
           plain(user + TEXT("-copy")),
           replaced(user + TEXT("-replaced")) {
         SetDocumentsFolder(user + TEXT("-documents"));
-        RemoveAll();  // a run that was stopped left them
+        RemoveAll();  // what an interrupted run left behind
     }
     Places(const Places&) = delete;
     Places& operator=(const Places&) = delete;
@@ -76,8 +78,8 @@ class Places {
     }
 
     const WideString user;
-    const WideString plain;     // new in each round
-    const WideString replaced;  // has the files of the round before
+    const WideString plain;     // target of copies into a new folder, removed after each round
+    const WideString replaced;  // target of copies over the files of the round before
 
   private:
     void RemoveAll() const {
@@ -92,7 +94,7 @@ class Places {
     }
 };
 
-/// Prints and returns whether the case's median is within what is allowed.
+/// Prints and returns whether the case's median is at most MostTimesCopying times that of copying.
 bool Keeps(const char* name, const Spread& spread, const Spread& copying) {
     const double ratio = spread.median / copying.median;
     const bool isKept = ratio <= MostTimesCopying;
@@ -101,7 +103,8 @@ bool Keeps(const char* name, const Spread& spread, const Spread& copying) {
     return isKept;
 }
 
-/// The times of the cases, which take turns: none has the machine's quiet minute to itself.
+/// Times of the cases in ms. The cases take turns, so that a change of the machine's load hits them
+/// all alike.
 struct Times {
     std::vector<double> copying;
     std::vector<double> replacing;
@@ -111,7 +114,7 @@ struct Times {
 
 bool MeasureAll(const Places& places, Times& times) {
     bool done = true;
-    for (int round = -1; round < Rounds && done; ++round) {  // the first one warms the caches
+    for (int round = -1; round < Rounds && done; ++round) {  // round -1 warms the caches
         const double copying =
             TimeOf([&] { done &= CopyIntoNewFolder(places.user, places.plain); });
         done = done && Settle(places.plain);

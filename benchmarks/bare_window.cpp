@@ -1,4 +1,5 @@
-// The smallest program with a painted window: what any start costs on this machine.
+// The smallest program that paints a window: a peer of start_bench, for what any start costs on
+// this machine.
 
 #include "benchmarks/grey_window.h"
 

@@ -1,8 +1,9 @@
 #pragma once
 
-// The general-purpose libraries in Debian that offer Blowfish. They do the published algorithm,
-// which is as much work as ours: same rounds, same tables. Every one takes 16 bytes of key and
-// works on a buffer in place, block by block without chaining.
+// Peers for the cipher benchmarks: the general-purpose libraries in Debian that offer Blowfish.
+// They compute the published algorithm, which is as much work as ours: same rounds, same tables.
+// Each wrapper takes a 16-byte key and works in place on whole 8-byte blocks, without chaining
+// (ECB) unless its name says CBC.
 
 #include <gcrypt.h>
 #include <nettle/blowfish.h>
@@ -18,6 +19,7 @@ namespace lunara::bench {
 inline constexpr unsigned char PeerKey[] = {'e', 'i', 'n', ' ', 'g', 'e', 'h', 'e',
                                             'i', 'm', 'e', 's', 'w', 'o', 'r', 't'};
 
+/// Ends the program with a message unless `condition` holds.
 inline void Require(bool condition, const char* what) {
     if (!condition) {
         std::fprintf(stderr, "%s failed\n", what);

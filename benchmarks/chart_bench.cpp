@@ -1,6 +1,6 @@
-// What it costs to repaint the graph's chart for 15 days and to move the pen by one step while a
-// point is dragged, at the size of the program's window, beside a bare fill and copy of the same
-// size in the same run.
+// Times a repaint of the graph's chart of 15 days, and one step of the pen while a point is
+// dragged, at the size of the program's window. The peer in the same run is a bare fill and copy of
+// that size.
 
 #include "benchmarks/window_bench.h"
 #include "diary/user_data.h"
@@ -13,7 +13,7 @@ namespace {
 constexpr double StepTargetMs = 4.0;
 constexpr int DaysRecorded = 4 * 365;
 
-/// A temperature and a level for every day.
+/// Records a temperature and a bleeding level for each of the last DaysRecorded days.
 void FillDiary(UserData& data, const SYSTEMTIME& today) {
     for (int day = 0; day < DaysRecorded; ++day) {
         SYSTEMTIME date{};
@@ -28,19 +28,20 @@ void FillDiary(UserData& data, const SYSTEMTIME& today) {
 
 Spread MeasureRepaint(HWND chart) {
     return Measure(Rounds, [&] {
-        // From the data on: the points are asked for anew as after every change.
+        // Includes fetching the data: a reset makes the chart ask for its points again.
         ::SendMessageW(chart, CHM_RESETDATA, 0, 0);
         ::UpdateWindow(chart);
         ::GdiFlush();
     });
 }
 
-/// Whether a point could be taken hold of and was held to the end; then `steps` is what the moves
-/// cost.
+/// Drags a point and sets `steps` to the times of its moves. False when no point could be grabbed,
+/// or the capture was lost during the drag.
 bool MeasureDrag(HWND chart, Spread& steps) {
     RECT client{};
     ::GetClientRect(chart, &client);
-    // The middle of a column, from the top down until there is a point.
+    // Presses the button on a grid of positions, column by column from the top down, until one hits
+    // a point and the chart takes the capture.
     const LONG x = GraphLeftColumnPx + (client.right - GraphLeftColumnPx) / 4;
     for (LONG reach = 0; reach < 60; ++reach) {
         for (LONG y = 0; y < client.bottom; y += 4) {

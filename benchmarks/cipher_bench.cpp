@@ -1,4 +1,5 @@
-// The cipher of the data files beside the libraries that offer the published Blowfish.
+// Times the cipher of the data files: bulk throughput and key set-up. The peers are the libraries
+// that offer the published Blowfish.
 
 #include "storage/cipher/cipher.h"
 
@@ -70,8 +71,8 @@ void AddAll() {
 int main(int argc, char** argv) {
     using namespace lunara::bench;
     AddAll<LunaraCipher, OpenSslBlowfish, GcryptBlowfish<GCRY_CIPHER_MODE_ECB>, NettleBlowfish>();
-    // Another mode than ours, for comparison: the one library that takes four blocks at once does
-    // so only there.
+    // CBC although ours is ECB: libgcrypt is the one peer that deciphers four blocks at once, and
+    // it does so only in this mode.
     using Chained = GcryptBlowfish<GCRY_CIPHER_MODE_CBC>;
     AddBulk<Chained>("decipher", &Chained::Decipher);
     return RunAll(argc, argv, "1 MiB in place on one core, 16 bytes of key");

@@ -1,4 +1,5 @@
-// Loading and saving the enciphered diary of 40 years, beside moving the same bytes plain.
+// Times loading and saving the enciphered diary of 40 years. The peers move the same bytes without
+// enciphering, or decipher them with another library.
 
 #include "storage/data_file.h"
 
@@ -16,7 +17,8 @@
 namespace lunara::bench {
 namespace {
 
-/// A folder on the disk of the system's temporary files, with the diary's three files.
+/// The diary of 40 years in memory, and its three files in a new temporary folder, which is removed
+/// at the end.
 class Diary {
   public:
     Diary() {
@@ -35,7 +37,7 @@ class Diary {
 
     WideString Path(const char* name) const { return (folder / name).u16string(); }
 
-    /// As the program saves what has changed.
+    /// Saves all three files in one transaction, like the program.
     void Save(const WCHAR* password) {
         DataFileSet files(folder.u16string().c_str());
         Require(WriteDayValues(temperature, *files.Replace(DataFile::Temperature), password) == 1 &&
@@ -62,7 +64,7 @@ class Diary {
     NotePageList notes{10};
 };
 
-/// The whole file as it is, into new memory.
+/// Reads a whole file into new memory, without deciphering; `length` is its size in bytes.
 std::unique_ptr<unsigned char[]> ReadPlain(const WCHAR* path, std::size_t& length) {
     const HANDLE file = ::CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                       FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -98,7 +100,8 @@ void AddLoad() {
     });
 }
 
-/// The peer's key is set up once, outside the measured time; ours once a file, inside it.
+/// The comparison favours the peer: its key is set up once, outside the measured time, ours for
+/// each file, inside it.
 template <typename Peer>
 void AddPeerLoad() {
     AddCase(std::string("load/plain bytes, deciphered by ") + Peer::Name, Time::Processor,
@@ -118,7 +121,7 @@ void AddPeerLoad() {
 }
 
 void AddSave() {
-    constexpr double Seconds = 0.3;  // the disk's flushes vary
+    constexpr double Seconds = 0.3;  // longer than usual: the times of the disk's flushes vary
     const auto lunaraSave = [](const WCHAR* password) {
         return [password](benchmark::State& state) {
             Diary diary;

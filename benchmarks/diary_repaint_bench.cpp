@@ -1,5 +1,5 @@
-// What it costs to scroll the diary by one day and paint it again, at the size of the program's
-// window, beside a bare fill and copy of the same size in the same run.
+// Times scrolling the diary by one day and repainting it, at the size of the program's window. The
+// peer in the same run is a bare fill and copy of that size.
 
 #include "benchmarks/window_bench.h"
 #include "cycle/predictor.h"
@@ -13,7 +13,8 @@ constexpr int CyclesRecorded = 52;  // four years
 constexpr int CycleDays = 28;
 constexpr int PeriodDays = 5;
 
-/// Four years of cycles that vary by a few days, and a note every third day.
+/// Records four years of cycles of 26 to 30 days and, for the last three years and the coming 30
+/// days, a note every third day.
 void FillDiary(UserData& data, const SYSTEMTIME& today) {
     SYSTEMTIME start{};
     AddDays(today, -CyclesRecorded * CycleDays, start);
@@ -46,7 +47,7 @@ int Run() {
 
     int step = 0;
     const Spread scrolled = Measure(Rounds, [&] {
-        // Down a quarter of a year and up again, so that all kinds of days come by.
+        // 100 days down and up again, so that past, predicted and empty days are all painted.
         const int request = ++step % 200 < 100 ? SB_LINEDOWN : SB_LINEUP;
         ::SendMessageW(view.Handle(), WM_VSCROLL, static_cast<WPARAM>(request), 0);
         ::RedrawWindow(view.Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);

@@ -1,6 +1,6 @@
 #pragma once
 
-// The diary of 40 years that loading, saving, backup and restore are measured with.
+// The diary of 40 years with which loading, saving, backup and restore are measured.
 
 #include "platform/text.h"
 #include "records/collections.h"
@@ -16,11 +16,12 @@ inline constexpr const char* DiaryDescription =
     "40 years in 3 files: 2,700 bleeding days, 14,600 temperatures, 3,000 note pages "
     "(354,412 bytes)";
 
-/// Bytes of the three files.
+/// Bytes of the three files: a header of 4 bytes each, 8 bytes per day value, 72 per note page.
 inline constexpr std::int64_t DiaryBytes =
     3 * 4 + (TemperatureDays + BleedingDays) * 8 + NotePages * 72;
 
-/// Fills the empty collections; whether the note pages came out as many as meant.
+/// Fills the three empty collections and marks them dirty. Each note takes two pages; false when
+/// their number is not NotePages.
 inline bool FillFortyYears(DayValueList& temperature, DayValueList& bleeding, NotePageList& notes) {
     const std::int32_t first = DayNumber(MakeDateKey(1986, 1, 1));
     for (std::int32_t i = 0; i < TemperatureDays; ++i) {

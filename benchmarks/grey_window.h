@@ -1,10 +1,11 @@
 #pragma once
 
-// What the programs that start_bench compares Lunara with have in their windows.
+// Window procedure and message loop of the programs with which start_bench compares Lunara.
 
 #include <windows.h>
 
-/// A window procedure that fills the window with grey and leaves the rest to the system.
+/// Fills the window with grey (192, 192, 192) on WM_PAINT and leaves every other message to the
+/// system.
 inline LRESULT CALLBACK GreyProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message != WM_PAINT) {
         return ::DefWindowProcW(window, message, wParam, lParam);
@@ -16,6 +17,7 @@ inline LRESULT CALLBACK GreyProcedure(HWND window, UINT message, WPARAM wParam, 
     return 0;
 }
 
+/// Dispatches messages until WM_QUIT; the result is the exit code.
 inline int RunMessages() {
     MSG message{};
     while (::GetMessageW(&message, nullptr, 0, 0) > 0) {

@@ -1,5 +1,5 @@
-// What the prediction costs: a diary of 40 years beside one of 4, and beside the bare sums that
-// every prediction needs whatever the diary's length.
+// Times the prediction for diaries of 40 and of 4 years. The peers are the bare sums over the
+// forecast, which every prediction computes whatever the length of the diary.
 
 #include <benchmark/benchmark.h>
 
@@ -18,19 +18,19 @@
 namespace lunara {
 namespace {
 
-constexpr double MostFor40Years = 3;  // times the cost for 4 years
-constexpr double MostFor4Years = 5;   // times the cost of the sums
+constexpr double MostFor40Years = 3;  // limit, as a multiple of the time for 4 years
+constexpr double MostFor4Years = 5;   // limit, as a multiple of the time for the sums
 
 constexpr char Name40Years[] = "UpdatePrediction/40_years";
 constexpr char Name4Years[] = "UpdatePrediction/4_years";
 constexpr char NameSums[] = "sums_of_one_prediction";
 constexpr char NameStarts[] = "sums_of_the_starts_alone";
 
-/// One period in twenty has each of these lengths; 5.2 days on average.
+/// Twenty equally likely period lengths in days, one digit each; 5.2 on average.
 constexpr std::string_view BleedingDays = "44444555555556666677";
 
-/// Fills the diary with 13 cycles a year of 25 to 31 days, and sets the clock to the 13th day of
-/// the last one. Always the same diary.
+/// Fills the diary with 13 cycles of 25 to 31 days for each year, and sets the clock to the 13th
+/// day of the open cycle that follows. Deterministic: the same `years` give the same diary.
 void FillDiary(UserData& data, int years) {
     std::uint32_t state = 1;
     const auto next = [&state](std::uint32_t below) {
@@ -116,7 +116,7 @@ BENCHMARK_CAPTURE(BenchUpdate, 4, 4)->Name(Name4Years)->Unit(benchmark::kMicrose
 BENCHMARK(BenchSums)->Name(NameSums)->Unit(benchmark::kMicrosecond);
 BENCHMARK(BenchStarts)->Name(NameStarts)->Unit(benchmark::kMicrosecond);
 
-/// Shows what the console shows, and keeps the medians.
+/// The library's console output; also keeps the median CPU time of each case.
 class MedianReporter : public benchmark::ConsoleReporter {
   public:
     void ReportRuns(const std::vector<Run>& runs) override {
@@ -143,7 +143,8 @@ bool PrintRatio(const char* text, double ratio, double most) {
 }
 
 int Run(int argc, char** argv) {
-    // Median of interleaved repetitions: what else the machine does then hits all cases alike.
+    // Interleaves the repetitions of the cases, so that other load on the machine hits them all
+    // alike; the medians are compared.
     std::array<char, 40> repetitions = {"--benchmark_repetitions=15"};
     std::array<char, 56> interleaving = {"--benchmark_enable_random_interleaving=true"};
     std::array<char, 32> duration = {"--benchmark_min_time=0.05"};

@@ -1,7 +1,7 @@
 #pragma once
 
-// How every benchmark program reports: what it was built with and what it worked on, then one line
-// a case with its spread and, within a group of cases, the ratio to the group's first one.
+// Report of the native benchmark programs: compiler, build type and data, then one line per case
+// with median, spread and, within a group of cases, the ratio to the group's first case.
 
 #include <benchmark/benchmark.h>
 
@@ -15,8 +15,8 @@ namespace lunara::bench {
 
 inline constexpr int Repetitions = 9;
 
-/// Collects the medians and spreads of all cases and prints them at the end. A case is called
-/// "group/case"; the first of its group is what the others are compared with.
+/// Collects the medians and spreads of all cases and prints them at the end. Cases are named
+/// "group/case"; each is compared with the first one registered in its group.
 class RatioReporter : public benchmark::BenchmarkReporter {
   public:
     bool ReportContext(const Context& /*context*/) override { return true; }
@@ -39,8 +39,8 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     }
 
     void Finalize() override {
-        // Cases may have been run in any order; they are printed as they were registered, group by
-        // group.
+        // Random interleaving may report cases in any order. Sort them by registration, then bring
+        // each group together.
         std::sort(cases.begin(), cases.end(),
                   [](const Case& a, const Case& b) { return a.family < b.family; });
         for (auto next = cases.begin(); next != cases.end();) {
@@ -107,15 +107,15 @@ class RatioReporter : public benchmark::BenchmarkReporter {
     bool failed = false;
 };
 
-/// What a case's time is: the processor's, for what never waits, so that other programs on the
-/// machine do not count; or the clock's.
+/// Which time of a case counts. Processor time leaves out other programs on the machine, and suits
+/// cases that never wait; clock time includes waiting, for the disk above all.
 enum class Time { Processor, Clock };
 
-/// Registers a case. `seconds` is how long a repetition lasts at least.
+/// Registers a case. `seconds` is the shortest duration of one repetition.
 template <typename Body>
 void AddCase([[maybe_unused]] const std::string& name, [[maybe_unused]] Time time,
              [[maybe_unused]] Body body, [[maybe_unused]] double seconds = 0.05) {
-#ifndef __clang_analyzer__  // it takes what the library keeps for a leak
+#ifndef __clang_analyzer__  // it reports the registered case, which the library owns, as a leak
     auto* added = benchmark::RegisterBenchmark(name.c_str(), body);
     added->Unit(benchmark::kMicrosecond)
         ->MinTime(seconds)
@@ -127,9 +127,11 @@ void AddCase([[maybe_unused]] const std::string& name, [[maybe_unused]] Time tim
 #endif
 }
 
-/// Runs the registered cases; `data` says what they work on. The result is main's.
+/// Runs the registered cases and prints the report; `data` describes what they work on. Returns the
+/// program's exit code.
 inline int RunAll(int argc, char** argv, const char* data) {
-    // Repetitions of all cases take turns, so that none has the machine's quiet minute to itself.
+    // Interleaves the repetitions of all cases, so that a change of the machine's load hits them
+    // all alike.
     std::string turns = "--benchmark_enable_random_interleaving=true";
     std::vector<char*> arguments(argv, argv + argc);
     arguments.insert(std::next(arguments.begin()), turns.data());

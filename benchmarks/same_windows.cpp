@@ -1,5 +1,6 @@
-// A program with the windows of Lunara's start and nothing behind them: the least that such a start
-// costs on this machine. No diary, no prediction, no layout, and each child is filled with grey.
+// A peer of start_bench: creates the windows of Lunara's start, sign-in included, with nothing
+// behind them. No diary, no prediction, no layout; each child is filled with grey. Its time is the
+// least that a start with these windows costs on this machine.
 
 // clang-format off
 #include <windows.h>

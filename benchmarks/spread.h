@@ -1,7 +1,7 @@
 #pragma once
 
-// How the programs that measure under Windows time their cases: with the system's performance
-// counter, a fixed number of rounds a case.
+// Timing for the benchmark programs that run under Windows: the system's performance counter, and a
+// fixed number of rounds per case.
 
 #include <windows.h>
 
@@ -11,6 +11,7 @@
 
 namespace lunara::bench {
 
+/// The performance counter in ms; only differences mean anything.
 inline double NowMs() {
     LARGE_INTEGER count{};
     LARGE_INTEGER frequency{};
@@ -19,7 +20,7 @@ inline double NowMs() {
     return 1000.0 * static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-/// What a case took, in milliseconds.
+/// Distribution of a case's times, in ms.
 struct Spread {
     double median;
     double low;   // tenth percentile
@@ -27,13 +28,14 @@ struct Spread {
     double worst;
 };
 
-/// `times` must not be empty.
+/// The distribution of `times` (ms, any order), which must not be empty.
 inline Spread SpreadOf(std::vector<double> times) {
     std::sort(times.begin(), times.end());
     const std::size_t count = times.size();
     return {times[count / 2], times[count / 10], times[count * 9 / 10], times.back()};
 }
 
+/// ms that one call of `work` takes.
 template <typename Work>
 double TimeOf(Work work) {
     const double start = NowMs();
@@ -41,6 +43,7 @@ double TimeOf(Work work) {
     return NowMs() - start;
 }
 
+/// Calls `work` `rounds` (>= 1) times and times each call.
 template <typename Work>
 Spread Measure(int rounds, Work work) {
     std::vector<double> times;

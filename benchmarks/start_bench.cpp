@@ -1,13 +1,13 @@
-// How long it takes from starting Lunara to the first painted diary (her name is given and OK
-// pressed as soon as the sign-in dialog stands there), beside the start of a program with one bare
-// window, and of one with Lunara's windows and nothing behind them.
+// Times a start of Lunara, from creating the process to the first painted diary; the sign-in dialog
+// is answered with a name and OK as soon as it is visible. The peers in the same run are a program
+// with one bare window, and one with Lunara's windows and nothing behind them.
 //
-// All are started from outside, turn by turn, and watched until a pixel of their window has the
-// colour that only their own painting gives it. They are watched by class, not by title, because to
-// ask for the titles of all windows keeps Wine's server from answering the program that starts.
+// The programs are started from outside, in turn, and polled until a pixel of their window has a
+// colour that only their own painting gives it. Windows are found by class, not by title alone:
+// asking every window for its title keeps Wine's server from answering the program that starts.
 //
-// Once with a pause before each start, as she finds her machine, and once without: then the end of
-// the program before takes time from both.
+// Runs twice: with a pause before each start, like a user's idle machine, and without one, where
+// the previous program is still ending and takes time from every case.
 
 #include <functional>
 #include <string>
@@ -19,10 +19,11 @@ namespace {
 using lunara::bench::NowMs;
 
 constexpr int Runs = 31;
-constexpr DWORD PauseMs = 150;  // what a program leaves to be done at its end takes a fifth of that
+constexpr DWORD PauseMs = 150;  // the clean-up after a program's end takes a fifth of this
 constexpr DWORD LongestWaitMs = 20'000;
-constexpr COLORREF BareColor = RGB(192, 192, 192);  // what grey_window.h paints
+constexpr COLORREF BareColor = RGB(192, 192, 192);  // the grey of grey_window.h
 
+/// Polls `condition` every ms; false when it still fails after LongestWaitMs.
 bool WaitUntil(const std::function<bool()>& condition) {
     const double start = NowMs();
     while (!condition()) {
@@ -34,6 +35,7 @@ bool WaitUntil(const std::function<bool()>& condition) {
     return true;
 }
 
+/// A program that was started; End closes its window and waits for the process.
 struct Running {
     PROCESS_INFORMATION process{};
 
@@ -55,8 +57,8 @@ struct Running {
     }
 };
 
-/// A pixel of the window as it is on the screen: what another program's device context holds need
-/// not be.
+/// The colour of a pixel of the window, in client coordinates. Read from the screen: the device
+/// context of another program's window need not hold what is visible.
 COLORREF PixelOf(HWND window, int x, int y) {
     POINT point{x, y};
     ::ClientToScreen(window, &point);
@@ -66,6 +68,7 @@ COLORREF PixelOf(HWND window, int x, int y) {
     return color;
 }
 
+/// ms from starting the program to its painted window; -1 when it does not come up.
 double StartBareWindow(const std::wstring& program) {
     const double begin = NowMs();
     Running running;
@@ -93,14 +96,16 @@ HWND FindCalendar(const wchar_t* mainClass) {
     return diary == nullptr ? nullptr : ::GetDlgItem(diary, 3002);
 }
 
-/// The colour of the month band: the calendar's left column, which nothing but its painting fills.
+/// Whether the calendar's left column has the colour of a month, which only its own painting gives
+/// it.
 bool IsPainted(HWND calendar) {
     const COLORREF color = PixelOf(calendar, 3, 5);
     return color != CLR_INVALID && color != RGB(255, 255, 255) && color != RGB(0, 0, 0) &&
            color != ::GetSysColor(COLOR_BTNFACE);
 }
 
-/// `mainClass`: the class of the window in which the diary is to come up.
+/// ms from starting the program, through its sign-in, to its painted diary; -1 when it does not
+/// come up. `mainClass` is the class of its main window.
 double StartWithSignIn(const std::wstring& program, const wchar_t* mainClass) {
     const double begin = NowMs();
     Running running;
@@ -119,6 +124,7 @@ double StartWithSignIn(const std::wstring& program, const wchar_t* mainClass) {
     return painted ? elapsed : -1;
 }
 
+/// Runs a command and waits for it; whether it exited with 0.
 bool RunToEnd(const std::wstring& commandLine) {
     std::wstring line = commandLine;
     STARTUPINFOW start{};
@@ -136,7 +142,8 @@ bool RunToEnd(const std::wstring& commandLine) {
     return code == 0;
 }
 
-/// A program folder of its own with the sample diary in it; its Lunara.exe, or "" when it failed.
+/// Makes a program folder with a copy of Lunara.exe and the sample diary. Returns the copy's path;
+/// "" on failure.
 std::wstring PrepareProgram(const std::wstring& build) {
     const std::wstring folder = build + L"\\benchmarks\\start";
     ::CreateDirectoryW(folder.c_str(), nullptr);
@@ -149,7 +156,7 @@ std::wstring PrepareProgram(const std::wstring& build) {
         !RunToEnd(L"\"" + build + L"\\lunara-cli.exe\" sample \"" + diary + L"\"")) {
         return {};
     }
-    // The diary is what is measured, whatever view was shown last.
+    // Makes the diary the first view shown, whatever view was shown last.
     HKEY key = nullptr;
     if (::RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Apps\\Lunara", 0, nullptr, 0, KEY_WRITE,
                           nullptr, &key, nullptr) == ERROR_SUCCESS) {
@@ -175,13 +182,14 @@ double Median(std::vector<double> times) {
 
 struct Case {
     const char* name;
-    std::function<double()> start;  // the time it took, in ms; negative when it did not come up
+    std::function<double()> start;  // starts the program once; ms, negative on failure
     std::vector<double> times;
 };
 
-/// The first case is what the others are compared with. False when a program did not come up.
+/// Times all cases in turn and prints them with their ratio to the first one. False when a program
+/// did not come up.
 bool Compare(std::vector<Case> cases, DWORD pauseMs) {
-    for (int run = -1; run < Runs; ++run) {  // the first turn warms the caches and does not count
+    for (int run = -1; run < Runs; ++run) {  // run -1 warms the caches
         for (Case& each : cases) {
             ::Sleep(pauseMs);
             const double time = each.start();

@@ -1,7 +1,7 @@
 #pragma once
 
-// What the programs that measure painting share: one date, the size of the program's window, a view
-// in a bare frame, and the bare fill and copy that every repaint is compared with.
+// Set-up shared by the benchmarks of painting: a fixed date, the size of the program's window, a
+// view in a bare frame, and the bare fill and copy that every repaint is compared with.
 
 #include "benchmarks/spread.h"
 #include "platform/clock.h"
@@ -17,7 +17,8 @@ inline constexpr int HeightPx = 640;
 inline constexpr int Rounds = 400;
 inline constexpr double RepaintTargetMs = 8.0;
 
-/// The day that every run stands at, whatever the day is; and no settings of the machine's.
+/// Makes runs repeatable: fixes today to 15 March 2026, which is returned, and keeps the machine's
+/// settings out.
 inline SYSTEMTIME SetSurroundings() {
     SetAppInstance(::GetModuleHandleW(nullptr));
     SYSTEMTIME today{};
@@ -27,7 +28,7 @@ inline SYSTEMTIME SetSurroundings() {
     return today;
 }
 
-/// Makes the frame and the view that fills it, and paints them; false when one cannot be made.
+/// Creates `frame` and the `view` that fills it, and paints both; false when one cannot be created.
 inline bool ShowView(Window& frame, Window& view, DWORD viewStyle = 0) {
     if (frame.Create(0, nullptr, TEXT("Benchmark"), WS_POPUP | WS_VISIBLE, 0, 0, WidthPx, HeightPx,
                      nullptr, nullptr) == 0 ||
@@ -41,6 +42,7 @@ inline bool ShowView(Window& frame, Window& view, DWORD viewStyle = 0) {
     return true;
 }
 
+/// Times filling a memory bitmap of the window's size and copying it to `window`.
 inline Spread MeasureBare(HWND window) {
     const WindowDcScope screen(window);
     const MemoryDc memory(::CreateCompatibleDC(screen.Dc()));

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Fails when a source file is not formatted as .clang-format says. With --fix, formats it.
+# Checks that every C++ source file is formatted according to .clang-format; --fix formats them.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 mode=(--dry-run --Werror)

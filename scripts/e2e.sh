@@ -1,16 +1,18 @@
 #!/bin/bash
-# Runs the end-to-end tests: the built program, driven from outside, with a date that the tests set.
+# Runs the end-to-end tests: they drive the built program from outside, with a date that they set.
 #
 # Usage: scripts/e2e.sh [PROGRAM.exe [GOOGLETEST ARGUMENTS...]]
-#   PROGRAM.exe  build/windows/tests/e2e/lunara_e2e.exe unless given
+#   PROGRAM.exe  the test program; build/windows/tests/e2e/lunara_e2e.exe unless given
 #
-# Pictures of the steps are left in <build folder>/e2e/pictures, as PNG where ImageMagick is installed.
+# Leaves screenshots of the steps in <build folder>/e2e/pictures, as PNG where ImageMagick is there.
 #
-# LUNARA_E2E_RUN names a run that goes on beside another one: it has a Wine prefix, a date and a disk of
-# its own, and leaves the other's pictures alone. Only other tests: a test has one folder of files.
+# LUNARA_E2E_RUN names a run that takes place beside another one. It gets a Wine prefix, a date file
+# and a full-disk switch of its own and keeps the other run's pictures. The two runs must not have a
+# test in common: a test always uses the same folder.
 #
-# The Wine server is started before the date is set, and so keeps the timers in the real time. Only the
-# clock of the day is changed, not the one that counts on: timers and tick counts run as always.
+# The date is faked for the test program and what it starts, not for the Wine server, which starts
+# earlier and keeps timers in real time. Only the wall clock is faked, not the monotonic clock:
+# timers and tick counts run normally.
 set -euo pipefail
 
 project=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -25,17 +27,17 @@ if [[ ${1:-} == --inside ]]; then
         exit 1
     fi
     folder=$(dirname "$program")
-    # Lets a test declare a disk full (tests/e2e/full_disk.cpp).
+    # The preloaded library with which a test declares a disk full (tests/e2e/full_disk.cpp).
     full_disk=$folder/full_disk$run.so
     ${CXX:-c++} -std=c++20 -O1 -shared -fPIC -o "$full_disk" "$project/tests/e2e/full_disk.cpp" -ldl
     full_disk_file=$folder/e2e-full-disk$run.txt
     rm -f "$full_disk_file"
     date_file=$folder/e2e-date$run.txt
     echo "2006-03-05 12:00:00" >"$date_file"
-    # A desktop window of its own: there, Wine draws frames and moves the focus itself, and does not
-    # wait for a window manager that is not there.
+    # In a desktop window Wine draws frames and moves the focus itself, instead of waiting for a
+    # window manager, which the virtual display does not have.
     wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d Default /f >/dev/null 2>&1
-    screen=${LUNARA_SCREEN:-1024x900x24}  # the whole display is the desktop
+    screen=${LUNARA_SCREEN:-1024x900x24}  # the desktop window fills the display
     wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v Default /d "${screen%x*}" /f >/dev/null 2>&1
     LUNARA_E2E_DATE_FILE=$(winepath -w "$date_file" 2>/dev/null) \
         LUNARA_E2E_FULL_DISK=$(winepath -w "$full_disk_file" 2>/dev/null) \
@@ -46,7 +48,7 @@ if [[ ${1:-} == --inside ]]; then
     exit
 fi
 
-# A prefix of its own, because of that desktop.
+# A prefix of its own, because the desktop window is a setting of the whole prefix.
 export WINEPREFIX=${LUNARA_E2E_PREFIX:-$project/build/wine-e2e$run}
 program=${1:-$project/build/windows/tests/e2e/lunara_e2e.exe}
 (($# == 0)) || shift

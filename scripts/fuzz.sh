@@ -1,9 +1,9 @@
 #!/bin/bash
-# Runs one fuzz target on its corpus and then on new inputs.
+# Runs one fuzz target on its corpus, then on new inputs. Fails on a finding, or if nothing ran.
 #
-# Usage: scripts/fuzz.sh TARGET RUNS            that many executions
-#        scripts/fuzz.sh TARGET SECONDS s       that many seconds
-# The corpus that grows stays under build/; a finding is kept there, too, and fails.
+# Usage: scripts/fuzz.sh TARGET RUNS            for RUNS executions
+#        scripts/fuzz.sh TARGET SECONDS s       for SECONDS seconds
+# New corpus entries and findings are kept in build/fuzz/TARGET/; tests/data/fuzz/ is not changed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 target="${1:?target}"

@@ -1,17 +1,17 @@
 #!/bin/bash
-# clang-tidy over every source of ours in a preset's build; any finding fails.
+# Runs clang-tidy over our sources in a preset's build; fails on any finding.
 #
 # Usage: scripts/lint.sh native|windows [all]
-#   native   what the native build compiles
-#   windows  what only the Windows build compiles
-#   all      tests and benchmarks, too, which take the analyzer several times as long as the program
+#   native   the sources of the native build
+#   windows  the sources that only the Windows build compiles
+#   all      includes tests and benchmarks, which take several times as long as the program
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset="${1:?native or windows}"
 left_out='^(tests|benchmarks)/'
 [[ ${2:-} == all ]] && left_out='^$'
 
-sources_of() {  # PRESET: our files in its compile commands, relative
+sources_of() {  # PRESET: prints our .cpp files of its compile commands, as paths from the root
     sed -n 's/^ *"file": "\(.*\)",\{0,1\}$/\1/p' "build/$1/compile_commands.json" |
         grep "^$PWD/" | grep -v "^$PWD/build/" | sed "s#^$PWD/##" | grep '\.cpp$' | grep -vE "$left_out" | sort -u
 }
@@ -28,7 +28,7 @@ else
     mapfile -t files < <(sources_of native)
 fi
 
-# A file that was found clean is not looked at again until it, a header or the settings change.
+# Skips a file that was clean before, until it, any header, clang-tidy or its settings change.
 mkdir -p "build/lint/$preset"
 state=$({ clang-tidy --version; cat .clang-tidy scripts/lint.sh; cat $(git ls-files '*.h' '*.inc'); } | sha1sum | cut -c1-16)
 export preset state

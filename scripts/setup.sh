@@ -1,12 +1,12 @@
 #!/bin/bash
-# Installs what building and testing Lunara needs and this machine lacks.
+# Installs the missing packages that building and testing Lunara needs.
 #
 # Usage: scripts/setup.sh [native|all|bench]
-#   native  the portable core, the companion and their tests, with the checkers
-#   all     native, the Windows cross compiler, Wine and a virtual display (the default)
-#   bench   all, and the cipher libraries that the benchmarks compare with
+#   native  for the portable core, the companion, their tests and the checks
+#   all     native, and the Windows cross compiler, Wine and a virtual display (the default)
+#   bench   all, and the benchmark library and the cipher libraries that serve as peers
 #
-# Only Debian packages are used. Nothing is printed and nothing is asked when all is there.
+# Installs Debian packages only. Prints nothing and asks for nothing when all are installed.
 set -euo pipefail
 
 profile="${1:-all}"

@@ -1,6 +1,6 @@
-# Running steps and test programs and counting what they said. Sourced by ./test.
+# Functions that run steps and test programs and add up their results. Sourced by ./test.
 #
-# Output of every step goes to build/logs/; what failed shows its last lines.
+# The output of each step goes to a log in build/logs/; a failure prints the log's last lines.
 
 mkdir -p build/logs
 passed=0
@@ -12,7 +12,7 @@ section() { printf '\n== %s\n' "$1"; }
 
 log_of() { echo "build/logs/$(tr -cs 'a-zA-Z0-9' '-' <<<"$1").log"; }
 
-# step NAME COMMAND...: runs it; a failure is remembered and ends up in the exit status.
+# step NAME COMMAND...: runs the command. A failure is recorded and makes `finish` fail.
 step() {
     local name="$1" log start=$SECONDS
     shift
@@ -28,8 +28,8 @@ step() {
     return 1
 }
 
-# gtest NAME COMMAND...: a GoogleTest program, whose own counts are added up. A program that ends
-# without its closing lines, or fails without a failed test, counts as one failed test.
+# gtest NAME COMMAND...: runs a GoogleTest program and adds its counts to the totals. A program that
+# ends without its summary, or fails without a failed test, counts as one failed test.
 gtest() {
     local name="$1" start=$SECONDS status
     shift
@@ -38,7 +38,8 @@ gtest() {
     count "$name" "$status" $((SECONDS - start))
 }
 
-# gtest_beside NAME COMMAND...: the same, while what follows goes on; `gtest_collect` waits for it.
+# gtest_beside NAME COMMAND...: starts one GoogleTest program in the background. `gtest_collect`
+# waits for it and adds its counts to the totals.
 gtest_beside() {
     beside_name="$1"
     shift
@@ -53,7 +54,8 @@ gtest_collect() {
     count "$beside_name" "$status" $((SECONDS - beside_start))
 }
 
-# count NAME STATUS SECONDS: adds up what the test program of that name said.
+# count NAME STATUS SECONDS: adds the counts in the log of test program NAME to the totals and
+# prints its line.
 count() {
     local name="$1" status="$2" seconds="$3" log ok bad left
     log=$(log_of "$name")

@@ -1,11 +1,11 @@
 #!/bin/bash
-# The tour of all screens: the built program with the sample diary on a virtual display, one PNG of every
-# screen.
+# Makes the tour of all screens: runs the built program with the sample diary on a virtual display
+# and takes one PNG of every screen.
 #
 # Usage: scripts/tour.sh [all]
-#   all  also at 240x320 and 720x960, not only at 480x640
+#   all  at 240x320, 480x640 and 720x960; without it at 480x640 only
 #
-# The pictures' names are printed; they are in build/tour/.
+# Writes the pictures to build/tour/ and prints their names.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 sizes='480x640'
@@ -13,7 +13,7 @@ sizes='480x640'
 
 rm -rf build/tour
 mkdir -p build/tour build/logs
-# Higher than the tallest window.
+# The display is taller than the tallest window.
 export LUNARA_SCREEN=1024x1100x24
 if ! LUNARA_DISPLAY=virtual LUNARA_E2E_PREFIX="$PWD/build/wine-tour" scripts/e2e.sh \
     build/windows/tests/e2e/lunara_tour.exe "--gtest_filter=*/$sizes" >build/logs/tour.log 2>&1; then
@@ -21,10 +21,11 @@ if ! LUNARA_DISPLAY=virtual LUNARA_E2E_PREFIX="$PWD/build/wine-tour" scripts/e2e
     exit 1
 fi
 for picture in build/windows/e2e/pictures/*.png; do
-    # Sizes_Tour.EveryScreen_480x640-03-notes.png, perhaps with other separators
+    # From Sizes_Tour.EveryScreen_480x640-03-notes.png, whose separators may differ, to
+    # 480x640-03-notes.png.
     name=$(basename "$picture" | sed -E 's/.*([0-9]{3}x[0-9]{3})-([0-9]+-.*)/\1-\2/')
     mv "$picture" "build/tour/$name"
-    # Trimmed to the window: the desktop around it is of one colour.
+    # Crops to the window: -trim removes the desktop around it, which has one colour.
     mogrify -trim +repage "build/tour/$name"
     echo "build/tour/$name"
 done

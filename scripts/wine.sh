@@ -1,17 +1,17 @@
 #!/bin/bash
-# Runs Windows programs under Wine without asking, downloading or leaving anything behind.
+# Runs Windows programs under Wine, without prompts or downloads, and cleans up afterwards.
 #
 # Usage: scripts/wine.sh run EXE [ARGS...]       one program; exits with its exit code
-#        scripts/wine.sh with COMMAND [ARGS...]  any command that starts Wine programs itself
+#        scripts/wine.sh with COMMAND [ARGS...]  a command that itself starts Wine programs
 #
-# The environment is passed through. These variables choose what is not usual:
-#   WINEPREFIX       Wine's folder; build/wine of the project unless set, made on first use
-#   DISPLAY          used as it is; without one, or with LUNARA_DISPLAY=virtual, the program gets a
-#                    virtual display of its own
-#   LUNARA_SCREEN    size of the virtual display (1024x900x24)
-#   LUNARA_TIMEOUT   seconds until the program is ended, exit code 124 (600); 0 for none
-#   LUNARA_SHARED=1  joins the Wine server that runs in the prefix, and lets it run on. Otherwise
-#                    whatever runs in the prefix is ended first and afterwards: a server that was
+# The environment is passed through. These variables change the defaults:
+#   WINEPREFIX       Wine's prefix, created on first use; default build/wine of the project
+#   DISPLAY          the display to use; if unset, or with LUNARA_DISPLAY=virtual, a virtual display
+#                    is started for this run
+#   LUNARA_SCREEN    size of the virtual display; default 1024x900x24
+#   LUNARA_TIMEOUT   seconds until the program is ended, with exit code 124; default 600, 0 for none
+#   LUNARA_SHARED=1  joins the Wine server of the prefix and leaves it running. Otherwise the server
+#                    and its programs are stopped before and after the run: a server that was
 #                    started without a display never creates a window again.
 set -euo pipefail
 
@@ -31,14 +31,15 @@ esac
 
 export WINEPREFIX="${WINEPREFIX:-$project/build/wine}"
 export WINEARCH=win64
-# -all also silences the remark that there is no 32-bit Wine, which nothing here needs.
+# -all silences Wine's messages, also the one that 32-bit Wine is missing, which nothing here needs.
 export WINEDEBUG="${WINEDEBUG:--all}"
-# Wine writes file names in the character set of the locale. In that of a bare system, which is none,
-# names with other letters than English ones cannot be made.
+# Wine encodes file names in the character set of the locale. In the C locale of a bare system it
+# cannot create names with non-ASCII letters.
 if [[ $(locale charmap 2>/dev/null) != UTF-8 ]]; then
     export LC_ALL=C.UTF-8
 fi
-# Without these two Wine offers to download them; winemenubuilder writes into the user's own menus.
+# Disables mscoree and mshtml, which Wine would offer to download, and winemenubuilder, which would
+# write to the user's own menus.
 export WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree,mshtml=;winemenubuilder.exe=d}"
 
 shared="${LUNARA_SHARED:-0}"
@@ -47,7 +48,8 @@ display_server=
 scratch=$(mktemp -d)
 child=
 
-# Ends what this script started and nothing else.
+# Ends the processes of this run and nothing else: its command, the prefix's Wine server unless
+# shared, and its virtual display.
 # shellcheck disable=SC2317  # called by the traps
 clean_up() {
     trap - EXIT INT TERM HUP PIPE
@@ -76,14 +78,14 @@ stop_server() {
     wineserver -w >/dev/null 2>&1 || true
 }
 
-# Starts a display on a free number, which the server itself chooses, and waits until it answers.
+# Starts a virtual display and waits until it is ready. Xvfb picks a free number and reports it.
 start_display() {
     mkfifo "$scratch/display"
     Xvfb -displayfd 3 -screen 0 "${LUNARA_SCREEN:-1024x900x24}" -nolisten tcp -noreset \
         3>"$scratch/display" >"$scratch/display.log" 2>&1 </dev/null &
     display_server=$!
     local number=
-    # A server that gives up closes its end, and the read ends with nothing.
+    # If Xvfb fails it closes its end of the pipe, and the read returns without a number.
     read -r -t 60 number <"$scratch/display" || true
     if [[ -z $number ]]; then
         echo "wine.sh: the virtual display did not start:" >&2
@@ -93,8 +95,8 @@ start_display() {
     export DISPLAY=":$number"
 }
 
-# Makes the prefix. The user's own folders are not linked into it: programs under test must not
-# find, or leave, anything there.
+# Creates the prefix. Replaces Wine's links to the user's own folders by empty folders: programs
+# under test must neither read nor write there.
 make_prefix() {
     mkdir -p "$(dirname "$WINEPREFIX")"
     local fresh=1
@@ -112,8 +114,8 @@ make_prefix() {
             mkdir "$link"
         done < <(find "$WINEPREFIX/drive_c/users" -type l -print0)
     fi
-    # Wine waits two seconds for a window manager whenever a window closes, and the virtual display
-    # has none. The windows of the test program do without.
+    # Unmanaged windows for the UI tests: whenever a managed one closes, Wine waits two seconds for
+    # a window manager, which the virtual display does not have.
     wine reg add 'HKCU\Software\Wine\AppDefaults\lunara_ui_tests.exe\X11 Driver' \
         /v Managed /d N /f >/dev/null 2>&1
     touch "$WINEPREFIX/.ready"
@@ -129,14 +131,14 @@ if [[ ! -e $WINEPREFIX/.ready ]]; then
     make_prefix
 fi
 
-# The signs on caption buttons are letters of this font, which Debian's Wine does not find where its
-# package puts it. Without it a window has the buttons "0", "1" and "r".
+# Caption buttons are drawn with letters of this font, which Debian's Wine does not find where its
+# package installs it. Without the font the buttons show "0", "1" and "r".
 signs=/usr/share/wine/fonts/marlett.ttf
 if [[ -e $signs ]]; then
     ln -sf "$signs" "$WINEPREFIX/drive_c/windows/Fonts/marlett.ttf"
 fi
 
-# In the background and waited for, so that a signal to this script is handled at once.
+# Runs in the background under `wait`: bash delays a trap until a foreground command has ended.
 status=0
 timeout -k 10 "$timeout_seconds" "${command[@]}" <&0 &
 child=$!

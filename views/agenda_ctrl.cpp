@@ -16,7 +16,7 @@ namespace {
 
 constexpr COLORREF White = RGB(255, 255, 255);
 
-/// A row request with its items in one piece of memory, used for all rows of a paint.
+/// A row request and the item records behind it in one allocation, reused for each row of a paint.
 class RowStorage {
   public:
     explicit RowStorage(std::int32_t lineCount)
@@ -27,7 +27,7 @@ class RowStorage {
           request(new (words.data()) AgendaRowRequest{}),
           count(lineCount) {}
 
-    /// The request as it is before the answer to it.
+    /// Resets the request to its defaults: white items without pictures, no text, no height.
     AgendaRowRequest& Begin(const NMHDR& header, std::int32_t rowIndex) {
         *request = {};
         request->header = header;
@@ -60,7 +60,7 @@ void AgendaCtrl::Draw(HDC dc, const RECT& client) {
         if (!NotifyAll(row.header)) {
             break;
         }
-        // What comes back is used for drawing as it stands, but for its bounds.
+        // The parent's answer is trusted except where it could lead out of bounds.
         row.text[AgendaTextCapacity - 1] = 0;
         row.lineCount = lineCount;
         if (row.rowHeight < 1 || row.rowHeight > MaxAgendaMeasure) {
@@ -108,7 +108,7 @@ LRESULT AgendaCtrl::OnHitTest(AgendaHitTest& request) const {
     RECT client{};
     ::GetClientRect(Handle(), &client);
     if (cellWidth < 1) {
-        // Nothing is laid out yet, so there are no item cells to hit.
+        // Without AGM_SETMEASURES there are no item cells to hit.
         return ::PtInRect(&client, request.pt) != FALSE ? AgendaRightOfItems : AgendaOutside;
     }
     return AgendaLayout(client, lineCount, cellWidth, 1).HitTest(request.pt, request.line);
@@ -122,7 +122,7 @@ bool AgendaCtrl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* 
     LRESULT answer = 0;
     // clang-format off
     switch (message) {
-        case WM_ERASEBKGND: answer = 1; break;  // painting covers everything
+        case WM_ERASEBKGND: answer = 1; break;  // WM_PAINT covers the whole client area
         case WM_PAINT: OnPaint(); break;
         case WM_LBUTTONUP: OnLButtonUp({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); break;
         case AGM_SETMEASURES: answer = OnSetMeasures(wParam, lParam); break;

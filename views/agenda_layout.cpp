@@ -30,7 +30,7 @@ RECT AgendaLayout::ItemRectangle(std::int32_t column, LONG y, LONG rowHeight) co
 
 RECT AgendaLayout::PictureRectangle(std::int32_t column, LONG y, LONG rowHeight,
                                     SIZE picture) const {
-    // One pixel of a cell is its border.
+    // The cell less the 1 px border.
     const LONG room = std::max<LONG>(std::min<LONG>(cellWidth, rowHeight) - 1, 1);
     if (const LONG largest = std::max(picture.cx, picture.cy); largest > room) {
         picture = {picture.cx * room / largest, picture.cy * room / largest};
@@ -42,8 +42,8 @@ RECT AgendaLayout::PictureRectangle(std::int32_t column, LONG y, LONG rowHeight,
 
 AgendaBubble AgendaLayout::PlaceBubble(LONG rowY, LONG bubbleY, SIZE text) const {
     AgendaBubble result{};
-    // A text too wide for its room moves left, over the item cells if it must, until the bubble
-    // ends 2 px inside the control.
+    // A text too wide for its room moves left, over the item cells if it must, until its bubble
+    // ends 2 px inside the client area.
     const LONG x = std::min(TextLeft(), client.right - 2 * (padding + 1) - text.cx);
     result.bubble = {x, bubbleY + padding, x + 2 * padding + text.cx,
                      bubbleY + padding + 2 * padding + text.cy};
@@ -79,7 +79,7 @@ bool FindArrow(POINT from, POINT to, AgendaArrow& arrow) {
     const double uy = 1 / length * dy;
     arrow.lineStart = from;
     arrow.tip = Moved(to, -5 * ux, -5 * uy);
-    // Back along the line by 10 px, and 4 px to either side of it.
+    // The other two corners lie 10 px back along the line, 4 px to either side of it.
     arrow.head = {arrow.tip, Moved(arrow.tip, -10 * ux + 4 * uy, -4 * ux - 10 * uy),
                   Moved(arrow.tip, -10 * ux - 4 * uy, 4 * ux - 10 * uy), arrow.tip};
     return true;

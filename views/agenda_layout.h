@@ -1,7 +1,8 @@
 #pragma once
 
-// The geometry of the agenda: item cells on the left, bubbles with the days' texts on the right, an
-// arrow from each row to its bubble. Knows no window; how large a text is comes from the caller.
+// Geometry of the agenda: item cells on the left, bubbles with the days' texts on the right, an
+// arrow from each row to its bubble. Needs no window; the caller measures the texts. All lengths
+// are px.
 
 #include <array>
 #include <cstdint>
@@ -10,26 +11,28 @@
 
 namespace lunara {
 
-/// What a point of the agenda belongs to.
+/// The part of the agenda that a point lies in.
 enum AgendaArea : int {
     AgendaItemCell = 1,
     AgendaRightOfItems = 2,
-    AgendaOutside = 3,
+    AgendaOutside = 3,  // outside the client area
 };
 
-/// Largest line count and cell width: no window has more pixels, and their product stays in range.
+/// Largest line count and cell width. No window has more pixels, and the product of two such values
+/// fits into 32 bits.
 inline constexpr std::int32_t MaxAgendaMeasure = 0x7FFF;
 
-/// A row's text and where it goes.
+/// Where a row's text is drawn, with its bubble and the arrow to it.
 struct AgendaBubble {
     RECT bubble;       // the rounded rectangle
-    RECT text;         // inside it
+    RECT text;         // inside `bubble`
     POINT arrowStart;  // right edge of the row's item cells
     POINT arrowEnd;    // the text's top-left corner
-    LONG nextBubbleY;  // where the next bubble may begin
+    LONG nextBubbleY;  // the least `bubbleY` for the next row with a text
 };
 
-/// A line from `lineStart` to `tip` and a filled triangle; the last point of `head` is the first.
+/// A line from `lineStart` to `tip` and a filled triangle, `head`, whose last point repeats the
+/// first.
 struct AgendaArrow {
     POINT lineStart;
     POINT tip;
@@ -38,28 +41,29 @@ struct AgendaArrow {
 
 class AgendaLayout {
   public:
-    /// `lines` (item cells of a row) and `itemWidth` in 1..MaxAgendaMeasure; `lineHeight` (one line
-    /// of text, px) >= 1.
+    /// `lines` (item cells per row) and `itemWidth` in 1..MaxAgendaMeasure. `lineHeight` is the
+    /// height of a line of text; less than 1 counts as 1.
     AgendaLayout(const RECT& clientArea, std::int32_t lines, std::int32_t itemWidth,
                  LONG lineHeight);
 
     LONG Padding() const { return padding; }
-    /// Where bubbles begin, unless their text needs more room.
+    /// The left edge of bubbles. One whose text needs more room begins further left.
     LONG TextLeft() const { return client.left + (lineCount + 2) * cellWidth; }
-    /// The width at which texts wrap; >= 1 even where no room is left.
+    /// The width at which texts wrap; 1 where no room is left.
     LONG TextWidth() const;
 
-    /// What is drawn for item `column` of the row that begins at `y`: neighbours share a border.
+    /// The cell of item `column` (0-based) in the row that begins at `y`, with the 1 px border that
+    /// neighbours share.
     RECT ItemRectangle(std::int32_t column, LONG y, LONG rowHeight) const;
-    /// A picture of that size, centred in the item's cell. One that is larger than the cell (the
-    /// window was made small) is shrunk to fit.
+    /// Where a picture of size `picture` is drawn: centred in the item's cell. A picture larger
+    /// than the cell (the window was made small) is shrunk to fit, with its proportions kept.
     RECT PictureRectangle(std::int32_t column, LONG y, LONG rowHeight, SIZE picture) const;
 
-    /// Places the bubble of the row that begins at `rowY`. `bubbleY` is where the previous bubble
-    /// allows this one to begin, `text` the size of the wrapped text.
+    /// Places the bubble of the row that begins at `rowY`. `bubbleY` is at least `rowY` and the
+    /// `nextBubbleY` of the bubble above; `text` is the size of the wrapped text.
     AgendaBubble PlaceBubble(LONG rowY, LONG bubbleY, SIZE text) const;
 
-    /// `column` is stored for an item cell only.
+    /// The area that `point` lies in. `column` is set for AgendaItemCell only.
     AgendaArea HitTest(POINT point, std::int32_t& column) const;
 
   private:
@@ -70,8 +74,8 @@ class AgendaLayout {
     LONG padding;
 };
 
-/// The arrow from `from` to `to`, whose tip stops 5 px short; false when there is nothing to draw
-/// between the two.
+/// Computes the arrow from `from` towards `to`; its tip stops 5 px short of `to`. False, with
+/// `arrow` untouched, when the two points are the same.
 bool FindArrow(POINT from, POINT to, AgendaArrow& arrow);
 
 }  // namespace lunara

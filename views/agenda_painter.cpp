@@ -31,7 +31,7 @@ SIZE PictureSize(HBITMAP picture) {
     return {header.bmWidth, header.bmHeight};
 }
 
-/// Text and background colours for its lifetime.
+/// Sets the text and background colours, and restores the previous ones at the end of its scope.
 class ColorScope {
   public:
     ColorScope(HDC target, COLORREF text, COLORREF background)
@@ -67,7 +67,7 @@ AgendaPainter::AgendaPainter(HDC targetDc, const RECT& clientArea, std::int32_t 
 
 void AgendaPainter::DrawBackground() {
     const auto white = static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH));
-    // The columns of the items, too: nothing is drawn there once the rows have come to an end.
+    // Covers the item columns as well: below the last row no cells are drawn.
     ::FillRect(dc, &client, white);
 }
 
@@ -126,7 +126,7 @@ const AgendaPainter::PictureSource& AgendaPainter::SourceOf(HBITMAP picture) {
 }
 
 void AgendaPainter::DrawPicture(const PictureSource& picture, const RECT& place, DWORD operation) {
-    // A picture of one bit per pixel takes its two colours from here.
+    // Blitting a 1-bit picture translates it to the target's text and background colours.
     const ColorScope colors(dc, Black, White);
     const SIZE& size = picture.size;
     const SIZE shown = {place.right - place.left, place.bottom - place.top};
@@ -134,7 +134,8 @@ void AgendaPainter::DrawPicture(const PictureSource& picture, const RECT& place,
         ::BitBlt(dc, place.left, place.top, size.cx, size.cy, picture.dc.Get(), 0, 0, operation);
         return;
     }
-    // A device context's own stretching mode keeps the black lines, which say something.
+    // Keeps the default stretching mode, BLACKONWHITE: it preserves black pixels when shrinking,
+    // and a mark's meaning is in its black lines.
     ::StretchBlt(dc, place.left, place.top, shown.cx, shown.cy, picture.dc.Get(), 0, 0, size.cx,
                  size.cy, operation);
 }
@@ -152,7 +153,7 @@ void AgendaPainter::DrawBubble(std::wstring_view text, LONG y) {
                     place.bubble.bottom, textHeight, textHeight);
     }
     {
-        // Opaque, so that the bold first line covers the normal one under it.
+        // Opaque text: the first line is drawn twice, and the bold copy must hide the normal one.
         const ColorScope colors(dc, Black, BubbleYellow);
         const BackgroundModeScope opaque(dc, OPAQUE);
         RECT room = place.text;

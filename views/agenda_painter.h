@@ -1,6 +1,7 @@
 #pragma once
 
-// How the agenda draws its rows: the tools of one paint, and the steps of one row.
+// Draws the agenda's rows during one paint. Holds that paint's fonts, brushes and pictures, and
+// what passes from one row to the next: the columns' colours and where the next bubble may begin.
 
 #include <deque>
 #include <string_view>
@@ -11,28 +12,30 @@
 
 namespace lunara {
 
-/// Makes the tools when it is made and releases them at the end of its scope.
+/// Lives for one paint into `targetDc`. Frees its drawing objects in the destructor.
 class AgendaPainter {
   public:
     AgendaPainter(HDC targetDc, const RECT& clientArea, std::int32_t lineCount,
                   std::int32_t cellWidth);
 
-    /// White wherever no row is drawn.
+    /// Fills the client area with white.
     void DrawBackground();
 
-    /// Draws the row that begins at `y`.
+    /// Draws the row that begins at `y` px. Call it from the top row down: each bubble is placed
+    /// below the one before.
     void DrawRow(const AgendaRowRequest& row, const AgendaItem* items, LONG y);
 
   private:
-    /// The brush of a column, made anew only when the row before had another colour there. Without
-    /// one of its own it is white.
+    /// The fill brush of one column, kept across rows and recreated only when the colour changes.
+    /// A null brush stands for white.
     struct ColumnBrush {
         COLORREF color = RGB(255, 255, 255);
         Brush brush;
     };
 
-    /// A picture in a device context of its own for the whole paint. To select one is slow on some
-    /// systems (Wine asks its server about the display each time), and rows use the same few.
+    /// A picture that stays selected into a memory device context for the whole paint. Selecting a
+    /// bitmap is slow on some systems (Wine asks its server about the display each time), and all
+    /// rows share a few pictures.
     struct PictureSource {
         PictureSource(HDC target, HBITMAP shown);
 

@@ -30,13 +30,14 @@ void DrawRectangle(HDC dc, const RECT& rect) {
     ::Rectangle(dc, rect.left, rect.top, rect.right, rect.bottom);
 }
 
-/// Three characters; null for a number that is no month.
+/// The month's three letters, not terminated; null for a number outside 1..12.
 const WCHAR* MonthName(WORD month) {
     return month >= 1 && month <= 12 ? MonthNames + std::ptrdiff_t{MonthNameLength} * (month - 1)
                                      : nullptr;
 }
 
-/// Unit n is the letter of weekday n; its place across the strip.
+/// Element n: how many px right of its cell's left edge the letter of weekday n (0 is Sunday)
+/// begins, so that it stands in the middle.
 std::array<LONG, DaysOfWeek> LetterOffsets(HDC dc, LONG cellSize) {
     std::array<LONG, DaysOfWeek> offsets{};
     for (std::size_t day = 0; day < offsets.size(); ++day) {
@@ -85,7 +86,7 @@ bool CalendarCtrl::IsDateShown(const SYSTEMTIME& date) const {
 }
 
 bool CalendarCtrl::IsVertical() const {
-    // Asked anew each time: the style may change while the window lives.
+    // Not cached: the style may change while the window lives.
     return (::GetWindowLongW(Handle(), GWL_STYLE) & static_cast<LONG>(CCS_VERTICAL)) != 0;
 }
 
@@ -102,7 +103,8 @@ void CalendarCtrl::Draw(HDC dc, const RECT& client) {
         ::FillRect(dc, &client, static_cast<HBRUSH>(::GetStockObject(WHITE_BRUSH)));
         return;
     }
-    // How far texts are dropped into their cells comes from the font that was there before.
+    // Vertical offset of texts in their cells, px. It comes from the caller's font, so it is
+    // measured before the strip's own font is selected.
     TEXTMETRICW metrics{};
     ::GetTextMetricsW(dc, &metrics);
     const LONG textDrop = metrics.tmDescent - metrics.tmInternalLeading - 1;
@@ -130,7 +132,7 @@ void CalendarCtrl::DrawMonthBand(HDC dc, const CalendarLayout& layout, HFONT upr
     COLORREF color = White;
     Brush brush(::CreateSolidBrush(color));
     for (const MonthSegment& segment : layout.MonthSegments(startDate)) {
-        // Without an answer the segment keeps the colour of the one before.
+        // Without an answer the segment takes the colour of the one before.
         const COLORREF wanted = AskMonthColor(segment.date, color);
         if (wanted != color) {
             color = wanted;
@@ -140,8 +142,8 @@ void CalendarCtrl::DrawMonthBand(HDC dc, const CalendarLayout& layout, HFONT upr
             const SelectScope filled(dc, brush.Get());
             DrawRectangle(dc, layout.SegmentRectangle(segment));
         }
-        // The marker's brush is the device context's own, not the month's: it stands out from every
-        // colour.
+        // Filled with the device context's own brush, not the month's, so that the marker stands
+        // out from every month colour.
         TodayMarker marker{};
         if (layout.FindTodayMarker(segment, startDate, today, marker)) {
             ::Polygon(dc, marker.data(), static_cast<int>(marker.size()));
@@ -150,7 +152,7 @@ void CalendarCtrl::DrawMonthBand(HDC dc, const CalendarLayout& layout, HFONT upr
         if (name == nullptr) {
             continue;
         }
-        // Measured upright, because a turned font is not measured alike everywhere.
+        // Measured in the upright font: systems disagree on the extent of rotated text.
         SIZE size{};
         {
             const SelectScope measured(dc, uprightFont);
@@ -206,7 +208,7 @@ void CalendarCtrl::OnSetDayCount(std::int32_t requested) {
     RECT client{};
     ::GetClientRect(Handle(), &client);
     const LONG extent = IsVertical() ? client.bottom - client.top : client.right - client.left;
-    // A window that has no size yet keeps its count.
+    // A window without a size fits no day; it keeps its count.
     if (const std::int32_t fitting = FittingDayCount(extent, requested); fitting > 0) {
         dayCount = fitting;
     }
@@ -232,7 +234,7 @@ bool CalendarCtrl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT
     LRESULT answer = 0;
     // clang-format off
     switch (message) {
-        case WM_ERASEBKGND: answer = 1; break;  // painting covers everything
+        case WM_ERASEBKGND: answer = 1; break;  // WM_PAINT covers the whole client area
         case WM_PAINT: OnPaint(); break;
         case WM_LBUTTONUP: OnLButtonUp({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); break;
         case CCM_SETSTARTDATE: OnSetStartDate(*reinterpret_cast<const SYSTEMTIME*>(lParam)); break;

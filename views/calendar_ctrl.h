@@ -1,8 +1,8 @@
 #pragma once
 
-// The calendar strip: a child window that shows a run of days as a row or column of square cells,
-// with a band of coloured months beside it. Its parent scrolls it by setting another start date,
-// and marks the selected day itself: the strip has no selection and no focus.
+// The calendar strip: a child window that shows consecutive days as a row or column of square
+// cells, with a band of coloured months beside it. The parent scrolls it by setting another start
+// date. The strip has no selection and no focus: marking the selected day is the parent's task.
 
 #include "platform/gdi.h"
 #include "views/calendar_layout.h"
@@ -12,57 +12,62 @@ namespace lunara {
 
 inline constexpr WCHAR CalendarClassName[] = TEXT("CalendarCtrl");
 
-/// Window style: the strip is a column, with the band on its left. Otherwise it is a row, with the
-/// band below.
+/// Window style: the cells form a column, with the month band on its left. Without the style they
+/// form a row, with the band below.
 inline constexpr DWORD CCS_VERTICAL = 0x0001;
 
-/// lParam: SYSTEMTIME of the new first day, day of week included. Result 0.
+/// Sets the first day shown. lParam: SYSTEMTIME, day of week included, which the letters follow.
+/// Result 0.
 inline constexpr UINT CCM_SETSTARTDATE = WM_USER + 1;
-/// wParam: the number of days to fill the strip with (1..its extent in px). Whole cells fill it, so
-/// more days may come to be shown. Result 0.
+/// Sets the number of days to show. wParam: the days wanted, 1..extent of the strip in px. They
+/// decide the cell size; the strip then shows as many whole cells as fit, which may be more. 0, and
+/// a window without a size, keep the present number. Result 0.
 inline constexpr UINT CCM_SETDAYCOUNT = WM_USER + 2;
-/// lParam: CalendarHitTest. Result: a CalendarArea; date and cell are filled for each of them.
+/// Tells which day lies under a point. lParam: CalendarHitTest. Result: a CalendarArea; date and
+/// cell are filled in for every area.
 inline constexpr UINT CCM_HITTEST = WM_USER + 3;
-/// lParam: CalendarDayRect. Result 1, or 0 (the cell untouched) when the date is not shown.
+/// Finds the cell of a date. lParam: CalendarDayRect. Result 1; 0, with `cell` untouched, when the
+/// date is not shown.
 inline constexpr UINT CCM_GETDAYRECT = WM_USER + 4;
 
 struct CalendarHitTest {
-    POINT pt;  // in, client coordinates
-    SYSTEMTIME date;
-    RECT cell;
+    POINT pt;         // in, client coordinates
+    SYSTEMTIME date;  // out
+    RECT cell;        // out, without the border shared with the next cell
 };
 
 struct CalendarDayRect {
     SYSTEMTIME date;  // in
-    RECT cell;        // with the border that it shares with the next cell
+    RECT cell;        // out, with the 1 px border shared with the next cell
 };
 
-/// CalendarMonthColor, once for each month segment while painting. Non-zero: `color` was supplied.
+/// CalendarMonthColor, sent once per month segment while painting. The parent sets `color` and
+/// answers non-zero; on 0 the segment takes the colour of the one before, the first one white.
 inline constexpr UINT CCN_GETMONTHCOLOR = 1;
-/// CalendarClick, when the button or stylus goes up. The answer is ignored.
+/// CalendarClick, sent when the left button or stylus goes up. The answer is ignored.
 inline constexpr UINT CCN_CLICK = 3;
 
 struct CalendarMonthColor {
     NMHDR header;
-    SYSTEMTIME date;  // year and month are the segment's
+    SYSTEMTIME date;  // only year and month are the segment's
     COLORREF color;
 };
 
 struct CalendarClick {
     NMHDR header;
-    POINT pt;
+    POINT pt;  // client coordinates
 };
 
 class CalendarCtrl : public NotifyingControl {
   public:
-    /// 15 days from today on.
+    /// Shows 15 days, starting today.
     CalendarCtrl();
 
-    /// Whether the date is one of the days shown, or the one after the last.
+    /// True for the days shown and for the day after the last one (see IsDateInStrip).
     bool IsDateShown(const SYSTEMTIME& date) const;
 
-    /// Paints the strip as it would look in a client area `client`, with the device context's font
-    /// (for its face), pen and brush (for today's marker).
+    /// Paints the strip, laid out for a client area `client`, with the device context's pen, its
+    /// brush (today's marker) and the face of its font.
     void Draw(HDC dc, const RECT& client);
 
     int PreCreateWindow(CREATESTRUCTW& parameters) override;
@@ -87,8 +92,9 @@ class CalendarCtrl : public NotifyingControl {
     std::int32_t dayCount = 15;
 };
 
-/// The font of a strip with cells of that size, like the device context's own in all else.
-/// `tenthsOfDegrees` turns the text counterclockwise.
+/// Makes the font of a strip with cells of `cellSize` px: that high and thin, with the face,
+/// character set and pitch of the font selected in `dc`. `tenthsOfDegrees` turns the text
+/// counterclockwise.
 Font MakeStripFont(HDC dc, LONG cellSize, LONG tenthsOfDegrees);
 
 }  // namespace lunara

@@ -18,7 +18,8 @@ bool HasSameDate(const SYSTEMTIME& a, const SYSTEMTIME& b) {
 
 bool IsNumberedDay(WORD day) { return day == 1 || day % 5 == 0; }
 
-/// The arrow of a horizontal strip, relative to (marker position, band top).
+/// The arrow of a horizontal strip, in px from (middle of today's cell, top of the band). A
+/// vertical strip turns it by 90 degrees.
 constexpr std::array<POINT, 8> HorizontalArrow = {
     {{0, 1}, {-4, 5}, {-2, 5}, {-2, 13}, {2, 13}, {2, 5}, {4, 5}, {0, 1}}};
 
@@ -29,8 +30,8 @@ int DaysInMonth(WORD year, WORD month) {
     if (month < 1 || month > Days.size()) {
         return 31;
     }
-    // No century rule: the band keeps the device's own leap years, 2100 among them, although the
-    // days beside it come from the real calendar.
+    // Deliberately without the century rule: the band keeps the device's leap years, 2100 among
+    // them, although the days beside it follow the Gregorian calendar.
     const bool leapYear = (year & 3) == 0;
     return month == 2 && leapYear ? 29 : Days[month - 1];
 }
@@ -90,27 +91,27 @@ std::vector<MonthSegment> CalendarLayout::MonthSegments(const SYSTEMTIME& start)
     }
     SYSTEMTIME date = start;
     LONG position = StripStart();
-    // A day beyond its month's end (29 February of a year that has none) still gets its one cell.
+    // A first day beyond the end of its month (29 February of a common year) takes one cell.
     LONG days = std::max(DaysInMonth(date.wYear, date.wMonth) - date.wDay + 1, 1);  // [1, 31]
     while (position < StripEnd()) {
         const LONG length = std::min(days * cellSize, StripEnd() - position);
         segments.push_back({position, length, date});
         position += length;
-        // The day and the day of week stay those of the strip's first day: whoever answers for the
-        // colour looks at the month only.
+        // Day and day of week stay those of the strip's first day: the colour depends on the month
+        // alone.
         date.wMonth = static_cast<WORD>(date.wMonth % 12 + 1);
         if (date.wMonth == 1) {
             ++date.wYear;
         }
-        days = DaysInMonth(date.wYear, date.wMonth);
+        days = DaysInMonth(date.wYear, date.wMonth);  // [28, 31]
     }
     return segments;
 }
 
 bool CalendarLayout::FindTodayMarker(const MonthSegment& segment, const SYSTEMTIME& start,
                                      const SYSTEMTIME& today, TodayMarker& marker) const {
-    // The day after the last cell counts, too: its marker is seen only where spare pixels behind
-    // the last cell leave room for half a cell.
+    // IsDateInStrip admits the day after the last cell. Its marker shows only where the pixels left
+    // over behind the last cell make more than half a cell.
     if (cellSize < 1 || !IsDateInStrip(today, start, dayCount)) {
         return false;
     }
@@ -135,13 +136,14 @@ std::vector<DayLabel> CalendarLayout::DayLabels(const SYSTEMTIME& start) const {
         const bool isWhole = StripEnd() - CellStart(i) >= cellSize;
         bool isLabelled = isWhole && IsNumberedDay(date.wDay);
         if (i == 0) {
-            // The first cell says where the strip stands unless its neighbour does.
+            // The first cell is labelled unless the second one is.
             SYSTEMTIME second{};
             AddDays(start, 1, second);
             isLabelled = isLabelled || !IsNumberedDay(second.wDay);
         }
         if (i == dayCount - 1) {
-            // And so does the last one: 6, 11, ... and 2 follow a numbered day.
+            // The last cell is labelled unless the one before it is: the days 2, 6, 11, ..., 31
+            // follow a numbered day.
             isLabelled = isLabelled || (date.wDay % 5 != 1 && date.wDay != 2);
         }
         if (isLabelled) {
@@ -157,9 +159,8 @@ POINT CalendarLayout::Clamp(POINT point) const {
         if (point.y < client.top) {
             point.y = client.top;
         } else if (point.x > client.bottom) {
-            // x, not y, is compared with the bottom edge. It looks like a slip and is kept: a point
-            // below the strip still counts days on beyond the last cell, as the strip's owners
-            // expect.
+            // Deliberately compares x, not y, with the bottom edge: a point below the strip is not
+            // clamped and counts days on beyond the last cell, as the strip's owners expect.
             point.y = client.bottom;
         }
     }
@@ -204,8 +205,7 @@ bool CalendarLayout::FindDay(const SYSTEMTIME& date, const SYSTEMTIME& start, RE
 
 bool IsDateInStrip(const SYSTEMTIME& date, const SYSTEMTIME& start, std::int32_t dayCount) {
     const std::int32_t days = DaysBetween(date, start);
-    // The day just after the last cell counts as shown: the views leave the strip where it is for
-    // it.
+    // The day just after the last cell counts as shown: the views do not scroll to bring it in.
     return days >= 0 && days <= dayCount;
 }
 

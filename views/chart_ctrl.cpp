@@ -21,7 +21,7 @@ void DrawLine(HDC dc, LONG fromX, LONG fromY, LONG toX, LONG toY) {
     ::LineTo(dc, toX, toY);
 }
 
-/// Limits drawing to a rectangle until the end of the scope.
+/// Clips drawing to a rectangle until the end of its scope.
 class ClipScope {
   public:
     ClipScope(HDC target, const RECT& area) : dc(target), saved(::SaveDC(target)) {
@@ -72,7 +72,7 @@ void ChartCtrl::FetchAxis() {
 }
 
 void ChartCtrl::ReleasePoints() {
-    // What is being dragged is about to go.
+    // A drag refers to its point by index.
     EndDrag();
     points.reset();
     pointCount = 0;
@@ -139,8 +139,8 @@ void ChartCtrl::DrawCurve(HDC dc, const ChartMapping& mapping) const {
     const ClipScope clipped(dc, mapping.Area());
     const Pen red(::CreatePen(PS_SOLID, CurveWidthPx, CurveRed));
     const std::span<const ChartPoint> shown = Points();
-    // The first point is drawn whatever its value: it gives the curve its way in from the left. One
-    // without a value lies below the axis, where nobody sees it.
+    // The first point, the day before the first one shown, is drawn whatever its value: the curve
+    // enters the chart from there. Without a value it lies below the axis and is clipped.
     POINT last = mapping.ToPixel(shown[0]);
     DrawMarker(dc, 0, last);
     for (std::size_t i = 1; i < shown.size(); ++i) {
@@ -177,7 +177,8 @@ void ChartCtrl::OnPaint() {
     const DoubleBuffer buffer(paint.Dc(), client);
     Draw(buffer.Dc(), client);
     if (drag) {
-        // The band belongs to the picture, or taking it away later would leave a trace.
+        // The paint overwrites the rubber band on screen. Draw it into the new picture, or XORing
+        // it away later would leave a trace.
         const BandDrawing drawing(buffer.Dc(), drag->mapping.Area());
         drawing.Draw(drag->band);
     }
@@ -217,7 +218,8 @@ void ChartCtrl::EndDrag() {
     }
     drag->drawing.Draw(drag->band);
     drag.reset();
-    // Tells this window that it lost the capture; by now that means nothing.
+    // Sends WM_CAPTURECHANGED to this window, which calls EndDrag again; without a drag that does
+    // nothing.
     if (::GetCapture() == Handle()) {
         ::ReleaseCapture();
     }
@@ -239,7 +241,7 @@ void ChartCtrl::OnLButtonDown(POINT point) {
     if (NotifyAll(notice.header)) {
         return;
     }
-    // Selecting may have scrolled the chart; then there is another day under the pen.
+    // A sink may have scrolled the chart to select the point; then another day lies under the pen.
     if (resets != resetsBefore || Handle() == nullptr) {
         return;
     }
@@ -250,7 +252,7 @@ void ChartCtrl::OnMouseMove(POINT point) {
     if (!drag) {
         return;
     }
-    // Kept inside the chart: what lies beyond the axis' ends could not be seen while dragging.
+    // Clamped to the chart: beyond the ends of the axis the user could not see the value.
     const LONG height = drag->mapping.ClampToArea(point.y);
     if (height == drag->band.line[1].y) {
         return;
@@ -266,13 +268,13 @@ void ChartCtrl::OnLButtonUp() {
     }
     const POINT middle = drag->band.line[1];
     const std::int32_t index = drag->index;
-    // A pixel stands for several values. A point that was only tapped keeps its own.
+    // One pixel stands for several values. A point that did not move keeps its exact value.
     const std::int32_t value = middle.y == drag->startHeight
                                    ? points[static_cast<std::size_t>(index)].value
                                    : drag->mapping.FromPixel(middle).value;
     ChartValue notice{Header(CHN_VALUECHANGED), index, value};
     NotifyAll(notice.header);
-    EndDrag();  // unless a reset did
+    EndDrag();  // does nothing if a sink reset the chart, which ended the drag
 }
 
 // ---- Messages ----
@@ -303,9 +305,9 @@ bool ChartCtrl::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* r
     LRESULT answer = 0;
     // clang-format off
     switch (message) {
-        case WM_ERASEBKGND: answer = 1; break;  // painting covers everything
+        case WM_ERASEBKGND: answer = 1; break;  // WM_PAINT covers the whole client area
         case WM_PAINT: OnPaint(); break;
-        // The second of two quick taps comes as a double click and is a tap like any other.
+        // The second of two quick taps arrives as a double click; it is handled as a tap.
         case WM_LBUTTONDBLCLK:
         case WM_LBUTTONDOWN: OnLButtonDown({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); break;
         case WM_MOUSEMOVE: OnMouseMove({GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}); break;

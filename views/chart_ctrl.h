@@ -1,9 +1,9 @@
 #pragma once
 
-// The chart: a child window that draws one value per day as a curve over a grid, and lets a point
-// be tapped and dragged up and down. It knows neither days nor units: it asks its parent for
-// points, range, scales and labels, and tells it what was selected and where a point was dragged
-// to.
+// The chart: a child window that draws one value per day as a curve over a grid. The user taps a
+// point to select it and drags it up or down to change its value. The chart knows neither days nor
+// units: it asks its sinks for points, range, scales and labels, and notifies them of a tapped
+// point and of the value it was dragged to.
 
 #include <memory>
 #include <optional>
@@ -16,27 +16,32 @@ namespace lunara {
 
 inline constexpr WCHAR ChartClassName[] = TEXT("ChartCtrl");
 
-/// Releases the points; the next paint asks for them again. A drag ends without a value. Result 0.
+/// Releases the points, cancels a drag and repaints; the paint asks for the points again. Result 0.
 inline constexpr UINT CHM_RESETDATA = WM_USER + 1;
-/// wParam: the left margin in px, where ticks and labels stand (0 at first: no grid). Result 0.
+/// Sets the left margin, which holds the ticks and labels, and cancels a drag. wParam: px; at 0,
+/// the initial value, there is no grid. Result 0.
 inline constexpr UINT CHM_SETMARGIN = WM_USER + 2;
-/// wParam: index of the selected point. It is kept even when there is no such point (yet), which
-/// shows none as selected. Paints at once. Result 1 when there is such a point, else 0.
+/// Selects a point and repaints at once. wParam: its index, which is kept even when there is no
+/// such point (yet); then none is shown as selected. Result 1 when the point exists, else 0.
 inline constexpr UINT CHM_SETSELECTION = WM_USER + 3;
 
-/// ChartScales. The table must stay valid until the next question; count 0 means none.
+/// ChartScales: the ways to divide the axis. The table must stay valid until the next
+/// CHN_GETSCALES; count 0 means none.
 inline constexpr UINT CHN_GETSCALES = 1;
-/// ChartLabel, for every grid line while painting. An empty text draws nothing.
+/// ChartLabel: the text beside a grid line, asked for each line while painting. An empty text draws
+/// nothing.
 inline constexpr UINT CHN_GETLABEL = 2;
-/// ChartPoints, after a reset. The chart keeps the array, which was allocated with new[], and frees
-/// it.
+/// ChartPoints, asked for by the first paint after a reset. The array must come from new[]; the
+/// chart takes ownership. Without points the chart shows its window title.
 inline constexpr UINT CHN_GETPOINTS = 3;
-/// ChartValue: a point was tapped. Non-zero from any sink refuses the selection and the drag.
+/// ChartValue: the button went down on a point. Non-zero from any sink refuses the selection and
+/// the drag.
 inline constexpr UINT CHN_SELECTPOINT = 4;
-/// ChartValue: a point was dragged to that value. The answer is ignored.
+/// ChartValue: a drag ended at that value; after a mere tap it is the point's own. The answer is
+/// ignored.
 inline constexpr UINT CHN_VALUECHANGED = 5;
-/// No record is sent with it: it heads the direct question NotificationSink::GetRange, for the
-/// range that the axis covers at least.
+/// Never sent as a notification: the code in the header passed to NotificationSink::GetRange, the
+/// direct call for the range that the axis covers at least.
 inline constexpr UINT CHN_GETRANGE = 6;
 
 struct ChartScales {
@@ -75,15 +80,16 @@ class ChartCtrl : public NotifyingControl {
     std::int32_t Selection() const { return selection; }
     bool IsDragging() const { return drag.has_value(); }
 
-    /// Paints the chart as it would look in a client area `client`, with the device context's font,
-    /// pen (axis, solid lines, markers) and brush (inside of the markers).
+    /// Paints the chart, laid out for a client area `client`, with the device context's font, pen
+    /// (axis, solid lines, markers) and brush (inside of the markers). Fetches missing points
+    /// first.
     void Draw(HDC dc, const RECT& client);
 
     int PreCreateWindow(CREATESTRUCTW& parameters) override;
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
   private:
-    /// What lasts from button down to button up.
+    /// State of a drag, from button down to button up.
     struct Drag;
 
     std::span<const ChartPoint> Points() const { return {points.get(), pointCount}; }
@@ -111,13 +117,14 @@ class ChartCtrl : public NotifyingControl {
 
     std::unique_ptr<ChartPoint[]> points;
     std::size_t pointCount = 0;
-    std::uint32_t resets =
-        0;  // tells whether the points are still those that were looked at before
+    // Counts the releases of `points`, so that a handler notices when a notification replaced them.
+    std::uint32_t resets = 0;
     ChartAxis axis{};
     std::int32_t margin = 0;
     std::int32_t selection = 0;
 
-    /// Draws the rubber band with a pen that a second drawing takes away again.
+    /// Draws the rubber band with R2_NOTXORPEN, so that drawing it a second time erases it. Clips
+    /// to `area` until its scope ends.
     class BandDrawing {
       public:
         BandDrawing(HDC target, const RECT& area);

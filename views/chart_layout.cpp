@@ -14,7 +14,7 @@ constexpr LONG MarkerReachPx = 3;
 constexpr std::int32_t DefaultStep = 50;
 constexpr std::int32_t DefaultMajor = 100;
 
-/// Truncates; what does not fit becomes the nearest that does.
+/// Clamps to `lowest`..`highest`, then truncates towards zero.
 std::int32_t Truncate(double value, double lowest, double highest) {
     return static_cast<std::int32_t>(std::clamp(value, lowest, highest));
 }
@@ -25,11 +25,11 @@ std::int32_t ToInt32(std::int64_t value) {
 }
 
 RECT BoxAround(POINT center, LONG reach) {
-    // One more to the right and below, which drawing calls leave out.
+    // One more to the right and below: GDI excludes those edges.
     return {center.x - reach, center.y - reach, center.x + reach + 1, center.y + reach + 1};
 }
 
-/// The least multiple of `step` that is not below `value`.
+/// The least multiple of `step` (> 0) that is >= `value`.
 std::int64_t FirstMultiple(std::int64_t value, std::int64_t step) {
     const std::int64_t multiple = value / step * step;
     return multiple < value ? multiple + step : multiple;
@@ -41,11 +41,11 @@ bool IsMultiple(std::int64_t value, std::int32_t of) { return of > 0 && value % 
 
 ChartAxis ChooseAxis(std::span<const ChartPoint> points, std::int32_t lowest, std::int32_t highest,
                      std::span<const ChartScale> scales) {
-    // Wider than the values: a sum of stored numbers, whatever they are, must not overflow.
+    // 64 bits: differences and sums of arbitrary 32-bit values from a file must not overflow.
     std::int64_t low = lowest;
     std::int64_t high = highest;
-    // The first point does not count: it belongs to the day before the first one shown, and a value
-    // that nobody sees must not squeeze those that are.
+    // The first point does not count: it is the day before the first one shown, and a value off
+    // screen must not squeeze those on it.
     for (std::size_t i = 1; i < points.size(); ++i) {
         if (points[i].value >= 0) {
             low = std::min<std::int64_t>(low, points[i].value);
@@ -69,7 +69,7 @@ ChartMapping::ChartMapping(const RECT& client, std::int32_t margin, const ChartA
       minimum(axis.minimum),
       xScale(1.0),
       yScale(0.0) {
-    // The world is as wide as its picture.
+    // x is in px already, so the world is as wide as the area and the scale comes out as 1.
     const double worldWidth = client.right - (client.left + margin);
     if (worldWidth != 0.0) {
         xScale = (area.right - area.left) / worldWidth;

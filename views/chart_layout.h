@@ -1,7 +1,7 @@
 #pragma once
 
-// The geometry of the chart: client rectangle, margin, points and scale table in; axis, ticks,
-// pixels and rectangles out. Knows no window.
+// Geometry of the chart: turns client rectangle, margin, points and a table of scales into axis,
+// ticks, pixels and rectangles. Needs no window.
 
 #include <array>
 #include <cstdint>
@@ -12,20 +12,20 @@
 
 namespace lunara {
 
-/// One day of the chart. A negative value says that the day has none: it is not drawn and does not
-/// count in the range, unless it is the first point.
+/// One day of the chart. A negative value marks a day without one: it is not drawn and does not
+/// widen the axis. The first point is an exception: it is always drawn and never widens the axis.
 struct ChartPoint {
     std::int32_t x;      // px
     std::int32_t value;  // hundredths of a degree, or a level
 };
 
-/// How an axis of a certain height is divided.
+/// One way to divide an axis.
 struct ChartScale {
-    std::int32_t span;    // height of the value range
-    std::int32_t step;    // distance of the ticks
-    std::int32_t minor;   // of dashed lines with labels; 0 for none
-    std::int32_t major;   // of solid lines with labels; 0 for none
-    std::int32_t centre;  // 1: the data stand in the middle; 0: the axis begins at their low end
+    std::int32_t span;    // value range of the whole axis
+    std::int32_t step;    // distance between ticks
+    std::int32_t minor;   // its multiples get a dashed line and a label; 0 for none
+    std::int32_t major;   // its multiples get a solid line and a label; 0 for none
+    std::int32_t centre;  // 1: the data are centred on the axis; 0: it begins at their low end
 };
 
 struct ChartAxis {
@@ -34,21 +34,23 @@ struct ChartAxis {
     ChartScale scale;
 };
 
-/// The axis for the default range `lowest`..`highest` widened by the points: the first scale (in
-/// the table's order) that leaves a tenth to spare; without one the data padded by a twentieth.
+/// The axis for the range `lowest`..`highest` widened by the points' values, the first point and
+/// negative values excepted. Takes the first scale, in table order, whose span exceeds that range
+/// by a tenth; if none does, pads the range by a twentieth at each end.
 ChartAxis ChooseAxis(std::span<const ChartPoint> points, std::int32_t lowest, std::int32_t highest,
                      std::span<const ChartScale> scales);
 
-/// Points to pixels and back. `margin` px on the left are left free.
+/// Maps points to pixels and back. Leaves the left `margin` px of the client area free.
 class ChartMapping {
   public:
     ChartMapping(const RECT& client, std::int32_t margin, const ChartAxis& axis);
 
-    /// Pixels far outside every screen are drawn in to where drawing calls can still take them.
+    /// The point's pixel, clamped to +-2^24 px: coordinates that GDI still accepts.
     POINT ToPixel(const ChartPoint& point) const;
-    /// An axis or area without height gives the axis minimum.
+    /// The point at a pixel, its value truncated. On an axis or area without height the value is
+    /// the axis minimum.
     ChartPoint FromPixel(POINT pixel) const;
-    /// The nearest height inside the chart.
+    /// `y` clamped to the top and bottom edges of the area.
     LONG ClampToArea(LONG y) const;
 
     /// The client rectangle less the margin.
@@ -58,39 +60,46 @@ class ChartMapping {
     RECT area;
     double minimum;
     double xScale;
-    double yScale;  // negative: values grow upwards
+    double yScale;  // px per unit of value; negative, because values grow upwards
 };
 
+/// Plain: a tick alone. Minor: with a dashed line and a label. Major: with a solid line and a
+/// label.
 enum class TickKind { Plain, Minor, Major };
 
 struct ChartTick {
     std::int32_t value;
-    LONG y;
+    LONG y;  // px
     TickKind kind;
 };
 
-/// The ticks from the axis minimum to its maximum, upwards. None when they would be denser than the
-/// pixel rows: a value far from all others makes such an axis.
+/// The ticks from the axis minimum to its maximum, in ascending order of value. None when there
+/// would be more ticks than pixel rows, as on the axis that a value far from all others makes.
 std::vector<ChartTick> ChartTicks(const ChartAxis& axis, const ChartMapping& mapping);
 
-/// How far the tick reaches out to the left of the axis.
+/// Length in px of a tick to the left of the axis: one, two or three quarters of the margin for
+/// plain, minor and major ticks.
 LONG TickLength(TickKind kind, std::int32_t margin);
-/// Top of a label: just below its line, or as low as it still shows whole but for its last row.
+/// Top of a label: 1 px below its grid line, but never so low that more than its last pixel row is
+/// cut off at the bottom of the client area.
 LONG LabelTop(LONG lineY, LONG textHeight, LONG clientBottom);
 
-/// 11 px for the selected point's square, 7 px for the other points' circles.
+/// The box of a point's marker: 11 px for the selected point's square, 7 px for the circles of the
+/// others.
 RECT MarkerBox(POINT center, bool isSelected);
 
-/// The first point whose pixel lies less than 5 px from the tap in both directions; -1 without one.
+/// Index of the first point whose pixel lies less than 5 px from the tap both in x and in y; -1
+/// when there is none.
 std::int32_t FindChartPoint(std::span<const ChartPoint> points, const ChartMapping& mapping,
                             POINT tap);
 
-/// What is drawn while a point is dragged: a line over left neighbour, point and right neighbour,
-/// and a box round the point. Where there is no neighbour with a value, the point itself takes its
-/// place.
+/// The picture of a drag: a line through left neighbour, dragged point and right neighbour, and a
+/// box round the dragged point. A neighbour that is missing or has no value is replaced by the
+/// dragged point itself.
 struct RubberBand {
     std::array<POINT, 3> line;
 
+    /// The box round the dragged point, `line[1]`.
     RECT Box() const;
 };
 RubberBand MakeRubberBand(std::span<const ChartPoint> points, std::int32_t index,

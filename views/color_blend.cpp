@@ -6,12 +6,13 @@ namespace lunara {
 namespace {
 
 std::uint32_t BlendChannel(std::uint32_t a, std::uint32_t b, float f) {
-    // The first product is single precision and everything after it double. The two round
-    // differently, and colours are compared exactly (a cell counts as empty when it is white).
+    // Deliberately mixed: the first product is single precision, everything after it double. They
+    // round differently, and colours are compared exactly (a white cell counts as empty).
     const float first = static_cast<float>(a) * f;
     const double sum =
         static_cast<double>(first) + static_cast<double>(b) * (1.0 - static_cast<double>(f));
-    // A weight from a damaged list may be anything, and only a number that fits converts.
+    // A weight from a damaged list may be anything, NaN included, and converting a number that does
+    // not fit into 32 bits is undefined.
     if (!(std::fabs(sum) < 2147483648.0)) {
         return 0;
     }

@@ -17,7 +17,7 @@ void DayScroll::SetBar(HWND control) {
 }
 
 bool DayScroll::MoveTo(const SYSTEMTIME& date) {
-    // Before the calendar's first year there is nothing to show: such a start is no date.
+    // AddDays gives all zeros for a day outside the calendar.
     if (date.wYear == 0) {
         return false;
     }
@@ -31,7 +31,8 @@ bool DayScroll::MoveTo(const SYSTEMTIME& date) {
 }
 
 void DayScroll::Reset(UserData& data) {
-    // The position stands for the first day shown, so the range is counted from a view at today.
+    // The bar's position stands for the first day shown, so the range is computed for a view that
+    // starts today.
     Begin(LocalNow());
     SYSTEMTIME first{};
     const bool hasRecords = GetFirstRealRecordDate(data, first) != 0;
@@ -70,7 +71,7 @@ void DayScroll::SetState(const ScrollState& state) {
     info.nMin = state.minimum;
     info.nMax = state.maximum;
     info.nPos = state.position;
-    // Painted with the view, not at once.
+    // Does not redraw at once: the bar is invalidated and painted together with the view.
     ::SetScrollInfo(bar, SB_CTL, &info, FALSE);
     if (::IsWindowVisible(bar) != FALSE) {
         ::InvalidateRect(bar, nullptr, FALSE);

@@ -1,8 +1,8 @@
 #pragma once
 
-// The first day that a view shows, with its scroll bar and its calendar strip, which follow it. One
-// step of the bar is a day. Where the range ends and how far a request moves is in
-// views/diary_layout.h.
+// Scrolling of a view by days: keeps the first day shown, and moves the view's scroll bar and
+// calendar strip along with it. One step of the bar is one day. The range of the bar and the
+// distance of each scroll request are computed in views/diary_layout.h.
 
 #include "diary/user_data.h"
 #include "platform/win32.h"
@@ -13,19 +13,23 @@ namespace lunara {
 
 class DayScroll {
   public:
-    /// Starts today. `calendar` is told of each new start, once it has a window.
+    /// Starts today. Sends each new start to `calendar`, which must outlive this object; without a
+    /// window `calendar` misses it.
     explicit DayScroll(CalendarCtrl& calendar);
 
-    /// The scroll bar control, which stays the view's; null when it is gone.
+    /// Sets the scroll bar control and double-buffers its painting. The view keeps ownership and
+    /// sets null when the control is destroyed.
     void SetBar(HWND control);
     HWND Bar() const { return bar; }
 
+    /// The first day shown.
     const SYSTEMTIME& Start() const { return start; }
-    /// False when nothing moved: the start stands there already, or `date` is none.
+    /// Scrolls to `date` as first day. False, with nothing changed, when it is the start already or
+    /// all zero (what AddDays gives for a day outside the calendar).
     bool MoveTo(const SYSTEMTIME& date);
-    /// Back to today, with the range that the recorded days ask for.
+    /// Scrolls to today and sets the bar's range: from the first recorded day to a year ahead.
     void Reset(UserData& data);
-    /// The start that a scroll request (an SB_ code) asks for.
+    /// The first day that a scroll request (an SB_ code) asks for; all zero outside the calendar.
     SYSTEMTIME AskedStart(int request) const;
 
   private:

@@ -11,7 +11,7 @@ constexpr std::int32_t DaysAhead = 365;
 constexpr std::int32_t DaysPerPage = 10;
 constexpr LONG CalendarWidthInLines = 3;
 
-// Scroll requests, with the numbers of the SB_ codes.
+// Values of the system's SB_ codes, whose names native builds lack.
 constexpr int RequestLineUp = 0;
 constexpr int RequestLineDown = 1;
 constexpr int RequestPageUp = 2;
@@ -31,7 +31,8 @@ DiaryLayout LayOutDiary(const RECT& client, LONG scrollBarWidth, LONG calendarWi
 }
 
 LONG CalendarWidth(LONG textHeight, LONG cellSize, LONG numberWidth) {
-    // A month's name is about as thick as a cell; 2 px keep it and the number apart.
+    // The month's name runs downwards and is about as wide as a cell; 2 px keep it and the number
+    // apart.
     const LONG needed = 2 * cellSize + numberWidth + 2;
     return std::max(CalendarWidthInLines * textHeight, needed);
 }
@@ -69,7 +70,7 @@ std::int32_t ScrollDistance(int request, std::int32_t trackDistance) {
         case RequestThumbPosition:
             return trackDistance;
         default:
-            // Dragging the thumb moves nothing until it is let go.
+            // SB_THUMBTRACK included: dragging scrolls only when the thumb is released.
             return 0;
     }
 }

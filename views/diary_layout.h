@@ -1,6 +1,7 @@
 #pragma once
 
-// Where the parts of the diary view stand and what its scroll bar says. Pure functions.
+// Geometry of the diary view and the arithmetic of its scroll bar. Pure functions without a window;
+// lengths are px.
 
 #include <cstdint>
 
@@ -14,40 +15,44 @@ struct DiaryLayout {
     RECT agenda;
 };
 
-/// Scroll bar, calendar and agenda side by side, each over the whole height. Neighbours overlap by
-/// a pixel, which hides their double border. The agenda never gets a negative width.
+/// Places scroll bar, calendar and agenda side by side, from left to right, each over the whole
+/// height. Neighbours overlap by 1 px, so that their borders coincide. The agenda's width is
+/// clamped to 0.
 DiaryLayout LayOutDiary(const RECT& client, LONG scrollBarWidth, LONG calendarWidth);
 
-/// The calendar's width: three lines of the shell font (`textHeight` px each). On the device a cell
-/// is about one line high. Where cells are much larger than the font, three lines do not hold a
-/// cell, the month's name and a day number of two digits, whose sizes follow the cell; then it is
-/// as wide as these need. `numberWidth` is the width of "00" in the font of the cells.
+/// The calendar's width: three lines of the shell font (`textHeight` each), as on the device, where
+/// a cell is about one line high. Cells much larger than the font need more: then the width is what
+/// a cell, the month's name and a two-digit day number take, whose sizes follow the cell.
+/// `numberWidth` is the width of "00" in the font of the cells.
 LONG CalendarWidth(LONG textHeight, LONG cellSize, LONG numberWidth);
 
-/// How many rows it takes to fill that height, a cut-off one included; 0 without rows.
+/// The number of rows that fill `height`, a last one that is cut off included; 0 when either
+/// argument is less than 1.
 std::int32_t RowsToFill(LONG height, LONG rowHeight);
 
+/// Range and position of a scroll bar, in days.
 struct ScrollState {
     std::int32_t minimum;
     std::int32_t maximum;
     std::int32_t position;
 };
 
-/// The scroll bar of a diary that stands at today: one step is a day, and it reaches from the first
-/// record (`daysSinceFirstRecord` >= 0 before today; negative when there is none) to a year ahead.
+/// The scroll bar of a diary that starts today. It reaches from the first record to a year ahead.
+/// `daysSinceFirstRecord` counts the days from that record to today; negative when the diary is
+/// empty or begins in the future, and then the bar begins today.
 ScrollState InitialScroll(std::int32_t daysSinceFirstRecord);
 
-/// The scroll bar after the start has moved by that many days. Past either end of the range the
-/// range grows.
+/// The scroll bar after the start has moved by `days` (negative: back). A position beyond either
+/// end widens the range.
 ScrollState MoveScroll(ScrollState scroll, std::int32_t days);
 
-/// How many days the start moves for a scroll request (an SB_ code). `trackDistance` is how far the
-/// thumb was dragged. 0 for requests that move nothing.
+/// The days that the start moves for a scroll request (an SB_ code); 0 for requests that move
+/// nothing. `trackDistance` is how far the thumb was dragged, in days.
 std::int32_t ScrollDistance(int request, std::int32_t trackDistance);
 
-/// The start that brings a date that is not shown into view: the second row from the bottom for a
-/// date on or after the present start, the third one from the top for an earlier one. `rows` as
-/// from `RowsToFill`.
+/// The start that brings a hidden `date` into view: in the second row from the bottom when it is on
+/// or after the present `start`, in the third row from the top when it is earlier. `rows` is the
+/// result of `RowsToFill`. All zero when that start lies outside the calendar.
 SYSTEMTIME StartToShow(const SYSTEMTIME& date, const SYSTEMTIME& start, std::int32_t rows);
 
 }  // namespace lunara

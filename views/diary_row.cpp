@@ -18,15 +18,26 @@ constexpr COLORREF BleedingColor = RGB(0, 0, 255);
 constexpr COLORREF OvulationColor = RGB(255, 128, 0);
 constexpr COLORREF PregnancyColor = RGB(0, 255, 0);
 
-/// Turns the recorded and expected levels 0..3 into 0..1.
+/// Scales a recorded or expected level, 0..3, to a share of colour, 0..1.
 constexpr float LevelFraction = 0.33333334F;
 
-/// Status texts that belong to no item alone: pregnancy alerts and the impossible prediction.
-constexpr std::uint32_t AlertBits = 0x01E00000;
-constexpr std::uint32_t PeriodBits = 0x000001FF;
-constexpr std::uint32_t PossibleOvulationBits = 0x00007800;
-constexpr std::uint32_t AllCycleBits = 0x00007FFF;
-constexpr std::uint32_t PregnancyBits = 0x001F1000;
+// Day status bits whose texts a row shows, by the items that bring them in.
+
+/// Shown whatever the items: pregnancy alerts and the impossible prediction.
+constexpr std::uint32_t AlertBits = DAY_PREGNANCY_HIGHLY_PROBABLE | DAY_MAY_BE_PREGNANT |
+                                    DAY_SEE_DOCTOR | DAY_PREDICTION_IMPOSSIBLE;
+constexpr std::uint32_t PeriodBits =
+    DAY_CYCLE_START | DAY_CYCLE_LENGTHS | DAY_PERIOD_END | BleedingStatusBits;
+/// Deliberately without DAY_OVULATION and DAY_OVULATION_FIRST: AllCycleBits alone has those.
+constexpr std::uint32_t PossibleOvulationBits = DAY_OVULATION_END | DAY_OVULATION_POSSIBLE |
+                                                DAY_OVULATION_POSSIBLE_FIRST |
+                                                DAY_OVULATION_POSSIBLE_LAST;
+constexpr std::uint32_t AllCycleBits =
+    PeriodBits | DAY_OVULATION | DAY_OVULATION_FIRST | PossibleOvulationBits;
+/// Includes the possible ovulation. DAY_PREGNANCY, which is never set, does not belong to it.
+constexpr std::uint32_t PregnancyBits = DAY_OVULATION_POSSIBLE | DAY_PREGNANCY_FIRST |
+                                        DAY_PREGNANCY_END | DAY_PREGNANCY_POSSIBLE |
+                                        DAY_PREGNANCY_POSSIBLE_FIRST | DAY_PREGNANCY_POSSIBLE_LAST;
 
 COLORREF NoteColor(std::int32_t flags) {
     switch (flags & (NoteFlagCramps | NoteFlagPms)) {
@@ -41,10 +52,11 @@ COLORREF NoteColor(std::int32_t flags) {
     }
 }
 
-/// The mark of a bleeding day that is only expected, or belongs to a period that does not count.
+/// The overlay of a bleeding or period cell: predicted, discarded, or none.
 DiaryPicture DateMark(UserData& data, const SYSTEMTIME& day, const SYSTEMTIME& today) {
     DiaryPicture mark = NoPicture;
-    // Days are compared by year, month and day: the two dates come from different sources.
+    // Not IsSameDay: it compares the day of week as well, and the two dates come from different
+    // sources.
     const bool isFuture = IsDateAfter(day, today) != 0;
     const bool isPast = IsDateBefore(day, today) != 0;
     const bool isToday = !isFuture && !isPast;
@@ -57,7 +69,8 @@ DiaryPicture DateMark(UserData& data, const SYSTEMTIME& day, const SYSTEMTIME& t
     return mark;
 }
 
-/// Ovulation and pregnancy: expected as soon as the day lies in the cycle that is still open.
+/// The overlay of an ovulation or pregnancy cell: predicted for every day of the open cycle after
+/// its first, none before.
 DiaryPicture OpenCycleMark(UserData& data, const SYSTEMTIME& day) {
     return IsDateAfter(day, data.LastValidPeriodStart()) != 0 ? PictureForecast : NoPicture;
 }
@@ -81,8 +94,8 @@ std::uint32_t DiaryStatusMask(std::uint32_t showFlags) {
     const bool showsOvulation = (showFlags & DiaryShowOvulation) != 0;
     std::uint32_t mask = AlertBits;
     if (showsPeriod && showsOvulation) {
-        // The first two texts of a past ovulation (bits 9 and 10) come only when both groups are
-        // shown, not with ovulation alone.
+        // More than the union of the two groups: DAY_OVULATION and DAY_OVULATION_FIRST are shown
+        // only when both are, not with ovulation alone.
         mask |= AllCycleBits;
     } else if (showsPeriod) {
         mask |= PeriodBits;
@@ -90,7 +103,7 @@ std::uint32_t DiaryStatusMask(std::uint32_t showFlags) {
         mask |= PossibleOvulationBits;
     }
     if ((showFlags & DiaryShowPregnancy) != 0) {
-        // Bit 12 may be there already, so the bits are united, not summed.
+        // ORed, not added: DAY_OVULATION_POSSIBLE may be in the mask already.
         mask |= PregnancyBits;
     }
     return mask;

@@ -21,7 +21,7 @@ constexpr WCHAR HelpAnchor[] = TEXT("Lunara.htm#_Calendar_diary");
 constexpr std::int32_t DaysShown = 20;
 constexpr std::int32_t DaysBeforeCurrent = 10;
 
-/// The width of a day number of two digits beside cells of that size.
+/// The width of a two-digit day number beside cells of `cellSize` px.
 LONG NumberWidth(HDC dc, LONG cellSize) {
     const Font font = MakeStripFont(dc, cellSize, 0);
     const SelectScope selected(dc, font.Get());
@@ -69,7 +69,7 @@ std::uint32_t DiaryView::SetShown(DiaryShowFlag item, bool isShown, ListenerCall
     }
     showFlags = wanted;
     ShowMeasures();
-    // By index: a listener that is being told may attach another one.
+    // By index: a listener may attach another one from inside its handler.
     for (std::size_t index = 0; index < listeners.size(); ++index) {
         (listeners[index]->*changed)(isShown);
     }
@@ -85,7 +85,8 @@ void DiaryView::DetachListener(DiaryListener& listener) {
 void DiaryView::ReadShowFlags() {
     const Settings settings;
     DWORD stored = 0;
-    // A diary that shows nothing could not be made by the program and would be of no use.
+    // A stored value without any item is ignored: the program never writes one, and the diary would
+    // be empty.
     if (settings.ReadDword(ShowFlagsSetting, stored) && (stored & AllDiaryItems) != 0) {
         showFlags = stored & AllDiaryItems;
     }
@@ -106,8 +107,8 @@ SYSTEMTIME DiaryView::GetCurrentDate() const {
 
 void DiaryView::SetCurrentDate(const SYSTEMTIME& date) {
     if (data.SetCurrentDate(date) != 0) {
-        // The data set tells of a new date only, and the diary may have been scrolled away from the
-        // present one.
+        // DateChanged is not called when `date` is the current date already, but the diary may have
+        // been scrolled away from it.
         BringIntoView(GetCurrentDate());
     }
 }
@@ -201,7 +202,7 @@ void DiaryView::FitCells() {
 }
 
 void DiaryView::ShowMeasures() {
-    // Item cells are square.
+    // Item cells are square: their width is the height of a row.
     if (agenda.Handle() != nullptr) {
         ::SendMessageW(agenda.Handle(), AGM_SETMEASURES,
                        static_cast<WPARAM>(CountDiaryItems(showFlags)), rowHeight);
@@ -304,7 +305,8 @@ void DiaryView::OnTap(POINT point) {
     if (area != AgendaItemCell) {
         return;
     }
-    // Cells and rows line up, so the strip names the day of a point at the same height.
+    // Agenda rows line up with calendar cells, so the calendar's hit test gives the day for the y
+    // of a point in the agenda.
     CalendarHitTest day{};
     day.pt = point;
     ::SendMessageW(calendar.Handle(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&day));
@@ -328,9 +330,8 @@ void DiaryView::EditNote(const SYSTEMTIME& date) {
     if (endCode == IDOK) {
         data.SetNoteFlags(dialog.cramps | dialog.pms * NoteFlagPms, &date);
     }
-    // After Cancel, too: the field still holds the text that was read, so that this changes
-    // nothing. But a longer note, which the dialog shows only in part, must not lose its end by a
-    // look at it.
+    // Stores the text after Cancel as well: the field still holds what was read, so the note stays
+    // as it is. Not so a note longer than the dialog holds: storing the part read would cut it off.
     if (endCode == IDOK || (endCode == IDCANCEL && isWhole)) {
         data.SetNoteText(dialog.text.data(), &date);
     }
@@ -363,7 +364,7 @@ bool DiaryView::OnNotify(NMHDR& record, LRESULT& answer) {
 }
 
 int DiaryView::PreCreateWindow(CREATESTRUCTW& parameters) {
-    // Erasing and painting leave the children alone; they would flicker otherwise.
+    // Keeps the children out of erasing and painting, or they would flicker.
     parameters.style |= static_cast<LONG>(WS_CLIPCHILDREN);
     return Window::PreCreateWindow(parameters);
 }

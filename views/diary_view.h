@@ -1,8 +1,8 @@
 #pragma once
 
-// The diary: a scroll bar, the calendar strip and the agenda, one agenda row for every calendar
-// cell. Answers what the two controls ask, scrolls them together, opens a day's note, and keeps the
-// choice of items in the settings.
+// The diary view: a scroll bar, the calendar strip and the agenda, one agenda row for every
+// calendar cell. Answers the notifications of the two controls, scrolls them together, opens a
+// day's note, and keeps the items shown in the settings.
 
 #include <array>
 #include <vector>
@@ -18,7 +18,8 @@
 
 namespace lunara {
 
-/// Told of every change of a show flag, with the item's new state, and of a request for help.
+/// Is called after every change of a show flag, with the item's new state, and when the user asks for
+/// help.
 class DiaryListener {
   public:
     DiaryListener() = default;
@@ -47,33 +48,37 @@ class DiaryView : public Window, public DataObserver {
     DiaryView& operator=(const DiaryView&) = delete;
     ~DiaryView() override;
 
-    /// The items shown, as DiaryShowFlag bits.
+    /// The items shown, as DiaryShowFlag bits; never 0.
     std::uint32_t GetShowFlags() const { return showFlags; }
-    /// The new flags. The last item shown cannot be hidden: then nothing changes and 0 comes back.
+    /// Show or hide one item and return the new flags. The last item shown cannot be hidden: then
+    /// nothing changes and the result is 0.
     std::uint32_t SetShowNotes(bool isShown);
     std::uint32_t SetShowBleeding(bool isShown);
     std::uint32_t SetShowPeriod(bool isShown);
     std::uint32_t SetShowOvulation(bool isShown);
     std::uint32_t SetShowPregnancy(bool isShown);
 
-    /// Listeners are called in the order of attaching.
+    /// Listeners are called in the order in which they were attached, and must stay valid while
+    /// attached.
     void AttachListener(DiaryListener& listener);
     void DetachListener(DiaryListener& listener);
 
     /// The data set's current date.
     SYSTEMTIME GetCurrentDate() const;
-    /// Makes it the data set's current date and brings it into view.
+    /// Makes `date` the data set's current date and scrolls it into view. Nothing happens when an
+    /// observer refuses.
     void SetCurrentDate(const SYSTEMTIME& date);
 
-    /// Repaints, after a recomputation or when another day has begun.
+    /// Repaints: call after the prediction was recomputed or another day has begun.
     void Refresh();
-    /// The data set was replaced: its own scroll range, its current date, everything painted anew.
+    /// Resets scroll range and start and repaints: call after the content of the data set was
+    /// replaced.
     void Reload();
 
     int PreCreateWindow(CREATESTRUCTW& parameters) override;
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
-    // What the data set tells. Every change is accepted.
+    // DataObserver. The view refuses no change.
     void DateChanged(UserData& changed, const SYSTEMTIME& old, const SYSTEMTIME& current) override;
     void BleedingChanged(UserData& changed, std::int32_t value) override;
     void NoteFlagsChanged(UserData& changed, std::int32_t flags) override;
@@ -87,7 +92,8 @@ class DiaryView : public Window, public DataObserver {
     void OnPaint();
     void OnEraseBackground(HDC dc) const;
     void OnSize();
-    /// Whether the notification is one of the view's; then `answer` holds its result.
+    /// Handles a notification of agenda or calendar: true, with its result in `answer`. False for
+    /// any other.
     bool OnNotify(NMHDR& record, LRESULT& answer);
     void OnGetRow(AgendaRowRequest& request);
     void OnTap(POINT point);
@@ -99,9 +105,9 @@ class DiaryView : public Window, public DataObserver {
     void ResetScroll();
     void SetStart(const SYSTEMTIME& newStart);
     void BringIntoView(const SYSTEMTIME& date);
-    /// Rows that it takes to fill the agenda, a cut-off one included.
+    /// The number of rows that fill the agenda, a last one that is cut off included.
     std::int32_t Rows() const;
-    /// Whether the day's row is shown, and not cut off.
+    /// Whether the day's row is shown and not cut off.
     bool HasWholeRow(const SYSTEMTIME& date) const;
     void ReadShowFlags();
     void WriteShowFlags() const;

@@ -10,11 +10,11 @@ namespace {
 
 constexpr LONG LabelIndentPx = 10;
 constexpr LONG GapPx = 5;
-constexpr LONG FieldRisePx = 4;   // how far a field's top stands above its label's
-constexpr LONG FieldExtraPx = 8;  // how much higher it is
+constexpr LONG FieldRisePx = 4;   // a field begins this far above its label
+constexpr LONG FieldExtraPx = 8;  // a field is this much higher than a line of text
 constexpr LONG CalendarLines = 3;
 
-/// A rectangle from left and top with that size; a negative size becomes 0.
+/// The rectangle of that size at (left, top); a negative width or height becomes 0.
 RECT At(LONG left, LONG top, LONG width, LONG height) {
     return {left, top, left + std::max<LONG>(width, 0), top + std::max<LONG>(height, 0)};
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-// Where the parts of the graph view stand. Pure functions.
+// Geometry of the graph view. Pure functions without a window; lengths are px.
 
 #include <cstdint>
 
@@ -8,15 +8,17 @@
 
 namespace lunara {
 
-/// Width of the unit buttons and of the chart's left margin.
+/// Width of the column left of the calendar: unit buttons, legend and the chart's margin.
 inline constexpr LONG GraphLeftColumnPx = 34;
+/// Days to show at least; whole cells fill the calendar, so there can be more.
 inline constexpr std::int32_t GraphDaysShown = 15;
 
-/// Sizes of the system and of texts in the shell font, in px.
+/// What the layout depends on besides the client area: sizes of system parts and of texts in the
+/// shell font.
 struct GraphMetrics {
-    LONG textHeight;       // a line
-    LONG scrollBarWidth;   // of a vertical one; the spin control is as wide
-    LONG scrollBarHeight;  // of a horizontal one
+    LONG textHeight;       // of one line
+    LONG scrollBarWidth;   // of a vertical scroll bar; the spin control is as wide
+    LONG scrollBarHeight;  // of a horizontal scroll bar
     SIZE dateLabel;
     SIZE valueLabel;
 };
@@ -27,7 +29,7 @@ struct GraphLayout {
     RECT scrollBar;
     RECT fahrenheitButton;
     RECT celsiusButton;
-    RECT legendArea;  // the legend picture stands in its middle
+    RECT legendArea;  // the legend picture is centred in it
     RECT dateLabel;
     RECT datePicker;
     RECT valueLabel;
@@ -35,21 +37,22 @@ struct GraphLayout {
     RECT valueSpin;
 };
 
-/// From the bottom upwards: the row of labels and fields; the scroll bar; the calendar; and the
-/// chart over the whole rest, above the left column as well. No rectangle has a negative size.
+/// Stacks, from the bottom up, the row of labels and fields, the scroll bar and the calendar; the
+/// chart takes the rest over the whole width, left column included. No rectangle has a negative
+/// size.
 GraphLayout LayOutGraph(const RECT& client, const GraphMetrics& metrics);
 
-/// The calendar's height: three lines of text. On the device a cell is about one line high. Where
-/// cells are much larger than the font, three lines do not hold a cell, a day number below it and
-/// the month's name below that, whose sizes follow the cell; then it is three cells, but never so
-/// much that a low window has no room for its chart.
+/// The calendar's height: three lines of text, as on the device, where a cell is about one line
+/// high. Cells much larger than the font need more: a cell, a day number below it and the month's
+/// name below that, whose sizes follow the cell. Then the height is three cells, but at most half
+/// of `clientHeight`, which leaves a low window room for its chart.
 LONG GraphCalendarHeight(LONG textHeight, LONG cellSize, LONG clientHeight);
 
-/// A rectangle of that size in the middle of the area.
+/// A rectangle of `size` in the middle of `area`; a larger one sticks out on all sides.
 RECT CenteredIn(const RECT& area, SIZE size);
 
-/// How many columns of days the chart has behind its margin, a cut-off one included; 0 without
-/// room.
+/// The number of day columns to the right of the chart's margin, a last one that is cut off
+/// included; 0 without room.
 std::int32_t GraphColumns(LONG chartWidth, LONG dayWidth);
 
 }  // namespace lunara

@@ -93,8 +93,8 @@ std::unique_ptr<ChartPoint[]> GraphSeries::MakePoints(UserData& data, const SYST
     for (std::int32_t i = 0; i < count; ++i) {
         SYSTEMTIME day{};
         AddDays(start, i - 1, day);
-        // A day without a temperature counts as 97.5 °F, like one that was measured so: the curve
-        // runs on, and a tap on it is how a first value is dragged in.
+        // A day without a temperature gets a point at NoTemperature: the curve has no gaps, and the
+        // user drags that point to enter the first value.
         points[static_cast<std::size_t>(i)] = {
             static_cast<std::int32_t>(margin - dayWidth / 2 + i * dayWidth), DayValue(data, &day)};
     }
@@ -109,14 +109,14 @@ int GraphSeries::Store(UserData& data, std::int32_t value) const {
     const ValueRange range = EntryRange();
     const std::int32_t wanted = std::clamp(value, range.minimum, range.maximum);
     if (wanted == shown) {
-        // What is stored may be finer than what is shown, and must not lose that to a mere tap.
+        // The stored temperature may be finer than the one shown; a mere tap must not round it.
         return 1;
     }
     if (IsBleeding()) {
         return data.SetBleeding(wanted);
     }
-    // 36.4 °C is 97.5 °F, which stands for no temperature: it removes what the day had, and looks
-    // the same as if it had been stored.
+    // 36.4 °C converts to NoTemperature, which removes the day's record. The graph looks the same
+    // as if it had been stored.
     return data.SetTemperature(measure == MeasureCelsius ? CtoF(wanted) : wanted);
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
-// What the graph shows and takes: the values of a run of days in the unit they are shown in, the
-// axis they stand on, the words for them, and how one that was entered goes back into the diary.
-// Knows no window.
+// The data of the graph: the values of consecutive days in the unit in which they are shown, their
+// axis and their texts, and the way of an entered value back into the diary. Needs no window.
+//
+// A value is a bleeding level, 0..3, or a temperature in hundredths of a degree of the series'
+// unit.
 
 #include <memory>
 #include <span>
@@ -13,13 +15,13 @@
 
 namespace lunara {
 
-/// The graph that is shown; the two exclude each other. The numbers are those of the setting.
+/// The graph that is shown, one of the two. The numbers are stored in the settings.
 enum GraphShowFlag : std::uint32_t {
     GraphShowBleeding = 1,
     GraphShowTemperature = 2,
 };
 
-/// A range of values with both ends.
+/// A closed range of values: both ends belong to it.
 struct ValueRange {
     std::int32_t minimum;
     std::int32_t maximum;
@@ -36,36 +38,40 @@ class GraphSeries {
     GraphSeries() = default;
     GraphSeries(GraphShowFlag shown, TemperatureMeasure unit) : mode(shown), measure(unit) {}
 
-    /// The day's level or shown temperature; null means the current day. Negative for a day to
-    /// come; 97.5 °F, in the series' unit, for a day without a temperature.
+    /// The value of `date`; null means the current day. Negative for a day after today. A day
+    /// without a temperature has `NoTemperature` (97.5 °F), converted to the series' unit.
     std::int32_t DayValue(UserData& data, const SYSTEMTIME* date = nullptr) const;
 
-    /// The range that the chart's axis covers at least, and how an axis is divided.
+    /// The range that the chart's axis covers at least.
     ValueRange AxisRange() const;
+    /// The ways to divide the axis, smallest span first; valid for the program's lifetime.
     std::span<const ChartScale> Scales() const;
 
-    /// What can be entered.
+    /// The values that the user can enter.
     ValueRange EntryRange() const;
-    /// The same as positions of a spin control, in which a temperature counts tenths of a degree.
+    /// EntryRange in positions of the spin control, which are levels or tenths of a degree.
     ValueRange SpinRange() const;
+    /// The spin control's position for a value; a temperature is truncated to tenths.
     std::int32_t SpinPosition(std::int32_t value) const;
+    /// The value at a position of the spin control.
     std::int32_t FromSpinPosition(std::int32_t position) const;
 
-    /// The value's text beside the axis; "" for a level without a word.
+    /// The value's text beside the axis, terminated within `size` (>= 1) units; "" for a level
+    /// without a word.
     void FormatLabel(std::int32_t value, WCHAR* text, std::size_t size) const;
-    /// The same for the entry field: "" for what cannot be entered.
+    /// The value's text in the entry field: the label's, but "" outside EntryRange.
     void FormatEntry(std::int32_t value, WCHAR* text, std::size_t size) const;
 
-    /// The points of the days `start` - 1 .. `start` + columns (columns >= 0): `columns` + 2
-    /// points, `dayWidth` px apart, that of `start` in the middle of the first column behind
-    /// `margin`.
+    /// The points of the days from `start` - 1 to `start` + `columns`: `columns` + 2 of them
+    /// (columns >= 0), in date order, `dayWidth` px apart. The point of `start` is in the middle of
+    /// the first column to the right of `margin`.
     std::unique_ptr<ChartPoint[]> MakePoints(UserData& data, const SYSTEMTIME& start,
                                              std::int32_t columns, LONG margin,
                                              LONG dayWidth) const;
 
-    /// Records a value for the current day, one beyond the limits as the nearest that can be
-    /// entered. A value that is shown already changes nothing. 0 for a day to come, and when an
-    /// observer refuses.
+    /// Records `value`, clamped to EntryRange, for the current day. 1, also when the day shows that
+    /// value already and nothing changes; 0 when the day lies after today, an observer refuses or
+    /// there is no memory.
     int Store(UserData& data, std::int32_t value) const;
 
   private:

@@ -49,7 +49,7 @@ bool GraphView::Complete() {
     legend = LoadBitmapResource(IDB_BLEEDING_LEGEND);
     ::SendMessageW(chart.Handle(), CHM_SETMARGIN, GraphLeftColumnPx, 0);
     chart.AttachSink(*this);
-    PlaceChildren();  // the spin has taken a place of its own beside its buddy
+    PlaceChildren();  // moves back the spin, which placed itself beside its buddy when created
     FitColumns();
     ShowMeasure();
     ShowMode();
@@ -105,7 +105,7 @@ void GraphView::SwitchMode(GraphShowFlag wanted, void (GraphListener::*selected)
     }
     mode = wanted;
     ShowMode();
-    // By index: a listener that is being told may attach another one.
+    // By index: a listener may attach another one from inside its handler.
     for (std::size_t index = 0; index < listeners.size(); ++index) {
         (listeners[index]->*selected)();
     }
@@ -158,7 +158,7 @@ void GraphView::ShowEntry() {
     const GraphSeries series = Series();
     const ValueRange range = series.SpinRange();
     ::SendMessageW(valueSpin, UDM_SETRANGE, 0, MAKELPARAM(range.maximum, range.minimum));
-    // Only the spin changes values: what it cannot reach cannot be entered.
+    // Read-only: values change through the spin alone, which cannot leave the entry range.
     ::SendMessageW(valueEdit, EM_SETREADONLY, TRUE, 0);
     const std::int32_t value = series.DayValue(data);
     std::array<WCHAR, ChartLabelCapacity> text{};
@@ -177,12 +177,12 @@ void GraphView::ShowPickedDate() {
 void GraphView::OnSpin(std::int32_t position) {
     const GraphSeries series = Series();
     if (series.Store(data, series.FromSpinPosition(position)) == 0) {
-        ShowEntry();  // the spin has moved already
+        ShowEntry();  // refused: moves the spin back
     }
 }
 
 void GraphView::OnPickDate(const SYSTEMTIME& picked) {
-    // The picker does not fill in every field that makes two dates the same day.
+    // The picker leaves the day of week open, which IsSameDay compares; FromDateKey fills it in.
     SYSTEMTIME date{};
     if (FromDateKey(ToDateKey(picked), date) == 0 || data.SetCurrentDate(date) == 0) {
         ShowPickedDate();
@@ -211,8 +211,8 @@ SYSTEMTIME GraphView::GetCurrentDate() const {
 
 void GraphView::SetCurrentDate(const SYSTEMTIME& date) {
     if (data.SetCurrentDate(date) != 0) {
-        // The data set tells of a new date only, and the graph may have been scrolled away from the
-        // present one.
+        // DateChanged is not called when `date` is the current date already, but the graph may have
+        // been scrolled away from it.
         BringIntoView(GetCurrentDate());
     }
 }

@@ -1,12 +1,13 @@
 #pragma once
 
-// The graph: a chart of the temperature or of the bleeding over the calendar strip, with the unit
-// buttons beside it and a row of fields below, where the current day's value is shown and changed.
-// Answers what the chart and the strip ask, scrolls them together, and keeps its choice of graph
-// and unit in the settings.
+// The graph view: a chart of temperature or bleeding above the calendar strip, with the unit
+// buttons beside the strip and a row of fields below, in which the current day's value is shown and
+// changed. Answers the notifications of chart and strip, scrolls them together, and keeps graph and
+// unit in the settings.
 //
-// A view that is created hidden makes its children when it is first shown, or else as soon as the
-// thread has nothing older to do: the start need not wait for what it does not show.
+// A view that is created hidden makes its children lazily, so that the start of the program does
+// not wait for them: when it is first shown, or when GVM_COMPLETE, which it posts to itself, comes
+// up in the message queue, whichever is first.
 
 #include <cstdint>
 #include <vector>
@@ -24,7 +25,7 @@
 
 namespace lunara {
 
-/// Is told when the graph view changes over.
+/// Is called after the graph or the unit has changed.
 class GraphListener {
   public:
     GraphListener() = default;
@@ -34,13 +35,13 @@ class GraphListener {
 
     virtual void BleedingGraphSelected() = 0;
     virtual void TemperatureGraphSelected() = 0;
-    /// Another unit was chosen by its button.
+    /// The user chose another unit by its button.
     virtual void MeasureSelected(TemperatureMeasure /*measure*/) {}
     /// The user asked for help; `anchor` is the graph's place in the help file.
     virtual void HelpRequested(const WCHAR* anchor) = 0;
 };
 
-/// Posted by the view to itself: its children are to be made now. No parameters; result 0.
+/// Posted by the view to itself: makes the children unless they exist. No parameters; result 0.
 inline constexpr UINT GVM_COMPLETE = WM_USER + 1;
 
 class GraphView : public Window, public DataObserver, private NotificationSink {
@@ -64,38 +65,42 @@ class GraphView : public Window, public DataObserver, private NotificationSink {
 
     /// The graph shown, as a GraphShowFlag.
     std::uint32_t GetShowFlags() const { return mode; }
-    /// Change over to that graph. With false, or for the graph that is shown already, nothing
-    /// happens.
+    /// Switch to that graph. Nothing happens for false, or when the graph is shown already.
     void SetShowBleeding(bool shown);
     void SetShowTemperature(bool shown);
+    /// The unit, as a TemperatureMeasure.
     std::uint32_t GetMeasure() const { return measure; }
 
-    /// Listeners are told in the order in which they were attached.
+    /// Listeners are called in the order in which they were attached, and must stay valid while
+    /// attached.
     void AttachListener(GraphListener& listener);
     void DetachListener(GraphListener& listener);
 
     /// The data set's current date.
     SYSTEMTIME GetCurrentDate() const;
-    /// Makes it the data set's current date and brings it into view.
+    /// Makes `date` the data set's current date and scrolls it into view. Nothing happens when an
+    /// observer refuses.
     void SetCurrentDate(const SYSTEMTIME& date);
 
-    /// Asks for everything anew and repaints, after a recomputation or when another day has begun.
+    /// Rereads all values and repaints: call after a recomputation or when another day has begun.
     void Refresh();
-    /// The data set was replaced: its own scroll range, its current date, everything painted anew.
+    /// Resets scroll range, start and current date and repaints: call after the content of the data
+    /// set was replaced.
     void Reload();
 
-    // What the data set tells. Every change is accepted.
+    // DataObserver. The view refuses no change.
     void DateChanged(UserData& changed, const SYSTEMTIME& old, const SYSTEMTIME& current) override;
     void TemperatureChanged(UserData& changed, std::int32_t value) override;
     void BleedingChanged(UserData& changed, std::int32_t value) override;
 
   private:
-    // The chart's direct question. Its records come as WM_NOTIFY, and are not answered here again.
+    // NotificationSink, for GetRange alone, which the chart calls directly. Its records arrive as
+    // WM_NOTIFY, so Notify must not answer them a second time.
     LRESULT Notify(NMHDR& record) override;
     bool GetRange(NMHDR& record, int& minimum, int& maximum) override;
 
     LRESULT OnCreate();
-    /// Creates the children and fills them. False when one cannot be made.
+    /// Creates and fills the children unless they exist. False when one cannot be made.
     bool Complete();
     bool IsComplete() const { return chart.Handle() != nullptr; }
     void OnDestroy();
@@ -105,13 +110,15 @@ class GraphView : public Window, public DataObserver, private NotificationSink {
     void OnSpin(std::int32_t position);
     void OnCommand(UINT id, UINT notification);
     LRESULT OnFieldColor(HDC dc) const;
-    /// Whether the notification is one of the view's; then `answer` holds its result.
+    /// Handles a notification of calendar, date picker or chart: true, with its result in `answer`.
+    /// False for any other.
     bool OnNotify(NMHDR& record, LRESULT& answer);
     bool OnChartNotify(NMHDR& record, LRESULT& answer);
     void OnHelp();
     void OnPickDate(const SYSTEMTIME& picked);
     void OnGetPoints(ChartPoints& request);
-    /// Whether the point is refused.
+    /// Makes the point's day the current date. True to refuse: an observer did, or the value cannot
+    /// be entered.
     bool OnSelectPoint(const ChartValue& point);
 
     GraphMetrics Metrics() const;
@@ -145,11 +152,11 @@ class GraphView : public Window, public DataObserver, private NotificationSink {
     HWND datePicker = nullptr;
     HWND valueEdit = nullptr;
     HWND valueSpin = nullptr;
-    // Temperature until the settings are read, bleeding when they hold no choice: the two defaults
-    // differ on purpose, the first survives only where no settings can be kept at all.
+    // Two defaults, deliberately different: temperature, set here, remains only where no settings
+    // can be kept at all; ReadSettings takes bleeding when the settings hold no choice.
     GraphShowFlag mode = GraphShowTemperature;
     TemperatureMeasure measure = MeasureFahrenheit;
-    LONG dayWidth = 10;
+    LONG dayWidth = 10;  // px
     GraphLayout layout{};
     Bitmap legend;
     std::vector<GraphListener*> listeners;

@@ -1,4 +1,4 @@
-// The graph view's children, where they stand, and what the view paints itself.
+// The graph view's children: creation and layout; and what the view paints itself.
 
 #include <algorithm>
 
@@ -7,7 +7,7 @@
 #include "views/graph_view.h"
 #include "views/view_children.h"
 
-// after windows.h
+// Includes <commctrl.h>, which needs <windows.h> before it.
 #include "platform/pocketpc/common_controls.h"
 
 namespace lunara {
@@ -36,7 +36,8 @@ GraphMetrics GraphView::Metrics() const {
     TEXTMETRICW metrics{};
     ::GetTextMetricsW(dc.Dc(), &metrics);
     SIZE valueLabel = TextSize(dc.Dc(), FahrenheitLabel);
-    // In some fonts the other words are the wider ones, and would run under the field.
+    // As wide as the widest of the three labels: which one that is depends on the font, and a
+    // narrower place would let a label run under the field.
     for (const WCHAR* label : {CelsiusLabel, BleedingLabel}) {
         valueLabel.cx = std::max(valueLabel.cx, TextSize(dc.Dc(), label).cx);
     }
@@ -59,7 +60,7 @@ bool GraphView::CreateChildren() {
                              DatePickerId);
     valueEdit = CreateField(TEXT("edit"), WS_EX_STATICEDGE, WS_TABSTOP | ES_CENTER | ES_MULTILINE,
                             layout.valueEdit, ValueEditId);
-    // Its buddy is the window made before it.
+    // UDS_AUTOBUDDY takes the window created just before, the edit, as buddy.
     valueSpin =
         CreateField(UPDOWN_CLASSW, 0, UDS_AUTOBUDDY | UDS_ARROWKEYS, layout.valueSpin, ValueSpinId);
     const bool hasCalendar =
@@ -140,7 +141,7 @@ void GraphView::OnEraseBackground(HDC dc) const {
 }
 
 LRESULT GraphView::OnFieldColor(HDC dc) const {
-    // A read-only field is grey by default.
+    // White, because the system draws a read-only edit in grey.
     ::SetBkColor(dc, White);
     return reinterpret_cast<LRESULT>(::GetStockObject(WHITE_BRUSH));
 }

@@ -6,7 +6,7 @@
 
 namespace lunara {
 
-/// The colours of the months January to December in the calendar strips of both views.
+/// Colours of the months, January first, in the calendar strips of both views.
 inline constexpr std::array<COLORREF, 12> MonthColors = {
     RGB(128, 128, 255), RGB(190, 190, 255), RGB(190, 255, 190), RGB(128, 255, 128),
     RGB(255, 255, 128), RGB(255, 255, 0),   RGB(237, 192, 88),  RGB(231, 169, 24),

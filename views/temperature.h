@@ -1,7 +1,7 @@
 #pragma once
 
-// Temperatures. Everywhere they are whole hundredths of a degree: the diary keeps Fahrenheit, and a
-// view that shows Celsius converts. Pure functions.
+// Temperatures as whole hundredths of a degree: conversion, limits and text. The diary stores
+// Fahrenheit; a view that shows Celsius converts. Pure functions.
 
 #include <cstddef>
 #include <cstdint>
@@ -10,30 +10,31 @@
 
 namespace lunara {
 
-/// The unit in which temperatures are shown and entered; the numbers are those of the setting.
+/// The unit in which temperatures are shown and entered. The numbers are stored in the settings.
 enum TemperatureMeasure : std::uint32_t {
     MeasureFahrenheit = 0,
     MeasureCelsius = 1,
 };
 
-/// Hundredths of °C from hundredths of °F and back, rounded to a whole tenth of a degree. A tenth
-/// of °C survives the way to °F and back for every value that can be entered.
+/// Hundredths of °C from hundredths of °F and back, rounded to a whole tenth of a degree. For every
+/// tenth of °C that can be entered, FtoC(CtoF(celsius)) is `celsius` again.
 std::int32_t FtoC(std::int32_t fahrenheit);
 std::int32_t CtoF(std::int32_t celsius);
 
-/// The value as it is shown: in that unit and rounded to tenths. A negative value is no temperature
-/// but a day's mark (a day to come) and stays what it is.
+/// The value as it is shown: in unit `measure`, rounded to tenths. A negative value is no
+/// temperature but marks a day after today (FutureTemperature), and is returned unchanged.
 std::int32_t ShownTemperature(std::int32_t fahrenheit, TemperatureMeasure measure);
 
-/// The lowest and highest temperature that can be entered, in hundredths of the unit.
+/// The lowest and highest temperature that can be entered, in hundredths of a degree.
 struct TemperatureLimits {
     std::int32_t minimum;
     std::int32_t maximum;
 };
-/// 95.0..100.0 °F, which is 35.0..37.8 °C.
+/// The limits in that unit: 95.0..100.0 °F or 35.0..37.8 °C.
 TemperatureLimits EntryLimits(TemperatureMeasure measure);
 
-/// "98.6" for 9860: one decimal and a point, whatever the locale. Always terminated (size >= 1).
+/// Writes "98.6" for 9860: one decimal after a point, whatever the locale. Cut off at `size` units,
+/// terminator included (size >= 1).
 void FormatTemperature(std::int32_t value, WCHAR* text, std::size_t size);
 
 }  // namespace lunara

@@ -10,7 +10,7 @@ constexpr COLORREF BevelDark = RGB(120, 96, 88);
 constexpr COLORREF BevelGround = RGB(168, 152, 144);
 constexpr COLORREF White = RGB(255, 255, 255);
 constexpr COLORREF Black = RGB(0, 0, 0);
-constexpr int BevelWidthPx = 4;  // half of it lies outside the button
+constexpr int BevelWidthPx = 4;  // half of the pen's width falls outside the button
 constexpr UINT LabelFormat = DT_CENTER | DT_VCENTER | DT_SINGLELINE;
 
 void DrawEdge(HDC dc, COLORREF color, const std::array<POINT, 3>& corners) {
@@ -28,7 +28,7 @@ LRESULT CommandSink::Notify(NMHDR& record) {
 }
 
 ToggleButton::ToggleButton(ToggleLook wantedLook) : look(wantedLook) {
-    // A button's owner expects WM_COMMAND, not the WM_NOTIFY of the other controls.
+    // Replaces the base's sink, which sends WM_NOTIFY: a button's owner expects WM_COMMAND.
     sinks.clear();
     AttachSink(commandSink);
 }

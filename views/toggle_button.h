@@ -1,7 +1,7 @@
 #pragma once
 
-// A small push button with a check state, drawn by itself. It does not change its state when
-// tapped: its owner hears of the tap and sets the states of all buttons that belong together.
+// A small custom-drawn push button with a check state. A tap does not change the state: the button
+// reports it, and its owner sets the states of all buttons that belong together.
 
 #include "platform/gdi.h"
 #include "window/notification.h"
@@ -10,27 +10,29 @@ namespace lunara {
 
 inline constexpr WCHAR ToggleButtonClassName[] = TEXT("ToggleButton");
 
-/// Delivers a control's record to its parent as WM_COMMAND, as the system's buttons do.
+/// Sends a control's notification to its parent as WM_COMMAND, like the system's buttons.
 class CommandSink : public NotificationSink {
   public:
     LRESULT Notify(NMHDR& record) override;
 };
 
 enum class ToggleLook {
-    Bevelled,  // raised or sunken, on a brown ground
+    Bevelled,  // raised, or sunken when checked, on a brown ground
     Flat,      // black on white, or white on black when checked
 };
 
-/// Answers BM_SETCHECK (0 and 1 as given, any other value becomes 2) and BM_GETCHECK. A tap gives
-/// every sink a record with the code BN_CLICKED; the first sink tells the parent by WM_COMMAND.
+/// Answers BM_GETCHECK and BM_SETCHECK (0 and 1 are taken as they are, any other value becomes 2,
+/// BST_INDETERMINATE). A tap notifies every sink with the code BN_CLICKED; the first sink passes it
+/// to the parent as WM_COMMAND.
 class ToggleButton : public NotifyingControl {
   public:
-    static constexpr int TextCapacity = 32;  // the text is cut to 31 characters
+    /// UTF-16 units of the button's text, terminator included; a longer text is cut off.
+    static constexpr int TextCapacity = 32;
 
     explicit ToggleButton(ToggleLook wantedLook);
 
-    /// Paints ground and face as they would look in a client area `client`, with the device
-    /// context's font and pen.
+    /// Paints ground and face, laid out for a client area `client`, with the device context's font
+    /// and pen.
     void Draw(HDC dc, const RECT& client) const;
 
     int PreCreateWindow(CREATESTRUCTW& parameters) override;

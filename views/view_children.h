@@ -1,6 +1,6 @@
 #pragma once
 
-// How the two views make and place their children, all of them visible from the start.
+// Helpers with which the two views create their children. All children are created visible.
 
 #include "platform/win32.h"
 #include "window/window.h"
@@ -12,7 +12,7 @@ inline LONG Height(const RECT& rect) { return rect.bottom - rect.top; }
 
 inline HMENU ControlId(int id) { return reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)); }
 
-/// A child of a class of the system's; null when it cannot be made.
+/// Creates a child of one of the system's window classes, without a title. Null when that fails.
 inline HWND CreateSystemControl(const WCHAR* className, DWORD exStyle, DWORD style,
                                 const RECT& place, HWND parent, int id) {
     return ::CreateWindowExW(exStyle, className, nullptr, WS_CHILD | WS_VISIBLE | style, place.left,
@@ -20,7 +20,7 @@ inline HWND CreateSystemControl(const WCHAR* className, DWORD exStyle, DWORD sty
                              AppInstance(), nullptr);
 }
 
-/// A child of one of our own classes; false when it cannot be made.
+/// Creates the window of one of our own controls. False when that fails.
 inline bool CreateControl(Window& control, const WCHAR* title, DWORD style, const RECT& place,
                           HWND parent, int id) {
     return control.Create(0, nullptr, title, WS_CHILD | WS_VISIBLE | style, place.left, place.top,

@@ -1,7 +1,8 @@
 """Shapes, a supersampling painter, and writers for BMP, PNG and ICO.
 
-A shape is a function of a point that says whether the point lies inside. Only the four basic operations
-and comparisons are used on coordinates, so that every machine draws the same picture to the last bit.
+A shape is a function shape(x, y) that tells whether the point lies inside. Coordinates, in px, y
+downwards, are computed with + - * / and comparisons alone, so that every machine draws the same
+picture to the last bit.
 """
 
 import struct
@@ -47,7 +48,7 @@ def polygon(*points):
 
 
 def stroke(points, width):
-    """A polyline with round ends and joints."""
+    """A polyline of that width with round ends and joints."""
     segments = list(zip(points, points[1:]))
     limit = width * width / 4
 
@@ -65,7 +66,7 @@ def stroke(points, width):
 
 
 def curve(a, b, c, d, steps=12):
-    """The points of a cubic Bezier curve."""
+    """steps + 1 points of the cubic Bezier curve from a to d with control points b and c."""
     points = []
     for i in range(steps + 1):
         t = i / steps
@@ -76,10 +77,11 @@ def curve(a, b, c, d, steps=12):
 
 
 def drop(cx, top, bottom, r):
-    """A falling drop: a disc of radius r at the bottom, a tip that curves up to (cx, top)."""
+    """A falling drop: a disc of radius r that ends at `bottom`, with a tip that curves up to
+    (cx, top)."""
     cy = bottom - r
     belly = cy - 0.35 * r
-    side = 0.9367496997597597 * r  # half the disc's width at the height of `belly`
+    side = 0.9367496997597597 * r  # sqrt(1 - 0.35 ** 2) * r, half the disc's width at `belly`
     right = curve((cx, top), (cx + 0.12 * r, cy - 1.25 * r), (cx + side - 0.25 * r, belly - 0.62 * r),
                   (cx + side, belly))
     left = [(2 * cx - x, y) for x, y in reversed(right)]
@@ -105,7 +107,8 @@ def scaled(shape, factor):
 # ---- Painting ------------------------------------------------------------------------------------
 
 def fade(top, bottom, first, last):
-    """A paint that goes from one colour at height `first` to another at height `last`."""
+    """A paint, to be used in place of a colour: `top` above y = first, `bottom` below y = last, and
+    a linear gradient between them."""
     def colour(_, y):
         t = min(max((y - first) / (last - first), 0), 1)
         return tuple(a + (b - a) * t for a, b in zip(top, bottom))
@@ -113,7 +116,11 @@ def fade(top, bottom, first, last):
 
 
 def paint(width, height, layers, subsamples=SUBSAMPLES):
-    """Rows of (red, green, blue, alpha); of the layers (shape, colour or paint) the last one wins."""
+    """Draws layers of (shape, colour or paint), the last one on top. Returns rows of (red, green,
+    blue, alpha), top row first.
+
+    Averages subsamples ** 2 points per pixel: the colour over those inside a shape, alpha over all.
+    """
     rows = []
     count = subsamples * subsamples
     for py in range(height):
@@ -145,7 +152,7 @@ def everywhere(_x, _y):
 # ---- Files ---------------------------------------------------------------------------------------
 
 def bmp(rows):
-    """24 bits per pixel, bottom row first."""
+    """The bytes of a BMP file: 24 bits per pixel, bottom row first, alpha dropped."""
     height, width = len(rows), len(rows[0])
     body = bytearray()
     for row in reversed(rows):
@@ -167,7 +174,8 @@ def png(rows):
 
 
 def icon_bitmap(rows):
-    """An icon's picture: 32 bits per pixel with alpha, then the mask of the transparent pixels."""
+    """One picture of an ICO file: a header with doubled height, 32 bits per pixel with alpha, then
+    a 1-bit mask of the transparent pixels."""
     height, width = len(rows), len(rows[0])
     colours, mask = bytearray(), bytearray()
     for row in reversed(rows):
@@ -183,24 +191,28 @@ def icon_bitmap(rows):
 
 
 def unpacked(data):
-    """What two files must have in common to show the same: a PNG (the last picture, if there is one)
-    counts with its pixels, because its bytes and its size depend on the compressor's version."""
+    """A form of a file's bytes that is equal for files that show the same picture.
+
+    A PNG, which is the last picture in `data` if there is one, is decompressed and its size
+    removed: its compressed bytes depend on the version of zlib.
+    """
     start = data.find(b"\x89PNG")
     if start < 0:
         return data
-    size = struct.pack("<I", len(data) - start)  # as it stands in the icon's directory
+    size = struct.pack("<I", len(data) - start)  # as written in the icon's directory
     body = data.find(b"IDAT", start)
     length, = struct.unpack_from(">I", data, body - 4)
     return data[:body - 4].replace(size, b"") + zlib.decompress(data[body + 4:body + 4 + length])
 
 
 def ico(pictures):
-    """Pictures from 256 pixels on are kept as PNG, which is what the shell expects of them."""
+    """The bytes of an ICO file. Pictures of 256 pixels and more are stored as PNG, as the shell
+    expects."""
     bodies = [png(rows) if len(rows) >= 256 else icon_bitmap(rows) for rows in pictures]
     offset = 6 + 16 * len(bodies)
     directory = struct.pack("<HHH", 0, 1, len(bodies))
     for rows, body in zip(pictures, bodies):
-        size = len(rows) % 256  # 0 stands for 256
+        size = len(rows) % 256  # one byte: 0 stands for 256
         directory += struct.pack("<BBBBHHII", size, size, 0, 0, 1, 32, len(body), offset)
         offset += len(body)
     return directory + b"".join(bodies)

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Shows the pictures as the program combines them, to be looked at while redrawing.
+"""Writes a sheet of the pictures as the program combines them, for checking them by eye.
 
     contact_sheet.py FILE.bmp
 
-For each cell size and zoom one band; in it one row per mark or pair of marks, one column per colour that
-a cell can have: white, the blues, orange, green and the reds.
+One band for each cell size and zoom. In a band: one row per mark or pair of marks, one column per
+colour that a cell can have (white, the blues, oranges, greens and reds).
 """
 
 import pathlib
@@ -25,7 +25,7 @@ def blend(colour, share):
 COLOURS = [WHITE] + [blend((0, 0, 255), t) for t in (0.1, 1 / 3, 2 / 3, 1)] + \
           [blend((255, 128, 0), t) for t in (0.3, 1)] + [blend((0, 255, 0), t) for t in (0.3, 1)] + \
           [(255, 128, 128), (255, 64, 64), (255, 0, 0)]
-# What lies under, and what is laid over.
+# (under, over): the mark that is ORed onto the colour, and the one that is ANDed onto the cell.
 COMBINATIONS = [(None, None), (None, "106"), (None, "112"), (None, "116"), ("107", None),
                 ("107", "106"), ("107", "112")]
 
@@ -40,7 +40,7 @@ def read_bmp(path):
 
 
 def combine(image, x0, y0, side, colour, under, over):
-    """One cell, in the order and with the offsets with which the agenda paints it."""
+    """Draws one cell into `image`, with the order and offsets of the agenda's painter."""
     fill = WHITE if under else colour
     for y in range(side + 1):
         for x in range(side + 1):

@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
-"""Draws the program's pictures. This file is their source; the outputs are kept beside it.
+"""Draws the program's bitmaps and its icon. This file is their source; the outputs are committed in
+resources/, so that a build needs no Python.
 
     draw.py           writes the bitmaps and the icon
-    draw.py --check   compares what is kept with what would be written; exit 1 when they differ
+    draw.py --check   compares the committed files with what it draws; exit 1 when they differ
 
-What each picture means and how it is combined with the cell under it is told in docs/images.md.
+docs/images.md explains each picture and how it is combined with the cell under it.
 """
 
 import pathlib
@@ -18,14 +19,14 @@ from canvas import (bmp, box, curve, disc, drop, ellipse, everywhere, fade, ico,
 RESOURCES = pathlib.Path(__file__).resolve().parent.parent
 
 WHITE = (255, 255, 255)
-BUTTON_FACE = (192, 192, 192)  # stands for "transparent" in the strip of menu-bar images
+BUTTON_FACE = (192, 192, 192)  # the transparent colour of the menu-bar strip
 
 BUTTON = 16  # px, side of a menu-bar image
 
 
 # ---- Marks of the agenda -------------------------------------------------------------------------
-# Black and white without shades, pixel by pixel: the cells combine bit by bit, where a grey edge would
-# turn into stray colours.
+# Pure black and white: the agenda combines marks and colours with bitwise OR and AND, in which a
+# grey, antialiased edge would turn into stray colours.
 
 QUESTION_MARK = """
 ............#####...
@@ -73,7 +74,8 @@ CROSS = """
 ....................
 """
 
-# To the left, so that the question mark stands beside it: on the darkest blue it could not be read.
+# Left of the centre, so that the question mark stands beside it: black on the darkest blue could
+# not be read.
 DROP = """
 ......##............
 ......##............
@@ -199,7 +201,7 @@ LEGEND_WIDTH, LEGEND_HEIGHT = 30, 26
 
 
 def legend():
-    """Three drops side by side on one ground, each larger than the one before: slight, norm, heavy."""
+    """Three drops on a common ground line, growing from left to right: slight, norm, heavy."""
     layers = [(everywhere, WHITE)]
     for cx, top, r in ((4.5, 13.5, 3.0), (12.5, 8.5, 4.0), (23.5, 1.5, 5.8)):
         layers += [(drop(cx, top, 24.4, r), (140, 0, 20)),
@@ -211,7 +213,7 @@ def legend():
 # ---- The program's icon --------------------------------------------------------------------------
 
 def icon(side):
-    """A crescent that holds a drop, before a night sky; drawn for 48 px and scaled."""
+    """A crescent that holds a drop, on a night sky; designed at 48 px and scaled to `side`."""
     sky = disc(24, 24, 23)
     moon = without(disc(22.5, 24, 15.5), disc(28.4, 20.6, 13.2))
     layers = [(sky, fade((92, 62, 150), (44, 26, 92), 1, 47)),

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Makes the files in golden/, which pin the format of the data files byte by byte.
+"""Writes the files in golden/, which pin the format of the data files byte by byte.
 
-It shares no code with the program: the digits of pi, the cipher and the password rule are all
-written down here a second time. Run it only to add a file; a golden file that changes means that
-diaries written before can no longer be read.
+Shares no code with the program: the digits of pi, the cipher and the password rule are implemented
+here a second time, independently. Run it only to add a file. A golden file that changes means that
+existing diaries can no longer be read.
 """
 
 import pathlib
@@ -14,7 +14,7 @@ MASK = 0xFFFFFFFF
 
 
 def pi_words(count):
-    """The first 32-bit words of the fractional part of pi."""
+    """The first `count` 32-bit words of the fractional part of pi, most significant word first."""
     bits, guard = 32 * count, 64
     one = 1 << (bits + guard)
 
@@ -72,7 +72,8 @@ class Cipher:
         return b"".join(struct.pack("<II", *self.encipher_halves(*block)) for block in blocks)
 
 
-# The code page's bytes 0x80 to 0x9F; the free ones are the control characters of their number.
+# Character to byte. The five bytes that Windows-1252 leaves undefined stand for the control
+# characters of the same number.
 WINDOWS_1252 = {bytes([b]).decode("cp1252"): b for b in range(256)
                 if b not in (0x81, 0x8D, 0x8F, 0x90, 0x9D)}
 WINDOWS_1252.update({chr(b): b for b in (0x81, 0x8D, 0x8F, 0x90, 0x9D)})
@@ -105,7 +106,8 @@ def note_pages(notes):
 
 DAYS = day_values([(day(1601, 1, 1), 1), (day(2006, 2, 28), 2), (day(2006, 2, 31), -1),
                    (day(2006, 3, 1), 9750), (day(2500, 12, 31), 0x7FFFFFFF)])
-# The later note was entered first; its 34 units take two pages, the second all zero.
+# Pages are in order of entry, not of date. The first note has 34 units, exactly one page, and is
+# followed by a second page whose text is all zeros.
 PAGES = note_pages([(day(2006, 3, 1), "Thirty-four units make two pages.\u2026"),
                     (day(2006, 2, 28), "M\u00fcde, \U0001F600")])
 
