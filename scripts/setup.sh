@@ -1,23 +1,25 @@
 #!/bin/bash
 # Installs the missing packages that building and testing Lunara needs.
 #
-# Usage: scripts/setup.sh [native|all|bench]
-#   native  for the portable core, the companion, their tests and the checks
-#   all     native, and the Windows cross compiler, Wine and a virtual display (the default)
-#   bench   all, and the benchmark library and the cipher libraries that serve as peers
+# Usage: scripts/setup.sh [program|native|all]
+#   program  what ./run needs: the Windows cross compiler, Wine and a virtual display
+#   native   the portable core, the companion, their tests and the checkers
+#   all      both, and the libraries that the benchmarks compare with (the default)
 #
-# Installs Debian packages only. Prints nothing and asks for nothing when all are installed.
+# Only Debian packages are used. Prints nothing and asks nothing when none is missing.
 set -euo pipefail
 
 profile="${1:-all}"
 
-packages=(g++ clang clang-format clang-tidy libclang-rt-14-dev cmake ninja-build git
-          googletest libcli11-dev nlohmann-json3-dev)
+packages=(cmake ninja-build git libcli11-dev nlohmann-json3-dev)
+if [[ $profile != program ]]; then
+    packages+=(g++ clang clang-format clang-tidy libclang-rt-14-dev python3 googletest)
+fi
 if [[ $profile != native ]]; then
     packages+=(g++-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64 wine wine64 xvfb xauth faketime
                xdotool imagemagick fonts-wine fonts-dejavu-core fonts-liberation procps)
 fi
-if [[ $profile == bench ]]; then
+if [[ $profile == all ]]; then
     packages+=(libbenchmark-dev libssl-dev libgcrypt20-dev nettle-dev)
 fi
 

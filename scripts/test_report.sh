@@ -14,15 +14,22 @@ log_of() { echo "build/logs/$(tr -cs 'a-zA-Z0-9' '-' <<<"$1").log"; }
 
 # step NAME COMMAND...: runs the command. A failure is recorded and makes `finish` fail.
 step() {
-    local name="$1" log start=$SECONDS
+    local name="$1" start=$SECONDS status=0
     shift
+    "$@" >"$(log_of "$name")" 2>&1 || status=$?
+    report_step "$name" "$status" $((SECONDS - start))
+}
+
+# report_step NAME STATUS SECONDS: prints a step's line, and the end of its log when it failed.
+report_step() {
+    local name="$1" status="$2" seconds="$3" log
     log=$(log_of "$name")
-    if "$@" >"$log" 2>&1; then
-        printf '   ok      %-40s %4d s\n' "$name" $((SECONDS - start))
-        tail -n 1 "$log" | grep -E '^(fuzz|lint|format):' | sed 's/^/           /'
+    if ((status == 0)); then
+        printf '   ok      %-40s %4d s\n' "$name" "$seconds"
+        tail -n 1 "$log" | grep -E '^(fuzz|lint|format|layers):' | sed 's/^/           /'
         return 0
     fi
-    printf '   FAILED  %-40s %4d s, %s\n' "$name" $((SECONDS - start)) "$log"
+    printf '   FAILED  %-40s %4d s, %s\n' "$name" "$seconds" "$log"
     tail -n 40 "$log"
     broken+=("$name")
     return 1
@@ -38,20 +45,33 @@ gtest() {
     count "$name" "$status" $((SECONDS - start))
 }
 
-# gtest_beside NAME COMMAND...: starts one GoogleTest program in the background. `gtest_collect`
-# waits for it and adds its counts to the totals.
-gtest_beside() {
-    beside_name="$1"
-    shift
-    beside_start=$SECONDS
-    "$@" >"$(log_of "$beside_name")" 2>&1 &
-    beside=$!
+# gtest_beside NAME COMMAND..., step_beside NAME COMMAND...: start a test program or a step in the
+# background. `collect` waits for all of them and reports them in the order of their start.
+beside=()
+gtest_beside() { start_beside count "$@"; }
+step_beside() { start_beside report_step "$@"; }
+
+start_beside() {  # REPORT NAME COMMAND...
+    local report="$1" name="$2"
+    shift 2
+    {
+        local start=$SECONDS status=0
+        "$@" >"$(log_of "$name")" 2>&1 || status=$?
+        echo $((SECONDS - start)) >"$(log_of "$name").seconds"
+        exit $status
+    } &
+    beside+=("$! $report $name")
 }
 
-gtest_collect() {
-    local status=0
-    wait "$beside" || status=$?
-    count "$beside_name" "$status" $((SECONDS - beside_start))
+collect() {
+    local job pid report name status
+    for job in "${beside[@]}"; do
+        read -r pid report name <<<"$job"
+        status=0
+        wait "$pid" || status=$?
+        "$report" "$name" "$status" "$(cat "$(log_of "$name").seconds")"
+    done
+    beside=()
 }
 
 # count NAME STATUS SECONDS: adds the counts in the log of test program NAME to the totals and

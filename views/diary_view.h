@@ -18,8 +18,8 @@
 
 namespace lunara {
 
-/// Is called after every change of a show flag, with the item's new state, and when the user asks for
-/// help.
+/// Is called after every change of a show flag, with the item's new state, and when the user asks
+/// for help.
 class DiaryListener {
   public:
     DiaryListener() = default;
