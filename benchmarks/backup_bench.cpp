@@ -120,9 +120,11 @@ bool MeasureAll(const Places& places, Times& times) {
         done = done && Settle(places.plain);
         const double replacing = TimeOf([&] { done &= CopyFiles(places.user, places.replaced); });
         done = done && Settle(places.replaced);
-        const double backup = TimeOf([&] { done &= BackupFiles(UserName, NewBackup) == 1; });
+        const double backup =
+            TimeOf([&] { done &= BackupFiles(UserName, NewBackup) == BackupResult::Done; });
         done = done && Settle(places.Backup(NewBackup));
-        const double restore = TimeOf([&] { done &= RestoreFiles(UserName, KeptBackup) == 1; });
+        const double restore =
+            TimeOf([&] { done &= RestoreFiles(UserName, KeptBackup).isRestored; });
         RemoveFolder(places.plain);
         RemoveFolder(places.Backup(NewBackup));
         done = done && Settle(places.user);
@@ -140,7 +142,8 @@ int Run() {
     const Places places;
     UserData diary;
     if (!FillFortyYears(diary.temperature, diary.bleeding, diary.notePages) ||
-        diary.Save(UserName, DiaryPassword) == 0 || BackupFiles(UserName, KeptBackup) == 0 ||
+        diary.Save(UserName, DiaryPassword) == 0 ||
+        BackupFiles(UserName, KeptBackup) != BackupResult::Done ||
         !CopyIntoNewFolder(places.user, places.replaced)) {
         std::fprintf(stderr, "the diary could not be made\n");
         return 2;
