@@ -65,7 +65,7 @@ int Restore(Window& main, SignedInUser user) {
         return 0;
     }
     const RestoreResult result = RestoreFiles(user.userName, dialog.backupName.data());
-    // Not before every file is in place: while a message box is up, the session may end.
+    // Show the boxes only now that every file is in place: while a box is up, the session may end.
     for (const WideString& path : result.filesLeft) {
         ShowFileStays(path);
     }

@@ -28,7 +28,7 @@ struct Command {
 
 struct CommandTable {
     static constexpr Command Entries[] = {
-        {IDOK, &MainWindow::Exit},  // Ctrl+Q
+        {IDOK, &MainWindow::Exit},  // sent by the accelerator Ctrl+Q
         {IDM_EXIT, &MainWindow::Exit},
         {IDM_ABOUT, &MainWindow::About},
         {IDM_VIEW_DIARY, &MainWindow::ViewDiaryCommand},

@@ -18,7 +18,7 @@ namespace lunara {
 inline constexpr DWORD ViewDiary = 3000;
 inline constexpr DWORD ViewGraph = 3001;
 
-/// Posted to the main window: show a warning of the prediction. wParam: MB_ flags of the message
+/// Posted to the main window to show a warning of the prediction. wParam: MB_ flags of the message
 /// box. lParam: the text, a WCHAR array allocated with new[] that the receiver frees. Result: 0.
 inline constexpr UINT WM_PREDICTION_WARNING = WM_USER + 2;
 
@@ -67,7 +67,7 @@ class MainWindow : public Window,
     void OnSize();
     void OnHelp(WPARAM wParam, LPARAM lParam);
     void OnTimer(UINT_PTR timer);
-    /// Handles WM_CLOSE. Returns false when the default procedure may destroy the window.
+    /// Returns true when WM_CLOSE is handled; false lets the default procedure destroy the window.
     bool OnClose();
     bool OnQueryEndSession();
     void OnEndSession(bool ending);

@@ -60,7 +60,7 @@ int HistoryDialog::SetBleeding(std::int32_t mode, bool force) {
 
 void HistoryDialog::OnDatePicked(int picker, const SYSTEMTIME& date) {
     SYSTEMTIME day = date;
-    AddDays(date, 0, day);  // sets the day of week, which the comparison of days uses
+    AddDays(date, 0, day);  // sets wDayOfWeek, which IsSameDay compares, too
     if (picker == IDC_START_DATE) {
         if (entry.SetStartDate(day, false) == 0) {
             ShowDate(picker, entry.GetStartDate());

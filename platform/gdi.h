@@ -25,7 +25,7 @@ namespace detail {
 void CountGdiObject(GdiKind kind, int change);
 }
 
-/// Owns a GDI handle, or none, and deletes it at its end.
+/// Owns a GDI handle, or none; the destructor deletes the object.
 template <typename Handle, GdiKind Kind>
 class GdiOwner {
   public:
@@ -74,7 +74,7 @@ using Bitmap = GdiOwner<HBITMAP, GdiKind::Bitmap>;
 using Region = GdiOwner<HRGN, GdiKind::Region>;
 using MemoryDc = GdiOwner<HDC, GdiKind::MemoryDc>;
 
-/// Calls BeginPaint, and EndPaint at its end. The shell font is selected. Only for WM_PAINT.
+/// Calls BeginPaint, and EndPaint in the destructor. The shell font is selected. Only for WM_PAINT.
 class PaintScope {
   public:
     explicit PaintScope(HWND painted);
@@ -92,7 +92,7 @@ class PaintScope {
     HGDIOBJ previousFont;
 };
 
-/// Gets a device context of a window's client area, and releases it at its end. The shell font is
+/// Gets a device context of a window's client area; the destructor releases it. The shell font is
 /// selected.
 class WindowDcScope {
   public:
@@ -109,7 +109,7 @@ class WindowDcScope {
     HGDIOBJ previousFont;
 };
 
-/// Selects an object, owned or stock, and selects the previous one again at its end.
+/// Selects an object, owned or stock; the destructor selects the previous one again.
 class SelectScope {
   public:
     SelectScope(HDC target, HGDIOBJ object) : dc(target), previous(::SelectObject(dc, object)) {}
@@ -124,7 +124,7 @@ class SelectScope {
     HGDIOBJ previous;
 };
 
-/// Sets the background mode (OPAQUE or TRANSPARENT), and restores the previous one at its end.
+/// Sets the background mode (OPAQUE or TRANSPARENT); the destructor restores the previous one.
 class BackgroundModeScope {
   public:
     BackgroundModeScope(HDC target, int mode) : dc(target), previous(::SetBkMode(dc, mode)) {}
@@ -137,7 +137,7 @@ class BackgroundModeScope {
     int previous;
 };
 
-/// Sets the text colour, and restores the previous one at its end.
+/// Sets the text colour; the destructor restores the previous one.
 class TextColorScope {
   public:
     TextColorScope(HDC target, COLORREF color) : dc(target), previous(::SetTextColor(dc, color)) {}

@@ -22,8 +22,8 @@ bool IsDotOrDotDot(const WIN32_FIND_DATAW& entry) {
     return name == TEXT(".") || name == TEXT("..");
 }
 
-/// Iterates over the entries of `folder` that match `pattern`; closes the search at its end. There
-/// are no entries when nothing matches or the path is too long.
+/// Iterates over the entries of `folder` that match `pattern`; the destructor closes the search.
+/// There are no entries when nothing matches or the path is too long.
 class FolderSearch {
   public:
     FolderSearch(const WCHAR* folder, const WCHAR* pattern) {

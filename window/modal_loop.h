@@ -10,11 +10,11 @@
 
 namespace lunara {
 
-// Sent to the main window around a dialog, so that it can hide the menu bar's buttons meanwhile.
+// Private messages that tell the main window when to hide and show the menu bar's buttons.
 // NOLINTBEGIN(readability-identifier-naming): spelt like the system's own messages.
-/// A dialog is about to be shown. wParam and lParam: 0. Result: 0.
+/// Sent to the main window before a dialog is shown. wParam and lParam: 0. Result: 0.
 inline constexpr UINT WM_ENTERDIALOG = WM_USER + 3;
-/// The dialog has ended. wParam and lParam: 0. Result: 0.
+/// Sent to the main window after a dialog has ended. wParam and lParam: 0. Result: 0.
 inline constexpr UINT WM_EXITDIALOG = WM_USER + 4;
 // NOLINTEND(readability-identifier-naming)
 

@@ -11,12 +11,13 @@ namespace lunara {
 
 class DataExchange;
 
-// Posted by a dialog to its own window and taken out of the queue by the message loop that runs the
-// dialog (`RunDialog`); no window procedure handles them.
+// Private messages between a modeless dialog and the message loop that runs it (`RunDialog`).
 // NOLINTBEGIN(readability-identifier-naming): spelt like the system's own messages.
-/// The user accepts the values. wParam and lParam: 0. Posted, so there is no result.
+/// Posted by a dialog to its own window when the user accepts the values (OK, "Add"). wParam and
+/// lParam: 0. No result: the message loop takes it out of the queue and does not dispatch it.
 inline constexpr UINT WM_DIALOG_OK = 0x8001;
-/// The user cancels or closes the dialog. wParam and lParam: 0. Posted, so there is no result.
+/// Posted by a dialog to its own window when the user cancels or closes it. wParam and lParam: 0.
+/// No result: the message loop takes it out of the queue and does not dispatch it.
 inline constexpr UINT WM_DIALOG_CANCEL = 0x8002;
 // NOLINTEND(readability-identifier-naming)
 
@@ -34,7 +35,7 @@ struct CurrentMessage {
 };
 const CurrentMessage& GetCurrentMessage();
 
-/// The window procedure of the framework's class and of every subclassed window.
+/// The window procedure of the framework's class and of every window that `Window::Subclass` took.
 LRESULT CALLBACK FrameworkWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 /// Sets the window class of `parameters` to `className` unless they name one already, and registers

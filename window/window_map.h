@@ -2,7 +2,7 @@
 
 // The map from window handles to window objects. It is searched on every message: a sorted array
 // with binary search, sorted lazily at the first lookup after an insertion. It does not own the
-// objects. One map per process exists while at least one window is bound.
+// objects. The process has one map while at least one window is bound, and none otherwise.
 
 #include <cstdint>
 

@@ -76,8 +76,8 @@ BOOL SHSipPreference(HWND window, SIPSTATE state);
 
 // ---- Menu bar ----
 
-/// Sent to a menu bar: sets the tool tips of its buttons. wParam: number of texts; lParam: array of
-/// that many texts in the order of the buttons, which are copied; a null text means none. Result:
+/// Sent to a menu bar to set the tool tips of its buttons. wParam: number of texts. lParam: array
+/// of that many texts in the order of the buttons; a null text means none. They are copied. Result:
 /// 0.
 inline constexpr UINT TB_SETTOOLTIPS_DEVICE = 0x451;
 

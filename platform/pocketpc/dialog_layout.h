@@ -13,7 +13,7 @@ inline constexpr int SheetMarginPx = 12;  // around the sheet, on every side
 inline constexpr double MostSheetScale = 1.5;
 inline constexpr double LeastSheetScale = 0.5;
 
-/// How a sheet lies in its dialog.
+/// Scale and position of a sheet in its dialog.
 struct SheetLayout {
     double scale;  // [LeastSheetScale, MostSheetScale]
     POINT origin;  // top left corner of the sheet in the dialog's client area

@@ -23,7 +23,7 @@
 
 // NOLINTBEGIN(readability-identifier-naming): this is the shell's own spelling.
 
-/// Sent to a menu bar: asks for the pop-up menu of a drop-down button. wParam: 0. lParam: the
+/// Sent to a menu bar to get the pop-up menu of a drop-down button. wParam: 0. lParam: the
 /// button's command id. Result: the HMENU, which the bar owns; null for any other id.
 inline constexpr UINT SHCMBM_GETSUBMENU = WM_USER + 401;
 

@@ -4,12 +4,13 @@
 
 namespace {
 
-/// The search of WindowInFront: for a window whose root owner is `root`.
+/// Parameter of TakeEnabledPopup: a search for a visible, enabled window with root owner `root`.
 struct Search {
     HWND root;
     HWND found;
 };
 
+/// EnumWindows callback; stops at the first match.
 BOOL CALLBACK TakeEnabledPopup(HWND window, LPARAM parameter) {
     auto& search = *reinterpret_cast<Search*>(parameter);
     if (::GetAncestor(window, GA_ROOTOWNER) != search.root || ::IsWindowVisible(window) == FALSE ||

@@ -11,7 +11,7 @@ namespace {
 constexpr DWORD FrameStyle =
     WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME | WS_CLIPCHILDREN;
 
-constexpr UINT_PTR IconTimerId = 0x49434F;  // unlike any timer id of the window itself
+constexpr UINT_PTR IconTimerId = 0x49434F;  // differs from the window's own timer ids
 
 HINSTANCE iconModule = nullptr;
 UINT icon = 0;

@@ -175,7 +175,7 @@ BOOL RemoveDirectoryW(LPCWSTR path);
 /// Changes nothing. Succeeds when the file exists.
 BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes);
 /// Starts a search for folder\pattern. The pattern is "*.*" (every entry, "." and ".." included) or
-/// '*' followed by the end of the name, compared exactly. Names that are not UTF-8 are skipped.
+/// '*' followed by the end of the name, case-sensitive. Names that are not UTF-8 are skipped.
 /// Files have FILE_ATTRIBUTE_ARCHIVE. INVALID_HANDLE_VALUE with ERROR_FILE_NOT_FOUND when nothing
 /// matches.
 HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* entry);
