@@ -16,16 +16,19 @@ bool IsEmpty(const UserData& data) {
            data.noteFlags.Count() == 0 && data.notePages.Count() == 0;
 }
 
-/// Saves before the copies are made. False when it needs the password and she did not give it.
+/// Saves unsaved entries before a backup copies the files. Returns false, and the backup must not
+/// be made, when the password is needed for that and the user does not enter it. A failed save that
+/// the user gives up does not stop the backup.
 bool SaveFirst(Window& main, SignedInUser user) {
     if (user.data.IsDirty() && EnsurePassword(main, user) == 0) {
         return false;
     }
     if (!user.password.IsHeld()) {
-        return true;  // and nothing to save
+        return true;  // the password is wiped and nothing is unsaved
     }
-    // Entries that are not on disk yet never would be without the password. And with no file on
-    // disk, any other password would later be taken for hers.
+    // Wipe the password once everything is on disk. After a failed save it stays: the unsaved
+    // entries still need it. It stays for an empty diary too: no file exists to check a password
+    // against, so EnsurePassword would accept any.
     if (SaveWithHeldPassword(user) != 0 && !IsEmpty(user.data)) {
         user.password.Wipe();
     }
@@ -62,20 +65,21 @@ int Restore(Window& main, SignedInUser user) {
         return 0;
     }
     const RestoreResult result = RestoreFiles(user.userName, dialog.backupName.data());
-    // Only now, with every file in its place: anything can happen while a box stands.
+    // Show the boxes only now that every file is in place: while a box is up, the session may end.
     for (const WideString& path : result.filesLeft) {
         ShowFileStays(path);
     }
     if (!result.isRestored) {
         if (IsRestoreCutOff(user.userName)) {
-            // Of her diary, only what is in memory is sure to be whole.
+            // The user's folder may lack files; only the diary in memory is complete. A later save
+            // must write all of it.
             user.data.MarkAllDirty();
             ShowRestoreCutOff(nullptr);
         }
         return 0;
     }
-    // What is in memory belongs to the files that were just replaced: it must not be saved over
-    // them, however this ends.
+    // The diary in memory belongs to the files that were just replaced. Unload it, so that it is
+    // never saved over the restored ones, whether the sign-in succeeds or not.
     user.data.Unload();
     if (Login(main, user) != 0) {
         return 1;

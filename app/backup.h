@@ -1,18 +1,20 @@
 #pragma once
 
-// The commands "Backup" and "Restore".
+// The commands "Backup" and "Restore": dialogs and messages around storage/backup_files.h.
 
 #include "app/sign_in.h"
 
 namespace lunara {
 
-/// Asks for a name, saves what is unsaved if she wants, and copies her files. Afterwards, when it
-/// saved, the password is not held any more: `EnsurePassword` asks for it when it is needed next.
+/// Asks for a backup name, saves unsaved entries if the user wants that, copies the user's files,
+/// and reports the result in a message box. Saving wipes the held password (unless the save failed
+/// or the diary is empty); `EnsurePassword` asks for it when it is needed next.
 void Backup(Window& main, SignedInUser user);
 
-/// Asks for a backup, puts it in place and signs in anew. Returns 1 when another diary is loaded,
-/// which the views have to show; 0 when nothing changed. When the sign-in was given up the diary is
-/// unloaded and the program asked to end.
+/// Asks for a backup, replaces the user's files by it, and signs in again. Returns 1 when the
+/// restored diary is loaded and the views must show it. Returns 0 when the user declined or the
+/// restore failed, with the diary in memory unchanged; also when the user gave up the sign-in, with
+/// the diary unloaded and WM_QUIT posted.
 int Restore(Window& main, SignedInUser user);
 
 }  // namespace lunara

@@ -1,7 +1,7 @@
 #pragma once
 
-// The main window's commands, each standing here once: what it does, and which view offers it as a
-// button.
+// The table of the main window's commands. Menu, menu-bar buttons and accelerators all use it, so
+// that each command is described once.
 
 #include <span>
 
@@ -10,14 +10,16 @@
 
 namespace lunara {
 
+/// A command: its id, its handler, and the views that offer it as a button.
 struct Command {
     UINT id = 0;
     void (MainWindow::*run)() = nullptr;
-    /// For the commands that have a button: the show flag that it stands for, 0 where the view does
-    /// not offer it.
+    /// The show flag that the command's button toggles, in the diary view and in the graph view. 0:
+    /// that view does not offer the button.
     std::uint32_t diaryFlag = 0;
     std::uint32_t graphFlag = 0;
 
+    /// The flag for `view`, ViewDiary or ViewGraph; 0 for any other value.
     constexpr std::uint32_t FlagIn(DWORD view) const {
         return view == ViewDiary ? diaryFlag : view == ViewGraph ? graphFlag : 0;
     }
@@ -26,7 +28,7 @@ struct Command {
 
 struct CommandTable {
     static constexpr Command Entries[] = {
-        {IDOK, &MainWindow::Exit},  // Ctrl+Q
+        {IDOK, &MainWindow::Exit},  // sent by the accelerator Ctrl+Q
         {IDM_EXIT, &MainWindow::Exit},
         {IDM_ABOUT, &MainWindow::About},
         {IDM_VIEW_DIARY, &MainWindow::ViewDiaryCommand},
@@ -44,7 +46,7 @@ struct CommandTable {
         {IDM_HELP, &MainWindow::Help},
     };
 
-    /// Null for a command that the program does not have.
+    /// The command with that id; null when there is none.
     static constexpr const Command* Find(UINT id) {
         for (const Command& command : Entries) {
             if (command.id == id) {

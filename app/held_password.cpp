@@ -12,7 +12,7 @@ namespace {
 static_assert(HeldPassword::MaskedWords * sizeof(std::uint32_t) <=
               HeldPassword::Capacity * sizeof(WCHAR));
 
-/// Replaces each masked word of the text by what `change` makes of it.
+/// Replaces each of the MaskedWords 32-bit words at the start of `text` by `change`(word).
 template <typename Change>
 void ChangeWords(WCHAR* text, Change change) {
     for (int i = 0; i < HeldPassword::MaskedWords; ++i) {

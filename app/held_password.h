@@ -1,10 +1,10 @@
 #pragma once
 
-// The signed-in user's password while the program runs. It is in clear only between `Unmask` and
-// the following `Mask` or `Wipe`.
+// The signed-in user's password while the program runs. It is kept XORed with a random mask, and is
+// in clear only from `Set` or `Unmask` to the next `Mask` or `Wipe`.
 //
-// Masked and wiped are the first 16 characters only; the rest of a longer password stays in clear.
-// That looks like a slip, but it is what the mask covers on purpose: do not extend it to all 32.
+// `Mask` and `Wipe` cover the first 16 characters only; the rest of a longer password stays in
+// clear. That is deliberate: do not extend them to all 32.
 
 #include <array>
 #include <cstdint>
@@ -15,33 +15,37 @@ namespace lunara {
 
 class HeldPassword {
   public:
-    static constexpr int Capacity = 32;  // UTF-16 units with the terminator
-    static constexpr int MaskedWords = 8;
+    static constexpr int Capacity = 32;    // UTF-16 units, terminator included
+    static constexpr int MaskedWords = 8;  // 32-bit words, 16 UTF-16 units
 
+    /// Starts wiped, with no password held.
     HeldPassword() { Wipe(); }
     HeldPassword(const HeldPassword&) = delete;
     HeldPassword& operator=(const HeldPassword&) = delete;
     ~HeldPassword() = default;
 
-    /// Overwrites the masked part with random words, each a fresh one, and clears the mask. No
-    /// password is held then.
+    /// Forgets the password: overwrites each of the MaskedWords words with a fresh random one and
+    /// sets the mask to 0.
     void Wipe();
-    /// Picks a new mask and lays it over the text. To be called on a text in clear.
+    /// Picks a new random mask and XORs the text with it. Precondition: the text is in clear;
+    /// masked a second time, it could never be unmasked.
     void Mask();
-    /// Lays the mask over the text once more. The mask is kept, so a second call undoes the first.
+    /// XORs the text with the current mask, which puts a masked text in clear. The mask is kept and
+    /// nothing tracks the state: called on a text in clear, it masks the text again.
     void Unmask();
 
-    /// Stores a text in clear, cut to 31 characters. It is held until the next `Wipe`.
+    /// Stores `password` in clear, cut to 31 characters, and marks it held until the next `Wipe`.
     void Set(const WCHAR* password);
-    /// Whether there is a password to unmask. After a wipe there is only noise, with which nothing
-    /// must be enciphered.
+    /// Whether a password was set since the last `Wipe`. If not, the text is random noise and must
+    /// not be used to encipher anything.
     bool IsHeld() const { return held; }
-    /// Whether the text in clear is `password`, unit by unit.
+    /// Whether the text equals `password`, unit by unit. Precondition: the text is in clear.
     bool Equals(const WCHAR* password) const;
 
-    /// The text as it is now, in clear or masked (then perhaps without a terminator in the first
-    /// half; the last unit is always zero).
+    /// The text as it is stored now, in clear or masked. A masked text may lack its terminator in
+    /// the first 16 units; the last unit is always 0.
     const WCHAR* Text() const { return text.data(); }
+    /// The mask of the last `Mask`; 0 after `Wipe`.
     std::uint32_t CurrentMask() const { return mask; }
 
   private:

@@ -18,7 +18,8 @@ void StartHelp(const WCHAR* anchor) {
         currentRecorder->Start(HelpViewer, anchor);
         return;
     }
-    std::array<WCHAR, PathCapacity> commandLine{};  // the system may write into it
+    // A copy, because CreateProcessW may modify the command line.
+    std::array<WCHAR, PathCapacity> commandLine{};
     CopyText(commandLine.data(), commandLine.size(), anchor);
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);

@@ -32,10 +32,11 @@ constexpr WCHAR LastUserValue[] = TEXT("LastUser");
 constexpr WCHAR HelpAnchor[] = TEXT("Lunara.htm#Lunara_help");
 constexpr int TitleCapacity = 128;
 
-/// The view covers the other one wholly. To hide that one saves drawing it whenever it changes.
+/// Brings `view` to the top and hides `other`. The views cover each other completely, but a covered
+/// view would still be painted at every change.
 void BringUp(HWND view, HWND other) {
     ::BringWindowToTop(view);
-    // What is to be erased is erased when it is painted, and not once more by itself.
+    // SWP_DEFERERASE erases the background together with painting, not in a step of its own.
     ::SetWindowPos(
         view, nullptr, 0, 0, 0, 0,
         SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_DEFERERASE);
@@ -78,13 +79,13 @@ int MainWindow::PreCreateWindow(CREATESTRUCTW& parameters) {
 
 LRESULT MainWindow::OnCreate() {
     if (!SetUp()) {
-        // Not every system tells the children of a window that refuses its creation, and the bar's
-        // object must be free for the next try.
+        // Not every system sends WM_DESTROY to the children of a window that fails WM_CREATE. The
+        // bar must be detached from its object, or the next CreateMain of this object fails.
         ::DestroyWindow(menuBar.Handle());
         return -1;
     }
-    // Neither branch touches `currentView`: a stray value shows the graph, and is kept and written
-    // back until the user chooses a view.
+    // Neither branch sets `currentView`. A value from the registry that is neither view shows the
+    // graph, and is written back unchanged unless the user chooses a view. Deliberate.
     if (currentView == ViewDiary) {
         graphView.SetCurrentDate(diaryView.GetCurrentDate());
         ShowDiaryView();
@@ -108,7 +109,7 @@ bool MainWindow::SetUp() {
 }
 
 void MainWindow::OnDestroy() {
-    // Warnings that nobody will show any more.
+    // Free the texts of posted warnings that will never be dispatched.
     MSG message{};
     while (::PeekMessageW(&message, Handle(), WM_PREDICTION_WARNING, WM_PREDICTION_WARNING,
                           PM_REMOVE) != FALSE) {
@@ -126,15 +127,15 @@ void MainWindow::OnDestroy() {
 }
 
 void MainWindow::SaveAtEnd() {
-    // Without it there is nothing to save, or she chose to leave without (see MayEnd).
+    // Without a held password nothing is unsaved, or the user chose not to save (see MayEnd).
     if (password.IsHeld()) {
         SaveWithHeldPassword(User());
     }
 }
 
 bool MainWindow::MayEnd() {
-    // A backup that saved first has wiped the password. What was entered since must not be
-    // enciphered with the noise that is left of it.
+    // Ask for the password if a backup wiped it and entries were made since: they must not be
+    // enciphered with the random noise that a wiped password holds.
     if (!data.IsLoaded() || !data.IsDirty() || EnsurePassword(*this, User()) != 0) {
         return true;
     }
@@ -150,12 +151,13 @@ bool MainWindow::OnClose() {
     return !MayEnd();
 }
 
-/// The message loop ends, and with it the sign-in that runs in it and what waits for that. To
-/// destroy the window would leave the loop without anything that could end it.
+/// Ends the program while the sign-in is up. WM_QUIT ends the sign-in's message loop, after it each
+/// outer loop. Destroying the window instead would leave the sign-in's loop without a message that
+/// ends it.
 void MainWindow::EndSignIn() { ::PostQuitMessage(0); }
 
 bool MainWindow::OnQueryEndSession() {
-    // The time to ask: at the end itself nobody may be there to answer.
+    // Ask for the password now: at WM_ENDSESSION the user may be gone.
     askedAtSessionEnd = true;
     return !data.IsLoaded() || MayEnd();
 }
@@ -170,7 +172,7 @@ void MainWindow::OnEndSession(bool ending) {
         return;
     }
     if (!asked) {
-        MayEnd();  // the session ends whatever the answer
+        MayEnd();  // the session ends whatever the user answers
     }
     ::DestroyWindow(Handle());
 }
@@ -178,7 +180,9 @@ void MainWindow::OnEndSession(bool ending) {
 void MainWindow::ReadSettings() {
     const Settings settings;
     if (!settings.IsOpen()) {
-        return;  // the diary then, while a key without the value means the graph: both are meant
+        // Two different defaults, on purpose: no key shows the diary, a key without the value shows
+        // the graph.
+        return;
     }
     DWORD view = ViewGraph;
     settings.ReadDword(CurrentViewValue, view);
@@ -241,8 +245,8 @@ void MainWindow::OnHelp(WPARAM wParam, LPARAM lParam) {
 }
 
 void MainWindow::OnTimer(UINT_PTR timer) {
-    // The start date stays what it was: once the day has changed, this is done every minute. The
-    // prediction then costs nothing unless yet another day has begun.
+    // `startDate` is never moved forward: from the first midnight on, the views are refreshed every
+    // minute. UpdatePrediction returns at once unless the day or a record has changed.
     if (timer == DayTimerId && DaysBetween(LocalNow(), startDate) != 0) {
         UpdatePrediction(data, 0);
         RefreshViews();
@@ -324,7 +328,7 @@ void MainWindow::HistoryCommand() {
             const DWORD error = ::GetLastError();
             ShowMessage(dialog.Handle(), error, CaptionWarning, MB_ICONEXCLAMATION);
         }
-        return false;  // open for further periods
+        return false;  // keeps the dialog open for further periods
     };
     RunDialog(*this, dialog, IDD_HISTORY, add, [this] {
         UpdatePrediction(data, 1);
@@ -362,8 +366,8 @@ RECT MainWindow::ViewArea() const {
 }
 
 bool MainWindow::CreateViews() {
-    // The views lie over each other: each must leave the other's pixels alone. The one that is to
-    // be on top comes up when it is complete, so that nothing is drawn before.
+    // WS_CLIPSIBLINGS, because both views fill the same area. No WS_VISIBLE: BringUp shows one of
+    // them when both are complete, so that nothing is painted before that.
     constexpr DWORD Style = WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN;
     const RECT area = ViewArea();
     const int width = area.right - area.left;
@@ -393,7 +397,8 @@ void MainWindow::ShowGraphView() {
 void MainWindow::ToggleInDiary(UINT command, std::uint32_t (DiaryView::*setter)(bool)) {
     const std::uint32_t flag = CommandTable::Find(command)->diaryFlag;
     (diaryView.*setter)((diaryView.GetShowFlags() & flag) == 0);
-    // A tapped button has changed already, whatever the view said: a refused change is undone here.
+    // The toolbar has toggled the tapped button already. Set it to what the view really shows,
+    // because the view may have refused the change.
     CheckButton(command, (diaryView.GetShowFlags() & flag) != 0);
 }
 
@@ -472,7 +477,7 @@ bool MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* 
             }
             break;
         default:
-            // No constant: the system gives registered messages their numbers.
+            // The number of a registered message is not a constant, so it cannot be a case label.
             if (message != LiveGdiObjectsQuery()) {
                 return false;
             }

@@ -1,7 +1,7 @@
 #pragma once
 
-// The program's one top-level window: menu bar, the two views, sign-in at its creation and the
-// saving of the diary at its end.
+// The program's one top-level window. It holds the menu bar and the two views, signs the user in
+// when it is created, and saves the diary when it is destroyed.
 
 #include "app/held_password.h"
 #include "app/sign_in.h"
@@ -14,17 +14,17 @@
 
 namespace lunara {
 
-/// Values of the setting "CurrentView".
+/// The two views, as stored in the setting "CurrentView".
 inline constexpr DWORD ViewDiary = 3000;
 inline constexpr DWORD ViewGraph = 3001;
 
-/// Posted to the main window. wParam: style flags of a message box; lParam: a text allocated with
-/// new[], freed by the receiver. Result 0.
+/// Posted to the main window to show a warning of the prediction. wParam: MB_ flags of the message
+/// box. lParam: the text, a WCHAR array allocated with new[] that the receiver frees. Result: 0.
 inline constexpr UINT WM_PREDICTION_WARNING = WM_USER + 2;
 
-/// Registered message, sent to the main window from outside: tests ask how many drawing objects are
-/// alive, which the system cannot tell everywhere. Result: their number plus 1, so that no answer
-/// at all is not taken for none.
+/// Name of a registered message with which another process asks the main window for its number of
+/// live GDI objects, for tests; Wine does not report it. wParam and lParam are ignored. Result: the
+/// number plus 1, so that 0 means "no answer".
 inline constexpr WCHAR LiveGdiObjectsMessage[] = TEXT("Lunara_LiveGdiObjects");
 
 inline constexpr UINT_PTR DayTimerId = 1;
@@ -40,7 +40,8 @@ class MainWindow : public Window,
     MainWindow& operator=(const MainWindow&) = delete;
     ~MainWindow() override;
 
-    /// A window without a parent, of the style and size of the desktop's top-level windows.
+    /// Creates the window and signs the user in. Returns 1; 0 when the window could not be created
+    /// or the user gave up the sign-in, after which this object can be created again.
     int CreateMain();
 
     int PreCreateWindow(CREATESTRUCTW& parameters) override;
@@ -66,15 +67,16 @@ class MainWindow : public Window,
     void OnSize();
     void OnHelp(WPARAM wParam, LPARAM lParam);
     void OnTimer(UINT_PTR timer);
-    /// Whether WM_CLOSE is dealt with; if not, the window is destroyed.
+    /// Returns true when WM_CLOSE is handled; false lets the default procedure destroy the window.
     bool OnClose();
     bool OnQueryEndSession();
     void OnEndSession(bool ending);
     static void EndSignIn();
-    /// Whether the program may end now. Asks for the password when it is needed for saving and not
-    /// held, and, if she does not give it, whether to leave without saving.
+    /// Whether the program may end now. Asks for the password when there are unsaved entries and it
+    /// is not held; if the user does not enter it, asks whether to leave without saving.
     bool MayEnd();
-    /// Saves what is dirty; as long as that fails, says why and asks whether to try again.
+    /// Saves unsaved entries if the password is held. After a failure it says why and asks the user
+    /// whether to try again.
     void SaveAtEnd();
     bool OnCommand(UINT id);
 
@@ -97,8 +99,9 @@ class MainWindow : public Window,
 
     // Views
     bool CreateViews();
-    /// They show a new prediction.
+    /// Repaints both views with the current prediction.
     void RefreshViews();
+    /// The client area above the menu bar.
     RECT ViewArea() const;
     void ShowDiaryView();
     void ShowGraphView();
@@ -112,7 +115,8 @@ class MainWindow : public Window,
     void CheckOption(UINT command, bool checked);
     void EnableOption(UINT command, bool enabled);
     void CheckView(UINT shown, UINT other);
-    /// Sets up all six buttons and Options items for a view that shows what `flags` say.
+    /// Sets up all six buttons and Options items for `view` with the show flags `flags`. Buttons
+    /// that the view does not offer are hidden.
     void SetUpButtons(DWORD view, std::uint32_t flags);
     void CheckButton(UINT command, bool checked);
     void ChangeButtonState(UINT command, BYTE clear, BYTE set);
@@ -126,7 +130,7 @@ class MainWindow : public Window,
 
     SignedInUser User() { return {data, userName, password}; }
 
-    /// Hides the bar's buttons while a dialog is up (WM_ENTERDIALOG), and shows them again.
+    /// Hide and show the buttons of the current view, at WM_ENTERDIALOG and WM_EXITDIALOG.
     void HideButtons();
     void ShowButtons();
 
@@ -136,7 +140,7 @@ class MainWindow : public Window,
     void PeriodShownChanged(bool shown) override;
     void OvulationShownChanged(bool shown) override;
     void PregnancyShownChanged(bool shown) override;
-    void HelpRequested(const WCHAR* anchor) override;  // of both listeners
+    void HelpRequested(const WCHAR* anchor) override;  // of GraphListener, too
 
     // GraphListener
     void BleedingGraphSelected() override;
@@ -147,14 +151,14 @@ class MainWindow : public Window,
 
     DWORD currentView = ViewDiary;
     Window menuBar;
-    UserData data;  // before the views, which watch it
+    UserData data;  // declared before the views: they observe it until they are destroyed
     GraphView graphView;
     DiaryView diaryView;
     WCHAR userName[NameCapacity] = {};
     HeldPassword password;
-    bool askedAtSessionEnd = false;  // whether the session may end
+    bool askedAtSessionEnd = false;  // MayEnd has run at WM_QUERYENDSESSION
     SHACTIVATEINFO activation{};
-    const SYSTEMTIME startDate;  // never moved forward: see OnTimer
+    const SYSTEMTIME startDate;  // when this object was created; see OnTimer
 };
 
 }  // namespace lunara

@@ -1,4 +1,4 @@
-// The main window's menu and menu bar.
+// MainWindow: menu and menu bar, and the buttons that follow what the views show.
 
 #include "app/commands.h"
 #include "app/help.h"
@@ -33,8 +33,8 @@ bool MainWindow::CreateBar() {
     info.nToolBarId = IDR_MENU_BAR;
     info.hInstRes = AppInstance();
     info.nBmpId = IDB_MENU_BAR;
-    // One less than the bitmap holds and the buttons use. The bar takes the count from the bitmap
-    // itself, so that all six show.
+    // ImageCount is one less than the six images in the bitmap, which all have a button. It has no
+    // effect: the bar takes the number from the bitmap.
     info.cBmpImages = ImageCount;
     if (SHCreateMenuBar(&info) == FALSE || menuBar.Subclass(info.hwndMB) == 0) {
         return false;
@@ -50,9 +50,9 @@ HMENU MainWindow::ToolsMenu() const {
         ::SendMessageW(menuBar.Handle(), SHCMBM_GETSUBMENU, 0, IDM_TOOLS));
 }
 
-/// Position 7 of "Tools" holds no pop-up, so this is null and nothing that is done to the Options
-/// items takes effect: they stay enabled and unchecked, and only the buttons show the flags. Meant
-/// that way; do not look the pop-up up where it is.
+/// Always null: position 7 of the Tools menu is not a pop-up. Every change of an Options item is
+/// therefore without effect: the items stay enabled and unchecked, and only the buttons show the
+/// flags. Deliberate; do not look up the real position of the pop-up.
 HMENU MainWindow::OptionsMenu() const { return ::GetSubMenu(ToolsMenu(), OptionsPosition); }
 
 void MainWindow::CheckOption(UINT command, bool checked) {

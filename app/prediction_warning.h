@@ -1,17 +1,18 @@
 #pragma once
 
-// The prediction's warnings on the screen, at most one box an hour.
+// Message boxes with the prediction's warnings, throttled to one an hour.
 
 #include "diary/prediction_state.h"
 
 namespace lunara {
 
-/// Shows the text (allocated with new[]; may be null) in a box of its own, captioned "Warning",
-/// with `flags` and the exclamation mark, unless one was shown within the last hour. Frees the text
-/// in any case.
+/// Shows `text` in a message box captioned "Warning" with MB_ `flags` and an exclamation mark,
+/// unless a warning was shown within the last hour. Takes ownership of `text`, which was allocated
+/// with new[], and frees it whether shown or not; null shows nothing.
 void ShowPredictionWarning(CyclePredictor& state, WCHAR* text, UINT flags);
 
-/// The same with the text of string 50001.
+/// Shows string 50001 (too little data for a prediction) in a message box captioned "Warning" with
+/// MB_ `flags` and an exclamation mark, unless a warning was shown within the last hour.
 void ShowInsufficientDataWarning(CyclePredictor& state, UINT flags);
 
 }  // namespace lunara

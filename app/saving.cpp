@@ -9,6 +9,8 @@ namespace {
 
 constexpr int FailureTextCapacity = 1024;
 
+/// Shows which file could not be saved and the system's text for `error`. Returns whether the user
+/// wants to try again.
 bool AskForRetry(const WideString& path, DWORD error) {
     MessageText text(FailureTextCapacity);
     text.FormatSystem(&MessageText::Set, error);
@@ -19,16 +21,20 @@ bool AskForRetry(const WideString& path, DWORD error) {
            IDRETRY;
 }
 
-/// Where a restore that was cut off may still move files, nothing is saved before it is ended.
+/// Ends an interrupted restore, because nothing may be saved while one could still move files into
+/// the user's folder. Returns false when a file cannot be moved yet, with the folder in
+/// `failedPath`.
 bool EndRestore(const WCHAR* userName, WideString& failedPath) {
     if (!IsRestoreCutOff(userName) || RecoverInterruptedRestore(userName) != 0) {
         return true;
     }
     failedPath = DataFolderOfUser(userName);
-    ::SetLastError(ERROR_SHARING_VIOLATION);  // whatever it was that kept a file from being moved
+    // The real reason is lost by now; an open file is the usual one.
+    ::SetLastError(ERROR_SHARING_VIOLATION);
     return false;
 }
 
+/// Saves once. Returns false with the path in `failedPath` and the reason in the last error.
 bool Save(SignedInUser user, WideString& failedPath) {
     if (!EndRestore(user.userName, failedPath)) {
         return false;

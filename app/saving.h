@@ -1,14 +1,14 @@
 #pragma once
 
-// Saving the diary with the held password, as a backup and the end of the program do.
+// Saving the diary with the held password: before a backup and at the end of the program.
 
 #include "app/sign_in.h"
 
 namespace lunara {
 
-/// Saves what is dirty. As long as that fails, says which file and why, and asks whether to try
-/// again; so, too, while a restore that was cut off cannot be ended, which comes first. 1, or 0
-/// when she gave up. The password has to be held, and is masked afterwards.
+/// Ends an interrupted restore, if there is one, and saves every dirty collection. When either
+/// fails, a message box names the file and the reason and offers to try again. Returns 1, or 0 when
+/// the user gives up. Precondition: the password is held and masked; it is masked again afterwards.
 int SaveWithHeldPassword(SignedInUser user);
 
 }  // namespace lunara

@@ -11,7 +11,8 @@
 namespace lunara {
 namespace {
 
-/// One try with what the dialog holds. On failure says why and asks for the password again.
+/// Loads the diary with the name and password in `dialog`. On failure says why, clears the password
+/// field and focuses it.
 bool TryToLoad(LoginDialog& dialog, UserData& data) {
     if (RecoverInterruptedRestore(dialog.userName) == 0) {
         ShowRestoreCutOff(dialog.Handle());
@@ -23,7 +24,8 @@ bool TryToLoad(LoginDialog& dialog, UserData& data) {
         return true;
     }
     if (error == 0) {
-        // A file that ends inside its header leaves no error, and OK would seem to do nothing.
+        // A file that ends inside its header fails with error 0, which has no text. Report it as
+        // corrupt, so that OK does not seem to do nothing.
         error = DataFileCorrupt;
     }
     ShowMessage(dialog.Handle(), error, CaptionWarning, MB_ICONEXCLAMATION);
@@ -32,7 +34,8 @@ bool TryToLoad(LoginDialog& dialog, UserData& data) {
     return false;
 }
 
-/// Whether the old password was typed right; if not, says so and asks for it again.
+/// Whether the old password in `dialog` is the held one. If not, says so, clears the field and
+/// focuses it.
 bool CheckOldPassword(ChangePasswordDialog& dialog, HeldPassword& password) {
     password.Unmask();
     const bool equal = password.Equals(dialog.oldPassword);
@@ -47,6 +50,7 @@ bool CheckOldPassword(ChangePasswordDialog& dialog, HeldPassword& password) {
     return false;
 }
 
+/// Replaces the held password, and leaves it masked.
 void KeepPassword(HeldPassword& held, const WCHAR* password) {
     held.Wipe();
     held.Set(password);
@@ -76,8 +80,8 @@ int EnsurePassword(Window& main, SignedInUser user) {
     LoginDialog dialog(&main);
     dialog.nameIsFixed = true;
     CopyText(dialog.userName, NameCapacity, user.userName);
-    // What is on disk tells whether the password is the right one; what is in memory stays as it
-    // is.
+    // The password is right if it opens the files on disk. Load them into a data set of their own,
+    // because the one in memory may have unsaved entries.
     const auto opens = [&dialog] {
         UserData onDisk;
         return TryToLoad(dialog, onDisk);

@@ -1,4 +1,4 @@
-// The program's entry.
+// The program's entry point: a single instance, the main window, the message loop.
 
 #include <memory>
 
@@ -11,7 +11,7 @@ namespace {
 
 constexpr int TitleCapacity = 128;
 
-/// Brings a running instance forward; false when there is none.
+/// Brings the window of a running instance to the foreground; false when there is none.
 bool ShowRunningInstance() {
     WCHAR title[TitleCapacity] = {};
     ::LoadStringW(AppInstance(), IDS_APP_TITLE, title, TitleCapacity);
@@ -19,7 +19,7 @@ bool ShowRunningInstance() {
     if (running == nullptr) {
         return false;
     }
-    // The lowest bit asks for the dialogs that the window owns, too.
+    // With the lowest bit set, SHSetForegroundWindow brings the window's dialogs forward, too.
     SHSetForegroundWindow(
         reinterpret_cast<HWND>(reinterpret_cast<ULONG_PTR>(running) | ULONG_PTR{1}));
     return true;
@@ -52,6 +52,6 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, PWSTR, int showCommand) {
     }
     ::ShowWindow(main->Handle(), showCommand);
     ::UpdateWindow(main->Handle());
-    ::GdiFlush();  // to the screen, before the rest of the start goes on
+    ::GdiFlush();  // shows the first painting now, not when the drawing queue is full
     return lunara::RunMessageLoop();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-// The dialog that names a backup. Modal; ends with 1 (make it) or 2.
+// The dialog that asks for the name of a backup. Modal; ends with IDOK (make the backup) or
+// IDCANCEL.
 
 #include <array>
 
@@ -11,7 +12,7 @@ namespace lunara {
 
 class BackupDialog : public Dialog {
   public:
-    /// The name is the date stamp of the moment, the box is ticked.
+    /// Presets the name with a date stamp of the current time, and ticks "save first".
     explicit BackupDialog(Window* owner = nullptr);
 
     BOOL OnInitDialog() override;
@@ -19,8 +20,8 @@ class BackupDialog : public Dialog {
     void OnCancel() override;
     void DoDataExchange(DataExchange& exchange) override;
 
-    int saveFirst = 1;
-    std::array<WCHAR, PathCapacity> backupName{};
+    int saveFirst = 1;  // 1 (ticked) or 0: whether to save unsaved entries before the backup
+    std::array<WCHAR, PathCapacity> backupName{};  // as typed, not checked for a valid path
 };
 
 }  // namespace lunara

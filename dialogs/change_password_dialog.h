@@ -1,7 +1,8 @@
 #pragma once
 
-// The dialog that asks for the old password and twice for a new one. Posts WM_DIALOG_OK or
-// WM_DIALOG_CANCEL.
+// The dialog that asks for the old password and twice for a new one. Modeless, for `RunDialog`. It
+// posts WM_DIALOG_OK when both new passwords are equal and pass `CheckLength`, and WM_DIALOG_CANCEL
+// when it is cancelled. The caller checks the old password.
 
 #include "dialogs/password_dialog.h"
 
@@ -12,6 +13,7 @@ class ChangePasswordDialog : public PasswordDialog {
     explicit ChangePasswordDialog(Window* owner = nullptr);
     ChangePasswordDialog(const ChangePasswordDialog&) = delete;
     ChangePasswordDialog& operator=(const ChangePasswordDialog&) = delete;
+    /// Zeroes the three passwords.
     ~ChangePasswordDialog() override;
 
     void OnOK() override;

@@ -1,18 +1,19 @@
 #pragma once
 
-// Boxes about files that stay where they should not.
+// Message boxes about files that could not be deleted or moved.
 
 #include "storage/folder_files.h"
 
 namespace lunara {
 
-/// "Fail to delete file '<path>'".
+/// Shows "Fail to delete file '<path>'".
 void ShowFileStays(const WideString& path);
 
-/// One box for each file and for the folder.
+/// Shows one box for each file in `left`, then one for the folder if that could not be deleted.
 void ShowNotDeleted(const NotDeleted& left);
 
-/// Says over `owner` (null for none) that a restore was cut off and cannot be ended yet.
+/// Says that an interrupted restore cannot be completed yet, because files are in use. `owner`: the
+/// window below the box, null for none.
 void ShowRestoreCutOff(HWND owner);
 
 }  // namespace lunara

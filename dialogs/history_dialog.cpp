@@ -34,8 +34,8 @@ void HistoryDialog::SetUpSpin(int spin, int edit, int lowest, int highest) const
 }
 
 void HistoryDialog::OnOK() {
-    // Comes back with the next accepted change: the same period cannot be added twice by two taps.
-    // The focus must not stay on a button that is out of action.
+    // Disable "Add" until the next accepted change (AllowAdding), so that a double tap does not add
+    // the same period twice. Move the focus first: a disabled button must not keep it.
     ::SetFocus(::GetDlgItem(Handle(), IDC_START_DATE));
     ::EnableWindow(::GetDlgItem(Handle(), IDOK), FALSE);
     ::PostMessageW(Handle(), WM_DIALOG_OK, 0, 0);
@@ -60,7 +60,7 @@ int HistoryDialog::SetBleeding(std::int32_t mode, bool force) {
 
 void HistoryDialog::OnDatePicked(int picker, const SYSTEMTIME& date) {
     SYSTEMTIME day = date;
-    AddDays(date, 0, day);  // fills in the day of week, by which equal days are told
+    AddDays(date, 0, day);  // sets wDayOfWeek, which IsSameDay compares, too
     if (picker == IDC_START_DATE) {
         if (entry.SetStartDate(day, false) == 0) {
             ShowDate(picker, entry.GetStartDate());

@@ -1,8 +1,8 @@
 #pragma once
 
-// The dialog "Menstrual Period History": choosing a past period by start date, end date or length,
-// and how heavy it was. It is modeless: it posts WM_DIALOG_OK for "Add" and WM_DIALOG_CANCEL for
-// "Close" to itself, and the loop of its owner acts on them and adds the period.
+// The dialog "Menstrual Period History": enters past periods by start date, end date or length, and
+// how heavy they were. Modeless, for `RunDialog`. It posts WM_DIALOG_OK for "Add" and
+// WM_DIALOG_CANCEL for "Close" to itself; the caller of `RunDialog` adds the period.
 
 #include "diary/period_entry.h"
 #include "window/dialog.h"
@@ -16,11 +16,12 @@ class HistoryDialog : public Dialog, private PeriodRules {
     HistoryDialog& operator=(const HistoryDialog&) = delete;
     ~HistoryDialog() override = default;
 
-    /// The chosen values. May be preset before the dialog is made and changed at any time.
+    /// The chosen values. May be changed at any time, also before the dialog is created; the
+    /// controls follow, except for `PeriodEntry::SetBleeding` (use `SetBleeding` below).
     PeriodEntry& Entry() { return entry; }
 
-    /// Stores Normal or Heavy and shows it; 0 for any other value. An equal value is shown again
-    /// only with `force`.
+    /// Stores `mode`, BleedingNormal or BleedingHeavy, shows it, and enables "Add". Returns 1, or 0
+    /// for any other value. A `mode` that is stored already is shown again only if `force`.
     int SetBleeding(std::int32_t mode, bool force);
 
     BOOL OnInitDialog() override;
@@ -32,6 +33,7 @@ class HistoryDialog : public Dialog, private PeriodRules {
     void OnDatePicked(int picker, const SYSTEMTIME& date);
     void OnSpin(HWND spin);
     void ShowDate(int picker, const SYSTEMTIME& date) const;
+    /// Gives spin control `spin` the range [lowest, highest] and makes its field `edit` read-only.
     void SetUpSpin(int spin, int edit, int lowest, int highest) const;
 
     // PeriodRules

@@ -15,17 +15,18 @@ BOOL LoginDialog::OnInitDialog() {
         return result;
     }
     ::SendDlgItemMessageW(Handle(), IDC_USER_NAME, EM_SETREADONLY, TRUE, 0);
-    // Read-only alone looks like a field to type into.
+    // Disabled, too: a read-only field alone looks like one to type into.
     ::EnableWindow(::GetDlgItem(Handle(), IDC_USER_NAME), FALSE);
     ::SetFocus(::GetDlgItem(Handle(), IDC_PASSWORD));
-    return FALSE;  // the focus is where it belongs
+    return FALSE;  // the focus is set
 }
 
 void LoginDialog::OnOK() {
     UpdateData(true);
     if (userName[0] == 0) {
         Warn(TEXT("User name should not be empty"));
-        // To the password, not to the name: the panel is set up for the password then.
+        // The focus goes to the password field, not to the empty name: gaining it turns the input
+        // panel's word completion off. Deliberate.
         ::SetFocus(::GetDlgItem(Handle(), IDC_PASSWORD));
     } else if (CheckLength(password, IDC_PASSWORD)) {
         ::PostMessageW(Handle(), WM_DIALOG_OK, 0, 0);

@@ -1,6 +1,8 @@
 #pragma once
 
-// The dialog that asks for a user name and a password. Posts WM_DIALOG_OK or WM_DIALOG_CANCEL.
+// The dialog that asks for a user name and a password. Modeless, for `RunDialog`. It posts
+// WM_DIALOG_OK when the name is not empty and the password passes `CheckLength`, and
+// WM_DIALOG_CANCEL when it is cancelled. The caller tries to load the diary.
 
 #include "dialogs/password_dialog.h"
 
@@ -11,13 +13,14 @@ class LoginDialog : public PasswordDialog {
     explicit LoginDialog(Window* owner = nullptr);
     LoginDialog(const LoginDialog&) = delete;
     LoginDialog& operator=(const LoginDialog&) = delete;
+    /// Zeroes the password.
     ~LoginDialog() override;
 
     BOOL OnInitDialog() override;
     void OnOK() override;
     void DoDataExchange(DataExchange& exchange) override;
 
-    /// The name is shown, but not to be changed: only the password is asked for.
+    /// Shows the name read-only and asks for the password alone. Set before the dialog is created.
     bool nameIsFixed = false;
     WCHAR userName[NameCapacity] = TEXT("Unknown");
     WCHAR password[NameCapacity] = {};

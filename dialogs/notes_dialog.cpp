@@ -21,7 +21,7 @@ NotesDialog::NotesDialog(Window* owner) : Dialog(IDD_NOTES, owner), date(LocalNo
 
 void NotesDialog::DoDataExchange(DataExchange& exchange) {
     ExchangeText(exchange, IDC_NOTE_TEXT, text.data(), NoteTextCapacity);
-    // What cannot be stored cannot be typed.
+    // Typing stops at the longest text that a note can store.
     LimitText(exchange, text.data(), NoteTextCapacity - 1);
     ExchangeCheck(exchange, IDC_CRAMPS, cramps);
     ExchangeCheck(exchange, IDC_PMS, pms);
@@ -38,7 +38,7 @@ BOOL NotesDialog::OnInitDialog() {
 void NotesDialog::ShowDate() {
     std::array<WCHAR, 8> day{};
     FormatText(day.data(), day.size(), TEXT(" %02d"), static_cast<int>(date.wDay));
-    // "Mon Jan, 01"
+    // Such as "Mon Jan, 01".
     const WideString header = WideString(WeekdayEntry(date.wDayOfWeek), DateEntryLength)
                                   .append(MonthCommaEntry(date.wMonth), DateEntryLength)
                                   .append(day.data());
@@ -46,7 +46,7 @@ void NotesDialog::ShowDate() {
 }
 
 LRESULT NotesDialog::OnColorStatic(HDC dc, HWND control) {
-    // The dialog manager's own answer sets a text colour, too, so it comes first.
+    // Default first: the dialog manager sets a text colour, too, which must not replace ours.
     const LRESULT brush = Default();
     switch (::GetDlgCtrlID(control)) {
         case IDC_CRAMPS:

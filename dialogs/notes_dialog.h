@@ -1,7 +1,7 @@
 #pragma once
 
-// Edits the note of one day: two marks and a text. It only exchanges values with its controls; the
-// caller reads the day's note from the data set before, and stores it afterwards.
+// The dialog that edits the note of one day: two check marks and a text. It does not know the data
+// set: the caller fills in the fields before, and stores them after IDOK.
 
 #include <array>
 #include <cstdint>
@@ -11,22 +11,22 @@
 
 namespace lunara {
 
-/// UTF-16 units of a note with its terminator.
+/// Longest note text in UTF-16 units, terminator included.
 inline constexpr int NoteTextCapacity = 128;
 
 class NotesDialog : public Dialog {
   public:
-    /// For the note of today, empty.
+    /// Starts with an empty note of today.
     explicit NotesDialog(Window* owner = nullptr);
 
     BOOL OnInitDialog() override;
     void DoDataExchange(DataExchange& exchange) override;
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
-    std::int32_t cramps = 0;  // 0 or 1
-    std::int32_t pms = 0;     // 0 or 1
+    std::int32_t cramps = 0;  // 0 or 1: the check box
+    std::int32_t pms = 0;     // 0 or 1: the check box
     std::array<WCHAR, NoteTextCapacity> text{};
-    SYSTEMTIME date;
+    SYSTEMTIME date;  // the day in the heading; day of week included
 
   private:
     void ShowDate();

@@ -22,7 +22,7 @@ void SetPanelFlags(HWND dialog, DWORD flags) {
     SIPINFO info = PanelInfo();
     info.fdwFlags = flags;
     SHSipInfo(SPI_SETSIPINFO, 0, &info, 0);
-    // The panel looks at its flags only when it comes up.
+    // The input panel reads its flags only when it is raised, so lower and raise it.
     SHSipPreference(dialog, SIP_FORCEDOWN);
     SHSipPreference(dialog, SIP_UP);
 }
@@ -60,8 +60,9 @@ bool PasswordDialog::CheckLength(const WCHAR* password, int controlId) {
 }
 
 void PasswordDialog::KeepPanelFlags() {
-    // A dialog that comes up with a password field gives it the focus while it is still being set
-    // up, and once more when it is shown. The flags then are this dialog's own already.
+    // A password field that is the first control gets the focus twice: during WM_INITDIALOG and
+    // when the dialog is shown. The second time, the current flags are already those of this
+    // dialog.
     if (!completionOff) {
         panelFlags = PanelInfo().fdwFlags;
     }

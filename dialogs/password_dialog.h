@@ -1,18 +1,19 @@
 #pragma once
 
-// What the dialogs that ask for passwords share. They check what can be checked without the diary
-// and post WM_DIALOG_OK or WM_DIALOG_CANCEL; the loops of app/sign_in.h act on it.
+// Base of the dialogs that ask for passwords. They check what needs no diary (length, repetition)
+// and post WM_DIALOG_OK or WM_DIALOG_CANCEL, on which `RunDialog` in app/sign_in.cpp acts.
 
 #include "window/dialog.h"
 
 namespace lunara {
 
-/// Units of a user name or password field, terminator included.
+/// Size of a user name or password in UTF-16 units, terminator included.
 inline constexpr int NameCapacity = 32;
+/// Shortest password that is not empty, in UTF-16 units. An empty password is allowed.
 inline constexpr int LeastPasswordLength = 4;
 
-/// A dialog with password fields. Word completion of the input panel is off while one of them has
-/// the focus.
+/// A dialog with password fields. While one of them has the focus, the input panel's word
+/// completion is turned off.
 class PasswordDialog : public Dialog {
   public:
     using Dialog::Dialog;
@@ -21,21 +22,25 @@ class PasswordDialog : public Dialog {
     void OnCancel() override;
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
-    /// Loads the controls from the fields and puts the focus on a control.
+    /// Loads the controls from the fields and sets the focus to `controlId`.
     void LoadAndFocus(int controlId);
 
   protected:
+    /// Whether `controlId` is one of the dialog's password fields.
     virtual bool IsPasswordEdit(int controlId) const = 0;
+    /// Shows `text` in a message box over the dialog.
     void Warn(const WCHAR* text);
-    /// Whether the password may be used: empty or long enough. Warns if not, and goes to
-    /// `controlId`.
+    /// Returns whether `password` is empty or at least LeastPasswordLength units long. If not,
+    /// warns the user and sets the focus to `controlId`.
     bool CheckLength(const WCHAR* password, int controlId);
 
   private:
+    /// A password field has gained or lost the focus: turns word completion off or back on.
     void OnPasswordFocus(bool gained);
+    /// Saves the input panel's flags in `panelFlags` unless completion is off already.
     void KeepPanelFlags();
 
-    DWORD panelFlags = 0;  // as they were before completion was turned off
+    DWORD panelFlags = 0;  // the input panel's flags before completion was turned off
     bool completionOff = false;
 };
 

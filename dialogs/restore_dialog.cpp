@@ -15,14 +15,13 @@ RestoreDialog::RestoreDialog(WideView folder, Window* owner)
 HWND RestoreDialog::List() const { return ::GetDlgItem(Handle(), IDC_BACKUP_LIST); }
 
 void RestoreDialog::FillList() {
-    // Without a folder for backups there are none: an empty path would name the root of the drive,
-    // and its folders would be offered for deletion.
+    // An empty path would search the root of the drive, and offer its folders for deletion.
     if (backupsFolder.empty()) {
         return;
     }
     for (const WideString& name : SubFolders(backupsFolder.c_str())) {
         ::SendMessageW(List(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-        if (backupName[0] == 0) {  // the first one found, which need not be the first of the list
+        if (backupName[0] == 0) {  // preselects the first one found; the list may be sorted
             CopyText(backupName.data(), backupName.size(), name.c_str());
         }
     }

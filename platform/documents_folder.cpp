@@ -10,8 +10,8 @@ WideString& FixedFolder() {
     return folder;
 }
 
-/// A system library that is needed now and then only. To link to these two would make every start
-/// load them, and seven more behind them.
+/// A system library, loaded for the lifetime of the object. shell32 and ole32 are not linked,
+/// because every start would then load them and seven libraries that they need; backups are rare.
 class Library {
   public:
     explicit Library(const WCHAR* name) : module(::LoadLibraryW(name)) {}
@@ -23,7 +23,7 @@ class Library {
         }
     }
 
-    /// The function of that name and type; null without it.
+    /// The exported function `name`; null when the library or the function is missing.
     template <typename Function>
     Function* Find(const char* name) const {
         return module == nullptr ? nullptr

@@ -60,7 +60,7 @@ Bitmap MakePicture(LONG width, LONG height) {
     BITMAPINFO shape{};
     shape.bmiHeader.biSize = sizeof(shape.bmiHeader);
     shape.bmiHeader.biWidth = width;
-    shape.bmiHeader.biHeight = -height;  // from the top down
+    shape.bmiHeader.biHeight = -height;  // negative: top-down
     shape.bmiHeader.biPlanes = 1;
     shape.bmiHeader.biBitCount = 32;
     shape.bmiHeader.biCompression = BI_RGB;

@@ -1,10 +1,11 @@
 #pragma once
 
-// Drawing objects. Owners are move-only and delete what they own; scopes undo themselves. Declare
-// the object before the scope that selects it, so that it is never deleted while selected.
+// RAII for GDI. Owners are move-only and delete their object; scopes restore what they changed.
+// Declare the owner before the scope that selects its object, so that the object is never deleted
+// while it is selected.
 //
-// Owners are counted per kind (Wine reports no counts of its own); every UI test ends by asserting
-// that none is left over.
+// Live owners are counted per kind, because Wine reports no GDI counts. Every UI test ends by
+// asserting that none is left.
 
 #include <utility>
 
@@ -12,17 +13,19 @@
 
 namespace lunara {
 
+/// Kinds of owned objects; `Count` is their number.
 enum class GdiKind { Font, Brush, Pen, Bitmap, Region, MemoryDc, Count };
 
-/// Live owners of that kind, and of all kinds together.
+/// The number of live owners of one kind.
 int LiveGdiObjects(GdiKind kind);
+/// The number of live owners of all kinds.
 int LiveGdiObjects();
 
 namespace detail {
 void CountGdiObject(GdiKind kind, int change);
 }
 
-/// Owns a handle of the given kind, or none.
+/// Owns a GDI handle, or none; the destructor deletes the object.
 template <typename Handle, GdiKind Kind>
 class GdiOwner {
   public:
@@ -47,6 +50,7 @@ class GdiOwner {
     Handle Get() const { return handle; }
     explicit operator bool() const { return handle != nullptr; }
 
+    /// Deletes the object, if there is one; the owner is empty afterwards.
     void Reset() {
         if (handle != nullptr) {
             if constexpr (Kind == GdiKind::MemoryDc) {
@@ -70,7 +74,7 @@ using Bitmap = GdiOwner<HBITMAP, GdiKind::Bitmap>;
 using Region = GdiOwner<HRGN, GdiKind::Region>;
 using MemoryDc = GdiOwner<HDC, GdiKind::MemoryDc>;
 
-/// BeginPaint to EndPaint, with the shell font selected.
+/// Calls BeginPaint, and EndPaint in the destructor. The shell font is selected. Only for WM_PAINT.
 class PaintScope {
   public:
     explicit PaintScope(HWND painted);
@@ -88,7 +92,8 @@ class PaintScope {
     HGDIOBJ previousFont;
 };
 
-/// GetDC to ReleaseDC, with the shell font selected.
+/// Gets a device context of a window's client area; the destructor releases it. The shell font is
+/// selected.
 class WindowDcScope {
   public:
     explicit WindowDcScope(HWND drawn);
@@ -104,7 +109,7 @@ class WindowDcScope {
     HGDIOBJ previousFont;
 };
 
-/// Selects an object (owned or stock) and puts the previous one back.
+/// Selects an object, owned or stock; the destructor selects the previous one again.
 class SelectScope {
   public:
     SelectScope(HDC target, HGDIOBJ object) : dc(target), previous(::SelectObject(dc, object)) {}
@@ -119,7 +124,7 @@ class SelectScope {
     HGDIOBJ previous;
 };
 
-/// Sets the background mode and puts the previous one back.
+/// Sets the background mode (OPAQUE or TRANSPARENT); the destructor restores the previous one.
 class BackgroundModeScope {
   public:
     BackgroundModeScope(HDC target, int mode) : dc(target), previous(::SetBkMode(dc, mode)) {}
@@ -132,7 +137,7 @@ class BackgroundModeScope {
     int previous;
 };
 
-/// Sets the text colour and puts the previous one back.
+/// Sets the text colour; the destructor restores the previous one.
 class TextColorScope {
   public:
     TextColorScope(HDC target, COLORREF color) : dc(target), previous(::SetTextColor(dc, color)) {}
@@ -145,8 +150,8 @@ class TextColorScope {
     COLORREF previous;
 };
 
-/// A device context without a picture, for measuring texts of the shell font, which is selected. It
-/// measures as one of a window would, and nobody has to be asked for it.
+/// A memory device context for measuring text, with the shell font selected. It measures like the
+/// device context of a window, without a window and without a request to the display server.
 class MeasuringDc {
   public:
     MeasuringDc();
@@ -161,17 +166,19 @@ class MeasuringDc {
     SelectScope font;
 };
 
-/// The font of the program's windows and controls: the system's message font, made once (and not
-/// counted). The one place where it is chosen.
+/// The font of the program's windows and controls: the system's message font, or DEFAULT_GUI_FONT
+/// when that is not known. Created once and kept until the process ends; not counted as an owner.
 HFONT ShellFont();
 
-// Bitmaps of the program are its own memory, not the display's: each bitmap that is made for the
-// display, and each selection of one, makes Wine ask its server three questions about the monitors.
+// The bitmaps below are device-independent, in the program's own memory. A bitmap compatible with
+// the display would cost three requests to Wine's server, about the monitors, when it is created
+// and each time it is selected.
 
-/// A picture of 32 bits per pixel; holds none when it is empty or there is no memory for it.
+/// Creates a top-down bitmap with 32 bits per pixel; width and height in pixels. Empty when a
+/// length is 0 or memory is short.
 Bitmap MakePicture(LONG width, LONG height);
 
-/// Bitmap resource `id` of the application instance; holds none when it cannot be loaded.
+/// Loads bitmap resource `id` of the program; empty when it cannot be loaded.
 Bitmap LoadBitmapResource(UINT id);
 
 }  // namespace lunara

@@ -6,14 +6,15 @@
 namespace lunara {
 namespace {
 
+/// One procedure that subclasses one window.
 struct Subclassing {
     HWND window;
     WNDPROC procedure;
-    WNDPROC previous;  // gets what `procedure` passes on
+    WNDPROC previous;  // receives the messages that `procedure` passes on
 };
 
-/// Few windows are ever subclassed: the main window, its bar, the scroll bars, a dialog or two with
-/// their fields. So the list is searched from one end to the other.
+/// All subclassings, oldest first. Searched linearly, because there are few: of the main window,
+/// its bar, the scroll bars, and a dialog or two with their fields.
 std::vector<Subclassing>& Subclassings() {
     static std::vector<Subclassing> subclassings;
     return subclassings;
@@ -36,7 +37,7 @@ WNDPROC AddSubclass(HWND window, WNDPROC procedure) {
     if (::IsWindow(window) == FALSE || Find(window, procedure) != Subclassings().end()) {
         return nullptr;
     }
-    // In the list before it is in place: SetWindowLongPtrW may send the next message itself.
+    // Add the entry first: SetWindowLongPtrW may send a message to `procedure`, which needs it.
     const WNDPROC previous = CurrentProcedure(window);
     Subclassings().push_back({window, procedure, previous});
     ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure));
@@ -57,8 +58,8 @@ void RemoveSubclass(HWND window, WNDPROC procedure) {
     } else if (CurrentProcedure(window) == procedure) {
         ::SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(removed->previous));
     } else if (::IsWindow(window) != FALSE) {
-        // A procedure that is not in the list was put above this one and calls it. The entry stays,
-        // so that messages still get through, until the window is destroyed.
+        // Foreign code subclassed the window later and still calls `procedure`. Keep the entry
+        // until the window is destroyed, so that CallPrevious can pass messages on.
         return;
     }
     Subclassings().erase(removed);

@@ -1,12 +1,15 @@
 #pragma once
 
-// Subclassing: a procedure gets the messages of a window ahead of the procedure that the window
-// had, and passes on what it leaves to it. Several procedures may subclass one window and leave it
-// in any order.
+// Window subclassing: a subclass procedure receives a window's messages before the procedure that
+// the window had, and passes on those that it does not handle. Several procedures may subclass one
+// window and be removed in any order.
 //
-// The common controls' SetWindowSubclass keeps its list in window properties and looks it up at
-// each message. Under Wine that is one request to the server a message, a fifth of all requests of
-// a start. This list lies in the process, where the lookup costs nothing that can be measured.
+// It replaces SetWindowSubclass of the common controls, which keeps its list in window properties
+// and reads it at each message. Under Wine that is a server request per message, a fifth of all
+// requests during start-up. The list here is in the process, and its lookup costs nothing
+// measurable.
+//
+// Call these functions on the window's thread only.
 
 #include <cstddef>
 
@@ -14,21 +17,21 @@
 
 namespace lunara {
 
-/// Subclasses `window` with `procedure`, which gets each message before those that were added
-/// earlier. Returns the procedure that had them until now; null, with nothing changed, when
-/// `window` is none or `procedure` subclasses it already. On the window's thread.
+/// Subclasses `window` with `procedure`, which receives each message before the procedures added
+/// earlier. Returns the window's previous procedure; null, with nothing changed, when `window` is
+/// no window or `procedure` subclasses it already.
 WNDPROC AddSubclass(HWND window, WNDPROC procedure);
 
-/// Ends it; also from within `procedure`, whose current message can no longer be passed on then.
-/// Does nothing when `procedure` does not subclass `window`. A window that is destroyed while
-/// subclassed is removed by itself once its WM_NCDESTROY was passed on.
+/// Ends the subclassing of `window` by `procedure`; does nothing when there is none. May be called
+/// from `procedure` itself, which can then no longer pass its current message on. Not needed for a
+/// window that is destroyed: `CallPrevious` removes the subclassing at WM_NCDESTROY.
 void RemoveSubclass(HWND window, WNDPROC procedure);
 
-/// Passes a message on to the procedure that `window` had before `procedure` subclassed it, or to
-/// the system's default procedure where `procedure` does not.
+/// Passes a message on to the procedure that `window` had before `procedure` subclassed it. Calls
+/// the system's default procedure when `procedure` does not subclass `window`.
 LRESULT CallPrevious(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-/// Live subclassings of all windows. Tests end by asserting that none is left over.
+/// The number of subclassings of all windows. Tests end by asserting that none is left.
 std::size_t SubclassCount();
 
 }  // namespace lunara

@@ -4,8 +4,8 @@
 
 namespace lunara {
 
-/// Takes the desktop's visual style off a control, so that it draws itself as on the device. A
-/// styled check box ignores the text colour that its dialog sets.
+/// Removes the desktop's visual style from a control, so that it is drawn as on the device. Needed
+/// for check boxes with a text colour: a styled one ignores the colour that its dialog sets.
 void DropVisualStyle(HWND control);
 
 }  // namespace lunara

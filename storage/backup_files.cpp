@@ -15,24 +15,26 @@ constexpr WCHAR BackupRoot[] = TEXT("LunaraBackup");
 constexpr WCHAR AllFiles[] = TEXT("*.*");
 constexpr WCHAR DataFiles[] = TEXT("*.dat");
 
-// Beside the user's folder. No user's folder can have such a name: "%7E" would be an escape, and a
-// '~' is never escaped. What is there tells how far a restore has come (Recover).
-constexpr WCHAR StagedSuffix[] = TEXT("%7Erestore");  // the copies, until they are in place
-constexpr WCHAR AsideSuffix[] = TEXT("%7Easide");     // the user's files while they are moved
-constexpr WCHAR BeforeSuffix[] = TEXT("%7Ebefore");   // all of them; the copies may go in
+// Suffixes of the folders that a restore creates beside the user's folder. Which of them exist
+// tells how far the restore has come (see Recover). No user's folder can have such a name: in a
+// folder name '%' begins an escape, "%7E" is that of '~', and '~' is never escaped.
+constexpr WCHAR StagedSuffix[] = TEXT("%7Erestore");  // copies of the backup, not in place yet
+constexpr WCHAR AsideSuffix[] = TEXT("%7Easide");     // old files; some may still be in place
+constexpr WCHAR BeforeSuffix[] = TEXT("%7Ebefore");   // all old files; copies may be put in place
 
 bool Rename(const WideString& from, const WideString& to) {
     return CurrentFileCalls().MoveFolder(from.c_str(), to.c_str()) != FALSE;
 }
 
-/// Whether the name stays inside the folder that it is appended to, and names something there.
+/// Whether `name` names a folder below the one that it is appended to: at least one part, and none
+/// that consists of dots and spaces.
 bool IsBackupName(WideView name) {
     bool named = false;
     while (!name.empty()) {
         const std::size_t end = std::min(name.find_first_of(TEXT("\\/")), name.size());
         const WideView part = name.substr(0, end);
         if (part.find_first_not_of(TEXT(". ")) == WideView::npos && !part.empty()) {
-            return false;  // ".", "..", or what the system takes for them
+            return false;  // ".", "..", or a name that the system reads as one of them
         }
         named = named || !part.empty();
         name.remove_prefix(std::min(end + 1, name.size()));
@@ -40,7 +42,7 @@ bool IsBackupName(WideView name) {
     return named;
 }
 
-/// Empty when the name is none or the path does not fit.
+/// The path of a backup. Empty when the name is not allowed or the path is too long.
 WideString BackupFolder(WideView userName, WideView backupName) {
     WideString folder = BackupsFolderOfUser(userName);
     if (folder.empty() || !IsBackupName(backupName) || AppendPath(folder, backupName) == 0) {
@@ -49,6 +51,7 @@ WideString BackupFolder(WideView userName, WideView backupName) {
     return folder;
 }
 
+/// The folders of a restore: the user's, and those with the three suffixes.
 struct RestorePlaces {
     WideString user;
     WideString staged;
@@ -61,14 +64,16 @@ RestorePlaces PlacesOf(WideView userName) {
     return {folder, folder + StagedSuffix, folder + AsideSuffix, folder + BeforeSuffix};
 }
 
-/// Whether there is still something of an earlier restore that could be taken for this one's.
+/// Whether a folder of an earlier restore still exists. A new restore would take its files for its
+/// own.
 bool IsAnyLeftOver(const RestorePlaces& places) {
     return IsFolder(places.staged) || IsFolder(places.aside) || IsFolder(places.before);
 }
 
-/// The two folders change places. Fails, with everything as it was or as a restore that was cut
-/// off, when the user's folder cannot go as a whole: while somebody holds a file in it open, or
-/// with a sub-folder in it, which has to be shown.
+/// Renames the user's folder, if there is one, to `before`, and the staged copies to the user's
+/// folder. Fails when the user's folder cannot be renamed: a file in it is open elsewhere, or it
+/// has a sub-folder, which must stay and be reported to the user. Everything is then as it was, or
+/// as after an interrupted restore.
 bool SwapFolders(const RestorePlaces& places) {
     if (!IsFolder(places.user)) {
         return Rename(places.staged, places.user);
@@ -83,22 +88,24 @@ bool SwapFolders(const RestorePlaces& places) {
     return false;
 }
 
-/// The files set aside go back to the user's folder. Fails, with the rest still aside, while one
-/// cannot.
+/// Moves the files in `aside` back to the user's folder and deletes `aside`. Returns false when
+/// that fails; files that cannot be moved stay in `aside`.
 bool BringBack(const RestorePlaces& places) {
     return MoveFolderFiles(places.aside.c_str(), places.user.c_str()).empty() &&
            RemoveFolder(places.aside) != 0;
 }
 
-/// The same file by file, for a folder that cannot change places as a whole: what can be set aside
-/// is, and when a copy then finds its place taken, all go back where they were. Returns whether the
-/// copies are in place; `left` is what then stays beside them.
+/// Restores file by file, for a user's folder that cannot be renamed (see SwapFolders). Moves the
+/// old files aside as far as possible, then the staged copies into the user's folder. When a copy
+/// cannot be moved there, moves everything back. Returns whether the copies are in place; `left`
+/// receives the paths of the old files that stay beside them.
 bool SwapFiles(const RestorePlaces& places, std::vector<WideString>& left) {
     if (CreateDirectoryTree(places.aside.c_str()) == 0) {
         return false;
     }
     left = MoveFolderFiles(places.user.c_str(), places.aside.c_str());
-    // From here on only the copies are to be found in the user's folder, beside what is left.
+    // The rename is the commit point: before it a recovery moves the old files back, after it the
+    // recovery moves the remaining copies in.
     if (Rename(places.aside, places.before)) {
         if (MoveAllFolderFiles(places.staged.c_str(), places.user.c_str()) != 0) {
             return true;
@@ -109,30 +116,32 @@ bool SwapFiles(const RestorePlaces& places, std::vector<WideString>& left) {
     return false;
 }
 
+/// How Recover ended. `Undone` also when there was nothing to recover.
 enum class Recovery { Undone, Finished, NotYet };
 
-/// Ends a restore that was cut off, in the direction that is still open.
+/// Undoes an interrupted restore, or completes it when copies may be in place already. `NotYet`
+/// when a file or folder cannot be moved.
 Recovery Recover(const RestorePlaces& places) {
     Recovery result = Recovery::Undone;
     if (IsFolder(places.aside)) {
-        // Cut off while the user's files were being moved: none of the copies is among them yet.
+        // Interrupted while old files were moved aside: no copy is in place yet, so undo.
         if (CreateDirectoryTree(places.user.c_str()) == 0 || !BringBack(places)) {
             return Recovery::NotYet;
         }
     } else if (IsFolder(places.before)) {
         if (!IsFolder(places.user)) {
-            // Cut off between the two renames.
+            // Interrupted between the two renames of SwapFolders: undo.
             if (!Rename(places.before, places.user)) {
                 return Recovery::NotYet;
             }
         } else if (IsFolder(places.staged)) {
-            // Cut off while the copies were being put in place, and perhaps still not all can be.
+            // Interrupted while copies were moved into place: complete it, if they can be moved.
             if (!MoveFolderFiles(places.staged.c_str(), places.user.c_str()).empty()) {
                 return Recovery::NotYet;
             }
             result = Recovery::Finished;
         }
-        // Without copies left over, only the tidying up was missed.
+        // Otherwise the restore was complete, and only its folders remain to be removed.
     }
     RemoveFolder(places.staged);
     RemoveFolder(places.before);
@@ -157,11 +166,11 @@ BackupResult BackupFiles(WideView userName, WideView backupName) {
         return BackupResult::NoFolder;
     }
     if (RecoverInterruptedRestore(userName) == 0) {
-        return BackupResult::Failed;  // not all of the user's files are in the folder
+        return BackupResult::Failed;  // the user's folder may lack files
     }
-    // A collection that has become empty has no file any more. A file that an earlier backup of the
-    // same name left would bring deleted entries back, or, under an older password, keep the whole
-    // backup from ever being opened.
+    // A collection that has become empty has no file. Delete the copy that an earlier backup of the
+    // same name made of it: a restore would bring deleted entries back, or could not be opened at
+    // all if that copy has an older password.
     return CopyFolderFiles(source.c_str(), target.c_str(), AllFiles) != 0 &&
                    DeleteFilesGoneFrom(source.c_str(), target.c_str(), DataFiles) != 0
                ? BackupResult::Done
@@ -183,7 +192,7 @@ RestoreResult RestoreFiles(WideView userName, WideView backupName) {
         RemoveFolder(places.staged);
         RemoveFolder(places.before);
     } else {
-        // When the user's files can no longer go back, the copies go in after all.
+        // Undo; when that is not possible any more, Recover completes the restore instead.
         result.isRestored = Recover(places) == Recovery::Finished;
     }
     return result;

@@ -1,10 +1,11 @@
 #pragma once
 
-// Where backups lie, and how a user's files go there and come back.
+// Backup and restore of a user's files.
 //
-// A backup is a folder with copies of all files of the user's folder. A restore first gathers the
-// copies in a folder beside the user's, then the two folders change places, so that the user's
-// folder holds the files of one side only.
+// A backup is a folder with copies of all files of the user's folder. A restore first copies the
+// backup to a folder beside the user's, then swaps the two by renaming, so that the user's folder
+// holds the files of one side only. If the user's folder cannot be renamed, the files are moved one
+// by one. RecoverInterruptedRestore completes or undoes a restore that was interrupted.
 
 #include <vector>
 
@@ -12,42 +13,48 @@
 
 namespace lunara {
 
-/// "<documents>\LunaraBackup\<user>": the user's backups, a sub-folder each. Empty when the path
-/// does not fit.
+/// The folder of the user's backups, "<documents>\LunaraBackup\<user>", with a sub-folder for each
+/// backup. It need not exist. Empty when there is no documents folder or the path is too long.
 WideString BackupsFolderOfUser(WideView userName);
 
+/// How `BackupFiles` ended.
 enum class BackupResult {
     Done,
-    NoFolder,  // the backup's folder could not be created
-    Failed,    // a file could not be copied; the copies made so far stay
+    NoFolder,  // the name is not allowed, or the backup's folder could not be created
+    Failed,    // a file could not be copied, or an outdated copy not deleted; copies made stay
 };
 
-/// Copies the user's files into the backup of that name, which is created with all its parents;
-/// files there are replaced. `backupName` may hold sub-folders, but must not lead out of the
-/// backups folder.
+/// Copies the user's files into backup `backupName`, which is created with its parent folders. In a
+/// backup that exists, files of the same name are replaced, and data files that the user no longer
+/// has are deleted. `backupName` may contain sub-folders, but no part that leads out of the backups
+/// folder, such as "..".
 [[nodiscard]] BackupResult BackupFiles(WideView userName, WideView backupName);
 
+/// How `RestoreFiles` ended.
 struct RestoreResult {
-    /// Whether the backup's files are in place. If not, the user's files are as they were, or where
-    /// RecoverInterruptedRestore finds them.
+    /// Whether the backup's files are in place. If not, the user's files are unchanged, or the
+    /// restore is interrupted (`IsRestoreCutOff`).
     bool isRestored = false;
-    /// Paths of files of the user's folder that could not be removed and stay beside the backup's.
+    /// Paths of the old files and sub-folders that could not be moved out of the user's folder.
+    /// After a successful restore they are still there, beside the restored files.
     std::vector<WideString> filesLeft;
 };
 
-/// Puts the backup's files in place of the user's.
+/// Replaces the user's files by those of backup `backupName`. Recovers from an interrupted restore
+/// first. Fails when that is not possible yet, when there is no such backup, or when its files
+/// cannot be copied or moved into place.
 [[nodiscard]] RestoreResult RestoreFiles(WideView userName, WideView backupName);
 
-/// Whether a restore was cut off in a way that leaves the user's folder without some of its files
-/// until RecoverInterruptedRestore has ended it. Until then only the data set in memory is whole,
-/// and it must be saved whole or not at all.
+/// Whether a restore was interrupted so that the user's folder lacks files until
+/// RecoverInterruptedRestore succeeds. Until then the data set in memory is the only complete one;
+/// a save must write all of it or nothing.
 bool IsRestoreCutOff(WideView userName);
 
-/// Ends a restore that was cut off because the program or the device stopped: the user's folder
-/// becomes what it was before, or, when the copies had begun to go in, what it was to become. Also
-/// removes what a finished restore left behind. To be called before the user's files are read.
-/// Returns 1, or 0 while a file that has to be moved cannot be; the folder may hold files of both
-/// sides then, and none is lost.
+/// Completes or undoes a restore that was interrupted because the program or the device stopped. If
+/// no restored file was in place yet, the user's folder becomes what it was; otherwise, what it was
+/// to become. Also removes what a finished restore left behind. Idempotent; call it before reading
+/// the user's files. Returns 1; 0 when a file cannot be moved yet, and the user's folder may then
+/// hold old and restored files, but none is lost.
 [[nodiscard]] int RecoverInterruptedRestore(WideView userName);
 
 }  // namespace lunara

@@ -22,8 +22,8 @@ bool IsDotOrDotDot(const WIN32_FIND_DATAW& entry) {
     return name == TEXT(".") || name == TEXT("..");
 }
 
-/// A search over folder\pattern, closed at the end of the scope. A search that finds nothing, or
-/// whose path does not fit, has no entries.
+/// Iterates over the entries of `folder` that match `pattern`; the destructor closes the search.
+/// There are no entries when nothing matches or the path is too long.
 class FolderSearch {
   public:
     FolderSearch(const WCHAR* folder, const WCHAR* pattern) {
@@ -51,13 +51,15 @@ class FolderSearch {
     bool found = false;
 };
 
+/// Deletes file `name` of `folder`. False on failure, and for a sub-folder.
 bool DeleteEntry(const WCHAR* folder, const WCHAR* name) {
     WideString path(folder);
     return AppendPath(path, name) != 0 && ::DeleteFileW(path.c_str()) != FALSE;
 }
 
-/// Calls `transfer` with the source and target path of every entry of `source` that matches and is
-/// not passed over. Returns 0 as soon as a call fails or a path does not fit, else 1.
+/// Calls `transfer` with the source and the target path of every entry of `source` that matches
+/// `pattern`, except those for which `IsPassedOver` is true. Stops and returns 0 when a call
+/// returns false or a path is too long; otherwise returns 1.
 int TransferFiles(const WCHAR* source, const WCHAR* target, const WCHAR* pattern,
                   const std::function<bool(const WCHAR*, const WCHAR*)>& transfer) {
     for (FolderSearch search(source, pattern); search.HasEntry(); search.Next()) {

@@ -1,7 +1,8 @@
 #pragma once
 
-// Operations on paths and on the files of one folder, for backup and restore. Paths hold at most
-// `PathCapacity` units with the terminator; a longer one is refused, never cut.
+// Operations on paths and on the files of one folder, for backup and restore. A path has at most
+// `PathCapacity` UTF-16 units, terminator included; a longer one is refused, never cut. Patterns
+// that work on every system are "*.*" (every file) and '*' followed by the end of the name.
 
 #include <vector>
 
@@ -9,59 +10,64 @@
 
 namespace lunara {
 
-/// Joins `path` and `name` with exactly one backslash between them, whether `path` ends or `name`
-/// begins with one. Returns 1, or 0 with `path` unchanged when the result does not fit into a path.
+/// Appends `name` to `path` with exactly one backslash between them, also when `path` ends or
+/// `name` begins with one. Returns 1; 0, with `path` unchanged, when the result is longer than a
+/// path may be.
 int AppendPath(WideString& path, WideView name);
 
-/// What DeleteFolderFiles could not delete.
+/// What `DeleteFolderFiles` could not delete.
 struct NotDeleted {
-    std::vector<WideString> files;  // paths; a sub-folder counts as a file that stays
-    WideString folder;              // the folder itself; empty when it is gone or was to stay
+    std::vector<WideString> files;  // paths of files, and of sub-folders, which are never deleted
+    WideString folder;              // path of the folder; empty if deleted or meant to stay
 
     bool IsNothing() const { return files.empty() && folder.empty(); }
 };
 
+/// Whether `DeleteFolderFiles` deletes the folder after its files.
 enum class FolderItself { Stays, Goes };
 
-/// Deletes the files in `folder` that match `pattern`, but no sub-folder whose name begins with
-/// "."; then, if it goes, the folder itself, which must be empty. A failure does not end the
-/// operation.
+/// Deletes the files in `folder` that match `pattern`, then the folder itself if `itself` is Goes,
+/// which succeeds only if it is empty. Continues after a failure and returns all of them. Matching
+/// sub-folders are failures, except those whose names begin with ".", which are ignored.
 NotDeleted DeleteFolderFiles(const WCHAR* folder, const WCHAR* pattern, FolderItself itself);
 
-/// Whether backup and restore leave a file where it is: its name begins with ".".
+/// Whether backup and restore ignore an entry: its name begins with ".".
 bool IsPassedOver(const WIN32_FIND_DATAW& entry);
 
-/// Copies the files of `source` that match `pattern` and are not passed over into the existing
-/// folder `target`, over files of the same name. Returns 1, or 0 at the first failed copy (a
-/// sub-folder is one) with the earlier copies left there.
+/// Copies the files of `source` that match `pattern`, except those for which `IsPassedOver` is
+/// true, into the existing folder `target`, replacing files of the same name. Returns 1. Stops at
+/// the first failure and returns 0; the copies made so far stay. A sub-folder is such a failure.
 int CopyFolderFiles(const WCHAR* source, const WCHAR* target, const WCHAR* pattern);
 
-/// Deletes the files of `copies` that match `pattern` and have no file of the same name in
-/// `source`. Deletes nothing when no file of `source` matches: the folder is then more likely lost
-/// than emptied. Returns 1, or 0 when a file could not be deleted.
+/// Deletes the files of folder `copies` that match `pattern` and have no file of the same name in
+/// folder `source`. Deletes nothing when no file of `source` matches: `source` is then more likely
+/// lost than emptied. Continues after a failure. Returns 1, or 0 when a file could not be deleted.
 int DeleteFilesGoneFrom(const WCHAR* source, const WCHAR* copies, const WCHAR* pattern);
 
-/// The names of a folder's sub-folders in the order of the system, without those that begin with
-/// ".".
+/// The names of the sub-folders of `folder`, in the file system's order, without those that begin
+/// with ".". Empty when there are none or the folder cannot be read.
 std::vector<WideString> SubFolders(const WCHAR* folder);
 
-/// Whether the folder cannot be renamed with what is in it: it has a sub-folder, or a file that is
-/// open without FILE_SHARE_DELETE.
+/// Whether `folder` must not or cannot be renamed together with its entries: it has a sub-folder, a
+/// file that is open elsewhere without FILE_SHARE_DELETE, or an entry whose path is too long.
 bool HasUnmovableEntries(const WCHAR* folder);
 
-/// Moves the files of `source` that are not passed over into `target`, replacing files there.
-/// Returns the paths of those that could not be moved; a sub-folder never is moved.
+/// Moves the files of `source`, except those for which `IsPassedOver` is true, into the existing
+/// folder `target`, replacing files of the same name. Continues after a failure. Returns the source
+/// paths of the entries that were not moved; a sub-folder is never moved. Stops at an entry whose
+/// path would be too long, and neither moves nor returns that one and those after it.
 std::vector<WideString> MoveFolderFiles(const WCHAR* source, const WCHAR* target);
 
-/// Moves all files of `source` that are not passed over into `target`, or none: the first that
-/// cannot be moved ends it with 0, and the files that were moved go back. Otherwise 1.
+/// Moves all files of `source`, except those for which `IsPassedOver` is true, into the existing
+/// folder `target`, replacing files of the same name. Returns 1. Stops at the first failure, moves
+/// the files moved so far back, and returns 0; files of `target` that were replaced are lost.
 int MoveAllFolderFiles(const WCHAR* source, const WCHAR* target);
 
-/// Whether the path names a folder.
+/// Whether `path` names an existing folder.
 bool IsFolder(const WideString& path);
 
-/// Removes a folder with its files, read-only ones included. A folder with sub-folders stays.
-/// Returns 1 when the folder is gone or was not there, 0 otherwise.
+/// Deletes `folder` with its files, read-only ones included. Returns 1, also when it did not exist;
+/// 0 when a file cannot be deleted or the folder has a sub-folder, which stay.
 int RemoveFolder(const WideString& folder);
 
 }  // namespace lunara

@@ -46,12 +46,14 @@ void ExchangeComboText(DataExchange& exchange, int controlId, WCHAR* buffer) {
     const HWND control = exchange.Take(controlId);
     if (exchange.IsSaving()) {
         const auto selected = static_cast<WPARAM>(::SendMessageW(control, CB_GETCURSEL, 0, 0));
-        // The length is asked for and not looked at: the buffer holds the longest item.
+        // CB_GETLBTEXTLEN is sent and its result ignored: the caller guarantees room for the
+        // longest item.
         ::SendMessageW(control, CB_GETLBTEXTLEN, selected, 0);
         ::SendMessageW(control, CB_GETLBTEXT, selected, reinterpret_cast<LPARAM>(buffer));
     } else {
-        // Index 0, not -1: the search begins behind the first item and comes to it last, so that of
-        // several items that begin with the text the first one of the list is the last choice.
+        // Starts at index 0, not -1: CB_SELECTSTRING searches from the item after the given index
+        // and wraps around, so item 0 is tried last. When several items begin with the text, a
+        // later one wins over item 0.
         ::SendMessageW(control, CB_SELECTSTRING, 0, reinterpret_cast<LPARAM>(buffer));
     }
 }

@@ -8,15 +8,17 @@
 namespace lunara {
 namespace {
 
-Dialog* pendingDialog = nullptr;  // set by the creation calls, taken at WM_INITDIALOG
+Dialog* pendingDialog = nullptr;  // set before creation, taken at WM_INITDIALOG
 
 constexpr INT_PTR EndCodeFailed = -1;
 constexpr INT_PTR EndCodeOk = IDOK;
 constexpr INT_PTR EndCodeCancel = IDCANCEL;
 
-/// Binds the dialog at its first message; from then on its messages come through the subclassing.
-/// Without a pending dialog there is nothing to bind: a WM_INITDIALOG that its object left to the
-/// dialog manager arrives here a second time and must not go round again.
+/// The dialog procedure of every dialog. At WM_INITDIALOG it binds the pending `Dialog` and
+/// subclasses the window, whose messages reach the object through the subclass from then on.
+///
+/// A WM_INITDIALOG that the object passes on to the dialog manager comes back here. No dialog is
+/// pending then, and the message must not be dispatched again: that would recurse without end.
 INT_PTR CALLBACK SharedDialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message != WM_INITDIALOG || pendingDialog == nullptr) {
         return 0;
@@ -26,7 +28,7 @@ INT_PTR CALLBACK SharedDialogProc(HWND window, UINT message, WPARAM wParam, LPAR
     return FrameworkWindowProc(window, message, wParam, lParam);
 }
 
-/// The template's memory, null when the program has none of that id.
+/// The template in the program's resources, null when there is none with that id.
 const DLGTEMPLATE* FindTemplate(UINT templateId) {
     const HINSTANCE instance = AppInstance();
     const HRSRC resource = ::FindResourceW(instance, MAKEINTRESOURCEW(templateId), RT_DIALOG);
@@ -46,7 +48,8 @@ BOOL CALLBACK SetShellFont(HWND window, LPARAM) {
     return TRUE;
 }
 
-/// The face a window draws its text in; the system font when it was given none.
+/// Describes the font that `window` draws text with; a window without WM_SETFONT uses the system
+/// font.
 LOGFONTW FontOf(HWND window) {
     auto font = reinterpret_cast<HGDIOBJ>(::SendMessageW(window, WM_GETFONT, 0, 0));
     if (font == nullptr) {
@@ -57,8 +60,10 @@ LOGFONTW FontOf(HWND window) {
     return face;
 }
 
-/// For dialogs of the template's size; a sheet grows the template's own face with itself. Only the
-/// controls draw text: the dialog manager keeps the template's face for its measurements.
+/// Gives the controls of a dialog that is not full-screen the shell font, unless the template names
+/// that font already. (A full-screen dialog scales the template's font with its sheet instead.) The
+/// dialog itself keeps the template's font: it draws no text, and the dialog manager converts
+/// dialog units by that font.
 void UseShellFont(HWND dialog) {
     const LOGFONTW own = FontOf(dialog);
     LOGFONTW shell{};

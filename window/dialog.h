@@ -1,6 +1,7 @@
 #pragma once
 
-// Dialogs made from templates, modal and modeless, full-screen unless told otherwise.
+// Dialogs created from templates in the program's resources, modal or modeless. A dialog covers the
+// client area of its owner unless `fullScreen` is cleared before it is created.
 
 #include "window/window.h"
 
@@ -8,22 +9,27 @@ namespace lunara {
 
 class Dialog : public Window {
   public:
-    /// `shapeId` is the template's resource id; `owner` null means the program's main window.
+    /// `shapeId`: resource id of the template that `DoModal` uses. A null `owner` means the
+    /// program's main window.
     explicit Dialog(UINT shapeId, Window* owner = nullptr);
 
-    /// Runs the dialog and returns its end code: 1 OK, 2 Cancel, -1 when it could not be made.
+    /// Runs the dialog until it ends. Returns its end code: 1 (OK), 2 (Cancel), or -1 when it could
+    /// not be created.
     virtual INT_PTR DoModal();
-    /// Loads the controls from the fields (failure ends the dialog with -1) and, for a full-screen
-    /// dialog, lays it over the main window. Returns TRUE.
+    /// Handles WM_INITDIALOG: loads the controls from the fields (a failed load ends the dialog
+    /// with -1) and lays a full-screen dialog over its owner. Returns TRUE, so that the dialog
+    /// manager sets the focus; an override returns FALSE when it has set the focus itself.
     virtual BOOL OnInitDialog();
-    /// Reads the controls into the fields and ends with 1.
+    /// Handles IDOK: reads the controls into the fields and ends the dialog with 1.
     virtual void OnOK();
-    /// Ends with 2 and reads nothing.
+    /// Handles IDCANCEL: ends the dialog with 2 and leaves the fields alone.
     virtual void OnCancel();
 
     bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) override;
 
-    /// Whether a dialog window was made; it is not visible yet unless its template says so.
+    /// Creates `dialog` from template `shapeId`, not from the one its constructor was given, and
+    /// binds it. Returns false when that fails. The window is hidden unless its template has
+    /// WS_VISIBLE.
     static bool CreateModeless(Dialog& dialog, UINT shapeId, Window* owner = nullptr);
 
     bool fullScreen = true;

@@ -7,7 +7,8 @@ namespace {
 
 LRESULT CALLBACK BufferedControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-/// Has the control's own procedure erase or paint into `dc`.
+/// Makes the control's own procedure handle `message`, WM_ERASEBKGND or WM_PAINT, with `dc` as the
+/// target.
 void DrawControl(HWND control, UINT message, HDC dc) {
     CallPrevious(&BufferedControlProc, control, message, reinterpret_cast<WPARAM>(dc), 0);
 }
@@ -22,8 +23,8 @@ LRESULT OnPaint(HWND control) {
     DrawControl(control, WM_ERASEBKGND, picture.Dc());
     DrawControl(control, WM_PAINT, picture.Dc());
     if (::GetUpdateRect(control, nullptr, FALSE) == FALSE) {
-        // The control ignored the device context and has painted its window instead, without the
-        // background that this procedure keeps it from erasing.
+        // No update region is left: the control ignored `dc` and painted its window, over a
+        // background that BufferedControlProc kept it from erasing. Stop buffering it and repaint.
         RemoveSubclass(control, &BufferedControlProc);
         ::InvalidateRect(control, nullptr, TRUE);
         return 0;
@@ -37,7 +38,7 @@ LRESULT OnPaint(HWND control) {
 
 LRESULT CALLBACK BufferedControlProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_ERASEBKGND) {
-        return 1;  // OnPaint erases the picture
+        return 1;  // erased by OnPaint, in the bitmap
     }
     if (message == WM_PAINT && wParam == 0) {
         return OnPaint(window);

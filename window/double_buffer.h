@@ -1,24 +1,24 @@
 #pragma once
 
-// Painting without flicker: everything is drawn into a bitmap in memory, which is then copied to
-// the window in one piece.
+// Double-buffering: a control is drawn into a bitmap in memory, which is then copied to the window
+// in one piece, so that no half-painted state is ever visible.
 
 #include "platform/gdi.h"
 
 namespace lunara {
 
-/// A bitmap of one area of a window with a device context to draw into it, in the window's
-/// coordinates. The shell font is selected; brush and pen are the white and the black one that
-/// every new device context has.
+/// A bitmap of one area of a window, and a memory device context to draw into it in the window's
+/// client coordinates. The shell font is selected; brush and pen are a new device context's
+/// defaults, white and black.
 class MemoryPicture {
   public:
-    /// `area` in pixels, in client coordinates.
+    /// `pictured`: the area to hold, in pixels of the window's client area.
     explicit MemoryPicture(const RECT& pictured);
 
-    /// Whether there was memory for the bitmap. Without it nothing may be drawn or copied.
+    /// Whether bitmap and device context could be created. If not, do not draw and do not copy.
     bool IsMade() const { return memory && bitmap; }
     HDC Dc() const { return memory.Get(); }
-    /// Copies `part` of the area to the same place in `target`.
+    /// Copies `part` (client coordinates) to the same coordinates of `target`.
     void CopyTo(HDC target, const RECT& part) const;
 
   private:
@@ -28,17 +28,18 @@ class MemoryPicture {
     SelectScope selectedFont;
 };
 
-/// Double-buffers the painting of a custom control: draw into `Dc()`; the end of the scope copies
-/// the picture to the target.
+/// Double-buffers the painting of a custom control. Draw into `Dc()`; the destructor copies the
+/// bitmap to the target device context.
 class DoubleBuffer {
   public:
-    /// `targetArea`: what is drawn, in pixels of the target's device context.
+    /// `targetArea`: the area that will be drawn, in pixels of `targetDc`.
     DoubleBuffer(HDC targetDc, const RECT& targetArea);
     DoubleBuffer(const DoubleBuffer&) = delete;
     DoubleBuffer& operator=(const DoubleBuffer&) = delete;
     ~DoubleBuffer();
 
-    /// The bitmap's device context; the target's own when there is no memory for a bitmap.
+    /// The device context to draw into: the bitmap's, or the target's own when there is no memory
+    /// for a bitmap (drawing then goes straight to the window).
     HDC Dc() const { return picture.IsMade() ? picture.Dc() : target; }
 
   private:
@@ -48,11 +49,11 @@ class DoubleBuffer {
 };
 
 /// Double-buffers a system control (menu bar, scroll bar) until it is destroyed. Under Wine this
-/// also saves time: a visual style makes a bitmap for each part it draws, and makes it for the
-/// device context that it draws into.
+/// also saves time: a visual style creates a bitmap for each part that it draws, compatible with
+/// the device context it draws into, and a bitmap in memory is cheaper than one of the display.
 ///
-/// For controls that paint into the device context that WM_PAINT may carry in wParam. A control
-/// that ignores it is left to paint as it always did from its first WM_PAINT on.
+/// Works only for controls that honour a device context in WM_PAINT's wParam. Any other control is
+/// detected at its first WM_PAINT, and paints itself unbuffered from then on.
 void DoubleBufferControl(HWND control);
 
 }  // namespace lunara

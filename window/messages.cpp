@@ -17,7 +17,7 @@ constexpr std::size_t FlagTextsCapacity = std::size_t{FlagBits} * FlagTextCapaci
 
 MessageRecorder* currentRecorder = nullptr;
 
-/// Whether the program has that string; `text` is at least `capacity` units.
+/// Loads string resource `id`, cut to `capacity` - 1 units; false when there is no such string.
 bool LoadText(UINT id, WCHAR* text, int capacity) {
     return ::LoadStringW(AppInstance(), id, text, capacity) > 0;
 }
@@ -36,15 +36,16 @@ int ShowText(HWND owner, const WCHAR* text, const WCHAR* caption, UINT flags) {
     if (currentRecorder != nullptr) {
         return currentRecorder->Show(owner, text, caption, flags);
     }
-    // On the device a box covers the one window there is. On a desktop a box without an owner would
-    // leave all windows usable: it could get lost behind them, with what waits for its answer.
+    // MB_TASKMODAL disables the program's windows while a box without an owner is up. On the device
+    // such a box covers the screen; on a desktop it could get lost behind a window that is still
+    // usable, while the code that showed it waits for the answer.
     if (owner != nullptr) {
         return ::MessageBoxW(owner, text, caption, flags);
     }
     const HWND active = ::GetActiveWindow();
     const int answer = ::MessageBoxW(nullptr, text, caption, flags | MB_TASKMODAL);
-    // As the box went, all windows were still held, and the system may have gone on to another
-    // program's.
+    // The box was destroyed while the program's windows were still disabled, so the system may have
+    // activated another program. Come back to the window that was active before.
     if (active != nullptr && ::IsWindow(active) != FALSE) {
         ::SetForegroundWindow(active);
     }
@@ -70,7 +71,8 @@ int ShowAppMessage(UINT id, UINT flags) {
 }
 
 int ShowFlagMessages(UINT firstId, DWORD bits, UINT flags) {
-    // Each text of up to 63 units is followed by a line break or, the last one, by the terminator.
+    // Up to 63 units for each text, then one for a line break, or for the terminator after the
+    // last.
     std::array<WCHAR, FlagTextsCapacity> text{};
     std::size_t length = 0;
     for (UINT bit = 0; bit < FlagBits; ++bit) {

@@ -1,21 +1,23 @@
 #pragma once
 
-// Message boxes. Texts are string resources looked up by id; an error travels as such an id and
+// Message boxes. Most texts are string resources; the diary reports an error as a string id, which
 // becomes text only here.
 
 #include "platform/message_text.h"
 
 namespace lunara {
 
-/// Captions of message boxes that are not the program's title.
+/// Captions of message boxes that do not show the program's title.
 inline constexpr WCHAR CaptionWarning[] = TEXT("Warning");
 inline constexpr WCHAR CaptionError[] = TEXT("Error");
 inline constexpr WCHAR CaptionMessage[] = TEXT("Message");
 
-/// The one function that shows a message box. Returns the button's id.
+/// Shows a message box; every box of the program goes through this function. `flags`: MB_ values.
+/// A box without an `owner` is task-modal. Returns the id of the button chosen, 0 when no box could
+/// be shown.
 int ShowText(HWND owner, const WCHAR* text, const WCHAR* caption, UINT flags);
 
-/// Receives every message box instead of the user, and answers it.
+/// Stands in for the user in tests: receives every message box and returns the answer.
 class MessageRecorder {
   public:
     MessageRecorder() = default;
@@ -24,17 +26,23 @@ class MessageRecorder {
     virtual ~MessageRecorder() = default;
     virtual int Show(HWND owner, const WCHAR* text, const WCHAR* caption, UINT flags) = 0;
 };
-/// Null shows boxes to the user again.
+/// Hands all later message boxes to `recorder`, which must outlive its use; null shows them to the
+/// user again.
 void SetMessageRecorder(MessageRecorder* recorder);
 
-/// Shows string `id` (up to 255 units); returns 0 and shows nothing when there is no such string.
+/// Shows string resource `id`, cut to 255 units. Returns the button's id; 0, with nothing shown,
+/// when there is no such string.
 int ShowMessage(HWND owner, UINT id, const WCHAR* caption, UINT flags);
-/// The same over the main window with the program's title (string 1) as caption.
+/// Shows string resource `id`, cut to 255 units, over the main window with the program's title
+/// (string 1) as caption. Returns the button's id; 0, with nothing shown, when a string is missing.
 int ShowAppMessage(UINT id, UINT flags);
-/// One box with the texts (up to 63 units each) of all bits set, string firstId + bit, a line each,
-/// over the main window. Returns 1 without a box when no text was gathered.
+/// Shows one box over the main window with a line for each set bit of `bits`, lowest first: string
+/// resource firstId + bit number (0..31), cut to 63 units. Bits without a string are skipped.
+/// Returns the button's id; 1, with nothing shown, when there is no line; 0 when the program's
+/// title (string 1) is missing.
 int ShowFlagMessages(UINT firstId, DWORD bits, UINT flags);
-/// The system's text for the last error, for diagnostics.
+/// Shows the system's text for the thread's last error over the main window, or nothing when the
+/// system has no text for it. For diagnostics.
 void ShowSystemError();
 
 }  // namespace lunara

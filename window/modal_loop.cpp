@@ -22,16 +22,16 @@ int RunLoop(const Dialog& dialog, const std::function<bool()>& accept,
             }
             return 0;
         } else if (::TranslateAcceleratorW(message.hwnd, accelerators, &message) == 0 &&
-                   // A desktop has a keyboard: Tab, Enter and Escape work as in any dialog.
+                   // For Tab, Enter and Escape; a device without a keyboard does not need it.
                    ::IsDialogMessageW(dialog.Handle(), &message) == FALSE) {
             ::TranslateMessage(&message);
             ::DispatchMessageW(&message);
         }
         if (dialog.Handle() == nullptr) {
-            return 0;  // gone with the main window: nothing would ever end this loop
+            return 0;  // destroyed with the main window: no message can end this loop any more
         }
     }
-    // The program is to end, and the loop outside has to hear of it, too.
+    // This loop took WM_QUIT out of the queue; the outer loop must end on it, too.
     ::PostQuitMessage(static_cast<int>(message.wParam));
     return 0;
 }
@@ -41,7 +41,8 @@ int RunLoop(const Dialog& dialog, const std::function<bool()>& accept,
 int RunDialog(Window& main, Dialog& dialog, UINT templateId, const std::function<bool()>& accept,
               const std::function<void()>& cancelled) {
     const HWND owner = main.Handle();
-    // Not the outermost: when the session ends, the sign-in comes up over another dialog.
+    // False when `owner` is disabled already, by a dialog that is still open: ending the session,
+    // for example, can bring the sign-in up over any dialog.
     const bool isOutermost = ::EnableWindow(owner, FALSE) == FALSE;
     int result = 0;
     if (Dialog::CreateModeless(dialog, templateId, &main)) {
@@ -49,9 +50,9 @@ int RunDialog(Window& main, Dialog& dialog, UINT templateId, const std::function
         ::ShowWindow(dialog.Handle(), SW_SHOW);
         SHSipPreference(dialog.Handle(), SIP_UP);
         result = RunLoop(dialog, accept, cancelled);
-        // The owner is activated before the dialog goes: a desktop activates another program's
-        // window when the active window is destroyed while its owner is still disabled. The edit
-        // field that loses the focus by it raises the input panel once more.
+        // Activate the owner before destroying the dialog. If the active window is destroyed while
+        // its owner is disabled, a desktop activates another program's window. Activation takes the
+        // focus from a password field, which raises the input panel; hence SIP_FORCEDOWN after it.
         ::SetActiveWindow(owner);
         SHSipPreference(dialog.Handle(), SIP_FORCEDOWN);
         ::DestroyWindow(dialog.Handle());

@@ -1,7 +1,8 @@
 #pragma once
 
-// Modeless dialogs that behave like modal ones but stay open until their owner accepts: the dialog
-// posts WM_DIALOG_OK or WM_DIALOG_CANCEL, and the loop that shows it acts on them.
+// Dialogs that are modal to the user but modeless to the system. OK does not close such a dialog:
+// it posts WM_DIALOG_OK or WM_DIALOG_CANCEL to itself, and the message loop in `RunDialog` asks the
+// caller whether the values are accepted.
 
 #include <functional>
 
@@ -9,14 +10,16 @@
 
 namespace lunara {
 
-// Sent to the main window when a dialog comes up over it and when the dialog is gone, so that it
-// can hide and show what must not be used meanwhile. Both parameters and the result are 0.
+// Private messages that tell the main window when to hide and show the menu bar's buttons.
 // NOLINTBEGIN(readability-identifier-naming): spelt like the system's own messages.
+/// Sent to the main window before a dialog is shown. wParam and lParam: 0. Result: 0.
 inline constexpr UINT WM_ENTERDIALOG = WM_USER + 3;
+/// Sent to the main window after a dialog has ended. wParam and lParam: 0. Result: 0.
 inline constexpr UINT WM_EXITDIALOG = WM_USER + 4;
 // NOLINTEND(readability-identifier-naming)
 
-/// Sends WM_ENTERDIALOG, and WM_EXITDIALOG at the end of the scope: for a modal dialog.
+/// Sends WM_ENTERDIALOG to the main window, and WM_EXITDIALOG at the end of the scope. Put it
+/// around `Dialog::DoModal`; `RunDialog` sends both messages itself.
 class DialogScope {
   public:
     explicit DialogScope(const Window& mainWindow) : main(mainWindow.Handle()) {
@@ -30,11 +33,11 @@ class DialogScope {
     HWND main;
 };
 
-/// Shows `dialog` (template `templateId`) over the disabled main window `main` and runs messages
-/// until it is answered. At each WM_DIALOG_OK `accept` is asked whether the loop ends;
-/// WM_DIALOG_CANCEL calls `cancelled` and ends it. Returns 1 when the dialog was accepted; 0 when
-/// it was cancelled, could not be created, was destroyed, or the program ends (WM_QUIT is posted
-/// again for the outer loop).
+/// Creates `dialog` from template `templateId`, shows it over the disabled main window `main`, and
+/// runs a message loop until the dialog ends. Each WM_DIALOG_OK calls `accept`: true ends the
+/// dialog, false leaves it open. WM_DIALOG_CANCEL calls `cancelled`, if there is one, and ends the
+/// dialog. Returns 1 when accepted; 0 when cancelled, when the dialog could not be created or was
+/// destroyed, or at WM_QUIT, which is posted again for the outer loop. Calls may be nested.
 int RunDialog(Window& main, Dialog& dialog, UINT templateId, const std::function<bool()>& accept,
               const std::function<void()>& cancelled = {});
 

@@ -1,7 +1,8 @@
 #pragma once
 
-// How a custom control talks to its owner: it hands a record that begins with an NMHDR to each of
-// its sinks in the order in which they were attached.
+// Notifications of the custom controls. A control passes a record that begins with an NMHDR to each
+// of its sinks, in the order in which they were attached. The first sink sends it to the parent
+// window as WM_NOTIFY.
 
 #include <vector>
 
@@ -9,6 +10,7 @@
 
 namespace lunara {
 
+/// Receives a control's notifications.
 class NotificationSink {
   public:
     NotificationSink() = default;
@@ -16,35 +18,40 @@ class NotificationSink {
     NotificationSink& operator=(const NotificationSink&) = delete;
     virtual ~NotificationSink() = default;
 
-    /// `record` is the head of the control's own record; the answer's meaning is the record's.
+    /// Handles a notification. `record` is the header of the control's own record for
+    /// `record.code`, which also defines what the result means; 0 is no answer.
     virtual LRESULT Notify(NMHDR& record) = 0;
-    /// The chart's direct question for its default value range; false when it is not answered.
+    /// Answers the chart's question for its default value range; false, with both values left
+    /// alone, when this sink does not answer. The base does not.
     virtual bool GetRange(NMHDR& record, int& minimum, int& maximum);
 };
 
-/// Sends the record to the parent of the control as WM_NOTIFY.
+/// Sends each record to the control's parent window as WM_NOTIFY.
 class ParentSink : public NotificationSink {
   public:
     LRESULT Notify(NMHDR& record) override;
 };
 
-/// A control with sinks. It starts with one that delivers to its parent.
+/// Base of the controls that send notifications. Its first sink is a `ParentSink`.
 class NotifyingControl : public Window {
   public:
     NotifyingControl();
 
+    /// Appends `sink`, which must outlive the control or be detached.
     void AttachSink(NotificationSink& sink);
+    /// Removes `sink` and keeps the order of the others; ignores a sink that is not attached. A
+    /// sink must not detach one while it is notified: the sink after that one would be skipped.
     void DetachSink(NotificationSink& sink);
 
   protected:
-    /// A header for this control with the given code.
+    /// A notification header with this control's handle, its id and `code`.
     NMHDR Header(UINT code) const;
-    /// Hands the record to every sink; whether at least one answered non-zero.
+    /// Passes the record to every sink. Returns whether at least one answered non-zero.
     bool NotifyAll(NMHDR& record);
-    /// Hands the record to every sink and calls `answered` after each non-zero answer.
+    /// Passes the record to every sink and calls `answered` after each non-zero answer.
     template <typename Answered>
     void NotifyEach(NMHDR& record, Answered answered) {
-        // By index: a sink that is being asked may attach another one.
+        // By index, not by iterator: a sink may attach another one while it is notified.
         for (std::size_t index = 0; index < sinks.size(); ++index) {
             if (sinks[index]->Notify(record) != 0) {
                 answered();
@@ -52,7 +59,7 @@ class NotifyingControl : public Window {
         }
     }
 
-    /// Asks every sink for the range, the last answer winning; whether at least one answered.
+    /// Asks every sink for the range; the last answer wins. Returns whether at least one answered.
     bool AskRange(NMHDR& record, int& minimum, int& maximum);
 
     std::vector<NotificationSink*> sinks;

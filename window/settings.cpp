@@ -15,7 +15,7 @@ SettingsLocation& CurrentLocation() {
     return location;
 }
 
-/// The key with the right to read and write it, made when there is none; null on failure.
+/// Opens the key for reading and writing, and creates it when it does not exist. Null on failure.
 HKEY OpenKey(HKEY root, const WCHAR* path) {
     if (root == nullptr) {
         return nullptr;
@@ -68,7 +68,7 @@ bool Settings::ReadString(const WCHAR* name, WCHAR* text, int size) const {
     if (key == nullptr || size < 1) {
         return false;
     }
-    // Nobody vouches for the stored terminator: one more unit than is read stays zero.
+    // A REG_SZ may be stored without its terminator. The extra unit is never read into and stays 0.
     std::array<WCHAR, SettingTextCapacity + 1> stored{};
     DWORD type = REG_NONE;
     DWORD bytes = SettingTextCapacity * sizeof(WCHAR);

@@ -1,31 +1,32 @@
 #pragma once
 
 // The program's settings in the registry. Every failure is silent: the caller keeps its default.
-// "No key" and "no value" are told apart, because callers have different defaults for them.
+// A missing key (`IsOpen`) and a missing value are different answers, because callers have
+// different defaults for them.
 
 #include "platform/win32.h"
 
 namespace lunara {
 
-/// Where the settings live: `path` under `root` or, where the user may not write there, under
-/// `fallbackRoot`.
+/// The registry key of the settings: `path` under `root`, or under `fallbackRoot` when that key
+/// cannot be opened for writing.
 struct SettingsLocation {
     HKEY root;
     HKEY fallbackRoot;
     const WCHAR* path;
 };
 
-/// "SOFTWARE\Apps\Lunara" of the machine or, failing that, of the user.
+/// "SOFTWARE\Apps\Lunara" under HKEY_LOCAL_MACHINE, or under HKEY_CURRENT_USER as the fallback.
 SettingsLocation DefaultSettingsLocation();
 
-/// From here on settings are opened there (`path` must stay valid); for tests. Two null roots make
-/// a key that cannot be opened.
+/// Makes every later `Settings` open `location` instead, for tests. `path` is not copied and must
+/// stay valid. Two null roots stand for a key that cannot be opened.
 void SetSettingsLocation(const SettingsLocation& location);
 
-/// Longest text of a setting, terminator included.
+/// Longest text value in UTF-16 units, terminator included.
 inline constexpr int SettingTextCapacity = 260;
 
-/// The open key, made when there was none.
+/// The settings key, opened for its lifetime, and created when it does not exist.
 class Settings {
   public:
     Settings();
@@ -33,18 +34,21 @@ class Settings {
     Settings& operator=(const Settings&) = delete;
     ~Settings();
 
-    /// Whether the key could be opened or made. Without it nothing is read or written.
+    /// Whether the key could be opened or created. If not, every read and write returns false.
     bool IsOpen() const { return key != nullptr; }
 
-    /// Whether there is such a value. One of another type or size is as if it were missing;
-    /// `value` is untouched then.
+    /// Reads a REG_DWORD value. Returns false, with `value` left alone, when it is missing or has
+    /// another type or size.
     bool ReadDword(const WCHAR* name, DWORD& value) const;
-    /// The same for a text. `size` units (1..SettingTextCapacity) with the terminator, which the
-    /// stored text need not have; a longer text is as if it were missing.
+    /// Reads a REG_SZ value into `size` (1..SettingTextCapacity) units, terminator included; the
+    /// stored text need not be terminated. Returns false, with `text` left alone, when the value is
+    /// missing, has another type or an odd number of bytes, or does not fit.
     bool ReadString(const WCHAR* name, WCHAR* text, int size) const;
 
+    /// Writes a REG_DWORD value. Returns whether it was stored.
     bool WriteDword(const WCHAR* name, DWORD value);
-    /// `text` under SettingTextCapacity units; it is stored with its terminator.
+    /// Writes a REG_SZ value with its terminator. Returns whether it was stored; a text that is
+    /// longer than SettingTextCapacity units, terminator included, is refused.
     bool WriteString(const WCHAR* name, const WCHAR* text);
 
   private:

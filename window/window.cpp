@@ -10,8 +10,8 @@ namespace {
 CurrentMessage currentMessage{};
 Window* pendingWindow = nullptr;  // set by Create, taken at WM_CREATE
 
-/// Hands the message to the object, while `currentMessage` says which one it is. A handler that
-/// sends a message comes back here, so the outer message is put aside meanwhile.
+/// Calls the object's WindowProc with `currentMessage` set to the message, and restores the outer
+/// message afterwards: a handler that sends a message re-enters this function.
 LRESULT Dispatch(Window& object, const CurrentMessage& message) {
     const CurrentMessage outer = currentMessage;
     currentMessage = message;
@@ -20,7 +20,8 @@ LRESULT Dispatch(Window& object, const CurrentMessage& message) {
     return result;
 }
 
-/// Whether a class of that name exists; one of ours is registered when there is none.
+/// Registers window class `name` with FrameworkWindowProc unless a class of that name exists. False
+/// when that fails.
 bool EnsureClass(const WCHAR* name) {
     WNDCLASSW windowClass{};
     if (::GetClassInfoW(AppInstance(), name, &windowClass) != FALSE) {
@@ -34,7 +35,7 @@ bool EnsureClass(const WCHAR* name) {
     return ::RegisterClassW(&windowClass) != 0;
 }
 
-/// Whether there is anything of the window around its client area.
+/// Whether the window has a non-client area.
 bool HasFrame(HWND window) {
     RECT whole{};
     RECT client{};
@@ -57,12 +58,13 @@ LRESULT CALLBACK FrameworkWindowProc(HWND window, UINT message, WPARAM wParam, L
     }
     Window* object = Window::FromHandle(window);
     if (object == nullptr) {
-        // Also for a subclassed window whose object is gone: its own procedure then.
+        // No object is bound: before WM_CREATE, after WM_DESTROY, or in a subclassed window whose
+        // object is gone. The window's own or the system's default procedure takes the message.
         return CallPrevious(&FrameworkWindowProc, window, message, wParam, lParam);
     }
     const LRESULT result = Dispatch(*object, CurrentMessage{window, message, wParam, lParam});
     if (message == WM_DESTROY) {
-        // Looked up again, because the handler may have unbound or deleted the object.
+        // Look the object up again: the handler may have unbound or deleted it.
         object = Window::FromHandle(window);
         if (object != nullptr) {
             object->Detach();
@@ -93,16 +95,18 @@ LRESULT Window::DefaultProc(UINT message, WPARAM wParam, LPARAM lParam) {
     if (previousProcedure != nullptr) {
         return CallPrevious(&FrameworkWindowProc, handle, message, wParam, lParam);
     }
-    // The framework's class has no cursor, as a device without a mouse needs none. On a desktop the
-    // pointer would keep the shape it had outside. Children ask their parent first, hence the test
-    // that the pointer is over this very window.
+    // The framework's class has no cursor, because the device has no mouse; on a desktop the
+    // pointer would keep the shape it had outside the window. A child passes WM_SETCURSOR to its
+    // parent first, so wParam tells whether the pointer is over this very window.
     if (message == WM_SETCURSOR && reinterpret_cast<HWND>(wParam) == handle &&
         LOWORD(lParam) == HTCLIENT) {
         ::SetCursor(::LoadCursorW(nullptr, IDC_ARROW));
         return TRUE;
     }
     if (message == WM_NCPAINT && !HasFrame(handle)) {
-        return 0;  // Wine would make a device context for it, which takes longer than painting
+        // Wine's default procedure would create a device context for the frame that is not there,
+        // which takes longer than painting the window.
+        return 0;
     }
     return ::DefWindowProcW(handle, message, wParam, lParam);
 }
@@ -187,12 +191,13 @@ int Window::Create(DWORD exStyle, const WCHAR* className, const WCHAR* title, DW
     const bool taken = pendingWindow == nullptr;
     pendingWindow = nullptr;
     if (created == nullptr) {
-        // A window that refuses WM_CREATE gets its WM_DESTROY on Windows, but not under Wine.
+        // WM_CREATE was refused after the object was bound. Windows sends WM_DESTROY then, which
+        // unbinds it; Wine does not.
         Detach();
         return 0;
     }
     if (!taken) {
-        // A class that is not the framework's: nobody would ever own this window.
+        // The class has another window procedure, which never bound the object.
         ::DestroyWindow(created);
         return 0;
     }
@@ -209,7 +214,7 @@ int Window::UpdateData(bool save) {
 
 void Window::Invalidate(bool erase) {
     if (::IsWindowVisible(handle) == FALSE) {
-        return;  // it will be drawn wholly when it is shown
+        return;  // showing it will paint all of it
     }
     RECT client{};
     ::GetClientRect(handle, &client);

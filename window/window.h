@@ -1,8 +1,8 @@
 #pragma once
 
-// The base of every window object: binds one object to one window handle and routes each message of
-// that window to the object's virtual handlers. Single-threaded: the handle table, the current
-// message and the pending object belong to the one thread that owns the message queue.
+// The base class of every window object. It binds one object to one window handle and routes that
+// window's messages to the object's virtual functions. Single-threaded: the handle map, the current
+// message and the object being created belong to the one thread that owns the message queue.
 
 #include "platform/process.h"
 #include "platform/win32.h"
@@ -11,18 +11,22 @@ namespace lunara {
 
 class DataExchange;
 
-/// Message numbers with which a modeless dialog that has a loop of its own tells its owner.
+// Private messages between a modeless dialog and the message loop that runs it (`RunDialog`).
 // NOLINTBEGIN(readability-identifier-naming): spelt like the system's own messages.
+/// Posted by a dialog to its own window when the user accepts the values (OK, "Add"). wParam and
+/// lParam: 0. No result: the message loop takes it out of the queue and does not dispatch it.
 inline constexpr UINT WM_DIALOG_OK = 0x8001;
+/// Posted by a dialog to its own window when the user cancels or closes it. wParam and lParam: 0.
+/// No result: the message loop takes it out of the queue and does not dispatch it.
 inline constexpr UINT WM_DIALOG_CANCEL = 0x8002;
 // NOLINTEND(readability-identifier-naming)
 
-/// The class of all windows that the framework creates itself; a second instance of the program
-/// finds the first one by it.
+/// Window class of the main window and of every window that is created without naming a class. A
+/// second instance of the program finds the first one by it.
 inline constexpr WCHAR FrameworkClassName[] = TEXT("wfcWnd_1_0");
 
-/// The message being dispatched. Nested dispatch (a handler that sends a message) leaves the outer
-/// one intact.
+/// The message being dispatched. It is saved and restored around nested dispatch, when a handler
+/// sends a message.
 struct CurrentMessage {
     HWND window;
     UINT message;
@@ -31,59 +35,69 @@ struct CurrentMessage {
 };
 const CurrentMessage& GetCurrentMessage();
 
-/// The window procedure of the framework's class and of every subclassed window.
+/// The window procedure of the framework's class and of every window that `Window::Subclass` took.
 LRESULT CALLBACK FrameworkWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-/// Gives a window that is about to be created this class, unless its creator named another one. The
-/// class is registered on first use and is the framework's in all but its name. For controls'
-/// `PreCreateWindow`, with its result.
+/// Sets the window class of `parameters` to `className` unless they name one already, and registers
+/// it on first use, with the framework's procedure and styles. Returns 1, or 0 when it cannot be
+/// registered: the result of a control's `PreCreateWindow`.
 int UseWindowClass(CREATESTRUCTW& parameters, const WCHAR* className);
 
+/// A window object. It does not own its window: the window can outlive the object and the other way
+/// round.
 class Window {
   public:
     Window() = default;
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
-    /// A window that is still bound is unbound, not destroyed.
+    /// Detaches from the window, which is not destroyed.
     virtual ~Window();
 
-    /// `OnMessage`, and `DefaultProc` when that does not handle the message.
+    /// Passes the message to `OnMessage`, and to `DefaultProc` when that does not handle it.
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
-    /// The subclassed window's own procedure, or the system's default.
+    /// Passes the message to the subclassed window's previous procedure, or else to the system's
+    /// default procedure.
     virtual LRESULT DefaultProc(UINT message, WPARAM wParam, LPARAM lParam);
-    /// Whether the message was handled; then its result is in `result` (unless that is null).
+    /// Handles the message and returns true, with its result in `*result` (`result` may be null).
+    /// Returns false for a message that it does not handle, as the base always does.
     virtual bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
-    /// May change the creation parameters; the base fills in the framework's class when there is no
-    /// class. 0 refuses the creation.
+    /// Called by `Create` before the window exists; may change the creation parameters. Returns 1,
+    /// or 0 to refuse the creation. The base sets the framework's class when there is no class.
     virtual int PreCreateWindow(CREATESTRUCTW& parameters);
-    /// Moves values between the object's fields and its controls; the base does nothing.
+    /// Lists the fields to exchange with controls, for `UpdateData`. The base lists none.
     virtual void DoDataExchange(DataExchange& exchange);
 
-    /// Binds the object to the window; 0 when an object is bound to that window already, when this
-    /// object is bound to another one, or when there is no window.
+    /// Binds this object to `window` and leaves the window's procedure as it is. Returns 1; 0 when
+    /// `window` is null or bound to an object, or when this object is bound already.
     int Attach(HWND window);
-    /// `Attach`, then routes the window's messages here. 0 when `Attach` failed.
+    /// Attaches to `window` and subclasses it, so that its messages come to this object first.
+    /// Returns 1, or 0 when `Attach` failed.
     int Subclass(HWND window);
-    /// Undoes both; returns the window it was bound to, null when none.
+    /// Undoes `Attach` and `Subclass`. Returns the window, or null when none was bound.
     HWND Detach();
-    /// The object bound to the window; null when there is none.
+    /// The object bound to `window`; null when there is none.
     static Window* FromHandle(HWND window);
 
-    /// Creates a window and binds it while it handles WM_CREATE. A null class name means the
-    /// framework's class. 1, or 0 when `PreCreateWindow`, the system or WM_CREATE refused, or when
-    /// the class is not handled by `FrameworkWindowProc`, or when the object is bound already; then
-    /// no new window is left, and an unbound object may be created again.
+    /// Creates a window and binds this object to it at the start of WM_CREATE. A null `className`
+    /// means the framework's class. Returns 1; 0 when the object is bound already, when
+    /// `PreCreateWindow`, the system or the WM_CREATE handler refuses, or when the class has
+    /// another procedure than `FrameworkWindowProc`. On failure no new window is left, and an
+    /// object that was unbound can be created again.
     int Create(DWORD exStyle, const WCHAR* className, const WCHAR* title, DWORD style, int x, int y,
                int width, int height, HWND parent, HMENU menuOrId, void* parameter = nullptr);
-    /// Whether the framework's class exists; it is registered on first use.
+    /// Registers the framework's class unless that is done. Returns 1, or 0 on failure.
     static int RegisterFrameworkClass();
 
-    /// Runs `DoDataExchange`: controls to fields when `save`, else fields to controls. Returns 1.
+    /// Runs `DoDataExchange`: from controls to fields if `save`, else from fields to controls.
+    /// Always returns 1.
     int UpdateData(bool save);
 
+    /// Marks the client area for repainting; does nothing while the window is hidden.
     void Invalidate(bool erase);
+    /// Paints now what is marked for repainting.
     void Update();
-    /// `DefaultProc` for the current message.
+    /// Passes the message being dispatched to `DefaultProc`, for a handler that needs the default
+    /// result.
     LRESULT Default();
 
     HWND Handle() const { return handle; }

@@ -12,7 +12,7 @@ namespace {
 WindowMap* currentMap = nullptr;
 
 std::uint32_t KeyOf(HWND window) {
-    // Handles are 32-bit numbers on every Windows, so that the cut loses nothing.
+    // Window handles have 32 significant bits, on 64-bit Windows too: truncation is lossless.
     return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(window));
 }
 
@@ -65,7 +65,7 @@ void WindowMap::Insert(HWND window, Window* object) {
         Resize(capacity + GrowthStep);
     }
     if (entries == nullptr || count >= capacity) {
-        return;  // out of memory: nothing is written past the old array
+        return;  // out of memory: the array is still full
     }
     entries[count] = Entry{key, object};
     ++count;

@@ -1,7 +1,8 @@
 #pragma once
 
-// The table from window handles to window objects. Searched on every message, so kept sorted; the
-// sort waits for the first lookup after insertions. It never owns the objects.
+// The map from window handles to window objects. It is searched on every message: a sorted array
+// with binary search, sorted lazily at the first lookup after an insertion. It does not own the
+// objects. The process has one map while at least one window is bound, and none otherwise.
 
 #include <cstdint>
 
@@ -14,11 +15,13 @@ class Window;
 class WindowMap {
   public:
     struct Entry {
-        std::uint32_t key;  // the handle: its upper half carries nothing on 64-bit systems
+        std::uint32_t key;  // low half of the handle; window handles have 32 significant bits
         Window* object;
     };
 
-    static constexpr std::int32_t GrowthStep = 10;
+    static constexpr std::int32_t GrowthStep = 10;  // entries added or removed by a resize
+    /// The array shrinks by GrowthStep at this many free entries. Being more than GrowthStep, it
+    /// leaves free room, so that alternating insertions and removals do not resize each time.
     static constexpr std::int32_t ShrinkAtFree = 15;
 
     WindowMap() = default;
@@ -26,23 +29,26 @@ class WindowMap {
     WindowMap& operator=(const WindowMap&) = delete;
     ~WindowMap();
 
-    /// Index of the key, or -1. Sorts first when needed (not when the map is empty).
+    /// Index of the window's entry, or -1 when it is not in the map. Sorts the entries first if
+    /// needed, except in an empty map. The index is valid until the next insertion or removal.
     std::int32_t Lookup(HWND window);
-    /// The bound object, null when there is none.
+    /// The object bound to `window`; null when there is none.
     Window* Find(HWND window);
-    /// Replaces the object of a key that is present, else appends.
+    /// Binds `object` to `window`, replacing the object of a window that is in the map. Out of
+    /// memory, does nothing.
     void Insert(HWND window, Window* object);
-    /// 1, or 0 when the key is absent.
+    /// Removes the window's entry. Returns 1, or 0 when there is none.
     int Remove(HWND window);
 
     std::int32_t Count() const { return count; }
     std::int32_t Capacity() const { return capacity; }
     bool IsUnsorted() const { return unsorted; }
 
-    /// The process's map; null while no window is bound.
+    /// The process's map; null when there is none.
     static WindowMap* Current();
-    /// The process's map, made when there is none.
+    /// The process's map, created when there is none.
     static WindowMap& Ensure();
+    /// Deletes the process's map when it has no entries.
     static void DestroyIfEmpty();
 
   private:

@@ -1,6 +1,6 @@
 #pragma once
 
-// <commctrl.h>, which does not bring the system's header that it needs; so the order is the point.
+// <commctrl.h> with its prerequisite: it does not include <windows.h>, which must come first.
 
 // clang-format off
 #include "platform/win32.h"

@@ -23,14 +23,14 @@ SheetLayout LayOutSheet(SIZE designed, SIZE client) {
     const double fitting = std::min(Ratio(width, designed.cx), Ratio(height, designed.cy));
     SheetLayout layout{};
     layout.scale = std::clamp(fitting, LeastSheetScale, MostSheetScale);
-    // A sheet that does not even fit at the least scale starts at the edge, not beyond it.
+    // A sheet that is too wide even at the least scale starts at the left edge, not outside it.
     layout.origin.x = std::max<LONG>(0, (client.cx - Scaled(designed.cx, layout.scale)) / 2);
     layout.origin.y = TitleStripPx + SheetMarginPx;
     return layout;
 }
 
 RECT PlaceOnSheet(const RECT& designed, const SheetLayout& layout) {
-    // Each edge is rounded by itself, so that what touches in the template still touches.
+    // Round each edge, not the size, so that controls that touch in the template still touch.
     return RECT{layout.origin.x + Scaled(designed.left, layout.scale),
                 layout.origin.y + Scaled(designed.top, layout.scale),
                 layout.origin.x + Scaled(designed.right, layout.scale),

@@ -1,7 +1,7 @@
-// Full-screen dialogs. The device lets a dialog cover its screen and shows its title in the top
-// bar. On a desktop the dialog covers the client area of the main window, draws a title strip of
-// its own and follows the window. The window is disabled while a dialog is up, so its caption
-// cannot be dragged; the title strip takes the caption's place, and dragging it moves the window.
+// Full-screen dialogs. On the device a dialog covers the screen, with its title in the shell's top
+// bar. On a desktop it covers the client area of its owner, draws a title strip of its own, and
+// follows the owner when that moves. The owner is disabled while the dialog is up, so its caption
+// cannot be dragged. The title strip acts as a caption instead: dragging it moves the owner.
 
 #include "platform/pocketpc/full_screen_dialog.h"
 
@@ -33,29 +33,30 @@ constexpr COLORREF TitleColor = RGB(0x5B, 0x2C, 0x6F);
 constexpr COLORREF RuleColor = RGB(0xC8, 0xB8, 0xD0);
 constexpr int TitleTextCapacity = 128;
 
+/// A full-screen dialog, from CoverOwner to WM_DESTROY.
 struct FullScreenState {
     HWND dialog = nullptr;
     HWND owner = nullptr;
-    SIZE designed{};  // client size of the template
+    SIZE designed{};  // client size of the template, px
     struct Control {
         HWND window;
-        RECT designed;
+        RECT designed;  // place in the template's client area, px
     };
     std::vector<Control> controls;
-    LOGFONTW face{};
-    double fontScale = 0;
+    LOGFONTW face{};       // the template's font
+    double fontScale = 0;  // of `font`; 0 before the first layout
     Font font;
     Font titleFont;
-    bool placing = false;
+    bool placing = false;  // Place is moving the dialog, so OwnerFollows must not run
 };
 
-/// The full-screen dialogs that exist, in the order of their making; one may stand over another.
+/// All full-screen dialogs, oldest first; one may lie over another.
 std::vector<std::unique_ptr<FullScreenState>>& FullScreenDialogs() {
     static std::vector<std::unique_ptr<FullScreenState>> dialogs;
     return dialogs;
 }
 
-/// Null for any other window, and for a dialog that has handled WM_DESTROY.
+/// The state of a full-screen dialog; null for any other window, and for a dialog after WM_DESTROY.
 FullScreenState* StateOf(HWND dialog) {
     for (const auto& state : FullScreenDialogs()) {
         if (state->dialog == dialog) {
@@ -105,7 +106,7 @@ void PlaceControls(FullScreenState& state) {
 /// Lays the dialog over its owner's client area.
 void Place(FullScreenState& state) {
     if (::IsIconic(state.owner) != FALSE) {
-        return;  // its client area is nowhere; the dialog is hidden with it
+        return;  // a minimised owner has no client area on the screen and hides the dialog
     }
     const RECT area = ClientOnScreen(state.owner);
     RECT present{};
@@ -119,7 +120,7 @@ void Place(FullScreenState& state) {
     state.placing = false;
 }
 
-/// The dialog was dragged by its title strip: the owner goes along.
+/// Moves the owner under the dialog after the user dragged the dialog by its title strip.
 void OwnerFollows(const FullScreenState& state) {
     if (::IsIconic(state.owner) != FALSE) {
         return;
@@ -169,7 +170,7 @@ LRESULT WhiteBackground(HDC dc) {
 LRESULT CALLBACK OwnerProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     const LRESULT result = CallPrevious(&OwnerProc, window, message, wParam, lParam);
     if (message == WM_WINDOWPOSCHANGED) {
-        // By index: placing a dialog sends it messages, and its answer may be to end.
+        // By index, not by iterator: Place sends messages to the dialog, which may end at one.
         for (std::size_t index = 0; index < FullScreenDialogs().size(); ++index) {
             if (FullScreenDialogs()[index]->owner == window) {
                 Place(*FullScreenDialogs()[index]);
@@ -192,7 +193,7 @@ LRESULT HitTest(const FullScreenState& state, LPARAM point, LRESULT inner) {
 
 LRESULT CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-/// Ends what CoverOwner began: the dialog is an ordinary window again.
+/// Undoes CoverOwner: removes the subclasses and frees the state.
 void Release(HWND dialog) {
     const auto found =
         std::find_if(FullScreenDialogs().begin(), FullScreenDialogs().end(),
@@ -204,19 +205,19 @@ void Release(HWND dialog) {
         RemoveSubclass(state->owner, &OwnerProc);
     }
     for (const FullScreenState::Control& control : state->controls) {
-        // The fonts go with the state.
+        // The controls must not keep fonts that are deleted with `state`.
         ::SendMessageW(control.window, WM_SETFONT, 0, FALSE);
     }
 }
 
-/// What the sheet adds to the dialog's own answer.
+/// Acts on a message that the dialog has handled with result `answer`. Returns the result to use.
 LRESULT AfterDialog(FullScreenState& state, UINT message, WPARAM wParam, LPARAM lParam,
                     LRESULT answer) {
     switch (message) {
         case WM_CTLCOLORDLG:
         case WM_CTLCOLORSTATIC:
         case WM_CTLCOLORBTN:
-            // The text colour is the dialog's.
+            // The background only: the text colour was set by the dialog.
             return WhiteBackground(reinterpret_cast<HDC>(wParam));
         case WM_NCHITTEST:
             return HitTest(state, lParam, answer);
@@ -243,8 +244,7 @@ LRESULT CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         EraseWithTitle(*StateOf(window), reinterpret_cast<HDC>(wParam));
         return 1;
     }
-    // The dialog handles each message first: some of those that the sheet acts on mean something to
-    // the dialog, too.
+    // The dialog handles each message first, because it may act on those that AfterDialog handles.
     const LRESULT answer = CallPrevious(&DialogProc, window, message, wParam, lParam);
     FullScreenState* state = StateOf(window);
     if (state == nullptr) {
@@ -259,20 +259,21 @@ LRESULT CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 
 // ---- Taking a dialog over ----
 
-/// The rectangle by which a control is laid out, on the screen. A combo box is set to the height of
-/// its opened list, but its window is only as high as the closed field; laid out by the window, the
-/// list would have no height.
+/// The rectangle to lay a control out by, in screen coordinates: its window, and for a combo box
+/// the window with the dropped list. A combo box is given its height with the list, but its window
+/// is only as high as the closed field; laid out by that, the list would have no height.
 RECT DesignedPlace(HWND control) {
     RECT place{};
     ::GetWindowRect(control, &place);
-    // The result is not looked at: Wine returns 0 although it fills the rectangle in. A control of
-    // another kind leaves the rectangle as it is.
+    // The result is ignored: Wine returns 0 although it fills in the rectangle. A control of
+    // another kind leaves the rectangle alone.
     RECT opened = place;
     ::SendMessageW(control, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&opened));
     place.bottom = std::max(place.bottom, opened.bottom);
     return place;
 }
 
+/// Stores the sizes, places and font of the template, before anything is scaled.
 void RememberDesign(FullScreenState& state) {
     RECT client{};
     ::GetClientRect(state.dialog, &client);
@@ -294,15 +295,15 @@ void RememberDesign(FullScreenState& state) {
     state.titleFont = Font(::CreateFontIndirectW(&title));
 }
 
-/// Removes caption and border: the title strip shows the title, and the sheet fills the whole
-/// client area of the owner.
+/// Removes caption and border. The title strip shows the title, and the dialog's client area must
+/// be as large as the owner's.
 void TakeFrameAway(HWND dialog) {
     constexpr LONG_PTR Frame = WS_CAPTION | WS_THICKFRAME | DS_MODALFRAME;
     constexpr LONG_PTR ExFrame = WS_EX_DLGMODALFRAME | WS_EX_WINDOWEDGE | WS_EX_CLIENTEDGE;
     const LONG_PTR style = ::GetWindowLongPtrW(dialog, GWL_STYLE);
     const LONG_PTR exStyle = ::GetWindowLongPtrW(dialog, GWL_EXSTYLE);
     if ((style & Frame) == 0 && (exStyle & ExFrame) == 0) {
-        return;  // the templates of the program ask for none
+        return;  // as in all templates of the program
     }
     ::SetWindowLongPtrW(dialog, GWL_STYLE, style & ~Frame);
     ::SetWindowLongPtrW(dialog, GWL_EXSTYLE, exStyle & ~ExFrame);
@@ -315,11 +316,11 @@ HWND OwnerOf(HWND dialog) {
     return owner != nullptr ? owner : lunara::MainWindowHandle();
 }
 
-/// Shows the owner if it is hidden: the sign-in runs before the main window was ever shown. Does
-/// not activate it, because the dialog is active already.
+/// Shows a hidden owner: the sign-in runs before the main window is first shown. Does not activate
+/// the owner, because the dialog is active.
 void ShowOwner(const FullScreenState& state) {
     if (::IsWindowVisible(state.owner) == FALSE) {
-        // The dialog covers its client area, so its painting can wait.
+        // SWP_DEFERERASE: the dialog covers the client area, so painting it can wait.
         ::SetWindowPos(state.owner, nullptr, 0, 0, 0, 0,
                        SWP_SHOWWINDOW | SWP_NOACTIVATE | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER |
                            SWP_DEFERERASE);
@@ -340,10 +341,10 @@ void lunara::CoverOwner(HWND dialog) {
     TakeFrameAway(dialog);
     FullScreenState& placed = *FullScreenDialogs().emplace_back(std::move(state));
     AddSubclass(dialog, &DialogProc);
-    AddSubclass(owner, &OwnerProc);  // null for a second dialog over the same owner
+    AddSubclass(owner, &OwnerProc);  // does nothing for a second dialog over the same owner
     Place(placed);
     if (placed.fontScale == 0) {
-        PlaceControls(placed);  // the dialog had its size already, so that no WM_SIZE came
+        PlaceControls(placed);  // Place did not change the size, so there was no WM_SIZE
     }
 }
 

@@ -1,4 +1,4 @@
-// The input panel of a desktop that has none: what the program asks of it is kept and answered.
+// The input panel's functions on a desktop, which has none: they store the flags and return them.
 
 #include "platform/pocketpc/aygshell.h"
 
@@ -46,7 +46,6 @@ BOOL SHSipPreference(HWND window, SIPSTATE state) {
 }
 
 BOOL SHInputDialog(HWND /*dialog*/, UINT /*message*/, WPARAM /*wParam*/) {
-    // On the device this raises the panel when an edit field gains the focus; a keyboard needs no
-    // raising.
+    // Nothing to raise: on a desktop the user types on a keyboard.
     return FALSE;
 }

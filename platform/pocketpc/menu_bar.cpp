@@ -40,19 +40,19 @@ std::optional<MenuBarDescription> ReadMenuBarDescription(std::span<const std::ui
 namespace {
 
 constexpr int LabelCapacity = 64;
-constexpr WORD PaddingXPx = 11;  // left and right of a picture together
-constexpr WORD PaddingYPx = 14;  // above and below
-constexpr int DividerPx = 4;     // the line along the upper edge, and air around the buttons
+constexpr WORD PaddingXPx = 11;  // sum of the space left and right of a button's image
+constexpr WORD PaddingYPx = 14;  // sum of the space above and below a button's image
+constexpr int DividerPx = 4;     // the line along the bar's upper edge and the space around buttons
 constexpr WPARAM KeyMenuSpace = TEXT(' ');
 
-/// What a bar owns besides its window, from the bar's creation to its destruction.
+/// A menu bar. It owns menu and images, and is destroyed at WM_NCDESTROY of its window.
 struct MenuBar {
     HWND window = nullptr;
     HWND parent = nullptr;
     HMENU menu = nullptr;
     HIMAGELIST images = nullptr;
     std::vector<MenuBarButton> buttons;
-    std::vector<WideString> toolTips;  // by button
+    std::vector<WideString> toolTips;  // in the order of `buttons`; may be shorter
 
     MenuBar() = default;
     MenuBar(const MenuBar&) = delete;
@@ -67,7 +67,7 @@ struct MenuBar {
     }
 };
 
-// ---- What it is made of ----
+// ---- Creation ----
 
 std::optional<MenuBarDescription> LoadDescription(HINSTANCE instance, UINT id) {
     const HRSRC resource =
@@ -90,9 +90,9 @@ COLORREF FirstPixel(const Bitmap& bitmap) {
     return ::GetPixel(dc.Get(), 0, 0);
 }
 
-/// Cuts the bitmap into square button images; its top left pixel has the transparent colour. The
-/// image count in the caller's SHMENUBARINFO is ignored: the program passes one less than the
-/// bitmap holds, and the last button would stay blank.
+/// Cuts the bitmap into square images; the colour of its top left pixel becomes transparent. Takes
+/// the number of images from the bitmap's width, not from SHMENUBARINFO: the program passes one
+/// less than there are, and the last button would stay blank.
 HIMAGELIST LoadImages(HINSTANCE instance, UINT bitmapId) {
     const Bitmap bitmap(static_cast<HBITMAP>(::LoadImageW(
         instance, MAKEINTRESOURCEW(bitmapId), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION)));
@@ -109,7 +109,7 @@ HIMAGELIST LoadImages(HINSTANCE instance, UINT bitmapId) {
     return images;
 }
 
-/// Adds all buttons in one call, because the toolbar lays itself out after each.
+/// Adds all buttons with one message, because the toolbar lays itself out after each message.
 void AddButtons(const MenuBar& bar, HINSTANCE instance) {
     std::vector<TBBUTTON> shapes;
     std::vector<std::array<WCHAR, LabelCapacity>> labels(bar.buttons.size());
@@ -129,7 +129,8 @@ void AddButtons(const MenuBar& bar, HINSTANCE instance) {
     }
     ::SendMessageW(bar.window, TB_ADDBUTTONSW, shapes.size(),
                    reinterpret_cast<LPARAM>(shapes.data()));
-    // A check button is as wide as its image with padding, not as the widest label of the bar.
+    // Set the width of the check buttons to image and padding; the toolbar's default is the width
+    // of its widest label.
     int width = 0;
     int height = 0;
     ::ImageList_GetIconSize(bar.images, &width, &height);
@@ -145,7 +146,7 @@ void AddButtons(const MenuBar& bar, HINSTANCE instance) {
     }
 }
 
-// ---- What it does ----
+// ---- Behaviour ----
 
 void PlaceAtBottom(const MenuBar& bar) {
     RECT client{};
@@ -155,6 +156,8 @@ void PlaceAtBottom(const MenuBar& bar) {
           RECT{0, client.bottom - (place.bottom - place.top), client.right, client.bottom});
 }
 
+/// The drop-down button with that command, or the first one when `command` is empty; null when
+/// there is none.
 const MenuBarButton* DropDownOf(const MenuBar& bar, std::optional<int> command) {
     const auto found = std::find_if(
         bar.buttons.begin(), bar.buttons.end(), [command](const MenuBarButton& button) {
@@ -163,7 +166,8 @@ const MenuBarButton* DropDownOf(const MenuBar& bar, std::optional<int> command) 
     return found == bar.buttons.end() ? nullptr : &*found;
 }
 
-/// Opens the menu upwards from the button: the bar lies at the bottom edge of the window.
+/// Opens the menu above the button: the bar lies at the bottom edge of the window. The menu's
+/// commands go to the bar's parent.
 void DropUp(const MenuBar& bar, int command) {
     RECT button{};
     if (::SendMessageW(bar.window, TB_GETRECT, static_cast<WPARAM>(command),
@@ -198,8 +202,8 @@ void AnswerToolTip(const MenuBar& bar, NMTBGETINFOTIPW& question) {
     CopyText(question.pszText, static_cast<std::size_t>(question.cchTextMax), text);
 }
 
-/// Answers those notifications of the toolbar to its parent that the bar handles itself; nothing
-/// for all others.
+/// Handles a notification of the toolbar to the bar's parent. Returns its result; nullopt for a
+/// notification that is left to the parent.
 std::optional<LRESULT> AnswerNotification(const MenuBar& bar, NMHDR& header) {
     if (header.hwndFrom != bar.window) {
         return std::nullopt;
@@ -216,24 +220,26 @@ std::optional<LRESULT> AnswerNotification(const MenuBar& bar, NMHDR& header) {
     }
 }
 
-/// The bars that exist: one, except in tests.
+/// All menu bars: one, except in tests.
 std::vector<std::unique_ptr<MenuBar>>& MenuBars() {
     static std::vector<std::unique_ptr<MenuBar>> bars;
     return bars;
 }
 
+/// Finds the bar whose `member` (`window` or `parent`) is `window`.
 std::vector<std::unique_ptr<MenuBar>>::iterator FindBar(HWND MenuBar::*member, HWND window) {
     return std::find_if(MenuBars().begin(), MenuBars().end(),
                         [=](const auto& bar) { return (*bar).*member == window; });
 }
 
-/// Whether the window has no menu of its own for Alt or F10 to open; the bar has one.
+/// Whether the message asks for the window's menu from the keyboard (Alt, F10, Alt with a letter).
+/// The parent has no menu, so the bar's opens instead. Alt+Space is left to the system menu.
 bool OpensMenu(UINT message, WPARAM wParam, LPARAM lParam) {
     return message == WM_SYSCOMMAND && (wParam & 0xFFF0) == SC_KEYMENU &&
            lParam != static_cast<LPARAM>(KeyMenuSpace);
 }
 
-/// The subclass procedure of the window that has a bar.
+/// The subclass procedure of a bar's parent.
 LRESULT CALLBACK ParentProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     const auto found = FindBar(&MenuBar::parent, window);
     if (found != MenuBars().end()) {
@@ -261,7 +267,7 @@ LRESULT CALLBACK BarProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam
         MenuBar& bar = **found;
         switch (message) {
             case TB_SETTOOLTIPS_DEVICE:
-                // A desktop toolbar gives this number another meaning.
+                // Not passed on: to a desktop toolbar this number is another message.
                 SetToolTips(bar, wParam, reinterpret_cast<const WCHAR* const*>(lParam));
                 return 0;
             case SHCMBM_GETSUBMENU:
@@ -331,6 +337,6 @@ BOOL SHCreateMenuBar(SHMENUBARINFO* info) {
     lunara::AddSubclass(bar->parent, &lunara::ParentProc);
     lunara::PlaceAtBottom(*bar);
     info->hwndMB = bar->window;
-    lunara::MenuBars().push_back(std::move(bar));  // until the bar's window is destroyed
+    lunara::MenuBars().push_back(std::move(bar));  // removed at WM_NCDESTROY of the bar
     return TRUE;
 }

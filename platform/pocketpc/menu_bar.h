@@ -1,17 +1,18 @@
 #pragma once
 
-// The menu bar: on the device a bar of the shell at the bottom of the screen, here a toolbar at the
-// bottom of its parent.
+// The menu bar: on the device, a bar of the shell at the bottom of the screen; here, a toolbar
+// along the bottom edge of its parent window. SHCreateMenuBar (aygshell.h) creates it.
 //
-// The RCDATA resource that describes a bar is a row of 16-bit words:
+// The RCDATA resource that describes a bar is a sequence of 16-bit words:
 //
 //   menu id, number of buttons, and for each button four words:
 //     image     index into the bar's bitmap, or MENU_BAR_NO_IMAGE
-//     command   sent with WM_COMMAND when the button is tapped
-//     kind      MENU_BAR_DROP_DOWN: opens the first pop-up of the menu; MENU_BAR_CHECK: stays down
+//     command   id that WM_COMMAND carries when the button is tapped
+//     kind      MENU_BAR_DROP_DOWN: opens the first pop-up of the menu;
+//               MENU_BAR_CHECK: a check button, toggled by each tap
 //     text      string id of the label, 0 for none
 //
-// (The constants stand in resources/ids.h.)
+// The MENU_BAR_ constants are defined in resources/ids.h.
 
 #include <cstdint>
 #include <optional>
@@ -22,14 +23,15 @@
 
 // NOLINTBEGIN(readability-identifier-naming): this is the shell's own spelling.
 
-/// Sent to a menu bar: lParam is the id of a drop-down button, the result its HMENU (null for other
-/// ids). The menu belongs to the bar.
+/// Sent to a menu bar to get the pop-up menu of a drop-down button. wParam: 0. lParam: the
+/// button's command id. Result: the HMENU, which the bar owns; null for any other id.
 inline constexpr UINT SHCMBM_GETSUBMENU = WM_USER + 401;
 
 // NOLINTEND(readability-identifier-naming)
 
 namespace lunara {
 
+/// One button, with the four words of the description.
 struct MenuBarButton {
     std::uint16_t image;
     std::uint16_t command;
@@ -37,12 +39,14 @@ struct MenuBarButton {
     std::uint16_t text;
 };
 
+/// A description: the menu's resource id, and the buttons from left to right.
 struct MenuBarDescription {
     std::uint16_t menu = 0;
     std::vector<MenuBarButton> buttons;
 };
 
-/// Reads a description; nothing when the words are fewer than it says or a kind is unknown.
+/// Parses a description; nullopt when there are fewer words than its counts demand or a kind is
+/// unknown. Further words are ignored.
 std::optional<MenuBarDescription> ReadMenuBarDescription(std::span<const std::uint16_t> words);
 
 }  // namespace lunara

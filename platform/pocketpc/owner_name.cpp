@@ -11,7 +11,7 @@ namespace {
 constexpr WCHAR OwnerKey[] = TEXT("ControlPanel\\Owner");
 constexpr WCHAR OwnerValue[] = TEXT("Owner");
 constexpr std::size_t RecordCapacity = 768;  // bytes
-constexpr DWORD AccountCapacity = 257;       // longest account name and its terminator
+constexpr DWORD AccountCapacity = 257;       // UTF-16 units; longest account name and terminator
 
 std::optional<WideString> NameInRegistry(HKEY root) {
     HKEY key = nullptr;

@@ -1,7 +1,7 @@
 #pragma once
 
-// The name of the device's owner, which the device keeps in the registry. A desktop has no such
-// record: there it is the name of the signed-in user.
+// The name of the device's owner. The device stores it in the registry, in a record that a desktop
+// does not have; there the name of the system account is used.
 
 #include <cstddef>
 #include <span>
@@ -10,14 +10,16 @@
 
 namespace lunara {
 
-/// Units of the name at the head of the owner record.
+/// Longest name in the owner record, in UTF-16 units; the name begins at offset 0.
 inline constexpr std::size_t OwnerNameUnits = 36;
 
-/// The name in the first bytes of an owner record, of whatever length the record is.
+/// Reads the name from an owner record: at most OwnerNameUnits units, up to a terminator or the end
+/// of the record. Empty for an empty record.
 WideString OwnerNameOfRecord(std::span<const BYTE> record);
 
-/// The owner's name from the record under `root`; without a record the signed-in user's name, and
-/// without that either an empty text.
+/// The owner's name from the registry value ControlPanel\Owner\Owner (REG_BINARY, at most 768
+/// bytes) under `root`. When that is missing or malformed, the name of the system account; empty
+/// when there is neither.
 WideString OwnerName(HKEY root = HKEY_CURRENT_USER);
 
 }  // namespace lunara

@@ -16,7 +16,7 @@ void PutAt(HWND child, const RECT& place) {
     }
     UINT flags = SWP_NOZORDER | SWP_NOACTIVATE | SWP_DEFERERASE;
     if (::IsWindowVisible(child) == FALSE) {
-        flags |= SWP_NOREDRAW | SWP_NOCOPYBITS;  // to be shown is to be drawn wholly
+        flags |= SWP_NOREDRAW | SWP_NOCOPYBITS;  // showing it will paint all of it
     }
     ::SetWindowPos(child, nullptr, place.left, place.top, place.right - place.left,
                    place.bottom - place.top, flags);

@@ -1,14 +1,17 @@
 #pragma once
 
+// Position and size of child windows in client coordinates of their parent.
+
 #include "platform/win32.h"
 
 namespace lunara {
 
-/// Where a child window is in its parent's client area, in pixels.
+/// The rectangle of `child` in client coordinates of its parent, in pixels.
 RECT PlaceOf(HWND child);
 
-/// Puts a child there. Its place in the order stays, by which the keyboard goes. Costs nothing when
-/// it is there already, and little while nobody sees it.
+/// Moves and resizes `child` to `place`, in client coordinates of its parent, in pixels. Keeps the
+/// z-order, and with it the tab order. Does nothing when the child is there already; does not
+/// repaint or copy pixels while it is hidden.
 void PutAt(HWND child, const RECT& place);
 
 }  // namespace lunara

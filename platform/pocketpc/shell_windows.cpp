@@ -4,11 +4,13 @@
 
 namespace {
 
+/// Parameter of TakeEnabledPopup: a search for a visible, enabled window with root owner `root`.
 struct Search {
     HWND root;
     HWND found;
 };
 
+/// EnumWindows callback; stops at the first match.
 BOOL CALLBACK TakeEnabledPopup(HWND window, LPARAM parameter) {
     auto& search = *reinterpret_cast<Search*>(parameter);
     if (::GetAncestor(window, GA_ROOTOWNER) != search.root || ::IsWindowVisible(window) == FALSE ||
@@ -19,7 +21,8 @@ BOOL CALLBACK TakeEnabledPopup(HWND window, LPARAM parameter) {
     return FALSE;
 }
 
-/// A disabled window is behind a dialog, or a dialog's dialog, and that is where the user goes on.
+/// The window to activate in place of `window`. A disabled window has a dialog over it, which may
+/// have a dialog of its own: the enabled one is meant.
 HWND WindowInFront(HWND window) {
     if (::IsWindowEnabled(window) != FALSE) {
         return window;
@@ -33,7 +36,7 @@ HWND WindowInFront(HWND window) {
 
 BOOL SHHandleWMSettingChange(HWND window, WPARAM /*wParam*/, LPARAM /*lParam*/,
                              SHACTIVATEINFO* info) {
-    // The record's bits follow the input panel on the device; without a panel nothing moves.
+    // On the device the window moves out of the input panel's way; a desktop has no panel.
     return window != nullptr && info != nullptr && info->cbSize == sizeof(SHACTIVATEINFO) ? TRUE
                                                                                           : FALSE;
 }

@@ -11,11 +11,12 @@ namespace {
 constexpr DWORD FrameStyle =
     WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME | WS_CLIPCHILDREN;
 
-constexpr UINT_PTR IconTimerId = 0x49434F;  // apart from the window's own timers
+constexpr UINT_PTR IconTimerId = 0x49434F;  // differs from the window's own timer ids
 
 HINSTANCE iconModule = nullptr;
 UINT icon = 0;
 
+/// The window size, in pixels, that gives a client area of size `client`.
 SIZE FrameSize(SIZE client, DWORD style, DWORD exStyle) {
     RECT frame{0, 0, client.cx, client.cy};
     ::AdjustWindowRectEx(&frame, style, FALSE, exStyle);
@@ -29,8 +30,8 @@ void LimitSize(HWND window, MINMAXINFO& limits) {
     limits.ptMinTrackSize = POINT{least.cx, least.cy};
 }
 
-/// The system's default places cascade down the screen, until a portrait window hangs over its
-/// edge.
+/// Moves the window inside the work area. The system's default positions cascade, so a tall window
+/// can extend below the screen.
 void KeepOnScreen(HWND window) {
     RECT work{};
     RECT frame{};
@@ -47,8 +48,8 @@ void KeepOnScreen(HWND window) {
     }
 }
 
-/// To make icons takes some milliseconds, for which nobody should wait: they come when the window
-/// has nothing else to do.
+/// Timer procedure that sets the window's icons. Loading them takes some milliseconds; WM_TIMER is
+/// dispatched only when the queue is empty, so the user does not wait for it at the start.
 void CALLBACK GiveIcons(HWND window, UINT /*message*/, UINT_PTR timer, DWORD /*time*/) {
     ::KillTimer(window, timer);
     struct {
@@ -57,7 +58,7 @@ void CALLBACK GiveIcons(HWND window, UINT /*message*/, UINT_PTR timer, DWORD /*t
         int height;
     } const kinds[] = {{ICON_BIG, SM_CXICON, SM_CYICON}, {ICON_SMALL, SM_CXSMICON, SM_CYSMICON}};
     for (const auto& [kind, width, height] : kinds) {
-        // Shared icons are the system's to free.
+        // LR_SHARED: the system owns and frees the icon.
         const HANDLE loaded =
             ::LoadImageW(iconModule, MAKEINTRESOURCEW(icon), IMAGE_ICON, ::GetSystemMetrics(width),
                          ::GetSystemMetrics(height), LR_SHARED);

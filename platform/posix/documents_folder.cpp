@@ -10,6 +10,8 @@ WideString& FixedFolder() {
     return folder;
 }
 
+/// The absolute path in environment variable `name`, followed by `below`. Empty when the variable
+/// is not set, not absolute or not UTF-8.
 WideString FromEnvironment(const char* name, WideView below) {
     const char* value = std::getenv(name);
     if (value == nullptr || value[0] != '/') {

@@ -14,10 +14,11 @@ namespace {
 
 using lunara::NativePath;
 
+/// An open search; its address is the HANDLE.
 struct Search {
     DIR* folder = nullptr;
-    std::string path;  // of the folder, with '/' at its end
-    lunara::WideString suffix;
+    std::string path;           // of the folder, with '/' at its end
+    lunara::WideString suffix;  // how a name must end; empty for every name
 
     Search() = default;
     Search(const Search&) = delete;
@@ -35,7 +36,8 @@ bool Matches(const Search& search, const lunara::WideString& name) {
                0;
 }
 
-/// Stores the next entry that matches; FALSE with ERROR_NO_MORE_FILES behind the last one.
+/// Stores the next matching entry. FALSE after the last one, with ERROR_NO_MORE_FILES, or when the
+/// folder cannot be read, with ERROR_READ_FAULT.
 BOOL Next(Search& search, WIN32_FIND_DATAW& entry) {
     for (;;) {
         errno = 0;
@@ -45,7 +47,7 @@ BOOL Next(Search& search, WIN32_FIND_DATAW& entry) {
             return FALSE;
         }
         const std::optional<lunara::WideString> name = lunara::FromUtf8(found->d_name);
-        // A name that is not UTF-8, or too long for the structure, is none that the program gave.
+        // Skip a name that is not UTF-8 or does not fit: the program never creates such a file.
         if (!name || name->size() >= std::size(entry.cFileName) || !Matches(search, *name)) {
             continue;
         }

@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr LONGLONG UnitsPerMillisecond = 10'000;
+constexpr LONGLONG UnitsPerMillisecond = 10'000;  // a unit is 100 ns
 constexpr LONGLONG UnitsPerDay = 864'000'000'000;
 
 }  // namespace
@@ -36,13 +36,14 @@ BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime) {
     const auto units =
         static_cast<LONGLONG>(ULONGLONG{fileTime->dwHighDateTime} << 32 | fileTime->dwLowDateTime);
     const LONGLONG days = units / UnitsPerDay;
-    auto milliseconds = static_cast<int>(units % UnitsPerDay / UnitsPerMillisecond);
+    auto milliseconds =
+        static_cast<int>(units % UnitsPerDay / UnitsPerMillisecond);  // [0, 86'399'999]
 
     const lunara::CalendarDay day = lunara::CalendarDayAfter1601(static_cast<std::int32_t>(days));
     systemTime->wYear = static_cast<WORD>(day.year);
     systemTime->wMonth = static_cast<WORD>(day.month);
     systemTime->wDay = static_cast<WORD>(day.day);
-    systemTime->wDayOfWeek = static_cast<WORD>((days + 1) % 7);  // 1 January 1601: a Monday
+    systemTime->wDayOfWeek = static_cast<WORD>((days + 1) % 7);  // 1 January 1601 was a Monday
     systemTime->wMilliseconds = static_cast<WORD>(milliseconds % 1000);
     milliseconds /= 1000;
     systemTime->wSecond = static_cast<WORD>(milliseconds % 60);

@@ -25,6 +25,7 @@ namespace {
 
 using lunara::NativePath;
 
+/// The ERROR_ code for an errno value; `otherwise` for a value without a counterpart.
 DWORD ErrorOf(int number, DWORD otherwise) {
     switch (number) {
         case ENOENT:
@@ -50,12 +51,13 @@ DWORD ErrorOf(int number, DWORD otherwise) {
     }
 }
 
+/// Sets the last error from errno (see ErrorOf) and returns FALSE.
 BOOL Fail(DWORD otherwise) {
     SetLastError(ErrorOf(errno, otherwise));
     return FALSE;
 }
 
-// A handle is the descriptor + 1, so that descriptor 0 is not a null handle.
+/// A handle is the descriptor plus 1, so that descriptor 0 does not become a null handle.
 HANDLE HandleOf(int descriptor) {
     return reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(descriptor) + 1);
 }
@@ -69,6 +71,8 @@ bool IsFolder(int descriptor) {
     return ::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
 }
 
+/// Flushes the folder of `path` to the disk, so that a rename in it survives a power failure.
+/// Ignores errors.
 void FlushFolderOf(const std::string& path) {
     const std::size_t last = path.find_last_of('/');
     const std::string folder = last == std::string::npos ? "." : path.substr(0, last + 1);

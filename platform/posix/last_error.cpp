@@ -12,7 +12,8 @@ void SetLastError(DWORD error) { lastError = error; }
 
 void* SecureZeroMemory(void* memory, std::size_t bytes) {
     std::memset(memory, 0, bytes);
-    // The compiler must take it that the zeros are read, and so cannot leave them out.
+    // The empty statement claims to read `memory`, so the compiler cannot remove the memset as a
+    // dead store.
     asm volatile("" : : "r"(memory) : "memory");
     return memory;
 }

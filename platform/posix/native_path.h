@@ -6,7 +6,7 @@
 
 namespace lunara {
 
-/// The path as the system's calls take it: UTF-8, with '/' between folders.
+/// Converts a path to the form that POSIX calls take: UTF-8, with every '\' turned into '/'.
 std::string NativePath(LPCWSTR path);
 
 }  // namespace lunara

@@ -6,8 +6,8 @@
 
 namespace {
 
-/// Reads the decimal number at `source` and moves past it; at most two digits, as the platform
-/// does.
+/// Parses the decimal number at `source` and advances past it. Reads at most two digits, like
+/// Windows.
 int TakeInsertNumber(const WCHAR*& source) {
     int number = 0;
     for (int digit = 0; digit < 2 && *source >= '0' && *source <= '9'; ++digit) {
@@ -16,8 +16,8 @@ int TakeInsertNumber(const WCHAR*& source) {
     return number;
 }
 
-/// The printf conversion between two '!' after an insert's number; "%s" when there is none. Empty
-/// when it has no end.
+/// Parses the optional printf conversion "!...!" after an insert's number and advances past it.
+/// Returns it with a leading '%'; "%s" when there is none; empty when the closing '!' is missing.
 lunara::WideString TakeConversion(const WCHAR*& source) {
     if (*source != '!') {
         return TEXT("%s");
@@ -33,6 +33,7 @@ lunara::WideString TakeConversion(const WCHAR*& source) {
     return conversion;
 }
 
+/// Formats `argument` with `conversion` and appends the result. False when it was cut at 511 units.
 bool AppendInsert(lunara::WideString& text, const lunara::WideString& conversion,
                   DWORD_PTR argument) {
     std::array<WCHAR, 512> formatted{};
@@ -93,7 +94,7 @@ DWORD FormatMessageW(DWORD flags, const void* source, DWORD /*messageId*/, DWORD
                 SetLastError(ERROR_INVALID_PARAMETER);
                 return 0;
             }
-        } else if (*next == '0') {  // "%0" ends the text
+        } else if (*next == '0') {  // "%0" ends the text without a line break
             break;
         } else if (*next == 'n') {
             text.append(TEXT("\r\n"));

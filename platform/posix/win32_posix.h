@@ -1,10 +1,11 @@
 #pragma once
 
-// The Win32 types and calls of the portable core, for systems that are not Windows.
+// The Win32 types, constants and functions that the portable core uses, for POSIX systems. Each
+// function behaves as on Windows for the arguments that the core passes; comments name the limits.
 //
-// Paths are UTF-16 with '/' or '\' between folders and become UTF-8 when a file is opened. Every
-// call leaves the thread's last error as the platform's does: untouched on success (unless said),
-// one of the ERROR_ codes below on failure.
+// Paths are UTF-16 with '/' or '\' between folders, and are converted to UTF-8 when a file is
+// opened. Every function leaves the thread's last error alone on success, unless its comment says
+// otherwise, and sets it to one of the ERROR_ codes below on failure.
 
 #include <cstdarg>
 #include <cstddef>
@@ -113,7 +114,8 @@ inline constexpr DWORD FILE_SHARE_WRITE = 2;
 inline constexpr DWORD FILE_SHARE_DELETE = 4;
 inline constexpr DWORD CREATE_ALWAYS = 2;
 inline constexpr DWORD OPEN_EXISTING = 3;
-inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x01;  // never given: renaming asks the folder
+// Never reported: on POSIX the permissions of the folder decide whether a file can be replaced.
+inline constexpr DWORD FILE_ATTRIBUTE_READONLY = 0x01;
 inline constexpr DWORD FILE_ATTRIBUTE_DIRECTORY = 0x10;
 inline constexpr DWORD FILE_ATTRIBUTE_ARCHIVE = 0x20;
 inline constexpr DWORD FILE_ATTRIBUTE_NORMAL = 0x80;
@@ -128,54 +130,81 @@ inline constexpr DWORD FORMAT_MESSAGE_FROM_STRING = 0x400;
 inline constexpr DWORD FORMAT_MESSAGE_FROM_SYSTEM = 0x1000;
 inline constexpr DWORD FORMAT_MESSAGE_ARGUMENT_ARRAY = 0x2000;
 
+/// The last error is kept per thread.
 DWORD GetLastError();
 void SetLastError(DWORD error);
 
-/// A day of 1601 to 30827 whose fields form a real date and time; the day of week is not looked at.
-/// Anything else, the all-zero structure included, fails and leaves `fileTime` as it was.
+/// Converts a date and time to units of 100 ns since 1 January 1601. The fields must form a real
+/// date (years 1601 to 30827) and time; the day of week is ignored. FALSE for anything else, such
+/// as the all-zero structure, with `fileTime` left alone.
 BOOL SystemTimeToFileTime(const SYSTEMTIME* systemTime, FILETIME* fileTime);
-/// Fails when the top bit of the 64-bit count is set.
+/// Converts units of 100 ns since 1 January 1601 to a date and time with its day of week. FALSE
+/// when the top bit of the 64-bit number is set.
 BOOL FileTimeToSystemTime(const FILETIME* fileTime, SYSTEMTIME* systemTime);
 
-/// OPEN_EXISTING and CREATE_ALWAYS only; sharing and the template are not looked at. A folder does
-/// not open (ERROR_ACCESS_DENIED).
+/// Opens a file. `disposition`: OPEN_EXISTING or CREATE_ALWAYS; share mode, security, flags and
+/// template are ignored. A new file can be read and written by its owner only. INVALID_HANDLE_VALUE
+/// on failure; a folder fails with ERROR_ACCESS_DENIED.
 HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, void* security, DWORD disposition,
                    DWORD flags, HANDLE templateFile);
+/// Reads `bytes` bytes, or fewer at the end of the file. `read` receives the number of bytes read,
+/// on failure those before it.
 BOOL ReadFile(HANDLE file, void* buffer, DWORD bytes, DWORD* read, void* overlapped);
+/// Writes all `bytes` bytes. `written` receives the number of bytes written, on failure those
+/// before it.
 BOOL WriteFile(HANDLE file, const void* buffer, DWORD bytes, DWORD* written, void* overlapped);
 BOOL GetFileSizeEx(HANDLE file, LARGE_INTEGER* size);
+/// Returns when the file's content has reached the disk.
 BOOL FlushFileBuffers(HANDLE file);
 BOOL CloseHandle(HANDLE file);
-/// With MOVEFILE_WRITE_THROUGH the folder's entry has reached the disk when the call returns.
+/// Renames a file or folder. Without MOVEFILE_REPLACE_EXISTING it fails with ERROR_ALREADY_EXISTS
+/// when `to` exists; with MOVEFILE_WRITE_THROUGH it returns when the folder's entry has reached the
+/// disk.
 BOOL MoveFileExW(LPCWSTR from, LPCWSTR to, DWORD flags);
-/// `name` becomes a second name of the file `path`.
+/// Gives the file `path` a second name, `name`.
 BOOL CreateHardLinkW(LPCWSTR name, LPCWSTR path, void* security);
 BOOL DeleteFileW(LPCWSTR path);
-/// Also copies a file's content over one that is there, unless `failIfExists`.
+/// Copies a file's content. An existing `to` is overwritten, or fails with ERROR_FILE_EXISTS if
+/// `failIfExists`.
 BOOL CopyFileW(LPCWSTR from, LPCWSTR to, BOOL failIfExists);
+/// Creates a folder that only the user can enter. ERROR_PATH_NOT_FOUND when its parent is missing,
+/// ERROR_ALREADY_EXISTS when the name is taken.
 BOOL CreateDirectoryW(LPCWSTR path, void* security);
-/// Fails with ERROR_DIR_NOT_EMPTY while something is in the folder.
+/// Removes a folder; ERROR_DIR_NOT_EMPTY when anything is in it.
 BOOL RemoveDirectoryW(LPCWSTR path);
-/// Succeeds without changing anything when there is such a file.
+/// Changes nothing. Succeeds when the file exists.
 BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes);
-/// A search over folder\pattern; the pattern is "*.*" (everything, "." and ".." included) or '*'
-/// and an ending. Names that are not UTF-8 are passed over. Files have the attribute "archive".
+/// Starts a search for folder\pattern. The pattern is "*.*" (every entry, "." and ".." included) or
+/// '*' followed by the end of the name, case-sensitive. Names that are not UTF-8 are skipped.
+/// Files have FILE_ATTRIBUTE_ARCHIVE. INVALID_HANDLE_VALUE with ERROR_FILE_NOT_FOUND when nothing
+/// matches.
 HANDLE FindFirstFileW(LPCWSTR pattern, WIN32_FIND_DATAW* entry);
+/// Moves on to the next match, in the file system's order; FALSE with ERROR_NO_MORE_FILES after the
+/// last.
 BOOL FindNextFileW(HANDLE search, WIN32_FIND_DATAW* entry);
 BOOL FindClose(HANDLE search);
+/// FILE_ATTRIBUTE_DIRECTORY for a folder, FILE_ATTRIBUTE_NORMAL for a file, INVALID_FILE_ATTRIBUTES
+/// on failure.
 DWORD GetFileAttributesW(LPCWSTR path);
-/// `module` must be null: the running program's path. Returns its length, cut at `size`.
+/// Stores the path of the running program, cut to `size` UTF-16 units, terminator included;
+/// `module` is ignored. Returns the length, or `size` when the path was cut.
 DWORD GetModuleFileNameW(HINSTANCE module, LPWSTR path, DWORD size);
 
-/// Looks the id up in the program's one list of strings; `instance` is not looked at.
+/// Stores string `id` of the program's string table, cut to `size` UTF-16 units, terminator
+/// included; `instance` is ignored. Returns the length stored; 0 with ERROR_RESOURCE_NAME_NOT_FOUND
+/// and an empty text when there is no such string.
 int LoadStringW(HINSTANCE instance, UINT id, LPWSTR buffer, int size);
 
-/// FORMAT_MESSAGE_FROM_STRING | FORMAT_MESSAGE_ARGUMENT_ARRAY only; asked for a text of the
-/// system's own, it has none (ERROR_MR_MID_NOT_FOUND). Returns the characters stored, 0 on failure
-/// (an insert beyond 99, a bad conversion, a text that does not fit).
+/// Formats the string `source` with inserts %1 to %99. `flags` must be FORMAT_MESSAGE_FROM_STRING |
+/// FORMAT_MESSAGE_ARGUMENT_ARRAY, and `arguments` an array with an element for every insert.
+/// FORMAT_MESSAGE_FROM_SYSTEM fails with ERROR_MR_MID_NOT_FOUND: there are no system messages.
+/// Returns the UTF-16 units stored, without the terminator; 0 on failure (no arguments, a bad
+/// conversion, an insert over 511 units, a result that does not fit).
 DWORD FormatMessageW(DWORD flags, const void* source, DWORD messageId, DWORD languageId,
                      LPWSTR buffer, DWORD size, va_list* arguments);
 
+/// Zeroes memory that holds secrets, in a way that the compiler does not optimise away. Returns
+/// `memory`.
 void* SecureZeroMemory(void* memory, std::size_t bytes);
 
 // NOLINTEND(readability-identifier-naming)
