@@ -34,10 +34,10 @@ void HeldPassword::Wipe() {
 
 void HeldPassword::Mask() {
     mask = RandomWord();
-    Unmask();
+    ApplyMask();
 }
 
-void HeldPassword::Unmask() {
+void HeldPassword::ApplyMask() {
     ChangeWords(text.data(), [this](std::uint32_t word) { return word ^ mask; });
 }
 

@@ -27,12 +27,12 @@ class HeldPassword {
     /// Forgets the password: overwrites each of the MaskedWords words with a fresh random one and
     /// sets the mask to 0.
     void Wipe();
-    /// Picks a new random mask and XORs the text with it. Precondition: the text is in clear;
-    /// masked a second time, it could never be unmasked.
+    /// Masks the text with a new random mask. Precondition: the text is in clear; masked a second
+    /// time, it could never be unmasked.
     void Mask();
-    /// XORs the text with the current mask, which puts a masked text in clear. The mask is kept and
-    /// nothing tracks the state: called on a text in clear, it masks the text again.
-    void Unmask();
+    /// Puts a masked text in clear; the mask is kept. Applied to a text in clear it masks the text,
+    /// because masking is an XOR that undoes itself.
+    void Unmask() { ApplyMask(); }
 
     /// Stores `password` in clear, cut to 31 characters, and marks it held until the next `Wipe`.
     void Set(const WCHAR* password);
@@ -49,9 +49,25 @@ class HeldPassword {
     std::uint32_t CurrentMask() const { return mask; }
 
   private:
+    /// XORs the masked words with the mask.
+    void ApplyMask();
+
     std::array<WCHAR, Capacity> text{};
     std::uint32_t mask = 0;
     bool held = false;
+};
+
+/// Holds the password in clear for one scope; a new mask covers it at the end.
+class ClearPasswordScope {
+  public:
+    /// `held` must hold a masked password.
+    explicit ClearPasswordScope(HeldPassword& held) : password(held) { password.Unmask(); }
+    ClearPasswordScope(const ClearPasswordScope&) = delete;
+    ClearPasswordScope& operator=(const ClearPasswordScope&) = delete;
+    ~ClearPasswordScope() { password.Mask(); }
+
+  private:
+    HeldPassword& password;
 };
 
 }  // namespace lunara

@@ -24,8 +24,8 @@ bool AskForRetry(const WideString& path, DWORD error) {
 /// Ends an interrupted restore, because nothing may be saved while one could still move files into
 /// the user's folder. Returns false when a file cannot be moved yet, with the folder in
 /// `failedPath`.
-bool EndRestore(const WCHAR* userName, WideString& failedPath) {
-    if (!IsRestoreCutOff(userName) || RecoverInterruptedRestore(userName) != 0) {
+bool MendRestoreFirst(const WCHAR* userName, WideString& failedPath) {
+    if (!IsRestoreCutOff(userName) || MendCutOffRestore(userName) != 0) {
         return true;
     }
     failedPath = DataFolderOfUser(userName);
@@ -36,13 +36,16 @@ bool EndRestore(const WCHAR* userName, WideString& failedPath) {
 
 /// Saves once. Returns false with the path in `failedPath` and the reason in the last error.
 bool Save(SignedInUser user, WideString& failedPath) {
-    if (!EndRestore(user.userName, failedPath)) {
+    if (!MendRestoreFirst(user.userName, failedPath)) {
         return false;
     }
-    user.password.Unmask();
-    const int saved = user.data.Save(user.userName, user.password.Text());
-    const DWORD error = ::GetLastError();
-    user.password.Mask();
+    int saved = 0;
+    DWORD error = ERROR_SUCCESS;
+    {
+        const ClearPasswordScope clear(user.password);
+        saved = user.data.Save(user.userName, user.password.Text());
+        error = ::GetLastError();
+    }
     failedPath = user.data.FailedPath();
     ::SetLastError(error);
     return saved != 0;

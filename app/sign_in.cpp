@@ -14,7 +14,7 @@ namespace {
 /// Loads the diary with the name and password in `dialog`. On failure says why, clears the password
 /// field and focuses it.
 bool TryToLoad(LoginDialog& dialog, UserData& data) {
-    if (RecoverInterruptedRestore(dialog.userName) == 0) {
+    if (MendCutOffRestore(dialog.userName) == 0) {
         ShowRestoreCutOff(dialog.Handle());
         return false;
     }
@@ -37,11 +37,11 @@ bool TryToLoad(LoginDialog& dialog, UserData& data) {
 /// Whether the old password in `dialog` is the held one. If not, says so, clears the field and
 /// focuses it.
 bool CheckOldPassword(ChangePasswordDialog& dialog, HeldPassword& password) {
-    password.Unmask();
-    const bool equal = password.Equals(dialog.oldPassword);
-    password.Mask();
-    if (equal) {
-        return true;
+    {
+        const ClearPasswordScope clear(password);
+        if (password.Equals(dialog.oldPassword)) {
+            return true;
+        }
     }
     ShowText(dialog.Handle(), TEXT("Old password does not match!"), CaptionWarning,
              MB_ICONEXCLAMATION);

@@ -16,7 +16,7 @@ constexpr WCHAR AllFiles[] = TEXT("*.*");
 constexpr WCHAR DataFiles[] = TEXT("*.dat");
 
 // Suffixes of the folders that a restore creates beside the user's folder. Which of them exist
-// tells how far the restore has come (see Recover). No user's folder can have such a name: in a
+// tells how far the restore has come (see Mend). No user's folder can have such a name: in a
 // folder name '%' begins an escape, "%7E" is that of '~', and '~' is never escaped.
 constexpr WCHAR StagedSuffix[] = TEXT("%7Erestore");  // copies of the backup, not in place yet
 constexpr WCHAR AsideSuffix[] = TEXT("%7Easide");     // old files; some may still be in place
@@ -104,8 +104,8 @@ bool SwapFiles(const RestorePlaces& places, std::vector<WideString>& left) {
         return false;
     }
     left = MoveFolderFiles(places.user.c_str(), places.aside.c_str());
-    // The rename is the commit point: before it a recovery moves the old files back, after it the
-    // recovery moves the remaining copies in.
+    // The rename is the commit point: before it mending moves the old files back, after it
+    // mending moves the remaining copies in.
     if (Rename(places.aside, places.before)) {
         if (MoveAllFolderFiles(places.staged.c_str(), places.user.c_str()) != 0) {
             return true;
@@ -116,30 +116,30 @@ bool SwapFiles(const RestorePlaces& places, std::vector<WideString>& left) {
     return false;
 }
 
-/// How Recover ended. `Undone` also when there was nothing to recover.
-enum class Recovery { Undone, Finished, NotYet };
+/// How Mend ended. `Undone` also when there was nothing to mend.
+enum class Mending { Undone, Finished, NotYet };
 
 /// Undoes an interrupted restore, or completes it when copies may be in place already. `NotYet`
 /// when a file or folder cannot be moved.
-Recovery Recover(const RestorePlaces& places) {
-    Recovery result = Recovery::Undone;
+Mending Mend(const RestorePlaces& places) {
+    Mending result = Mending::Undone;
     if (IsFolder(places.aside)) {
         // Interrupted while old files were moved aside: no copy is in place yet, so undo.
         if (CreateDirectoryTree(places.user.c_str()) == 0 || !BringBack(places)) {
-            return Recovery::NotYet;
+            return Mending::NotYet;
         }
     } else if (IsFolder(places.before)) {
         if (!IsFolder(places.user)) {
             // Interrupted between the two renames of SwapFolders: undo.
             if (!Rename(places.before, places.user)) {
-                return Recovery::NotYet;
+                return Mending::NotYet;
             }
         } else if (IsFolder(places.staged)) {
             // Interrupted while copies were moved into place: complete it, if they can be moved.
             if (!MoveFolderFiles(places.staged.c_str(), places.user.c_str()).empty()) {
-                return Recovery::NotYet;
+                return Mending::NotYet;
             }
-            result = Recovery::Finished;
+            result = Mending::Finished;
         }
         // Otherwise the restore was complete, and only its folders remain to be removed.
     }
@@ -165,7 +165,7 @@ BackupResult BackupFiles(WideView userName, WideView backupName) {
     if (target.empty() || CreateDirectoryTree(target.c_str()) == 0) {
         return BackupResult::NoFolder;
     }
-    if (RecoverInterruptedRestore(userName) == 0) {
+    if (MendCutOffRestore(userName) == 0) {
         return BackupResult::Failed;  // the user's folder may lack files
     }
     // A collection that has become empty has no file. Delete the copy that an earlier backup of the
@@ -180,7 +180,7 @@ BackupResult BackupFiles(WideView userName, WideView backupName) {
 RestoreResult RestoreFiles(WideView userName, WideView backupName) {
     const WideString source = BackupFolder(userName, backupName);
     const RestorePlaces places = PlacesOf(userName);
-    if (Recover(places) == Recovery::NotYet || IsAnyLeftOver(places) || source.empty() ||
+    if (Mend(places) == Mending::NotYet || IsAnyLeftOver(places) || source.empty() ||
         !IsFolder(source) || CreateDirectoryTree(places.staged.c_str()) == 0) {
         return {};
     }
@@ -192,8 +192,8 @@ RestoreResult RestoreFiles(WideView userName, WideView backupName) {
         RemoveFolder(places.staged);
         RemoveFolder(places.before);
     } else {
-        // Undo; when that is not possible any more, Recover completes the restore instead.
-        result.isRestored = Recover(places) == Recovery::Finished;
+        // Undo; when that is not possible any more, Mend completes the restore instead.
+        result.isRestored = Mend(places) == Mending::Finished;
     }
     return result;
 }
@@ -204,8 +204,8 @@ bool IsRestoreCutOff(WideView userName) {
            (IsFolder(places.before) && (!IsFolder(places.user) || IsFolder(places.staged)));
 }
 
-int RecoverInterruptedRestore(WideView userName) {
-    return Recover(PlacesOf(userName)) != Recovery::NotYet ? 1 : 0;
+int MendCutOffRestore(WideView userName) {
+    return Mend(PlacesOf(userName)) != Mending::NotYet ? 1 : 0;
 }
 
 }  // namespace lunara

@@ -5,7 +5,7 @@
 // A backup is a folder with copies of all files of the user's folder. A restore first copies the
 // backup to a folder beside the user's, then swaps the two by renaming, so that the user's folder
 // holds the files of one side only. If the user's folder cannot be renamed, the files are moved one
-// by one. RecoverInterruptedRestore completes or undoes a restore that was interrupted.
+// by one. MendCutOffRestore completes or undoes a restore that was interrupted.
 
 #include <vector>
 
@@ -46,7 +46,7 @@ struct RestoreResult {
 [[nodiscard]] RestoreResult RestoreFiles(WideView userName, WideView backupName);
 
 /// Whether a restore was interrupted so that the user's folder lacks files until
-/// RecoverInterruptedRestore succeeds. Until then the data set in memory is the only complete one;
+/// MendCutOffRestore succeeds. Until then the data set in memory is the only complete one;
 /// a save must write all of it or nothing.
 bool IsRestoreCutOff(WideView userName);
 
@@ -55,6 +55,6 @@ bool IsRestoreCutOff(WideView userName);
 /// to become. Also removes what a finished restore left behind. Idempotent; call it before reading
 /// the user's files. Returns 1; 0 when a file cannot be moved yet, and the user's folder may then
 /// hold old and restored files, but none is lost.
-[[nodiscard]] int RecoverInterruptedRestore(WideView userName);
+[[nodiscard]] int MendCutOffRestore(WideView userName);
 
 }  // namespace lunara

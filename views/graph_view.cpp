@@ -33,14 +33,14 @@ LRESULT GraphView::OnCreate() {
     data.AttachObserver(*this);
     ReadSettings();
     if ((::GetWindowLongPtrW(Handle(), GWL_STYLE) & WS_VISIBLE) != 0) {
-        return Complete() ? 0 : -1;
+        return EnsureChildren() ? 0 : -1;
     }
-    ::PostMessageW(Handle(), GVM_COMPLETE, 0, 0);
+    ::PostMessageW(Handle(), GVM_CREATECHILDREN, 0, 0);
     return 0;
 }
 
-bool GraphView::Complete() {
-    if (IsComplete()) {
+bool GraphView::EnsureChildren() {
+    if (HasChildren()) {
         return true;
     }
     if (!CreateChildren()) {
@@ -112,7 +112,7 @@ void GraphView::SwitchMode(GraphShowFlag wanted, void (GraphListener::*selected)
 }
 
 void GraphView::ShowMode() {
-    if (!IsComplete()) {
+    if (!HasChildren()) {
         return;
     }
     Invalidate(true);
@@ -190,7 +190,7 @@ void GraphView::OnPickDate(const SYSTEMTIME& picked) {
 }
 
 void GraphView::ValueChanged() {
-    if (!IsComplete()) {
+    if (!HasChildren()) {
         return;
     }
     ResetChart();
@@ -218,7 +218,7 @@ void GraphView::SetCurrentDate(const SYSTEMTIME& date) {
 }
 
 void GraphView::DateChanged(UserData&, const SYSTEMTIME&, const SYSTEMTIME& current) {
-    if (!IsComplete()) {
+    if (!HasChildren()) {
         return;
     }
     BringIntoView(current);
@@ -228,7 +228,7 @@ void GraphView::DateChanged(UserData&, const SYSTEMTIME&, const SYSTEMTIME& curr
 }
 
 void GraphView::BringIntoView(const SYSTEMTIME& date) {
-    if (IsComplete() && !calendar.IsDateShown(date)) {
+    if (HasChildren() && !calendar.IsDateShown(date)) {
         SetStart(StartToShow(date, scroll.Start(), Columns()));
     }
 }
@@ -255,7 +255,7 @@ void GraphView::ResetScroll() {
 void GraphView::ResetChart() { ::SendMessageW(chart.Handle(), CHM_RESETDATA, 0, 0); }
 
 void GraphView::Refresh() {
-    if (IsComplete()) {
+    if (HasChildren()) {
         Invalidate(true);
         calendar.Invalidate(false);
         ResetChart();
@@ -264,7 +264,7 @@ void GraphView::Refresh() {
 }
 
 void GraphView::Reload() {
-    if (IsComplete()) {
+    if (HasChildren()) {
         ResetScroll();
         SelectCurrentColumn();
         ShowPickedDate();
@@ -383,8 +383,8 @@ bool GraphView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* r
         case WM_DESTROY: OnDestroy(); break;
         case WM_PAINT: OnPaint(); break;
         case WM_ERASEBKGND: OnEraseBackground(reinterpret_cast<HDC>(wParam)); answer = 1; break;
-        case WM_SHOWWINDOW: if (wParam == FALSE || IsComplete()) { return false; } Complete(); break;
-        case GVM_COMPLETE: Complete(); break;
+        case WM_SHOWWINDOW: if (wParam == FALSE || HasChildren()) { return false; } EnsureChildren(); break;
+        case GVM_CREATECHILDREN: EnsureChildren(); break;
         case WM_SIZE: OnSize(); break;
         case WM_HSCROLL: SetStart(scroll.AskedStart(LOWORD(wParam))); break;
         case WM_VSCROLL: if (!isFromSpin) { return false; } OnSpin(HIWORD(wParam)); break;

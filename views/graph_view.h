@@ -6,8 +6,8 @@
 // unit in the settings.
 //
 // A view that is created hidden makes its children lazily, so that the start of the program does
-// not wait for them: when it is first shown, or when GVM_COMPLETE, which it posts to itself, comes
-// up in the message queue, whichever is first.
+// not wait for them: when it is first shown, or when GVM_CREATECHILDREN, which it posts to itself,
+// comes up in the message queue, whichever is first.
 
 #include <cstdint>
 #include <vector>
@@ -42,7 +42,7 @@ class GraphListener {
 };
 
 /// Posted by the view to itself: makes the children unless they exist. No parameters; result 0.
-inline constexpr UINT GVM_COMPLETE = WM_USER + 1;
+inline constexpr UINT GVM_CREATECHILDREN = WM_USER + 1;
 
 class GraphView : public Window, public DataObserver, private NotificationSink {
   public:
@@ -101,8 +101,8 @@ class GraphView : public Window, public DataObserver, private NotificationSink {
 
     LRESULT OnCreate();
     /// Creates and fills the children unless they exist. False when one cannot be made.
-    bool Complete();
-    bool IsComplete() const { return chart.Handle() != nullptr; }
+    bool EnsureChildren();
+    bool HasChildren() const { return chart.Handle() != nullptr; }
     void OnDestroy();
     void OnPaint();
     void OnEraseBackground(HDC dc) const;

@@ -99,7 +99,7 @@ void GraphView::FitColumns() {
 std::int32_t GraphView::Columns() const { return GraphColumns(Width(layout.chart), dayWidth); }
 
 void GraphView::OnSize() {
-    if (!IsComplete()) {
+    if (!HasChildren()) {
         return;
     }
     const SYSTEMTIME current = GetCurrentDate();
