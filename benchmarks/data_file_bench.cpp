@@ -10,6 +10,7 @@
 
 #include "benchmarks/blowfish_peers.h"
 #include "benchmarks/forty_years.h"
+#include "benchmarks/lunara_ciphers.h"
 #include "benchmarks/report.h"
 #include "storage/data_file_set.h"
 
@@ -160,6 +161,9 @@ void AddSave() {
 int main(int argc, char** argv) {
     using namespace lunara::bench;
     AddLoad();
+    AddPeerLoad<LunaraCipher>();
+    AddPeerLoad<LunaraInLanes>();
+    AddPeerLoad<LunaraPlain>();
     AddPeerLoad<OpenSslBlowfish>();
     AddPeerLoad<GcryptBlowfish<GCRY_CIPHER_MODE_ECB>>();
     AddPeerLoad<NettleBlowfish>();
