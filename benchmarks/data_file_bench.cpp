@@ -36,7 +36,7 @@ class Diary {
 
     WideString Path(const char* name) const { return (folder / name).u16string(); }
 
-    /// As the program saves what has changed.
+    /// Saves all files by the steps of UserData::SaveFolder.
     void Save(const WCHAR* password) {
         DataFileSet files(folder.u16string().c_str());
         Require(WriteDayValues(temperature, *files.Replace(DataFile::Temperature), password) == 1 &&
