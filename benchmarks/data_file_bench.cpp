@@ -11,6 +11,7 @@
 
 #include "benchmarks/blowfish_peers.h"
 #include "benchmarks/forty_years.h"
+#include "benchmarks/lunara_ciphers.h"
 #include "benchmarks/report.h"
 #include "storage/data_file_set.h"
 
@@ -37,7 +38,7 @@ class Diary {
 
     WideString Path(const char* name) const { return (folder / name).u16string(); }
 
-    /// Saves all three files in one transaction, like the program.
+    /// Saves all files by the steps of UserData::SaveFolder.
     void Save(const WCHAR* password) {
         DataFileSet files(folder.u16string().c_str());
         Require(WriteDayValues(temperature, *files.Replace(DataFile::Temperature), password) == 1 &&
@@ -163,6 +164,9 @@ void AddSave() {
 int main(int argc, char** argv) {
     using namespace lunara::bench;
     AddLoad();
+    AddPeerLoad<LunaraCipher>();
+    AddPeerLoad<LunaraInLanes>();
+    AddPeerLoad<LunaraPlain>();
     AddPeerLoad<OpenSslBlowfish>();
     AddPeerLoad<GcryptBlowfish<GCRY_CIPHER_MODE_ECB>>();
     AddPeerLoad<NettleBlowfish>();

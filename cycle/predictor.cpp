@@ -136,20 +136,16 @@ void StoreRecordedDays(const RecordedDays& days, CyclePredictor& state) {
     state.periodProbabilities.EndFill(count);
 }
 
-/// Writes the weights of `stretch` to `next`, advances `next` past them and returns the first and
-/// last day written. `offset` is the day, counted from the start of `days`, of entry 0 of the
-/// original row.
-/// There must be room for `Most` entries: all are written and the surplus is left to be
-/// overwritten, because a loop over the varying count costs a mispredicted branch per cycle.
+/// Writes the weights of a stretch, in which entry 0 of the row belongs to the day `offset` days
+/// after the start, to `next` and moves `next` behind them. Returns the first and the last day.
 template <std::size_t Most>
 DayRun WriteStretch(const Stretch<Most>& stretch, const DaysAfter& days, std::int32_t offset,
                     DayValue*& next) {
     DayValue* const first = next;
-    for (std::size_t i = 0; i < Most; ++i) {
-        const std::int32_t day = offset + stretch.first + static_cast<std::int32_t>(i);
-        first[i] = DayWeight(days[day], stretch.weights[i]);
+    for (std::int32_t i = 0; i < stretch.count; ++i) {
+        *next++ = DayWeight(days[offset + stretch.first + i],
+                            stretch.weights[static_cast<std::size_t>(i)]);
     }
-    next += stretch.count;
     return {first->date, next[-1].date};
 }
 

@@ -13,16 +13,18 @@ namespace {
 constexpr unsigned char Header[] = {'L', 'U', 0x01, 0x00};
 constexpr unsigned NewestVersion = 0x0100;
 
-// Records are read and deciphered in pieces that stay in the processor's cache, and a wrong
-// password is found out at the first of them.
+// Records are read, deciphered and checked in pieces, so that a wrong password costs one piece and
+// not the whole file.
 constexpr std::size_t ReadBytes = std::size_t{128} * 1024;
+
+// Records are copied, enciphered and written in pieces of this size: the list itself stays plain.
 constexpr std::size_t ScratchBytes = std::size_t{32} * 1024;
 
-constexpr std::int32_t SortedListStep = 10;
+constexpr std::int32_t SortedListStep = 10;  // records by which a DayValueList's capacity grows
 
 constexpr unsigned FirstYear = 1601;
 constexpr unsigned LastYear = 2500;
-// With one record a day at most, no file of day values can hold more and still be in order.
+// Dates ascend and only their ranges are checked, so every month counts as one of 31 days.
 constexpr std::int64_t MostDayValues = std::int64_t{LastYear - FirstYear + 1} * 12 * 31;
 
 int Refuse(DWORD error) {
@@ -30,11 +32,10 @@ int Refuse(DWORD error) {
     return 0;
 }
 
-/// The cipher with a password's key, or nothing at all for an empty password. The state is wiped at
-/// its end.
+/// The cipher under a password's key; inactive for an empty password. Wipes its state when it ends.
 class RecordCipher {
   public:
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): the state is set when it is used
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): set only when active
     explicit RecordCipher(const WCHAR* password) {
         const DataKey key(password);
         active = *key.Bytes() != 0;
@@ -52,9 +53,12 @@ class RecordCipher {
 
     bool IsActive() const { return active; }
 
-    // A record is a whole number of blocks and blocks do not depend on each other, so that any
-    // number of records is done at once.
+    // Each takes any number of records at once: a record is a whole number of blocks, and blocks do
+    // not depend on each other.
+
+    /// Only while active.
     void Encipher(void* records, std::size_t bytes) const { EncipherBlocks(state, records, bytes); }
+    /// Does nothing while inactive.
     void Decipher(void* records, std::size_t bytes) const {
         if (active) {
             DecipherBlocks(state, records, bytes);
@@ -69,6 +73,8 @@ class RecordCipher {
 static_assert(sizeof(DayValue) % CipherBlockBytes == 0);
 static_assert(sizeof(NotePage) % CipherBlockBytes == 0);
 
+/// A file open for reading. Others may read it meanwhile, but not write. Closing keeps the last
+/// error, which holds the reason of a refusal.
 class InputFile {
   public:
     explicit InputFile(const WCHAR* path)
@@ -78,7 +84,6 @@ class InputFile {
     InputFile& operator=(const InputFile&) = delete;
     ~InputFile() {
         if (IsOpen()) {
-            // The reason of a refusal outlives the closing of its file.
             const DWORD error = ::GetLastError();
             ::CloseHandle(file);
             ::SetLastError(error);
@@ -87,15 +92,15 @@ class InputFile {
 
     bool IsOpen() const { return file != INVALID_HANDLE_VALUE; }
 
-    /// Bytes read, up to `bytes`; false on a reading error.
-    bool Read(void* buffer, std::size_t bytes, std::size_t& got) const {
+    /// Reads up to `bytes` bytes and sets `got` to how many they were. False on an error.
+    [[nodiscard]] bool Read(void* buffer, std::size_t bytes, std::size_t& got) const {
         DWORD read = 0;
         const BOOL done = ::ReadFile(file, buffer, static_cast<DWORD>(bytes), &read, nullptr);
         got = read;
         return done != FALSE;
     }
 
-    /// -1 when the system does not know it.
+    /// In bytes, or -1 when the system cannot tell.
     std::int64_t Size() const {
         LARGE_INTEGER size{};
         return ::GetFileSizeEx(file, &size) != FALSE ? size.QuadPart : -1;
@@ -105,7 +110,7 @@ class InputFile {
     HANDLE file;
 };
 
-/// Memory for records, wiped and freed at its end unless a list took it over.
+/// Memory for records. Wiped and freed when it ends, unless a list has taken it over.
 template <typename Record>
 class RecordBlock {
   public:
@@ -119,8 +124,8 @@ class RecordBlock {
         }
     }
 
-    /// False without memory.
-    bool Allocate(std::int64_t newCapacity) {
+    /// Called once, with newCapacity >= 0. False without memory.
+    [[nodiscard]] bool Allocate(std::int64_t newCapacity) {
         if (newCapacity == 0) {
             return true;
         }
@@ -134,6 +139,7 @@ class RecordBlock {
         return records != nullptr;
     }
 
+    /// Gives the first `used` records to the list, whose free records must be zero.
     template <typename List>
     void HandTo(List& list) {
         std::fill(records + used, records + capacity, Record{});
@@ -142,7 +148,7 @@ class RecordBlock {
     }
 
     Record* records = nullptr;
-    std::int32_t used = 0;
+    std::int32_t used = 0;  // of `capacity`
     std::int32_t capacity = 0;
 };
 
@@ -150,17 +156,19 @@ bool IsPossibleDate(DateKey key) {
     const unsigned day = key & 0xFF;
     const unsigned month = (key >> 8) & 0xFF;
     const unsigned year = key >> 16;
-    // Ranges only: a 31 February is stored and read like any other day.
+    // The ranges only: existing files may hold a 31 February.
     return day >= 1 && day <= 31 && month >= 1 && month <= 12 && year >= FirstYear &&
            year <= LastYear;
 }
 
-// What a file may hold depends on its kind of record: day values ascend, pages do not.
+// The rules for each kind of record: the dates of day values ascend; pages keep the order of entry.
 
 constexpr std::int64_t MostRecords(const DayValue* /*kind*/) { return MostDayValues; }
 constexpr std::int64_t MostRecords(const NotePage* /*kind*/) {
     return std::numeric_limits<std::int32_t>::max();
 }
+
+// `previous` is null for the first record.
 
 bool MayFollow(const DayValue* previous, const DayValue& next) {
     const std::int32_t before = previous != nullptr ? static_cast<std::int32_t>(previous->date) : 0;
@@ -178,9 +186,10 @@ void SortForSave(DayValueList& list) {
         list.Sort();
     }
 }
-void SortForSave(NotePageList& /*list*/) {}  // pages keep the order of entry
+void SortForSave(NotePageList& /*list*/) {}
 
-/// Reads the header and counts the records behind it. 0 when the file is refused.
+/// Checks the header and sets `count` to the number of records behind it. 0 when the file is
+/// refused, with the reason in the last error.
 int ReadHeader(const InputFile& file, std::size_t recordBytes, std::int64_t& count) {
     unsigned char header[sizeof(Header)] = {};
     std::size_t got = 0;
@@ -188,7 +197,7 @@ int ReadHeader(const InputFile& file, std::size_t recordBytes, std::int64_t& cou
         return Refuse(DataFileCorrupt);
     }
     if (got < sizeof(header)) {
-        return Refuse(ERROR_SUCCESS);  // too short to say what it is: no code of its own
+        return Refuse(ERROR_SUCCESS);  // too short to be anything: refused without a reason
     }
     if (header[0] != Header[0] || header[1] != Header[1]) {
         return Refuse(DataFileForeign);
@@ -204,7 +213,8 @@ int ReadHeader(const InputFile& file, std::size_t recordBytes, std::int64_t& cou
     return 1;
 }
 
-/// Reads, deciphers and checks `count` records.
+/// Reads, deciphers and checks `count` records into the block, which has room for them. 0 when the
+/// file is refused.
 template <typename Record>
 int ReadRecords(const InputFile& file, std::int32_t count, const WCHAR* password,
                 RecordBlock<Record>& block) {
@@ -234,13 +244,12 @@ template <typename Record, typename List>
 int LoadList(List& list, const WCHAR* path, const WCHAR* password) {
     list.Clear();
     list.dirty = false;
-    ::SetLastError(ERROR_SUCCESS);  // so that a short header does not report an earlier error
+    ::SetLastError(ERROR_SUCCESS);
     const InputFile file(path);
     if (!file.IsOpen()) {
         const DWORD error = ::GetLastError();
         if (error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND) {
-            return Refuse(
-                DataFileCorrupt);  // it is there: taken as missing, it would be overwritten
+            return Refuse(DataFileCorrupt);
         }
         ::SetLastError(DataFileMissing);
         return 1;
@@ -269,7 +278,7 @@ int LoadList(List& list, const WCHAR* path, const WCHAR* password) {
     return 1;
 }
 
-/// Records on their way through the cipher, wiped at the end.
+/// Copies of records on their way through the cipher. Wiped when it ends.
 template <typename Record>
 struct Scratch {
     static constexpr std::size_t Capacity = ScratchBytes / sizeof(Record);
@@ -280,7 +289,7 @@ struct Scratch {
     ~Scratch() { ::SecureZeroMemory(records, used * sizeof(Record)); }
 
     Record records[Capacity];
-    std::size_t used = 0;
+    std::size_t used = 0;  // records that ever held a copy
 };
 
 template <typename Record>
@@ -312,7 +321,8 @@ int WriteList(List& list, ReplacementFile& file, const WCHAR* password) {
     }
     SortForSave(list);
     const auto count = static_cast<std::size_t>(list.Count());
-    return WriteRecords(file, list.begin(), count, password) != 0 && file.Complete() != 0 ? 1 : 0;
+    return WriteRecords(file, list.begin(), count, password) != 0 && file.FlushAndClose() != 0 ? 1
+                                                                                               : 0;
 }
 
 template <typename List>
@@ -321,10 +331,7 @@ int SaveList(List& list, const WCHAR* path, const WCHAR* password) {
         return 1;
     }
     if (list.Count() == 0) {
-        // Whatever comes of it: an empty diary has nothing to lose. A sibling that a crash left
-        // behind may hold what has been deleted since.
-        CurrentFileCalls().Remove(path);
-        CurrentFileCalls().Remove(SiblingPath(path).c_str());
+        RemoveWithSibling(path);
         list.dirty = false;
         return 1;
     }
@@ -342,16 +349,8 @@ int LoadDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password) 
     return LoadList<DayValue>(list, path, password);
 }
 
-int SaveDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password) {
-    return SaveList(list, path, password);
-}
-
 int LoadNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password) {
     return LoadList<NotePage>(list, path, password);
-}
-
-int SaveNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password) {
-    return SaveList(list, path, password);
 }
 
 int WriteDayValues(DayValueList& list, ReplacementFile& file, const WCHAR* password) {
@@ -360,6 +359,14 @@ int WriteDayValues(DayValueList& list, ReplacementFile& file, const WCHAR* passw
 
 int WriteNotePages(NotePageList& list, ReplacementFile& file, const WCHAR* password) {
     return WriteList(list, file, password);
+}
+
+int SaveDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password) {
+    return SaveList(list, path, password);
+}
+
+int SaveNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password) {
+    return SaveList(list, path, password);
 }
 
 }  // namespace lunara

@@ -1,10 +1,16 @@
 #pragma once
 
-// The four data files of a user: a four-byte header ("LU", version 1.0), then fixed-size records,
-// each enciphered by itself when there is a password. docs/file-format.md describes every byte.
+// Reads and writes the files of the two kinds of collections: a four-byte header ("LU", version
+// 1.0), then fixed-size records, each enciphered by itself when there is a password.
+// docs/file-format.md describes every byte.
 //
-// A password is recognised by what the deciphered records look like, never by comparison: the
-// wrong one turns their dates into noise.
+// No password is stored. A wrong one turns the dates of the records into noise, and that is how it
+// is recognised.
+//
+// The program loads and saves through UserData::LoadFolder and SaveFolder (diary/user_data.h):
+// those call `LoadDayValues` and `LoadNotePages`, and `WriteDayValues` and `WriteNotePages` for the
+// files of one DataFileSet. `SaveDayValues` and `SaveNotePages` save a single file by the same
+// steps.
 
 #include "records/collections.h"
 #include "storage/replacement_file.h"
@@ -21,25 +27,25 @@ enum DataFileError : DWORD {
     DataFileWrongPassword = 57348,
 };
 
-/// Fills the list from the file. 1 on success, and also (with `DataFileMissing` in the last error)
-/// when there is no file: the list is then empty. 0 on failure, with the list empty and the last
-/// error a `DataFileError`; the last error is 0 when the file ends inside its header. A file that
-/// is there but cannot be opened is refused as `DataFileCorrupt`, so that nothing is ever saved
-/// over it. `password` is UTF-16, "" (or null) for none.
-int LoadDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password);
-int LoadNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
+/// Replaces the list by the file's records and clears its `dirty` flag. `password` is UTF-16, "" or
+/// null for none. 1 on success, with the last error 0, and when there is no file, with
+/// `DataFileMissing` and the list empty. 0 on failure, with the list empty and a `DataFileError`,
+/// or 0 when the file ends inside its header. A file that exists but cannot be opened is
+/// `DataFileCorrupt`: taken for missing, it would be overwritten by the next save.
+[[nodiscard]] int LoadDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password);
+[[nodiscard]] int LoadNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
 
-/// Writes the list when its `dirty` flag is set, and clears the flag; an empty list deletes the
-/// file. The records go to a sibling file that then takes the old one's place, so that whatever
-/// goes wrong the file on disk is the old one or the new one. 1 on success and when nothing had to
-/// be written; 0 when any step failed, with `dirty` and the old file as they were and the system's
+/// Creates `file`, writes header and records, flushes and closes it. The list stays plain; day
+/// values are sorted first. The caller puts the file in place and then clears `dirty`. 1, or 0 when
+/// a step failed, with the system's error in the last error.
+[[nodiscard]] int WriteDayValues(DayValueList& list, ReplacementFile& file, const WCHAR* password);
+[[nodiscard]] int WriteNotePages(NotePageList& list, ReplacementFile& file, const WCHAR* password);
+
+/// Saves one list as the file at `path`, any path, when its `dirty` flag is set, and clears the
+/// flag. An empty list deletes the file, which never fails. 1 on success and when nothing had to be
+/// written. 0 when a step failed, with the flag and the old file as they were and the system's
 /// error in the last error.
-int SaveDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password);
-int SaveNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
-
-/// Only the writing: creates `file`, writes the list as a data file and completes it. The caller
-/// puts it in place and clears `dirty`. 0 as above.
-int WriteDayValues(DayValueList& list, ReplacementFile& file, const WCHAR* password);
-int WriteNotePages(NotePageList& list, ReplacementFile& file, const WCHAR* password);
+[[nodiscard]] int SaveDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password);
+[[nodiscard]] int SaveNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
 
 }  // namespace lunara

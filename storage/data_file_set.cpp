@@ -5,31 +5,32 @@
 namespace lunara {
 namespace {
 
-// No longer than the shortest of the data files' names, so that they fit where those do.
+// The save record while the old files count, and its name once the new ones do. Neither is longer
+// than the shortest name of a data file, so both fit wherever the data files fit.
 constexpr WideView RecordName = TEXT("\\Save.set");
 constexpr WideView DoneName = TEXT("\\Save.end");
 constexpr std::size_t ExtensionLength = 4;
 
-// The record: its mark, then what becomes of each file, in the order of `DataFile`.
+// Content of the save record: the mark, then one letter for each `DataFile`, in that order.
 constexpr std::array<char, 4> RecordMark = {'L', 'U', 'S', '1'};
 constexpr char Untouched = '.';
 constexpr char Replaced = 'r';
 constexpr char Deleted = 'd';
-constexpr char Added = 'a';  // there was no file
+constexpr char Added = 'a';  // had no file before
 using RecordBytes = std::array<char, RecordMark.size() + DataFileCount>;
 
 DWORD AttributesOf(const WideString& path) { return ::GetFileAttributesW(path.c_str()); }
 
 bool Exists(const WideString& path) { return AttributesOf(path) != INVALID_FILE_ATTRIBUTES; }
 
-/// The second name of the old file.
+/// The second name of an old file: ".old" in place of ".dat".
 WideString KeptPath(WideView path) {
     path.remove_suffix(ExtensionLength);
     return WideString(path).append(TEXT(".old"));
 }
 
-/// 0 when it is still there afterwards.
-int RemoveWhatIsThere(const WideString& path) {
+/// Deletes the file. 1 when it does not exist afterwards, else 0 with the reason in the last error.
+int RemoveIfThere(const WideString& path) {
     ::SetLastError(ERROR_SUCCESS);
     if (CurrentFileCalls().Remove(path.c_str()) != FALSE) {
         return 1;
@@ -47,7 +48,7 @@ int Rename(const WideString& from, const WideString& to) {
     return CurrentFileCalls().Rename(from.c_str(), to.c_str()) != FALSE ? 1 : FailWithReason();
 }
 
-enum class RecordState { None, Unfinished, Valid, Unreadable };
+enum class RecordState { None, Partial, Whole, Unreadable };
 
 RecordState ReadRecord(const WideString& path, RecordBytes& bytes) {
     const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
@@ -64,17 +65,18 @@ RecordState ReadRecord(const WideString& path, RecordBytes& bytes) {
         ::SetLastError(error);
         return RecordState::Unreadable;
     }
-    // A record reaches the disk whole before anything is changed: this one was never in force.
+    // No file is changed before the record is on the disk as a whole, so a partial one was never in
+    // force.
     const bool isWhole =
         got == bytes.size() && std::equal(RecordMark.begin(), RecordMark.end(), bytes.begin());
-    return isWhole ? RecordState::Valid : RecordState::Unfinished;
+    return isWhole ? RecordState::Whole : RecordState::Partial;
 }
 
-/// Makes one file again what it was before the save. Doing so twice does no harm.
-int PutBack(const WideString& path, char change) {
+/// Makes one file what it was before the unfinished save. Idempotent.
+int MendFile(const WideString& path, char change) {
     const WideString sibling = SiblingPath(path);
     const WideString kept = KeptPath(path);
-    // A new file that still has its sibling's name has not replaced anything.
+    // While the new file has its sibling's name, it has not replaced anything.
     const bool isWaiting = change != Deleted && Exists(sibling);
     if (change == Added) {
         return isWaiting || !Exists(path) ? 1 : Rename(path, sibling);
@@ -83,13 +85,14 @@ int PutBack(const WideString& path, char change) {
         return 1;
     }
     if (Exists(path) && (isWaiting || change == Deleted)) {
-        CurrentFileCalls().Remove(kept.c_str());  // only a second name
+        CurrentFileCalls().Remove(kept.c_str());  // `path` is still the old file
         return 1;
     }
     return Rename(kept, path);
 }
 
-int UndoSave(const WideString& folder, const RecordBytes& record) {
+/// Mends each file that the record names.
+int MendFiles(const WideString& folder, const RecordBytes& record) {
     int result = 1;
     DWORD error = ERROR_SUCCESS;
     for (std::size_t i = 0; i < DataFileCount; ++i) {
@@ -97,22 +100,22 @@ int UndoSave(const WideString& folder, const RecordBytes& record) {
         WideString path;
         if ((change == Replaced || change == Deleted || change == Added) &&
             DataFilePath(folder.c_str(), static_cast<DataFile>(i), path) &&
-            PutBack(path, change) == 0) {
+            MendFile(path, change) == 0) {
             error = ::GetLastError();
-            result = 0;  // the others are put back all the same
+            result = 0;  // goes on, so that as little as possible is left to the next time
         }
     }
     ::SetLastError(error);
     return result;
 }
 
-/// What a save that was done may leave: the second names of the old files, then its record.
-void RemoveRest(const WideString& folder) {
+/// Deletes what a finished save may leave: the old files under their second names, then its record.
+void RemoveLeftovers(const WideString& folder) {
     int areGone = 1;
     for (std::size_t i = 0; i < DataFileCount; ++i) {
         WideString path;
         if (DataFilePath(folder.c_str(), static_cast<DataFile>(i), path) &&
-            RemoveWhatIsThere(KeptPath(path)) == 0) {
+            RemoveIfThere(KeptPath(path)) == 0) {
             areGone = 0;
         }
     }
@@ -135,13 +138,13 @@ int MendDataFiles(const WCHAR* folder) {
     switch (ReadRecord(recordPath, bytes)) {
         case RecordState::None:
             if (Exists(base + WideString(DoneName))) {
-                RemoveRest(base);
+                RemoveLeftovers(base);
             }
             return 1;
-        case RecordState::Unfinished:
-            return RemoveWhatIsThere(recordPath);
-        case RecordState::Valid:
-            return UndoSave(base, bytes) != 0 ? RemoveWhatIsThere(recordPath) : 0;
+        case RecordState::Partial:
+            return RemoveIfThere(recordPath);
+        case RecordState::Whole:
+            return MendFiles(base, bytes) != 0 ? RemoveIfThere(recordPath) : 0;
         case RecordState::Unreadable:
             break;
     }
@@ -155,7 +158,7 @@ DataFileSet::Change* DataFileSet::Add(DataFile which) {
         ::SetLastError(ERROR_FILENAME_EXCED_RANGE);
         return nullptr;
     }
-    failedPath = path;  // of the caller's writing, should that fail
+    failedPath = path;  // the failed file if the caller's writing fails
     ++count;
     return &changes[static_cast<std::size_t>(which)].emplace(std::move(path));
 }
@@ -190,7 +193,7 @@ int DataFileSet::WriteRecord(ReplacementFile& record) {
         }
     }
     if (record.Create() != 0 && record.Write(bytes.data(), bytes.size()) != 0 &&
-        record.Complete() != 0) {
+        record.FlushAndClose() != 0) {
         return 1;
     }
     failedPath = folder + WideString(RecordName);
@@ -208,26 +211,28 @@ int DataFileSet::PutInPlace() {
     }
     record.Keep();
     if (ForEach(Apply) == 0) {
-        Undo();
+        MendAfterFailure();
         return 0;
     }
     if (record.PutInPlace() == 0) {
         failedPath = folder + WideString(RecordName);
-        Undo();
+        MendAfterFailure();
         return 0;
     }
-    // The record is gone from its place: from here on the new files count.
+    // The record has left its first name, so the new files count. Leftovers that cannot be deleted
+    // now are no failure: the next mending deletes them.
     ForEach(RemoveSibling);
-    RemoveRest(folder);
+    RemoveLeftovers(folder);
     return 1;
 }
 
-void DataFileSet::Undo() {
+void DataFileSet::MendAfterFailure() {
     const DWORD error = ::GetLastError();
     if (MendDataFiles(folder.c_str()) != 0) {
         ForEach(RemoveSibling);
     } else {
-        // The record stays for the next time, and so must the files that it speaks of.
+        // The record stays in the folder for the next mending, which needs the new files too: where
+        // one still has its sibling's name, the old file has not been replaced.
         for (std::optional<Change>& change : changes) {
             if (change && change->file) {
                 change->file->Keep();
@@ -241,8 +246,8 @@ int DataFileSet::PutOnlyOneInPlace(Change& change) {
     if (change.file) {
         return change.file->PutInPlace();
     }
-    CurrentFileCalls().Remove(change.path.c_str());
-    return RemoveSibling(change);
+    RemoveWithSibling(change.path);
+    return 1;
 }
 
 int DataFileSet::TakeStock(Change& change) {
@@ -254,25 +259,25 @@ int DataFileSet::TakeStock(Change& change) {
             return 0;
         }
     } else if ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0) {
-        ::SetLastError(ERROR_ACCESS_DENIED);  // would be found out half-way otherwise
+        ::SetLastError(ERROR_ACCESS_DENIED);  // fails here rather than half-way through the renames
         return 0;
     }
-    // A second name that an earlier save left would be taken for the old file.
-    return RemoveWhatIsThere(KeptPath(change.path));
+    // Mending would take an ".old" file that an earlier save left for the old file of this one.
+    return RemoveIfThere(KeptPath(change.path));
 }
 
 int DataFileSet::Apply(Change& change) {
-    // Where a file cannot have two names the old one is moved away instead.
+    // Without hard links (FAT) the old file is renamed instead, and its name is free for a moment.
     const WideString kept = KeptPath(change.path);
     if (change.hadOriginal && CurrentFileCalls().Link(change.path.c_str(), kept.c_str()) == FALSE &&
         lunara::Rename(change.path, kept) == 0) {
         return 0;
     }
-    return change.file ? change.file->Rename() : RemoveWhatIsThere(change.path);
+    return change.file ? change.file->Rename() : RemoveIfThere(change.path);
 }
 
 int DataFileSet::RemoveSibling(Change& change) {
-    // One that a crash left behind may hold what has been deleted since.
+    // A sibling that a crash left may hold what has been deleted since.
     CurrentFileCalls().Remove(SiblingPath(change.path).c_str());
     return 1;
 }

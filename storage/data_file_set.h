@@ -1,10 +1,11 @@
 #pragma once
 
-// The four data files of a folder, changed together. A new password must reach all of them or none:
-// files under two passwords are opened by neither. So every new file is written beside its old one
-// first; only when all are complete, and the old ones are kept under a second name, are they put in
-// place. A record in the folder says from the first change to the last that the old ones count;
-// whoever finds it, this save or the next start, puts them back. docs/file-format.md has the names.
+// Changes the four data files of a folder together. A new password must reach all files or none,
+// because files under two passwords are opened by neither. Every new file is first written and
+// flushed beside its old one. Then a save record is written, each old file gets a second name, and
+// the new files are renamed into place. As long as the record is in the folder the old files count,
+// and whoever finds it there mends the folder: the save itself when a step fails, else the next
+// load or save. docs/file-format.md has the names and the order of the steps.
 
 #include <array>
 #include <cstddef>
@@ -19,7 +20,7 @@ namespace lunara {
 enum class DataFile : std::size_t { Temperature, Bleeding, NoteFlags, NotePages };
 inline constexpr std::size_t DataFileCount = 4;
 
-/// The names, in the order of `DataFile`.
+/// File names in the order of `DataFile`.
 inline constexpr const WCHAR* DataFileNames[DataFileCount] = {
     TEXT("Temperature.dat"),
     TEXT("Bleeding.dat"),
@@ -30,32 +31,36 @@ constexpr const WCHAR* DataFileName(DataFile which) {
     return DataFileNames[static_cast<std::size_t>(which)];
 }
 
-/// Folder, separator and file name; false when they do not fit into a path. A path that was cut
-/// would name another file, perhaps another collection's.
-bool DataFilePath(const WCHAR* folder, DataFile which, WideString& path);
+/// Sets `path` to folder, separator and file name. False when that does not fit into
+/// `PathCapacity`: `path` must not be used then, because one that is cut names another file,
+/// perhaps that of another collection.
+[[nodiscard]] bool DataFilePath(const WCHAR* folder, DataFile which, WideString& path);
 
-/// Puts the old files back when the last save of several files was broken off, and removes what a
-/// save that was done left behind. 1 when the files are one whole set, which they nearly always are
-/// before; 0 with the system's error when an old file cannot be put back now: nothing may be read
-/// or saved then, and the next call tries again.
-int MendDataFiles(const WCHAR* folder);
+/// Brings a folder with an unfinished save to a whole state. A save of several files that was
+/// interrupted before its last step is reverted; of one that was finished, the leftovers are
+/// deleted. A folder without either, the usual case, is not changed. 1 when the files are one whole
+/// set afterwards. 0 with the system's error when an old file cannot be restored now: the caller
+/// must then neither load nor save, and the next call tries again. Idempotent.
+[[nodiscard]] int MendDataFiles(const WCHAR* folder);
 
+/// One save: name each file that changes with `Replace` or `Delete`, at most once, then call
+/// `PutInPlace`. A null or 0 means failure, with the system's error in the last error and the file
+/// in `FailedPath`.
 class DataFileSet {
   public:
-    /// A folder that is there, without a separator at its end, and mended.
+    /// The folder must exist and have been mended, and its path must not end in a separator.
     explicit DataFileSet(const WCHAR* dataFolder) : folder(dataFolder) {}
 
-    // Each file at most once. 0 (null) with the system's error in the last error and `FailedPath`.
+    /// The new file, which the caller creates, writes, flushes and closes before the next call
+    /// here. Owned by this set. A path that is too long fails with ERROR_FILENAME_EXCED_RANGE.
+    [[nodiscard]] ReplacementFile* Replace(DataFile which);
+    [[nodiscard]] int Delete(DataFile which);
+    /// Makes the named changes, all or none. After a failure the files are the old ones, at the
+    /// latest after the next `MendDataFiles`. A single file needs no save record, and deleting a
+    /// single file never fails: an empty collection has nothing to lose.
+    [[nodiscard]] int PutInPlace();
 
-    /// The new file, which the caller creates, writes and completes before the next call.
-    ReplacementFile* Replace(DataFile which);
-    int Delete(DataFile which);
-    /// What has been replaced or deleted so far, and nothing else, becomes so. After a failure all
-    /// files are as they were, or will be after `MendDataFiles`. A single file needs no record; and
-    /// deleting it, whatever comes of it, is no failure: it has nothing to lose.
-    int PutInPlace();
-
-    /// The file that the last failure was about.
+    /// The file, or save record, of the last failure.
     const WideString& FailedPath() const { return failedPath; }
 
   private:
@@ -63,19 +68,22 @@ class DataFileSet {
         explicit Change(WideString changedPath) : path(std::move(changedPath)) {}
 
         WideString path;
-        std::optional<ReplacementFile> file;  // none: to be deleted
-        bool hadOriginal = false;
+        std::optional<ReplacementFile> file;  // empty: `path` is to be deleted
+        bool hadOriginal = false;             // `path` existed before the save
     };
     using Step = int (*)(Change& change);
 
+    /// Null when the path is too long.
     Change* Add(DataFile which);
-    /// Stops at the first 0, whose file becomes the failed one.
+    /// Takes the step for each change, in the order of `DataFile`. Stops at the first that returns
+    /// 0, whose file becomes the failed one.
     int ForEach(Step step);
     int WriteRecord(ReplacementFile& record);
-    void Undo();
+    /// Mends the folder after a step of `PutInPlace` failed, and keeps the last error.
+    void MendAfterFailure();
 
     static int PutOnlyOneInPlace(Change& change);
-    /// Sees what is there, and that it can be replaced.
+    /// Sets `hadOriginal` and checks that the file can be replaced.
     static int TakeStock(Change& change);
     /// Keeps the old file under its second name and puts the new one in place.
     static int Apply(Change& change);

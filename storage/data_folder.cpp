@@ -15,7 +15,7 @@ constexpr WideView ProgramFile = TEXT("Lunara.exe");
 
 constexpr WideView Devices[] = {TEXT("CON"), TEXT("PRN"),    TEXT("AUX"),
                                 TEXT("NUL"), TEXT("CONIN$"), TEXT("CONOUT$")};
-// These stand before one digit; the superscript ones count as digits here.
+// Devices whose name ends in one digit, for which Windows also takes superscript 1, 2 and 3.
 constexpr WideView NumberedDevices[] = {TEXT("COM"), TEXT("LPT")};
 constexpr WideView DeviceDigits = TEXT("0123456789\u00B9\u00B2\u00B3");
 
@@ -28,7 +28,8 @@ bool IsSameName(WideView a, WideView b) {
                       [](WCHAR x, WCHAR y) { return UpperAscii(x) == UpperAscii(y); });
 }
 
-/// The system takes "con", "con.txt" and "con .txt" all for the console.
+/// Whether Windows takes the name for a device: "con", "con.txt" and "con .txt" are all the
+/// console.
 bool IsDeviceName(WideView name) {
     WideView base = name.substr(0, name.find(TEXT('.')));
     while (!base.empty() && base.back() == ' ') {
@@ -46,7 +47,8 @@ bool IsDeviceName(WideView name) {
                        [base](WideView device) { return IsSameName(base, device); });
 }
 
-/// The running program's file stands in the folder where the users' folders are made.
+/// Whether the name is that of the program's file, now or as shipped. That file lies among the
+/// users' folders, so no folder can have its name.
 bool IsProgramFile(WideView name) {
     std::array<WCHAR, PathCapacity> path{};
     const DWORD length =
@@ -79,15 +81,16 @@ bool MustBeEscaped(WideView name, std::size_t i) {
     if (unit < 0x20 || Forbidden.find(unit) != WideView::npos || IsLoneSurrogate(name, i)) {
         return true;
     }
-    if (unit == '%') {  // only where it reads as an escape: "100%" keeps its name
+    if (unit == '%') {  // only before two hexadecimal digits: "100%" stays as it is
         return i + 2 < name.size() && IsHexDigit(name[i + 1]) && IsHexDigit(name[i + 2]);
     }
-    // The system drops dots and blanks from a name's end, and so would take "." for the folder
-    // itself and ".." for the one above.
+    // Windows drops dots and blanks from the end of a name. The last one is escaped, which also
+    // disarms "." (the program's folder) and ".." (the folder above it).
     return (unit == '.' || unit == ' ') && i + 1 == name.size();
 }
 
-/// Each byte of the unit's UTF-8 (three for a lone surrogate) as % and two hexadecimal digits.
+/// Appends each byte of the unit's UTF-8 (three bytes for a lone surrogate) as % and two
+/// hexadecimal digits.
 void AppendEscaped(WideString& folder, WCHAR unit) {
     constexpr WideView Digits = TEXT("0123456789ABCDEF");
     for (const char byte : ToUtf8(WideView(&unit, 1))) {
@@ -96,11 +99,6 @@ void AppendEscaped(WideString& folder, WCHAR unit) {
         folder.push_back(Digits[value >> 4]);
         folder.push_back(Digits[value & 0xF]);
     }
-}
-
-bool IsFolder(const WCHAR* path) {
-    const DWORD attributes = ::GetFileAttributesW(path);
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 }  // namespace
@@ -121,11 +119,17 @@ WideString FolderNameOfUser(WideView userName) {
 WideString DataFolderOfUser(WideView userName) {
     std::array<WCHAR, PathCapacity> appFolder{};
     GetAppFolder(appFolder.data(), static_cast<int>(appFolder.size()));
-    // A program that does not know its folder has no diaries: a bare name would be one of whatever
-    // folder is the current one. Nothing can be called this, and so every use of it fails.
+    // Without the program's folder there are no diaries: a bare name would be looked up in the
+    // current folder, whichever that is. No path can begin with "|", so every use of this one
+    // fails.
     const WideString parent = appFolder[0] != 0 ? WideString(appFolder.data()) : TEXT("|\\");
     const WideString folder = parent + FolderNameOfUser(userName);
     return folder.substr(0, PathCapacity - 1);
+}
+
+bool IsFolder(const WCHAR* path) {
+    const DWORD attributes = ::GetFileAttributesW(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 int CreateDirectoryTree(const WCHAR* folder) {
@@ -133,8 +137,8 @@ int CreateDirectoryTree(const WCHAR* folder) {
         return 1;
     }
     const WideString path(folder);
-    // The parents, from the first one on. One that cannot be created is there already, or is a
-    // drive; if neither, the next one says so.
+    // Creates the parents from the top down. Failures are ignored: a parent may exist or be a
+    // drive, and if it is neither, creating what is below it fails too.
     for (std::size_t i = path.find_first_of(Separators, 1); i != WideString::npos;
          i = path.find_first_of(Separators, i + 1)) {
         ::CreateDirectoryW(path.substr(0, i).c_str(), nullptr);

@@ -5,7 +5,7 @@
 namespace lunara {
 namespace {
 
-// Longest single write; a count of the system's call is 32 bits wide.
+// Bytes of one call at most: WriteFile counts in 32 bits.
 constexpr std::size_t WriteBytes = std::size_t{1} << 30;
 
 FileCalls systemCalls;
@@ -66,6 +66,11 @@ WideString SiblingPath(WideView path) {
     return WideString(path).append(SiblingExtension);
 }
 
+void RemoveWithSibling(const WideString& path) {
+    CurrentFileCalls().Remove(path.c_str());
+    CurrentFileCalls().Remove(SiblingPath(path).c_str());
+}
+
 ReplacementFile::ReplacementFile(WideView target) : ReplacementFile(target, SiblingPath(target)) {}
 
 ReplacementFile::ReplacementFile(WideView target, WideView siblingPath)
@@ -105,7 +110,7 @@ int ReplacementFile::Write(const void* bytes, std::size_t count) {
     return 1;
 }
 
-int ReplacementFile::Complete() {
+int ReplacementFile::FlushAndClose() {
     ::SetLastError(ERROR_SUCCESS);
     if (CurrentFileCalls().Flush(file) == FALSE || Close() == 0) {
         return FailWithReason();
@@ -114,7 +119,7 @@ int ReplacementFile::Complete() {
 }
 
 int ReplacementFile::PutInPlace() {
-    if (file != INVALID_HANDLE_VALUE && Complete() == 0) {
+    if (file != INVALID_HANDLE_VALUE && FlushAndClose() == 0) {
         return 0;
     }
     ::SetLastError(ERROR_SUCCESS);
@@ -139,7 +144,7 @@ int ReplacementFile::Close() {
         return 1;
     }
     const HANDLE closing = file;
-    file = INVALID_HANDLE_VALUE;  // closed once, whatever the system answers
+    file = INVALID_HANDLE_VALUE;  // even a failed close must not be repeated
     ::SetLastError(ERROR_SUCCESS);
     return CurrentFileCalls().Close(closing) != FALSE ? 1 : 0;
 }

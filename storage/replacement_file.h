@@ -1,7 +1,9 @@
 #pragma once
 
-// A file that is written whole beside the one that it replaces, so that whatever stops the program
-// or the machine, the old file or the new one is there under its name.
+// Replaces a file as a whole. The new content is written to a sibling file, flushed and closed, and
+// then renamed over the old one. Whenever the program or the machine stops, the name stands for the
+// old file or the new one, never for a part. All calls that change files go through `FileCalls`, so
+// that tests can make each of them fail.
 
 #include <cstddef>
 
@@ -9,7 +11,7 @@
 
 namespace lunara {
 
-/// The system calls that change files. Tests put in others, to make each step fail.
+/// The system's calls that change files. Results and last errors are those of the Win32 calls.
 class FileCalls {
   public:
     FileCalls() = default;
@@ -17,58 +19,70 @@ class FileCalls {
     FileCalls& operator=(const FileCalls&) = delete;
     virtual ~FileCalls() = default;
 
-    // As the system's calls of the same name, with its last error.
-    virtual HANDLE Create(const WCHAR* path);
-    virtual BOOL Write(HANDLE file, const void* bytes, DWORD count, DWORD& written);
-    virtual BOOL Flush(HANDLE file);
+    /// Creates the file, or empties it, for writing, with no sharing. INVALID_HANDLE_VALUE on
+    /// failure.
+    [[nodiscard]] virtual HANDLE Create(const WCHAR* path);
+    [[nodiscard]] virtual BOOL Write(HANDLE file, const void* bytes, DWORD count, DWORD& written);
+    [[nodiscard]] virtual BOOL Flush(HANDLE file);
     virtual BOOL Close(HANDLE file);
-    /// Renames over what is there, and has reached the disk when it returns.
+    /// Renames a file, replacing one of that name, and returns once that is on the disk.
     virtual BOOL Replace(const WCHAR* from, const WCHAR* to);
-    /// The same without waiting for the disk, which takes up renames in their order.
+    /// Renames a file, replacing one of that name, without waiting for the disk. The disk takes up
+    /// renames in the order of the calls.
     virtual BOOL Rename(const WCHAR* from, const WCHAR* to);
-    /// A second name for a file; not every file system has that.
+    /// Gives the file at `path` the second name `name`. Fails where the file system has no hard
+    /// links.
     virtual BOOL Link(const WCHAR* path, const WCHAR* name);
     virtual BOOL Remove(const WCHAR* path);
-    /// Renames a folder to a name that nothing has, and has reached the disk when it returns.
+    /// Renames a folder to a name that is not taken and returns once that is on the disk.
     virtual BOOL MoveFolder(const WCHAR* from, const WCHAR* to);
 };
 
-/// The calls in use.
+/// The calls in use: the system's, unless `UseFileCalls` has put in others.
 FileCalls& CurrentFileCalls();
 
-/// From here on `calls` are used, or the system's own when null.
+/// Puts in other calls, which must outlive their use; null restores the system's.
 void UseFileCalls(FileCalls* calls);
 
-/// 0, with the last error kept, or ERROR_WRITE_FAULT for a call that failed without a reason or
-/// stopped half-way.
+/// Returns 0 with a last error that is not 0: the one that is set, or ERROR_WRITE_FAULT when a call
+/// failed without one or wrote only a part.
 int FailWithReason();
 
-/// The name under which the new content of `path` is written: ".new" in place of ".dat", or behind
-/// any other name. It is no longer than the name of a data file, so that it fits where that does.
+/// The name of the sibling file that takes the new content of `path`: ".new" in place of ".dat",
+/// or behind any other name. A data file's sibling has a path of the same length, so it fits
+/// wherever the data file fits.
 WideString SiblingPath(WideView path);
 
+/// Deletes the file and its sibling. A sibling that a crash left may hold what has been deleted
+/// since. Failures are ignored.
+void RemoveWithSibling(const WideString& path);
+
+/// One replacement. Call `Create`, `Write` as often as needed, `FlushAndClose`, then `PutInPlace`
+/// or `Rename`, each only after the one before it returned 1. Each returns 0 on failure, with the
+/// system's error, never 0, in the last error.
 class ReplacementFile {
   public:
+    /// Replaces `target`, which need not exist.
     explicit ReplacementFile(WideView target);
-    /// The same with a name of its own for the sibling.
+    /// As above, with another path for the sibling, on the same volume.
     ReplacementFile(WideView target, WideView siblingPath);
     ReplacementFile(const ReplacementFile&) = delete;
     ReplacementFile& operator=(const ReplacementFile&) = delete;
-    /// A file that was not put in place is removed; the last error stays.
+    /// Deletes a sibling that was created and not put in place. Keeps the last error.
     ~ReplacementFile();
 
-    // Each is called only after the one before it returned 1. 0 on failure with the system's error,
-    // never 0, in the last error.
-    int Create();
-    int Write(const void* bytes, std::size_t count);
-    /// Flushes the new file to the disk and closes it, under its sibling's name.
-    int Complete();
-    /// Completes the file unless that was done, and gives it the old one's name, on the disk too.
-    int PutInPlace();
-    /// Gives the completed file the old one's name without waiting for the disk.
-    int Rename();
+    /// Creates the sibling, or empties one that a crash left.
+    [[nodiscard]] int Create();
+    [[nodiscard]] int Write(const void* bytes, std::size_t count);
+    /// Flushes the sibling to the disk and closes it.
+    [[nodiscard]] int FlushAndClose();
+    /// Renames the sibling over the target and returns once that is on the disk. Flushes and closes
+    /// it first if that has not been done.
+    [[nodiscard]] int PutInPlace();
+    /// Renames the closed sibling over the target without waiting for the disk.
+    [[nodiscard]] int Rename();
 
-    /// A file that is not put in place stays behind.
+    /// Leaves the sibling to the folder's next mending: the destructor does not delete it.
     void Keep() { toBeRemoved = false; }
 
   private:

@@ -1,7 +1,7 @@
 #include "storage/cipher/cipher.h"
 
-// The fractional part of pi in hexadecimal, eight digits a word, in the order in which Blowfish
-// takes them: the subkeys first, then one S-box after the other. A test computes them again.
+// The fractional part of pi in hexadecimal, eight digits a word: first the subkeys, then S-boxes 0
+// to 3. A test computes the digits.
 
 namespace lunara {
 

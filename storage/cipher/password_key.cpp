@@ -7,7 +7,8 @@
 namespace lunara {
 namespace {
 
-// Windows-1252 from 0x80 to 0x9F; everywhere else its bytes are the characters' own numbers.
+// The characters of the bytes 0x80 to 0x9F in Windows-1252. Every other byte is the number of its
+// character.
 constexpr unsigned FirstMapped = 0x80;
 constexpr WCHAR Mapped[] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                             0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
@@ -51,7 +52,8 @@ void DataKey::TakeWindows1252(WideView password) {
 }
 
 void DataKey::TakeUtf8(WideView password) {
-    // One character at a time, so that no copy of the whole password is left in freed memory.
+    // Converts one character at a time and wipes it: a string of the whole password would leave
+    // copies in freed memory.
     bool hasRoom = true;
     while (hasRoom && !password.empty()) {
         const std::size_t units = IsSurrogatePair(password) ? 2 : 1;

@@ -1,6 +1,6 @@
 #pragma once
 
-// What a password is as a key of the data files: bytes, up to a terminating zero.
+// Turns a password into the key of the data files: bytes up to a terminating zero.
 
 #include <cstddef>
 
@@ -8,14 +8,14 @@
 
 namespace lunara {
 
-/// Most bytes of a password that count; the rest makes no difference.
+/// Most bytes of a password that become key; the rest has no effect.
 inline constexpr std::size_t DataKeyBytes = 55;
 
-/// The key of a password. One that is Windows-1252 throughout becomes its bytes (the five codes
-/// that the code page leaves free are the control characters of the same number, and no other
-/// control character from U+0080 to U+009F is part of it); one with any other character is taken
-/// whole as UTF-8. Neither the process's locale nor the system's code page has a say, so that a
-/// diary opens on every machine. Wiped at its end.
+/// The key of one password. A password whose characters are all in Windows-1252 becomes its bytes
+/// in that code page, in which the five unassigned codes stand for the control characters of the
+/// same number (U+0081, 8D, 8F, 90, 9D); the other 27 control characters from U+0080 to U+009F are
+/// not in it. Any other password becomes UTF-8 as a whole. Neither the process's locale nor the
+/// system's code page matters, so a diary opens on every machine. Wipes its bytes when it ends.
 class DataKey {
   public:
     /// `password` is UTF-16; null is the same as "".
@@ -30,7 +30,7 @@ class DataKey {
   private:
     void TakeWindows1252(WideView password);
     void TakeUtf8(WideView password);
-    /// False when the key is full.
+    /// False when the key is full; the byte is dropped then.
     bool Append(char byte);
 
     char bytes[DataKeyBytes + 1] = {};

@@ -1,5 +1,5 @@
-// Any bytes as a CSV file to import. Whatever is refused is refused with a place and a reason; what
-// is taken makes a diary that comes back the same through export and import.
+// Any bytes as a CSV file to import. A refusal must give a place and a reason. What is accepted
+// must make a diary that comes back the same through export and import.
 
 #include <cstdint>
 #include <cstdlib>
@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     Import(copy, exported);
     Require(lunara::WriteDiaryCsv(copy) == exported);
 
-    // Once more changes nothing.
+    // Importing what the diary already holds changes nothing.
     data.bleeding.dirty = data.temperature.dirty = data.noteFlags.dirty = false;
     data.notePages.dirty = false;
     Import(data, exported);

@@ -1,8 +1,9 @@
 #pragma once
 
-// Both readers of data files under the fuzzer. The first byte of an input says how the rest becomes
-// a file: bit 0 loads it with a password, bit 1 enciphers its records with that password first, so
-// that the checks behind the cipher are reached, too.
+// Fuzzes the readers of both kinds of data files. The first byte of an input says how the rest
+// becomes a file. Bit 0: load it with a password. Bit 1, with bit 0: encipher its records with that
+// password first, so that the fuzzer gets past the cipher to the checks behind it. What is accepted
+// is saved as the program saves it (UserData::SaveFolder) and must come back the same.
 
 #include <stdlib.h>  // NOLINT(modernize-deprecated-headers): mkdtemp
 #include <unistd.h>
@@ -14,16 +15,18 @@
 #include <string>
 #include <vector>
 
+#include "diary/user_data.h"
 #include "platform/text.h"
 #include "storage/cipher/cipher.h"
 #include "storage/cipher/password_key.h"
 #include "storage/data_file.h"
+#include "storage/data_file_set.h"
 
 namespace lunara::fuzz {
 
 inline constexpr std::size_t HeaderBytes = 4;
 
-/// Unlike assert, checked in every build.
+/// Ends the process unless the condition holds, in release builds too.
 inline void Require(bool condition, const char* what) {
     if (!condition) {
         std::fprintf(stderr, "broken: %s\n", what);
@@ -31,10 +34,11 @@ inline void Require(bool condition, const char* what) {
     }
 }
 
-/// A file of this process alone, in memory where the system offers that, gone at its end.
+/// One data file in a temporary folder of this process, in memory where the system offers that.
+/// Deleted with the folder at the process's end.
 class PrivateFile {
   public:
-    PrivateFile() {
+    explicit PrivateFile(DataFile which) {
         const std::filesystem::path memory = "/dev/shm";
         std::error_code none;
         std::string pattern =
@@ -43,7 +47,8 @@ class PrivateFile {
             "lunara-fuzz-XXXXXX";
         Require(::mkdtemp(pattern.data()) != nullptr, "folder");
         folder = pattern;
-        path = (folder / "Fuzzed.dat").u16string();
+        Require(DataFilePath(Folder().c_str(), which, path), "path");
+        native = folder / ToUtf8(DataFileName(which));
     }
     PrivateFile(const PrivateFile&) = delete;
     PrivateFile& operator=(const PrivateFile&) = delete;
@@ -53,19 +58,34 @@ class PrivateFile {
     }
 
     void Write(const std::vector<std::uint8_t>& bytes) const {
-        std::FILE* file = std::fopen((folder / "Fuzzed.dat").c_str(), "wb");
+        std::FILE* file = std::fopen(native.c_str(), "wb");
         Require(file != nullptr, "create");
         Require(std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size(), "write");
         Require(std::fclose(file) == 0, "close");
     }
 
-    bool Exists() const { return std::filesystem::exists(folder / "Fuzzed.dat"); }
+    bool Exists() const { return std::filesystem::exists(native); }
 
+    WideString Folder() const { return folder.u16string(); }
+    /// The file as the program names it.
     const WCHAR* Path() const { return path.c_str(); }
 
   private:
     std::filesystem::path folder;
+    std::filesystem::path native;
     WideString path;
+};
+
+// The two kinds of data files, each with one of the diary's lists that is saved as such a file.
+
+struct DayValueFile {
+    static constexpr DataFile Which = DataFile::Bleeding;
+    static DayValueList& ListOf(UserData& data) { return data.bleeding; }
+};
+
+struct NotePageFile {
+    static constexpr DataFile Which = DataFile::NotePages;
+    static NotePageList& ListOf(UserData& data) { return data.notePages; }
 };
 
 inline int Load(DayValueList& list, const WCHAR* path, const WCHAR* password) {
@@ -73,12 +93,6 @@ inline int Load(DayValueList& list, const WCHAR* path, const WCHAR* password) {
 }
 inline int Load(NotePageList& list, const WCHAR* path, const WCHAR* password) {
     return LoadNotePages(list, path, password);
-}
-inline int Save(DayValueList& list, const WCHAR* path, const WCHAR* password) {
-    return SaveDayValues(list, path, password);
-}
-inline int Save(NotePageList& list, const WCHAR* path, const WCHAR* password) {
-    return SaveNotePages(list, path, password);
 }
 
 inline bool IsPossibleDate(DateKey key) {
@@ -104,10 +118,11 @@ bool IsSame(const List& a, const List& b) {
                         static_cast<std::size_t>(a.Count()) * sizeof(*a.begin())) == 0);
 }
 
-/// An accepted file holds what the list holds, and comes back the same after a save.
-template <typename List>
-void CheckLoaded(List& list, List& again, const PrivateFile& file, const WCHAR* password,
+/// Checks a list that was loaded from a file of `bytes` bytes, then saves and loads it again.
+template <typename Kind>
+void CheckLoaded(UserData& data, const PrivateFile& file, const WCHAR* password,
                  std::size_t bytes) {
+    auto& list = Kind::ListOf(data);
     const std::size_t recordBytes = sizeof(*list.begin());
     Require(bytes >= HeaderBytes, "a short header was accepted");
     Require(static_cast<std::size_t>(list.Count()) * recordBytes == bytes - HeaderBytes, "count");
@@ -117,8 +132,10 @@ void CheckLoaded(List& list, List& again, const PrivateFile& file, const WCHAR* 
                         [](const auto& record) { return IsPossibleDate(record.date); }),
             "dates");
     list.dirty = true;
-    Require(Save(list, file.Path(), password) == 1 && !list.dirty, "save");
+    Require(data.SaveFolder(file.Folder().c_str(), password) == 1 && !list.dirty, "save");
     Require(file.Exists() == (list.Count() > 0), "an empty list leaves no file");
+    UserData copy;
+    auto& again = Kind::ListOf(copy);
     Require(Load(again, file.Path(), password) == 1, "load again");
     Require(IsSame(list, again), "the same again");
 }
@@ -132,20 +149,22 @@ void CheckRefused(const List& list) {
             "error code");
 }
 
-template <typename List>
-void CheckReader(List& list, List& again, const std::uint8_t* data, std::size_t size) {
-    static const PrivateFile file;
+template <typename Kind>
+void CheckReader(const std::uint8_t* input, std::size_t size) {
+    static const PrivateFile file(Kind::Which);
     if (size == 0) {
         return;
     }
-    const WCHAR* password = (data[0] & 1) != 0 ? TEXT("secret") : TEXT("");
-    std::vector<std::uint8_t> bytes(data + 1, data + size);
-    if ((data[0] & 3) == 3 && bytes.size() > HeaderBytes) {
+    const WCHAR* password = (input[0] & 1) != 0 ? TEXT("secret") : TEXT("");
+    std::vector<std::uint8_t> bytes(input + 1, input + size);
+    if ((input[0] & 3) == 3 && bytes.size() > HeaderBytes) {
         CipherState state;
         InitCipher(state, DataKey(password).Bytes());
         EncipherBlocks(state, bytes.data() + HeaderBytes, bytes.size() - HeaderBytes);
     }
     file.Write(bytes);
+    UserData data;
+    auto& list = Kind::ListOf(data);
     list.dirty = true;
     const int loaded = Load(list, file.Path(), password);
     if (loaded == 0) {
@@ -153,7 +172,7 @@ void CheckReader(List& list, List& again, const std::uint8_t* data, std::size_t 
     }
     Require(!list.dirty, "a load clears the dirty flag");
     if (loaded != 0) {
-        CheckLoaded(list, again, file, password, bytes.size());
+        CheckLoaded<Kind>(data, file, password, bytes.size());
     }
 }
 

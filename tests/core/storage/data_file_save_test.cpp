@@ -1,13 +1,18 @@
-#include <gtest/gtest.h>
+// Saving one file: of a diary, as the program does it, and by itself. The saves of several files
+// are in data_file_set_test.cpp.
 
 #include "storage/data_file.h"
+
+#include <gtest/gtest.h>
+
+#include "diary/user_data.h"
 #include "storage/replacement_file.h"
 #include "tests/core/storage/file_support.h"
 
 namespace lunara::test {
 namespace {
 
-/// Calls of the system that count their steps and let one fail.
+/// The system's calls, which record their steps and of which one may fail.
 class FailingCalls : public FileCalls {
   public:
     enum class Way { WithError, WithoutError, HalfWritten };
@@ -25,7 +30,7 @@ class FailingCalls : public FileCalls {
         if (!Fails("write")) {
             return FileCalls::Write(file, bytes, count, written);
         }
-        FileCalls::Write(file, bytes, count / 2, written);
+        static_cast<void>(FileCalls::Write(file, bytes, count / 2, written));
         return isHalf ? TRUE : FALSE;
     }
     BOOL Flush(HANDLE file) override { return Fails("flush") ? FALSE : FileCalls::Flush(file); }
@@ -39,11 +44,11 @@ class FailingCalls : public FileCalls {
     }
     BOOL Remove(const WCHAR* path) override {
         const BOOL removed = FileCalls::Remove(path);
-        ::SetLastError(ERROR_FILE_NOT_FOUND);  // must not hide the failure before it
+        ::SetLastError(ERROR_FILE_NOT_FOUND);  // tidying up must not hide the failure before it
         return removed;
     }
 
-    /// The step to fail, from 0; none when negative.
+    /// Index of the step that fails; negative: none.
     int failAt = -1;
     Way way = Way::WithError;
 
@@ -60,7 +65,7 @@ class FailingCalls : public FileCalls {
         const bool isThis = static_cast<int>(steps.size()) == failAt;
         steps.emplace_back(step);
         if (!isThis) {
-            ::SetLastError(ERROR_ACCESS_DENIED);  // a call that works may leave one
+            ::SetLastError(ERROR_ACCESS_DENIED);  // a successful call may leave any last error
         } else if (way == Way::WithError) {
             ::SetLastError(ERROR_DISK_FULL);
         }
@@ -71,7 +76,7 @@ class FailingCalls : public FileCalls {
 class SaveTest : public ::testing::Test {
   protected:
     SaveTest() {
-        for (int i = 0; i < 10'000; ++i) {  // more than goes through the scratch buffer at once
+        for (int i = 0; i < 10'000; ++i) {  // more than the scratch buffer holds
             const auto day = static_cast<unsigned>(i);
             days.Set(MakeDateKey(1700 + day / 336, 1 + day / 28 % 12, 1 + day % 28), i);
         }
@@ -80,29 +85,30 @@ class SaveTest : public ::testing::Test {
         for (unsigned i = 0; i < 1000; ++i) {
             pages.AppendText(MakeDateKey(1700 + i / 28, 1, 1 + i % 28), text.c_str(), 33);
         }
-        pages.dirty = true;
     }
 
-    int SaveDays(const WCHAR* password) {
-        return SaveDayValues(days, Wide(file).c_str(), password);
-    }
+    /// Saves what is dirty, as the program does.
+    int Save(const WCHAR* password) { return data.SaveFolder(folder.c_str(), password); }
 
     ScratchFolder scratch;
+    WideString folder = Wide(scratch.Root());
     std::filesystem::path file = scratch.File("Bleeding.dat");
+    std::filesystem::path pagesFile = scratch.File("NotePages.dat");
     Bytes oldBytes{'o', 'l', 'd'};
-    DayValueList days;
-    NotePageList pages{10};
+    UserData data;
+    DayValueList& days = data.bleeding;    // dirty at first
+    NotePageList& pages = data.notePages;  // clean at first
 };
 
 TEST_F(SaveTest, CleanListLeavesTheFileAlone) {
     WriteBytes(file, oldBytes);
+    WriteBytes(pagesFile, oldBytes);
     days.dirty = false;
-    pages.dirty = false;
     FailingCalls calls;
-    EXPECT_EQ(SaveDays(TEXT("secret")), 1);
-    EXPECT_EQ(SaveNotePages(pages, Wide(file).c_str(), TEXT("secret")), 1);
+    EXPECT_EQ(Save(TEXT("secret")), 1);
     EXPECT_TRUE(calls.steps.empty());
     EXPECT_EQ(ReadBytes(file), oldBytes);
+    EXPECT_EQ(ReadBytes(pagesFile), oldBytes);
 }
 
 TEST_F(SaveTest, EmptyListDeletesTheFileAndWhatACrashLeftBesideIt) {
@@ -110,18 +116,18 @@ TEST_F(SaveTest, EmptyListDeletesTheFileAndWhatACrashLeftBesideIt) {
     WriteBytes(scratch.File("Bleeding.new"), oldBytes);
     days.Clear();
     days.dirty = true;
-    EXPECT_EQ(SaveDays(TEXT("")), 1);
+    EXPECT_EQ(Save(TEXT("")), 1);
     EXPECT_FALSE(days.dirty);
     EXPECT_TRUE(scratch.Names().empty());
     pages.Clear();
     pages.dirty = true;
-    EXPECT_EQ(SaveNotePages(pages, Wide(file).c_str(), TEXT("secret")), 1);  // nothing there: fine
+    EXPECT_EQ(Save(TEXT("secret")), 1);  // no file to delete
     EXPECT_FALSE(pages.dirty);
 }
 
 TEST_F(SaveTest, StepsAreTakenInTheOrderThatKeepsOneOfTheFiles) {
     FailingCalls calls;
-    ASSERT_EQ(SaveDays(TEXT("")), 1);
+    ASSERT_EQ(Save(TEXT("")), 1);
     EXPECT_EQ(calls.steps,
               (std::vector<std::string>{"create", "write", "write", "flush", "close", "replace"}));
     EXPECT_EQ(calls.open, 0);
@@ -131,7 +137,7 @@ TEST_F(SaveTest, StepsAreTakenInTheOrderThatKeepsOneOfTheFiles) {
 TEST_F(SaveTest, UnsortedListIsSortedFirst) {
     days.Set(MakeDateKey(1650, 1, 1), 7);
     ASSERT_TRUE(days.IsUnsorted());
-    ASSERT_EQ(SaveDays(TEXT("secret")), 1);
+    ASSERT_EQ(Save(TEXT("secret")), 1);
     EXPECT_FALSE(days.IsUnsorted());
     DayValueList loaded;
     ASSERT_EQ(LoadDayValues(loaded, Wide(file).c_str(), TEXT("secret")), 1);
@@ -142,8 +148,8 @@ TEST_F(SaveTest, UnsortedListIsSortedFirst) {
 TEST_F(SaveTest, ListInMemoryStaysPlain) {
     const DayValue before = days.At(0);
     const NotePage pageBefore = pages.At(0);
-    ASSERT_EQ(SaveDays(TEXT("secret")), 1);
-    ASSERT_EQ(SaveNotePages(pages, Wide(scratch.File("NotePages.dat")).c_str(), TEXT("secret")), 1);
+    pages.dirty = true;
+    ASSERT_EQ(Save(TEXT("secret")), 1);
     EXPECT_EQ(std::memcmp(&days.At(0), &before, sizeof(before)), 0);
     EXPECT_EQ(std::memcmp(&pages.At(0), &pageBefore, sizeof(pageBefore)), 0);
 }
@@ -152,13 +158,11 @@ TEST_F(SaveTest, LargeListsComeBackWhole) {
     for (const WCHAR* password : {TEXT(""), TEXT("secret")}) {
         days.dirty = true;
         pages.dirty = true;
-        ASSERT_EQ(SaveDays(password), 1);
-        const WideString pagesFile = Wide(scratch.File("NotePages.dat"));
-        ASSERT_EQ(SaveNotePages(pages, pagesFile.c_str(), password), 1);
+        ASSERT_EQ(Save(password), 1);
         DayValueList loadedDays;
         NotePageList loadedPages{10};
         ASSERT_EQ(LoadDayValues(loadedDays, Wide(file).c_str(), password), 1);
-        ASSERT_EQ(LoadNotePages(loadedPages, pagesFile.c_str(), password), 1);
+        ASSERT_EQ(LoadNotePages(loadedPages, Wide(pagesFile).c_str(), password), 1);
         ASSERT_EQ(loadedDays.Count(), days.Count());
         ASSERT_EQ(loadedPages.Count(), pages.Count());
         EXPECT_EQ(std::memcmp(loadedDays.begin(), days.begin(), 10'000 * sizeof(DayValue)), 0);
@@ -168,11 +172,13 @@ TEST_F(SaveTest, LargeListsComeBackWhole) {
 
 TEST_F(SaveTest, FileOfAnEarlierCrashIsWrittenOver) {
     WriteBytes(scratch.File("Bleeding.new"), Bytes(500'000, 0xEE));
-    ASSERT_EQ(SaveDays(TEXT("")), 1);
+    ASSERT_EQ(Save(TEXT("")), 1);
     EXPECT_EQ(ReadBytes(file).size(), 4U + 8 * 10'000);
     EXPECT_EQ(scratch.Names(), std::vector<std::string>{"Bleeding.dat"});
 }
 
+/// Saves again and again, each time with the next step failing, until no step is left to fail.
+/// `save` returns the result and the dirty flag, which it sets again.
 template <typename SaveIt>
 void ExpectEveryStepsFailureKeepsTheOldFile(const ScratchFolder& scratch,
                                             const std::filesystem::path& file,
@@ -198,7 +204,7 @@ void ExpectEveryStepsFailureKeepsTheOldFile(const ScratchFolder& scratch,
             const DWORD lastError = ::GetLastError();
             const std::string label = "step " + std::to_string(step) + ' ' + calls.steps.back();
             EXPECT_EQ(calls.open, 0) << label;
-            EXPECT_EQ(scratch.Names(), std::vector<std::string>{"Bleeding.dat"}) << label;
+            EXPECT_EQ(scratch.Names(), std::vector<std::string>{file.filename().string()}) << label;
             EXPECT_EQ(isDirty, saved == 0) << label;
             if (saved == 0) {
                 EXPECT_EQ(lastError, error) << label;
@@ -216,39 +222,82 @@ TEST_F(SaveTest, FailureOfAnyStepKeepsTheOldFileAndTheDirtyFlag) {
     for (const WCHAR* password : {TEXT(""), TEXT("secret")}) {
         days.dirty = true;
         ExpectEveryStepsFailureKeepsTheOldFile(scratch, file, oldBytes, [&] {
-            const int saved = SaveDays(password);
+            const int saved = Save(password);
             return std::pair(saved, std::exchange(days.dirty, true));
         });
-        ExpectEveryStepsFailureKeepsTheOldFile(scratch, file, oldBytes, [&] {
-            const int saved = SaveNotePages(pages, Wide(file).c_str(), password);
+        std::filesystem::remove(file);
+        days.dirty = false;
+        pages.dirty = true;
+        ExpectEveryStepsFailureKeepsTheOldFile(scratch, pagesFile, oldBytes, [&] {
+            const int saved = Save(password);
             return std::pair(saved, std::exchange(pages.dirty, true));
         });
+        std::filesystem::remove(pagesFile);
+        pages.dirty = false;
     }
 }
 
 TEST_F(SaveTest, EncipheredRecordsAreNotWrittenOneByOne) {
+    days.dirty = false;
+    pages.dirty = true;
     FailingCalls calls;
-    ASSERT_EQ(SaveNotePages(pages, Wide(file).c_str(), TEXT("secret")), 1);
+    ASSERT_EQ(Save(TEXT("secret")), 1);
     EXPECT_LE(calls.steps.size(), 10U);
-}
-
-TEST_F(SaveTest, FolderThatIsNotThereFailsAndStaysDirty) {
-    const std::filesystem::path missing = scratch.File("none") / "Bleeding.dat";
-    ::SetLastError(ERROR_SUCCESS);
-    EXPECT_EQ(SaveDayValues(days, Wide(missing).c_str(), TEXT("")), 0);
-    EXPECT_NE(::GetLastError(), ERROR_SUCCESS);
-    EXPECT_TRUE(days.dirty);
 }
 
 TEST_F(SaveTest, FolderInTheFilesPlaceFailsAndStays) {
     std::filesystem::create_directory(file);
     WriteBytes(file / "kept", oldBytes);
     ::SetLastError(ERROR_SUCCESS);
-    EXPECT_EQ(SaveDays(TEXT("")), 0);
+    EXPECT_EQ(Save(TEXT("")), 0);
     EXPECT_NE(::GetLastError(), ERROR_SUCCESS);
     EXPECT_TRUE(days.dirty);
     EXPECT_EQ(ReadBytes(file / "kept"), oldBytes);
     EXPECT_EQ(scratch.Names(), std::vector<std::string>{"Bleeding.dat"});
+}
+
+// ---- One file by itself ----
+
+TEST_F(SaveTest, SingleFileHoldsTheBytesOfTheDiarysFile) {
+    const std::filesystem::path single = scratch.File("single");
+    for (const WCHAR* password : {TEXT(""), TEXT("secret")}) {
+        data.bleeding.dirty = data.notePages.dirty = true;
+        ASSERT_EQ(Save(password), 1);
+        data.bleeding.dirty = data.notePages.dirty = true;
+        ASSERT_EQ(SaveDayValues(days, Wide(single).c_str(), password), 1);
+        EXPECT_FALSE(days.dirty);
+        EXPECT_EQ(ReadBytes(single), ReadBytes(file));
+        ASSERT_EQ(SaveNotePages(pages, Wide(single).c_str(), password), 1);
+        EXPECT_FALSE(pages.dirty);
+        EXPECT_EQ(ReadBytes(single), ReadBytes(pagesFile));
+    }
+}
+
+TEST_F(SaveTest, SingleFileIsLeftAloneByACleanListAndDeletedByAnEmptyOne) {
+    WriteBytes(file, oldBytes);
+    WriteBytes(scratch.File("Bleeding.new"), oldBytes);
+    EXPECT_EQ(SaveNotePages(pages, Wide(file).c_str(), TEXT("")), 1);
+    EXPECT_EQ(ReadBytes(file), oldBytes);
+    days.Clear();
+    days.dirty = true;
+    EXPECT_EQ(SaveDayValues(days, Wide(file).c_str(), TEXT("")), 1);
+    EXPECT_FALSE(days.dirty);
+    EXPECT_TRUE(scratch.Names().empty());
+}
+
+TEST_F(SaveTest, SingleFileSurvivesTheFailureOfAnyStep) {
+    ExpectEveryStepsFailureKeepsTheOldFile(scratch, file, oldBytes, [&] {
+        const int saved = SaveDayValues(days, Wide(file).c_str(), TEXT("secret"));
+        return std::pair(saved, std::exchange(days.dirty, true));
+    });
+}
+
+TEST_F(SaveTest, SingleFileInAMissingFolderFailsAndStaysDirty) {
+    const std::filesystem::path missing = scratch.File("none") / "Bleeding.dat";
+    ::SetLastError(ERROR_SUCCESS);
+    EXPECT_EQ(SaveDayValues(days, Wide(missing).c_str(), TEXT("")), 0);
+    EXPECT_NE(::GetLastError(), ERROR_SUCCESS);
+    EXPECT_TRUE(days.dirty);
 }
 
 TEST(SiblingPathTest, IsNoLongerThanADataFilesPath) {

@@ -11,7 +11,7 @@
 namespace lunara::test {
 namespace {
 
-/// Calls of the system that write down their steps, and fail at one of them or from one on.
+/// The system's calls, which record their steps and fail at one of them or from one on.
 class BrokenCalls : public FileCalls {
   public:
     enum class Way { OneStep, FromThereOn };
@@ -28,10 +28,10 @@ class BrokenCalls : public FileCalls {
         if (!Fails("write")) {
             return FileCalls::Write(file, bytes, count, written);
         }
-        FileCalls::Write(file, bytes, count / 2, written);
+        static_cast<void>(FileCalls::Write(file, bytes, count / 2, written));
         return FALSE;
     }
-    // Waiting for the disk so often would only take time here.
+    // Does not wait for the disk: these tests flush thousands of times.
     BOOL Flush(HANDLE /*file*/) override { return Fails("flush") ? FALSE : TRUE; }
     BOOL Close(HANDLE file) override {
         const BOOL closed = FileCalls::Close(file);
@@ -54,7 +54,7 @@ class BrokenCalls : public FileCalls {
         return Fails("remove", path) ? FALSE : FileCalls::Remove(path);
     }
 
-    /// The step that fails, from 0; none when negative.
+    /// Index of the (first) step that fails; negative: none.
     int failAt = -1;
     Way way = Way::OneStep;
     bool hasLinks = true;
@@ -80,7 +80,7 @@ constexpr DateKey First = MakeDateKey(2006, 1, 2);
 constexpr const WCHAR* OldPassword = TEXT("before");
 constexpr const WCHAR* NewPassword = TEXT("afterwards");
 
-/// A diary as text, for comparison.
+/// A diary as one line of text, for comparison.
 std::string Describe(const UserData& data) {
     std::string text;
     for (const DayValueList* list : {&data.temperature, &data.bleeding, &data.noteFlags}) {
@@ -95,17 +95,17 @@ std::string Describe(const UserData& data) {
     return text;
 }
 
-/// Loads what is in the folder; "" when the password does not open it.
+/// The diary in the folder, as `Describe` writes it; "" when it does not open with the password.
 std::string Loaded(const WideString& folder, const WCHAR* password) {
     UserData data;
     return data.LoadFolder(folder.c_str(), password) != 0 ? Describe(data) : "";
 }
 
-/// Which files an earlier save left, and which are changed now.
+/// What the save under test does to the files of the save before it. All other files are replaced.
 struct Story {
     const char* label;
-    bool isRemovedNow;  // the bleeding
-    bool isAddedNow;    // the marks
+    bool isRemovedNow;  // Bleeding.dat is deleted
+    bool isAddedNow;    // Notes.dat is new
 };
 
 constexpr Story Stories[] = {
@@ -117,7 +117,7 @@ class DataFileSetTest : public ::testing::TestWithParam<Story> {
   protected:
     DataFileSetTest() : folder(Wide(scratch.Root())) {}
 
-    /// Saves the old diary and changes it and the password in memory.
+    /// Saves the old diary under the old password and then changes it in memory.
     void Begin() {
         const BrokenCalls calls;
         std::filesystem::remove_all(scratch.Root());
@@ -151,7 +151,7 @@ class DataFileSetTest : public ::testing::TestWithParam<Story> {
                data->notePages.dirty;
     }
 
-    /// Nothing in the folder but data files.
+    /// Whether the folder holds nothing but data files.
     bool IsTidy() const {
         const std::vector<std::string> names = scratch.Names();
         return std::all_of(names.begin(), names.end(),
@@ -235,12 +235,12 @@ TEST_P(DataFileSetTest, FailureOfAnyStepLeavesAllFilesUnderTheOldPassword) {
             if (saved == 0) {
                 ExpectOldDiary(label);
                 EXPECT_TRUE(IsTidy()) << label;
-                EXPECT_EQ(Save(), 1) << label;  // once there is room again
+                EXPECT_EQ(Save(), 1) << label;  // the failure is over
             }
             ExpectNewDiary(label);
             EXPECT_TRUE(IsTidy()) << label;
         }
-        EXPECT_GE(failures, 20);  // creating, writing, flushing, closing of each, and the renames
+        EXPECT_GE(failures, 20);  // create, write, flush and close each file, and rename them
     }
 }
 
@@ -272,7 +272,7 @@ TEST_P(DataFileSetTest, WhateverIsLeftWhenTheProgramStopsOneWholeDiaryOpens) {
     }
 }
 
-TEST_P(DataFileSetTest, SaveThatCouldNotBeUndoneIsUndoneByTheNextOne) {
+TEST_P(DataFileSetTest, SaveThatCouldNotBeMendedIsMendedByTheNextOne) {
     Begin();
     BrokenCalls calls;
     ASSERT_EQ(Save(), 1);
@@ -377,7 +377,7 @@ TEST_F(DataFileRecordTest, RecordWithoutOldFilesChangesNothing) {
     EXPECT_EQ(Loaded(folder, TEXT("")), diary);
 }
 
-TEST_F(DataFileRecordTest, OldFileThatCannotBePutBackRefusesLoadingAndSaving) {
+TEST_F(DataFileRecordTest, FolderThatCannotBeMendedRefusesLoadingAndSaving) {
     WriteBytes(scratch.File("Save.set"), {'L', 'U', 'S', '1', '.', 'r', '.', '.'});
     WriteBytes(scratch.File("Bleeding.old"), ReadBytes(scratch.File("Bleeding.dat")));
     UserData data;

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "diary/user_data.h"
 #include "tests/core/storage/file_support.h"
 
 namespace lunara::test {
@@ -13,7 +14,7 @@ using std::filesystem::path;
 
 constexpr const WCHAR* NoPassword = TEXT("");
 
-/// A last error that no operation of the tests leaves behind by itself.
+/// A last error that no call under test sets.
 constexpr DWORD EarlierError = 4242;
 
 void AppendWord(Bytes& bytes, std::uint32_t word) {
@@ -24,7 +25,7 @@ void AppendWord(Bytes& bytes, std::uint32_t word) {
 
 Bytes Header() { return {'L', 'U', 1, 0}; }
 
-/// A plain file of day values, the value 1 each.
+/// A file of day values without a password, each value 1.
 Bytes PlainDays(std::initializer_list<DateKey> dates) {
     Bytes bytes = Header();
     for (const DateKey date : dates) {
@@ -34,7 +35,7 @@ Bytes PlainDays(std::initializer_list<DateKey> dates) {
     return bytes;
 }
 
-/// A plain file of pages without text.
+/// A file of empty pages without a password.
 Bytes PlainPages(std::initializer_list<DateKey> dates) {
     Bytes bytes = Header();
     for (const DateKey date : dates) {
@@ -69,20 +70,19 @@ Outcome Load(NotePageList& list, const path& file, const WCHAR* password) {
     return {result, ::GetLastError()};
 }
 
-int Save(DayValueList& list, const path& file, const WCHAR* password) {
-    ::SetLastError(EarlierError);
-    return SaveDayValues(list, Wide(file).c_str(), password);
-}
-
-int Save(NotePageList& list, const path& file, const WCHAR* password) {
-    ::SetLastError(EarlierError);
-    return SaveNotePages(list, Wide(file).c_str(), password);
+/// Adds `count` days from 1 January 1700, every month with 28 of them.
+void FillWithDays(DayValueList& list, std::int32_t count) {
+    for (std::int32_t i = 0; i < count; ++i) {
+        const auto day = static_cast<unsigned>(i);
+        list.Set(MakeDateKey(1700 + day / 336, 1 + day / 28 % 12, 1 + day % 28), i);
+    }
+    list.dirty = true;
 }
 
 class DataFileTest : public ::testing::Test {
   protected:
     DataFileTest() {
-        days.Set(MakeDateKey(1999, 9, 9), 9);  // a load must clear it
+        days.Set(MakeDateKey(1999, 9, 9), 9);  // every load must clear the lists
         days.dirty = true;
         const NotePage page{MakeDateKey(1999, 9, 9), {}};
         pages.SetAt(0, page);
@@ -97,6 +97,18 @@ class DataFileTest : public ::testing::Test {
     Outcome LoadPages(const Bytes& bytes, const WCHAR* password = NoPassword) {
         WriteBytes(file, bytes);
         return Load(pages, file, password);
+    }
+
+    /// Saves what is dirty, as the program does.
+    int Save(UserData& data, const WCHAR* password) const {
+        return data.SaveFolder(Wide(scratch.Root()).c_str(), password);
+    }
+
+    /// Saves so many days as `file`.
+    int SaveDays(std::int32_t count, const WCHAR* password) const {
+        UserData data;
+        FillWithDays(data.bleeding, count);
+        return Save(data, password);
     }
 
     ScratchFolder scratch;
@@ -142,14 +154,14 @@ void FillWithGoldenPages(NotePageList& pages) {
 
 TEST_F(DataFileTest, SavedDaysAreTheGoldenBytes) {
     for (const auto& [name, password] : GoldenDays) {
-        DayValueList list;
+        UserData data;
         for (const DayValue& record : GoldenRecords) {
-            list.Set(record.date, record.value);
+            data.bleeding.Set(record.date, record.value);
         }
-        list.dirty = true;
-        ASSERT_EQ(Save(list, file, password), 1) << name;
+        data.bleeding.dirty = true;
+        ASSERT_EQ(Save(data, password), 1) << name;
         EXPECT_EQ(ReadBytes(file), GoldenBytes(name)) << name;
-        EXPECT_FALSE(list.dirty) << name;
+        EXPECT_FALSE(data.IsDirty()) << name;
     }
 }
 
@@ -169,12 +181,12 @@ TEST_F(DataFileTest, GoldenDaysAreRead) {
 TEST_F(DataFileTest, SavedPagesAreTheGoldenBytes) {
     for (const auto& [name, password] :
          {std::pair{"pages_plain", NoPassword}, std::pair{"pages_secret", SecretPassword}}) {
-        NotePageList list{10};
-        FillWithGoldenPages(list);
-        list.dirty = true;
-        ASSERT_EQ(Save(list, file, password), 1) << name;
-        EXPECT_EQ(ReadBytes(file), GoldenBytes(name)) << name;
-        EXPECT_FALSE(list.dirty) << name;
+        UserData data;
+        FillWithGoldenPages(data.notePages);
+        data.notePages.dirty = true;
+        ASSERT_EQ(Save(data, password), 1) << name;
+        EXPECT_EQ(ReadBytes(scratch.File("NotePages.dat")), GoldenBytes(name)) << name;
+        EXPECT_FALSE(data.IsDirty()) << name;
     }
 }
 
@@ -220,10 +232,11 @@ TEST_F(DataFileTest, HeaderAloneIsAnEmptyCollectionForAnyPassword) {
         EXPECT_EQ(days.Count() + days.Capacity() + pages.Count() + pages.Capacity(), 0);
         EXPECT_FALSE(days.dirty || pages.dirty);
     }
-    EXPECT_EQ(Save(days, file, NoPassword), 1);  // not dirty: left alone
+    UserData data;
+    EXPECT_EQ(Save(data, NoPassword), 1);  // not dirty: left alone
     EXPECT_EQ(ReadBytes(file), Header());
-    days.dirty = true;
-    EXPECT_EQ(Save(days, file, NoPassword), 1);
+    data.bleeding.dirty = true;
+    EXPECT_EQ(Save(data, NoPassword), 1);
     EXPECT_FALSE(std::filesystem::exists(file));
 }
 
@@ -306,8 +319,8 @@ TEST_F(DataFileTest, OnlyTheRangesOfADateAreTested) {
         EXPECT_EQ(LoadPages(PlainPages({date})), expected) << label;
         EXPECT_EQ(days.Count(), isAccepted ? 1 : 0) << label;
         EXPECT_EQ(pages.Count(), isAccepted ? 1 : 0) << label;
-        // The same in a later record.
-        EXPECT_EQ(LoadPages(PlainPages({MakeDateKey(2006, 1, 1), date})), expected) << label;
+        EXPECT_EQ(LoadPages(PlainPages({MakeDateKey(2006, 1, 1), date})), expected)
+            << label << " in the second record";
     }
 }
 
@@ -332,19 +345,8 @@ TEST_F(DataFileTest, DayValuesMustAscendWhateverThePassword) {
     EXPECT_EQ(LoadPages(PlainPages({day, day, day - 1})), Loaded);
 }
 
-/// `count` days from 1 January 1700, every month with 28 of them.
-void FillWithDays(DayValueList& list, std::int32_t count) {
-    for (std::int32_t i = 0; i < count; ++i) {
-        const auto day = static_cast<unsigned>(i);
-        list.Set(MakeDateKey(1700 + day / 336, 1 + day / 28 % 12, 1 + day % 28), i);
-    }
-    list.dirty = true;
-}
-
 TEST_F(DataFileTest, DisorderIsFoundAcrossThePiecesInWhichAFileIsRead) {
-    DayValueList list;
-    FillWithDays(list, 40'000);
-    ASSERT_EQ(Save(list, file, NoPassword), 1);
+    ASSERT_EQ(SaveDays(40'000, NoPassword), 1);
     Bytes bytes = ReadBytes(file);
     for (const std::size_t record : {16'383U, 16'384U, 16'385U, 32'768U, 39'999U}) {
         Bytes doubled = bytes;
@@ -383,9 +385,7 @@ TEST_F(DataFileTest, WrongPasswordIsRefusedOnEitherKindOfFile) {
 }
 
 TEST_F(DataFileTest, NoneOf100000WrongPasswordsOpensADiaryOf60Records) {
-    DayValueList list;
-    FillWithDays(list, 60);
-    ASSERT_EQ(Save(list, file, SecretPassword), 1);
+    ASSERT_EQ(SaveDays(60, SecretPassword), 1);
     const WideString name = Wide(file);
     int accepted = 0;
     for (int i = 0; i < 100'000; ++i) {
@@ -399,9 +399,7 @@ TEST_F(DataFileTest, NoneOf100000WrongPasswordsOpensADiaryOf60Records) {
 
 TEST_F(DataFileTest, CapacityGrowsByTheStepOfTheCollection) {
     for (const std::int32_t count : {1, 9, 10, 11, 20, 21}) {
-        DayValueList list;
-        FillWithDays(list, count);
-        ASSERT_EQ(Save(list, file, NoPassword), 1);
+        ASSERT_EQ(SaveDays(count, NoPassword), 1);
         ASSERT_EQ(Load(days, file, NoPassword), Loaded);
         EXPECT_EQ(days.Count(), count);
         EXPECT_EQ(days.Capacity(), (count + 9) / 10 * 10);
@@ -429,7 +427,7 @@ TEST_F(DataFileTest, FileThatCannotBeOpenedIsRefusedAndNotTakenAsMissing) {
                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     ASSERT_NE(lock, INVALID_HANDLE_VALUE);
     if (LoadDayValues(days, Wide(file).c_str(), NoPassword) == 1) {
-        // No locks on this system; a link to itself does not open either.
+        // This system does not lock files. A link to itself exists and cannot be opened either.
         std::filesystem::remove(file);
         std::filesystem::create_symlink(file, file);
     }
@@ -438,7 +436,7 @@ TEST_F(DataFileTest, FileThatCannotBeOpenedIsRefusedAndNotTakenAsMissing) {
     ::CloseHandle(lock);
 }
 
-/// A header and so many bytes without a place on the disk.
+/// Writes a header and `bytes` zeros as a sparse file.
 void WriteEmptyRecords(const path& file, std::int64_t bytes) {
     WriteBytes(file, Header());
     std::fstream stream(file, std::ios::binary | std::ios::in | std::ios::out);
@@ -453,7 +451,7 @@ TEST_F(DataFileTest, SizesBeyondAllSenseAreRefusedWithoutReading) {
         std::int64_t records;
         DWORD error;
     } cases[] = {
-        // All days of 900 years and one more cannot ascend.
+        // One record more than 900 years of 12 months of 31 days have: some date must repeat.
         {"more records than days", 334'801, DataFileWrongPassword},
         {"the last count that fits", 0x7FFFFFFF - 10, DataFileWrongPassword},
         {"more than a capacity can count", 0x7FFFFFFF - 9, DataFileCorrupt},
@@ -470,7 +468,8 @@ TEST_F(DataFileTest, SizesBeyondAllSenseAreRefusedWithoutReading) {
 
 // ---- Damaged files ----
 
-/// What a reader may answer, whatever is in a file: the list is then as the file says, or empty.
+/// What a load may come to, whatever the file holds: a sound list, or an empty one and a documented
+/// last error.
 template <typename List>
 void ExpectSoundOutcome(const List& list, const Outcome& outcome, const std::string& label) {
     if (outcome == Loaded) {
@@ -487,7 +486,7 @@ void ExpectSoundOutcome(const List& list, const Outcome& outcome, const std::str
 
 bool Ascends(const DayValueList& list) {
     return std::is_sorted(list.begin(), list.end(), [](const DayValue& a, const DayValue& b) {
-        return a.date <= b.date;  // so that equal neighbours count as out of order
+        return a.date <= b.date;  // "<=": equal neighbours count as out of order
     });
 }
 

@@ -118,7 +118,7 @@ TEST(FolderNameTest, SurrogateWithoutItsPartnerIsEscapedAsThreeBytes) {
     });
 }
 
-/// The running program's file name.
+/// File name of the running program.
 WideString ModuleName() {
     std::array<WCHAR, PathCapacity> path{};
     ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
@@ -137,7 +137,7 @@ TEST(FolderNameTest, TheProgramsOwnFileIsNoFolder) {
 }
 
 TEST(FolderNameTest, TwoNamesNeverShareAFolder) {
-    // Every name of up to five characters that take part in escapes.
+    // All names of up to five characters from those that matter to escaping.
     const WideString alphabet = TEXT("%25Ee./ ");
     std::map<WideString, WideString> nameOfFolder;
     std::vector<WideString> names{TEXT("")};

@@ -1,3 +1,5 @@
+// The dumps in docs/file-format.md against what the program writes and reads.
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -5,13 +7,15 @@
 #include <memory>
 #include <sstream>
 
+#include "diary/user_data.h"
 #include "storage/data_file.h"
 #include "tests/core/storage/file_support.h"
 
 namespace lunara::test {
 namespace {
 
-/// The bytes of the document's dumps, one after the other. Offsets must count them.
+/// The bytes of each dump of the document, in its order. Fails when an offset is not the number of
+/// bytes before its line.
 std::vector<Bytes> DumpsOfTheDocument() {
     std::ifstream document(std::filesystem::path(LUNARA_TEST_DATA) / ".." / ".." / "docs" /
                            "file-format.md");
@@ -26,7 +30,7 @@ std::vector<Bytes> DumpsOfTheDocument() {
             }
         } else if (isInDump) {
             EXPECT_EQ(std::stoul(line.substr(0, 8), nullptr, 16), dumps.back().size()) << line;
-            // Eight bytes of three characters each; the remark starts behind them.
+            // Up to eight bytes, "XX " each; the remark starts behind them.
             std::istringstream bytes(line.substr(10, std::size_t{8} * 3));
             for (std::string byte; bytes >> byte;) {
                 dumps.back().push_back(static_cast<unsigned char>(std::stoul(byte, nullptr, 16)));
@@ -40,21 +44,18 @@ TEST(FileFormatDocument, DumpsAreWhatTheProgramWrites) {
     const std::vector<Bytes> dumps = DumpsOfTheDocument();
     ASSERT_EQ(dumps.size(), 3U);
     const ScratchFolder scratch;
-    const auto file = scratch.File("Dumped.dat");
-    DayValueList days;
-    days.Set(MakeDateKey(2006, 2, 28), 2);
-    days.Set(MakeDateKey(2006, 3, 1), 1);
-    days.dirty = true;
-    ASSERT_EQ(SaveDayValues(days, Wide(file).c_str(), TEXT("")), 1);
-    EXPECT_EQ(ReadBytes(file), dumps[0]);
-    days.dirty = true;
-    ASSERT_EQ(SaveDayValues(days, Wide(file).c_str(), TEXT("secret")), 1);
-    EXPECT_EQ(ReadBytes(file), dumps[1]);
-    NotePageList pages{10};
-    pages.AppendText(MakeDateKey(2006, 3, 1), TEXT("Headache"), 8);
-    pages.dirty = true;
-    ASSERT_EQ(SaveNotePages(pages, Wide(file).c_str(), TEXT("")), 1);
-    EXPECT_EQ(ReadBytes(file), dumps[2]);
+    const WideString folder = Wide(scratch.Root());
+    UserData data;
+    data.bleeding.Set(MakeDateKey(2006, 2, 28), 2);
+    data.bleeding.Set(MakeDateKey(2006, 3, 1), 1);
+    data.notePages.AppendText(MakeDateKey(2006, 3, 1), TEXT("Headache"), 8);
+    data.MarkAllDirty();
+    ASSERT_EQ(data.SaveFolder(folder.c_str(), TEXT("")), 1);
+    EXPECT_EQ(ReadBytes(scratch.File("Bleeding.dat")), dumps[0]);
+    EXPECT_EQ(ReadBytes(scratch.File("NotePages.dat")), dumps[2]);
+    data.MarkAllDirty();
+    ASSERT_EQ(data.SaveFolder(folder.c_str(), TEXT("secret")), 1);
+    EXPECT_EQ(ReadBytes(scratch.File("Bleeding.dat")), dumps[1]);
 }
 
 TEST(FileFormatDocument, DumpsAreRead) {

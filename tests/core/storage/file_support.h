@@ -1,6 +1,6 @@
 #pragma once
 
-// What the tests of files share: a folder of their own, and bytes in and out.
+// Shared by the tests of files: a temporary folder, and whole files as bytes.
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ namespace lunara::test {
 
 using Bytes = std::vector<unsigned char>;
 
-/// An empty folder that goes with the scope, whatever is in it by then.
+/// A new, empty folder, deleted with its content at the end of the scope.
 class ScratchFolder {
   public:
     ScratchFolder() {
@@ -36,7 +36,7 @@ class ScratchFolder {
     std::filesystem::path File(const std::string& name) const { return root / name; }
     const std::filesystem::path& Root() const { return root; }
 
-    /// The names of what is in it.
+    /// Names of its entries, in no order.
     std::vector<std::string> Names() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(root)) {
@@ -49,7 +49,7 @@ class ScratchFolder {
     std::filesystem::path root;
 };
 
-/// The path as the program takes it.
+/// The path in the program's UTF-16.
 inline WideString Wide(const std::filesystem::path& path) { return path.string<WCHAR>(); }
 
 inline Bytes ReadBytes(const std::filesystem::path& path) {

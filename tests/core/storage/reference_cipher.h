@@ -1,8 +1,8 @@
 #pragma once
 
-// The published Blowfish, slow and plain, with each of this system's three deviations as a switch:
-// the published test vectors check it with all switches off, and it checks the program's cipher
-// with all of them on.
+// A second implementation of the cipher, written apart from the program's own, with each of the
+// three deviations from the published Blowfish as a switch. With all of them off the published test
+// vectors check it; with all of them on it checks the program's plain cipher (cipher.h).
 
 #include <array>
 #include <cstdint>
@@ -13,9 +13,9 @@
 namespace lunara::test {
 
 struct Deviations {
-    bool keyWithItsZero = false;
-    bool littleEndian = false;
-    bool lowByteFirst = false;  // S-box 0 is indexed by the least significant byte
+    bool keyWithItsZero = false;  // the terminating zero takes part in the key expansion
+    bool littleEndian = false;    // bytes become words, least significant byte first
+    bool lowByteFirst = false;    // S-box 0 is indexed by the least significant byte
 };
 
 inline constexpr Deviations AllDeviations{true, true, true};
