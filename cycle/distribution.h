@@ -23,8 +23,8 @@ static_assert(FLT_EVAL_METHOD == 0, "predictions need 32-bit intermediates");
 inline constexpr std::int32_t ShortestCycle = 21;
 inline constexpr std::int32_t LongestCycle = 36;
 
-/// Days that a period's profile covers, the longest valid period.
-inline constexpr std::int32_t ProfileDays = 7;
+/// Days that a period's profile covers.
+inline constexpr std::int32_t ProfileDays = LongestPeriod;
 
 /// Days that a prediction covers, from the last valid period start on.
 inline constexpr std::int32_t HorizonDays = 365;

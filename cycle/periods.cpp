@@ -11,9 +11,6 @@ namespace {
 /// them is bridged.
 constexpr std::int32_t LargestGapInPeriod = 2;
 
-constexpr std::int32_t ShortestValidPeriod = 2;
-constexpr std::int32_t LongestValidPeriod = 7;
-
 /// Length given to the cycle that has not ended. No valid cycle is that long, so that the open
 /// cycle always counts as invalid.
 constexpr std::int32_t OpenCycleLength = LongestCycle + 1;
@@ -55,15 +52,14 @@ std::vector<Period> SplitIntoPeriods(const RecordedDays& days, DayRuns& runs) {
 }
 
 bool IsOfValidLength(const CycleRecord& period) {
-    return period.periodLength >= ShortestValidPeriod && period.periodLength <= LongestValidPeriod;
+    return period.periodLength >= ShortestPeriod && period.periodLength <= LongestPeriod;
 }
 
 /// A single day is no period, unless it is today's or yesterday's and may still go on.
 bool IsKept(const Period& period, std::int32_t today) {
     const std::int32_t length = period.record.periodLength;
     const std::int32_t age = today - period.startNumber;
-    return length <= LongestValidPeriod &&
-           (length >= ShortestValidPeriod || (age >= 0 && age < length + 1));
+    return length <= LongestPeriod && (length >= ShortestPeriod || (age >= 0 && age < length + 1));
 }
 
 /// Removes the discarded periods; the cycle before each is bridged over it.

@@ -22,7 +22,7 @@ NotesDialog::NotesDialog(Window* owner) : Dialog(IDD_NOTES, owner), date(LocalNo
 void NotesDialog::DoDataExchange(DataExchange& exchange) {
     ExchangeText(exchange, IDC_NOTE_TEXT, text.data(), NoteTextCapacity);
     // What cannot be stored cannot be typed.
-    LimitText(exchange, text.data(), NoteTextCapacity - 1);
+    LimitText(exchange, text.data(), MaxNoteUnits);
     ExchangeCheck(exchange, IDC_CRAMPS, cramps);
     ExchangeCheck(exchange, IDC_PMS, pms);
 }

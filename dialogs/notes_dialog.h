@@ -7,12 +7,10 @@
 #include <cstdint>
 
 #include "platform/pocketpc/aygshell.h"
+#include "records/collections.h"
 #include "window/dialog.h"
 
 namespace lunara {
-
-/// UTF-16 units of a note with its terminator.
-inline constexpr int NoteTextCapacity = 128;
 
 class NotesDialog : public Dialog {
   public:

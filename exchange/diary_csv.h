@@ -15,9 +15,6 @@
 
 namespace lunara {
 
-/// Longest note that the program's dialog can hold, in UTF-16 units.
-inline constexpr std::size_t MaxNoteUnits = 127;
-
 /// What one row sets for its day. A value that is not there leaves what is stored.
 struct DayChange {
     DateKey date = 0;

@@ -10,20 +10,45 @@
 #include <cstdlib>
 #include <cstring>
 #include <type_traits>
+#include <utility>
 
 #include "records/dates.h"
 
 namespace lunara {
 
-/// Basal temperature in hundredths of a degree Fahrenheit that means "nothing recorded".
-inline constexpr std::int32_t NoTemperature = 9750;
+// Values of a day. The none-value of a collection stands for a day without a record: setting it
+// deletes the record.
 
-/// Note flag bits.
+/// Basal temperature in hundredths of a degree Fahrenheit: the none-value, and the range in which
+/// the program takes an entry (both ends included). A file may hold any other number.
+inline constexpr std::int32_t NoTemperature = 9750;
+inline constexpr std::int32_t LowestTemperature = 9500;
+inline constexpr std::int32_t HighestTemperature = 10000;
+
+/// Bleeding: the none-value, and the heaviest of the levels 1..3 that the program records. A file
+/// may hold any other number.
+inline constexpr std::int32_t NoBleeding = 0;
+inline constexpr std::int32_t HeaviestBleeding = 3;
+
+/// Note flag bits, and the none-value.
+inline constexpr std::int32_t NoNoteFlags = 0;
 inline constexpr std::int32_t NoteFlagCramps = 1;
 inline constexpr std::int32_t NoteFlagPms = 2;
 
 /// UTF-16 units of note text in one page.
 inline constexpr std::int32_t NotePageUnits = 34;
+
+/// Longest note that the program takes, in UTF-16 units, and the buffer that holds it with its
+/// terminator. A file may hold a longer one.
+inline constexpr std::int32_t MaxNoteUnits = 127;
+inline constexpr std::int32_t NoteTextCapacity = MaxNoteUnits + 1;
+
+/// Days of a period that counts, both ends included.
+inline constexpr std::int32_t ShortestPeriod = 2;
+inline constexpr std::int32_t LongestPeriod = 7;
+
+/// Records by which the capacity of a sorted list grows and shrinks.
+inline constexpr std::int32_t SortedListStep = 10;
 
 /// One day and its value; 8 bytes, little-endian, the same in memory and in the data files.
 struct DayValue {
@@ -69,6 +94,11 @@ class RecordArray {
     Record* Data() { return records; }
     const Record* Data() const { return records; }
 
+    void Swap(RecordArray& other) {
+        std::swap(records, other.records);
+        std::swap(allocated, other.allocated);
+    }
+
     /// Makes room for `wanted` records, of which the first `inUse` are kept and the rest is zero. 0
     /// (nothing changed) without memory.
     int Resize(std::int32_t wanted, std::int32_t inUse);
@@ -86,8 +116,12 @@ class RecordArray {
     std::int32_t allocated = 0;
 };
 
-/// Records keyed by a unique date, in order of entry until the next `Find` or `Sort`.
-/// Instantiated for DayValue (`DayValueList`) and DayFlagsEntry (`DayTripleList`).
+/// Records keyed by a unique date. Appended records stay in order of entry until the next `Find` or
+/// `Sort` puts the list into date order: one sort for a whole batch of appends.
+///
+/// That order is a cache, which is why both work on a const list. They move the records, so an
+/// index or an iterator from before them is stale, and two threads must not share a list, not even
+/// to read it. Instantiated for DayValue (`DayValueList`) and DayFlagsEntry (`DayTripleList`).
 template <typename Record>
 class DateSortedList {
   public:
@@ -97,7 +131,7 @@ class DateSortedList {
     virtual ~DateSortedList() = default;
 
     /// Index of the date's record in date order, or -1. Sorts first when needed.
-    std::int32_t Find(DateKey key);
+    std::int32_t Find(DateKey key) const;
 
     /// Replaces the record of the same date where it stands, or appends. Leaves `dirty` alone.
     /// Without memory for one more record nothing changes and 0 comes back, else 1.
@@ -121,7 +155,7 @@ class DateSortedList {
     int RemoveAt(std::int32_t index);
 
     /// Orders the records by date and clears `unsorted`.
-    void Sort();
+    void Sort() const;
 
     /// Sets the capacity to exactly `n` (n >= count); 0 without memory, all kept.
     int Reserve(std::int32_t n);
@@ -139,6 +173,9 @@ class DateSortedList {
     /// list is then empty and must not be filled.
     Record* BeginFill(std::int32_t most);
     void EndFill(std::int32_t filled);
+
+    /// Exchanges the records of the two lists; each keeps its `dirty` flag.
+    void Swap(DateSortedList& other);
 
     std::int32_t Count() const { return count; }
     std::int32_t Capacity() const { return capacity; }
@@ -160,14 +197,14 @@ class DateSortedList {
     int SetAnywhere(const Record& record);
     std::int32_t FindUnsorted(DateKey key) const;
 
-    RecordArray<Record> array;
+    mutable RecordArray<Record> array;
     std::int32_t count = 0;
     std::int32_t capacity = 0;
-    bool unsorted = false;
+    mutable bool unsorted = false;
     // What is known of the order, so that `Set` need not scan: records [0, sortedCount) ascend, and
     // so do records [sortedCount, count) while `tailAscends`.
-    std::int32_t sortedCount = 0;
-    bool tailAscends = true;
+    mutable std::int32_t sortedCount = 0;
+    mutable bool tailAscends = true;
 };
 
 /// Plain records in the order of entry, growing by a fixed step.
@@ -182,7 +219,8 @@ class SteppedList {
 
     /// Copies the record at `index` (>= 0) out or in. An index at or past the capacity grows it to
     /// ((index + step) / step) * step, zero-filled; a count of `index` or less becomes index + 1.
-    /// Returns index + 1, or 0 without memory.
+    /// Returns index + 1, or 0 without memory. `GetAt` completes the collection's operations; the
+    /// program itself does not call it.
     std::int32_t GetAt(std::int32_t index, Record& record);
     std::int32_t SetAt(std::int32_t index, const Record& record) {
         if (index < 0 || index >= count) {
@@ -203,6 +241,9 @@ class SteppedList {
     void Clear();
 
     void Adopt(Record* block, std::int32_t newCount, std::int32_t newCapacity);
+
+    /// Exchanges the records of two lists of the same growth step; each keeps its `dirty` flag.
+    void Swap(SteppedList& other);
 
     std::int32_t GrowthStep() const { return growthStep; }
     std::int32_t Count() const { return count; }

@@ -30,6 +30,20 @@ constexpr bool IsRealDay(DateKey key) {
                          static_cast<int>(key & 0xFF));
 }
 
+/// Years of the days that data files and texts may name, both ends included.
+inline constexpr unsigned FirstRecordYear = FirstCalendarYear;
+inline constexpr unsigned LastRecordYear = 2500;
+
+/// Whether a data file may hold the day: any day 1 to 31 of any month of those years. Ranges only:
+/// a 31 February is stored and read like any other day.
+constexpr bool IsRecordDate(DateKey key) {
+    const unsigned year = key >> 16;
+    const unsigned month = key >> 8 & 0xFF;
+    const unsigned day = key & 0xFF;
+    return day >= 1 && day <= 31 && month >= 1 && month <= 12 && year >= FirstRecordYear &&
+           year <= LastRecordYear;
+}
+
 /// The fields other than year, month and day are ignored; nothing is checked.
 void ToDateKey(const SYSTEMTIME& date, DateKey& key);
 DateKey ToDateKey(const SYSTEMTIME& date);
@@ -62,7 +76,8 @@ DateKey KeyOfDayNumber(std::int32_t number);
 
 /// "Mon Jan 02 09:05:07 2006", cut at `length` characters, of which the last is always the
 /// terminator (length >= 1). Abbreviations are English, whatever the locale. A month outside 1..12
-/// or a day of week outside 0..6 prints blanks in its place.
+/// or a day of week outside 0..6 prints blanks in its place. One of the three texts that a day has;
+/// the program itself does not call it.
 void FormatDateTime(const SYSTEMTIME& date, WCHAR* text, int length);
 
 /// "Jan, 02": the comma is part of the month's entry. Cut like `FormatDateTime`.

@@ -18,12 +18,8 @@ constexpr unsigned NewestVersion = 0x0100;
 constexpr std::size_t ReadBytes = std::size_t{128} * 1024;
 constexpr std::size_t ScratchBytes = std::size_t{32} * 1024;
 
-constexpr std::int32_t SortedListStep = 10;
-
-constexpr unsigned FirstYear = 1601;
-constexpr unsigned LastYear = 2500;
 // With one record a day at most, no file of day values can hold more and still be in order.
-constexpr std::int64_t MostDayValues = std::int64_t{LastYear - FirstYear + 1} * 12 * 31;
+constexpr std::int64_t MostDayValues = std::int64_t{LastRecordYear - FirstRecordYear + 1} * 12 * 31;
 
 int Refuse(DWORD error) {
     ::SetLastError(error);
@@ -146,15 +142,6 @@ class RecordBlock {
     std::int32_t capacity = 0;
 };
 
-bool IsPossibleDate(DateKey key) {
-    const unsigned day = key & 0xFF;
-    const unsigned month = (key >> 8) & 0xFF;
-    const unsigned year = key >> 16;
-    // Ranges only: a 31 February is stored and read like any other day.
-    return day >= 1 && day <= 31 && month >= 1 && month <= 12 && year >= FirstYear &&
-           year <= LastYear;
-}
-
 // What a file may hold depends on its kind of record: day values ascend, pages do not.
 
 constexpr std::int64_t MostRecords(const DayValue* /*kind*/) { return MostDayValues; }
@@ -164,10 +151,10 @@ constexpr std::int64_t MostRecords(const NotePage* /*kind*/) {
 
 bool MayFollow(const DayValue* previous, const DayValue& next) {
     const std::int32_t before = previous != nullptr ? static_cast<std::int32_t>(previous->date) : 0;
-    return IsPossibleDate(next.date) && static_cast<std::int32_t>(next.date) > before;
+    return IsRecordDate(next.date) && static_cast<std::int32_t>(next.date) > before;
 }
 bool MayFollow(const NotePage* /*previous*/, const NotePage& next) {
-    return IsPossibleDate(next.date);
+    return IsRecordDate(next.date);
 }
 
 std::int32_t CapacityStep(const DayValueList& /*list*/) { return SortedListStep; }
