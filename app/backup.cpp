@@ -22,8 +22,8 @@ class HiddenButtons {
 };
 
 bool IsEmpty(const UserData& data) {
-    return data.bleeding.Count() == 0 && data.temperature.Count() == 0 &&
-           data.noteFlags.Count() == 0 && data.notePages.Count() == 0;
+    return data.Bleeding().Count() == 0 && data.Temperature().Count() == 0 &&
+           data.NoteFlags().Count() == 0 && data.NotePages().Count() == 0;
 }
 
 /// Saves before the copies are made. False when it needs the password and she did not give it.

@@ -37,7 +37,7 @@ bool Save(SignedInUser user, WideString& failedPath) {
     const int saved = user.data.Save(user.userName, user.password.Text());
     const DWORD error = ::GetLastError();
     user.password.Mask();
-    failedPath = user.data.FailedPath();
+    failedPath = user.data.LastFailure().path;
     ::SetLastError(error);
     return saved != 0;
 }

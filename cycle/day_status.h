@@ -52,7 +52,7 @@ void MarkDays(CyclePredictor& state, const SYSTEMTIME& today, PastRuns runs = {}
 
 /// The texts of the day's bits inside `mask`, in bit order, with their arguments filled in. Returns
 /// 0 with an empty text when there are none or they do not fit into `textSize` characters (>= 1).
-int GetDayStatusText(UserData& data, const SYSTEMTIME& date, WCHAR* text, int textSize,
+int GetDayStatusText(const UserData& data, const SYSTEMTIME& date, WCHAR* text, int textSize,
                      std::uint32_t mask);
 
 /// Rewrites printf placeholders as the numbered inserts of FormatMessage: the n-th "%d" becomes

@@ -16,26 +16,23 @@ int UpdatePrediction(UserData& data, int showMessages);
 
 /// The value stored for the day, 0 when it has none: the expected or recorded bleeding level
 /// (0..3), and probabilities in 0..1 (the pregnancy weight may exceed 1).
-float GetBleedingLevel(UserData& data, const SYSTEMTIME& date);
-float GetPeriodProbability(UserData& data, const SYSTEMTIME& date);
-float GetOvulationProbability(UserData& data, const SYSTEMTIME& date);
-float GetPregnancyProbability(UserData& data, const SYSTEMTIME& date);
+float GetBleedingLevel(const UserData& data, const SYSTEMTIME& date);
+float GetPeriodProbability(const UserData& data, const SYSTEMTIME& date);
+float GetOvulationProbability(const UserData& data, const SYSTEMTIME& date);
+float GetPregnancyProbability(const UserData& data, const SYSTEMTIME& date);
 
 /// 0 when the day belongs to a discarded period, else 1.
-int IsBleedingDayCounted(UserData& data, const SYSTEMTIME& date);
+int IsBleedingDayCounted(const UserData& data, const SYSTEMTIME& date);
 
 /// The earliest (latest) day with a bleeding or temperature record; 0 when there is none, with
-/// `date` left alone.
-int GetFirstRecordDate(UserData& data, SYSTEMTIME& date);
-int GetLastRecordDate(UserData& data, SYSTEMTIME& date);
+/// `date` left alone. Part of the engine's public operations; the program itself does not call
+/// them, because its views start at the first day that the calendar has.
+int GetFirstRecordDate(const UserData& data, SYSTEMTIME& date);
+int GetLastRecordDate(const UserData& data, SYSTEMTIME& date);
 
 /// The earliest day of the calendar with a bleeding or temperature record; 0 when there is none,
 /// with `date` left alone. A stored 31 February, which counts as day 0 in all arithmetic, would
 /// reach back to 1601.
-int GetFirstRealRecordDate(UserData& data, SYSTEMTIME& date);
-
-/// Whether a warning may be shown at this tick: more than an hour after the last one. When it may,
-/// the tick is remembered. The difference is unsigned, so the tick count's wrap does no harm.
-bool TakeWarningTurn(CyclePredictor& state, DWORD tick);
+int GetFirstRealRecordDate(const UserData& data, SYSTEMTIME& date);
 
 }  // namespace lunara

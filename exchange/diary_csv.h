@@ -40,7 +40,7 @@ struct DiaryCsv {
 bool ReadDiaryCsv(std::string_view text, DiaryCsv& csv, CsvFault& fault);
 
 /// The whole diary, rows in date order, lines ended by CR LF. Sorts the lists.
-std::string WriteDiaryCsv(UserData& data);
+std::string WriteDiaryCsv(const UserData& data);
 
 /// "98.60" for 9860.
 std::string TemperatureText(std::int32_t hundredths);

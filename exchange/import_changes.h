@@ -6,8 +6,8 @@
 
 namespace lunara {
 
-/// Applies the changes in their order. Only collections that really change become dirty. False
-/// without memory: the data set must not be saved then.
+/// Applies the changes in their order, as one `DiaryEdit`. Only collections that really change
+/// become dirty. False without memory; nothing has changed then.
 bool ApplyChanges(UserData& data, const std::vector<DayChange>& changes);
 
 }  // namespace lunara

@@ -19,6 +19,10 @@ namespace lunara {
 enum class DataFile : std::size_t { Temperature, Bleeding, NoteFlags, NotePages };
 inline constexpr std::size_t DataFileCount = 4;
 
+/// All of them, in the order in which they are loaded and saved.
+inline constexpr DataFile DataFiles[DataFileCount] = {DataFile::Temperature, DataFile::Bleeding,
+                                                      DataFile::NoteFlags, DataFile::NotePages};
+
 /// The names, in the order of `DataFile`.
 inline constexpr const WCHAR* DataFileNames[DataFileCount] = {
     TEXT("Temperature.dat"),
@@ -40,12 +44,21 @@ bool DataFilePath(const WCHAR* folder, DataFile which, WideString& path);
 /// or saved then, and the next call tries again.
 int MendDataFiles(const WCHAR* folder);
 
+/// Where a save failed.
+struct SaveFailure {
+    /// The data file; none when it was the folder itself, or the record of a save in it.
+    std::optional<DataFile> file;
+    /// The full path of what could not be written or deleted.
+    WideString path;
+};
+
 class DataFileSet {
   public:
     /// A folder that is there, without a separator at its end, and mended.
     explicit DataFileSet(const WCHAR* dataFolder) : folder(dataFolder) {}
 
-    // Each file at most once. 0 (null) with the system's error in the last error and `FailedPath`.
+    // Each file at most once. 0 (null) with the system's error in the last error and the
+    // place in `LastFailure`.
 
     /// The new file, which the caller creates, writes and completes before the next call.
     ReplacementFile* Replace(DataFile which);
@@ -55,13 +68,15 @@ class DataFileSet {
     /// deleting it, whatever comes of it, is no failure: it has nothing to lose.
     int PutInPlace();
 
-    /// The file that the last failure was about.
-    const WideString& FailedPath() const { return failedPath; }
+    /// Where the last failure was.
+    const SaveFailure& LastFailure() const { return lastFailure; }
 
   private:
     struct Change {
-        explicit Change(WideString changedPath) : path(std::move(changedPath)) {}
+        Change(DataFile changedFile, WideString changedPath)
+            : which(changedFile), path(std::move(changedPath)) {}
 
+        DataFile which;
         WideString path;
         std::optional<ReplacementFile> file;  // none: to be deleted
         bool hadOriginal = false;
@@ -84,7 +99,7 @@ class DataFileSet {
     WideString folder;
     std::array<std::optional<Change>, DataFileCount> changes;
     std::size_t count = 0;
-    WideString failedPath;
+    SaveFailure lastFailure;
 };
 
 }  // namespace lunara

@@ -30,7 +30,7 @@ bool DayScroll::MoveTo(const SYSTEMTIME& date) {
     return true;
 }
 
-void DayScroll::Reset(UserData& data) {
+void DayScroll::Reset(const UserData& data) {
     // The position stands for the first day shown, so the range is counted from a view at today.
     Begin(LocalNow());
     SYSTEMTIME first{};

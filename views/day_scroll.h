@@ -24,7 +24,7 @@ class DayScroll {
     /// False when nothing moved: the start stands there already, or `date` is none.
     bool MoveTo(const SYSTEMTIME& date);
     /// Back to today, with the range that the recorded days ask for.
-    void Reset(UserData& data);
+    void Reset(const UserData& data);
     /// The start that a scroll request (an SB_ code) asks for.
     SYSTEMTIME AskedStart(int request) const;
 

@@ -42,13 +42,13 @@ COLORREF NoteColor(std::int32_t flags) {
 }
 
 /// The mark of a bleeding day that is only expected, or belongs to a period that does not count.
-DiaryPicture DateMark(UserData& data, const SYSTEMTIME& day, const SYSTEMTIME& today) {
+DiaryPicture DateMark(const UserData& data, const SYSTEMTIME& day, const SYSTEMTIME& today) {
     DiaryPicture mark = NoPicture;
     // Days are compared by year, month and day: the two dates come from different sources.
     const bool isFuture = IsDateAfter(day, today) != 0;
     const bool isPast = IsDateBefore(day, today) != 0;
     const bool isToday = !isFuture && !isPast;
-    if (isFuture || (isToday && !data.predictor.todayIsBleeding)) {
+    if (isFuture || (isToday && !data.Prediction().todayIsBleeding)) {
         mark = PictureForecast;
     }
     if (isPast && IsBleedingDayCounted(data, day) == 0) {
@@ -58,7 +58,7 @@ DiaryPicture DateMark(UserData& data, const SYSTEMTIME& day, const SYSTEMTIME& t
 }
 
 /// Ovulation and pregnancy: expected as soon as the day lies in the cycle that is still open.
-DiaryPicture OpenCycleMark(UserData& data, const SYSTEMTIME& day) {
+DiaryPicture OpenCycleMark(const UserData& data, const SYSTEMTIME& day) {
     return IsDateAfter(day, data.LastValidPeriodStart()) != 0 ? PictureForecast : NoPicture;
 }
 
@@ -96,7 +96,7 @@ std::uint32_t DiaryStatusMask(std::uint32_t showFlags) {
     return mask;
 }
 
-DiaryCell FillDiaryCell(UserData& data, DiaryShowFlag item, const SYSTEMTIME& day,
+DiaryCell FillDiaryCell(const UserData& data, DiaryShowFlag item, const SYSTEMTIME& day,
                         const SYSTEMTIME& today) {
     DiaryCell cell{White, NoPicture, NoPicture};
     switch (item) {
@@ -136,7 +136,7 @@ DiaryCell FillDiaryCell(UserData& data, DiaryShowFlag item, const SYSTEMTIME& da
     return cell;
 }
 
-DiaryRow FillDiaryRow(UserData& data, std::uint32_t showFlags, const SYSTEMTIME& day,
+DiaryRow FillDiaryRow(const UserData& data, std::uint32_t showFlags, const SYSTEMTIME& day,
                       const SYSTEMTIME& today) {
     DiaryRow row{};
     const int count = CountDiaryItems(showFlags);

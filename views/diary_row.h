@@ -59,10 +59,10 @@ std::uint32_t DiaryItemAt(std::uint32_t showFlags, int column);
 std::uint32_t DiaryStatusMask(std::uint32_t showFlags);
 
 /// The cell of one item for `day`, which is past, present or future as seen from `today`.
-DiaryCell FillDiaryCell(UserData& data, DiaryShowFlag item, const SYSTEMTIME& day,
+DiaryCell FillDiaryCell(const UserData& data, DiaryShowFlag item, const SYSTEMTIME& day,
                         const SYSTEMTIME& today);
 
-DiaryRow FillDiaryRow(UserData& data, std::uint32_t showFlags, const SYSTEMTIME& day,
+DiaryRow FillDiaryRow(const UserData& data, std::uint32_t showFlags, const SYSTEMTIME& day,
                       const SYSTEMTIME& today);
 
 }  // namespace lunara

@@ -38,7 +38,7 @@ class GraphSeries {
 
     /// The day's level or shown temperature; null means the current day. Negative for a day to
     /// come; 97.5 °F, in the series' unit, for a day without a temperature.
-    std::int32_t DayValue(UserData& data, const SYSTEMTIME* date = nullptr) const;
+    std::int32_t DayValue(const UserData& data, const SYSTEMTIME* date = nullptr) const;
 
     /// The range that the chart's axis covers at least, and how an axis is divided.
     ValueRange AxisRange() const;
@@ -59,7 +59,7 @@ class GraphSeries {
     /// The points of the days `start` - 1 .. `start` + columns (columns >= 0): `columns` + 2
     /// points, `dayWidth` px apart, that of `start` in the middle of the first column behind
     /// `margin`.
-    std::unique_ptr<ChartPoint[]> MakePoints(UserData& data, const SYSTEMTIME& start,
+    std::unique_ptr<ChartPoint[]> MakePoints(const UserData& data, const SYSTEMTIME& start,
                                              std::int32_t columns, LONG margin,
                                              LONG dayWidth) const;
 

@@ -6,6 +6,7 @@
 
 #include "exchange/diary_csv.h"
 #include "exchange/import_changes.h"
+#include "tests/user_data_access.h"
 
 namespace {
 
@@ -48,10 +49,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     Require(lunara::WriteDiaryCsv(copy) == exported);
 
     // Once more changes nothing.
-    data.bleeding.dirty = data.temperature.dirty = data.noteFlags.dirty = false;
-    data.notePages.dirty = false;
+    lunara::test::ClearDirty(data);
     Import(data, exported);
-    Require(!data.bleeding.dirty && !data.temperature.dirty && !data.noteFlags.dirty &&
-            !data.notePages.dirty);
+    Require(!data.IsDirty());
     return 0;
 }

@@ -3,25 +3,14 @@
 // The four data files in a folder, one by one, so that a failure has the file's name.
 
 #include <optional>
-#include <span>
 
 #include "diary/user_data.h"
 #include "tools/lunara-cli/files.h"
 
 namespace lunara {
 
-struct DiaryFile {
-    const WCHAR* name;
-    int (*load)(UserData& data, const WCHAR* path, const WCHAR* password);
-    std::int32_t (*count)(const UserData& data);
-    bool (*isDirty)(const UserData& data);
-};
-
-/// Temperature, bleeding, notes, note pages: the order in which they are loaded and saved.
-std::span<const DiaryFile> DiaryFiles();
-
 /// The file's path to be opened or shown.
-WideString PathInFolder(const WideString& folder, const WCHAR* name);
+WideString PathInFolder(const WideString& folder, DataFile file);
 
 /// What keeps the folder from being read: that it does not exist or is none, or cannot be reached.
 std::optional<Failure> CheckFolder(const WideString& folder);
@@ -32,8 +21,8 @@ bool FileExists(const WideString& path);
 std::optional<Failure> MendDiary(const WideString& folder);
 
 /// Loads one file; a file that is not there loads as an empty collection.
-std::optional<Failure> LoadDiaryFile(const DiaryFile& file, UserData& data,
-                                     const WideString& folder, const WideString& password);
+std::optional<Failure> LoadDiaryFile(DataFile file, UserData& data, const WideString& folder,
+                                     const WideString& password);
 
 /// Mends the diary and loads all four, up to the first bad one.
 std::optional<Failure> LoadDiary(UserData& data, const WideString& folder,

@@ -4,7 +4,7 @@
 
 namespace lunara {
 
-/// Fills an empty diary with about two years of records, up to and including `today`, which is the
+/// Makes the whole diary about two years of records, up to and including `today`, which is the
 /// twelfth day of an ordinary cycle. The same today gives the same diary, and another day the same
 /// diary moved. 0 without memory, or when the diary would begin before 1601.
 ///
