@@ -37,7 +37,8 @@ class MessageText {
     /// The system's text of an error code; "System message 0x%08X\n" when it has none.
     void FormatSystem(Store store, DWORD code);
 
-    /// At most `size` units (>= 1), terminated, a cut copy marked like a cut text.
+    /// At most `size` units (>= 1), terminated, a cut copy marked like a cut text. Part of the
+    /// builder's public operations; the program itself does not call it.
     void CopyTo(WCHAR* target, int size) const;
 
     const WCHAR* Text() const { return buffer ? buffer.get() : TEXT(""); }

@@ -33,7 +33,8 @@ int LoadNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
 /// file. The records go to a sibling file that then takes the old one's place, so that whatever
 /// goes wrong the file on disk is the old one or the new one. 1 on success and when nothing had to
 /// be written; 0 when any step failed, with `dirty` and the old file as they were and the system's
-/// error in the last error.
+/// error in the last error. Part of the format's public operations, for one file by itself; the
+/// program does not call them, because it saves a diary's files together (`DataFileSet`).
 int SaveDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password);
 int SaveNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
 

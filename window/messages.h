@@ -29,7 +29,8 @@ void SetMessageRecorder(MessageRecorder* recorder);
 
 /// Shows string `id` (up to 255 units); returns 0 and shows nothing when there is no such string.
 int ShowMessage(HWND owner, UINT id, const WCHAR* caption, UINT flags);
-/// The same over the main window with the program's title (string 1) as caption.
+/// The same over the main window with the program's title (string 1) as caption. This and the two
+/// below complete the message boxes; the program itself does not call them.
 int ShowAppMessage(UINT id, UINT flags);
 /// One box with the texts (up to 63 units each) of all bits set, string firstId + bit, a line each,
 /// over the main window. Returns 1 without a box when no text was gathered.

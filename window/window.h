@@ -22,7 +22,8 @@ inline constexpr UINT WM_DIALOG_CANCEL = 0x8002;
 inline constexpr WCHAR FrameworkClassName[] = TEXT("wfcWnd_1_0");
 
 /// The message being dispatched. Nested dispatch (a handler that sends a message) leaves the outer
-/// one intact.
+/// one intact. Offered to handlers that need the message they run in; the program itself reads it
+/// nowhere.
 struct CurrentMessage {
     HWND window;
     UINT message;
@@ -36,6 +37,7 @@ class Window;
 /// The one top-level window object of the program, which dialogs without a parent get as owner;
 /// null before it is set and after it is gone.
 void SetMainWindow(Window* window);
+/// The counterpart of `SetMainWindow`; the program itself asks for the handle only.
 Window* GetMainWindow();
 /// Its handle; null when there is none.
 HWND MainWindowHandle();
