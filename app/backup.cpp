@@ -12,8 +12,8 @@ namespace lunara {
 namespace {
 
 bool IsEmpty(const UserData& data) {
-    return data.bleeding.Count() == 0 && data.temperature.Count() == 0 &&
-           data.noteFlags.Count() == 0 && data.notePages.Count() == 0;
+    return data.Bleeding().Count() == 0 && data.Temperature().Count() == 0 &&
+           data.NoteFlags().Count() == 0 && data.NotePages().Count() == 0;
 }
 
 /// Saves unsaved entries before a backup copies the files. Returns false, and the backup must not

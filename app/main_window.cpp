@@ -52,7 +52,7 @@ UINT LiveGdiObjectsQuery() {
 
 MainWindow::MainWindow() : graphView(data), diaryView(data), startDate(LocalNow()) {
     activation.cbSize = sizeof(activation);
-    data.predictor.warningSink = this;
+    data.SetWarningSink(this);
     diaryView.AttachListener(*this);
     graphView.AttachListener(*this);
 }
@@ -60,7 +60,7 @@ MainWindow::MainWindow() : graphView(data), diaryView(data), startDate(LocalNow(
 MainWindow::~MainWindow() {
     graphView.DetachListener(*this);
     diaryView.DetachListener(*this);
-    data.predictor.warningSink = nullptr;
+    data.SetWarningSink(nullptr);
 }
 
 int MainWindow::CreateMain() {
@@ -462,7 +462,7 @@ bool MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* 
             OnEndSession(wParam != FALSE);
             break;
         case WM_PREDICTION_WARNING:
-            ShowPredictionWarning(data.predictor, reinterpret_cast<WCHAR*>(lParam),
+            ShowPredictionWarning(data, reinterpret_cast<WCHAR*>(lParam),
                                   static_cast<UINT>(wParam));
             break;
         case WM_ENTERDIALOG:

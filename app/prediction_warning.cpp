@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "cycle/predictor.h"
 #include "platform/clock.h"
 #include "window/messages.h"
 
@@ -13,15 +12,15 @@ constexpr UINT StringInsufficientData = 50001;
 
 }  // namespace
 
-void ShowPredictionWarning(CyclePredictor& state, WCHAR* text, UINT flags) {
+void ShowPredictionWarning(UserData& data, WCHAR* text, UINT flags) {
     const std::unique_ptr<WCHAR[]> owned(text);
-    if (text != nullptr && TakeWarningTurn(state, TickCount())) {
+    if (text != nullptr && data.TakeWarningTurn(TickCount())) {
         ShowText(nullptr, text, CaptionWarning, flags | MB_ICONEXCLAMATION);
     }
 }
 
-void ShowInsufficientDataWarning(CyclePredictor& state, UINT flags) {
-    if (TakeWarningTurn(state, TickCount())) {
+void ShowInsufficientDataWarning(UserData& data, UINT flags) {
+    if (data.TakeWarningTurn(TickCount())) {
         ShowMessage(nullptr, StringInsufficientData, CaptionWarning, flags | MB_ICONEXCLAMATION);
     }
 }

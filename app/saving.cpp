@@ -46,7 +46,7 @@ bool Save(SignedInUser user, WideString& failedPath) {
         saved = user.data.Save(user.userName, user.password.Text());
         error = ::GetLastError();
     }
-    failedPath = user.data.FailedPath();
+    failedPath = user.data.LastFailure().path;
     ::SetLastError(error);
     return saved != 0;
 }

@@ -3,7 +3,8 @@
 
 #include "benchmarks/forty_years.h"
 #include "benchmarks/spread.h"
-#include "diary/user_data.h"
+#include "diary/diary_edit.h"
+#include "diary/note_texts.h"
 #include "platform/documents_folder.h"
 #include "storage/backup_files.h"
 #include "storage/data_folder.h"
@@ -138,11 +139,31 @@ bool MeasureAll(const Places& places, Times& times) {
     return done;
 }
 
+/// The same records as the other benchmarks have.
+bool FillDiary(UserData& diary) {
+    DayValueList temperature;
+    DayValueList bleeding;
+    NotePageList notes(10);
+    if (!FillFortyYears(temperature, bleeding, notes)) {
+        return false;
+    }
+    DiaryEdit edit(diary);
+    for (const DayValue& record : temperature) {
+        edit.SetTemperature(record.date, record.value);
+    }
+    for (const DayValue& record : bleeding) {
+        edit.SetBleeding(record.date, record.value);
+    }
+    for (const auto& [date, text] : NoteTexts(notes)) {
+        edit.SetNoteText(date, text);
+    }
+    return edit.Store();
+}
+
 int Run() {
     const Places places;
     UserData diary;
-    if (!FillFortyYears(diary.temperature, diary.bleeding, diary.notePages) ||
-        diary.Save(UserName, DiaryPassword) == 0 ||
+    if (!FillDiary(diary) || diary.Save(UserName, DiaryPassword) == 0 ||
         BackupFiles(UserName, KeptBackup) != BackupResult::Done ||
         !CopyIntoNewFolder(places.user, places.replaced)) {
         std::fprintf(stderr, "the diary could not be made\n");
@@ -150,7 +171,7 @@ int Run() {
     }
     Times times;
     if (!MeasureAll(places, times) || diary.Load(UserName, DiaryPassword) == 0 ||
-        diary.notePages.Count() != NotePages) {
+        diary.NotePages().Count() != NotePages) {
         std::fprintf(stderr, "a copy, a backup or a restore failed\n");
         return 2;
     }

@@ -2,8 +2,10 @@
 // dragged, at the size of the program's window. The peer in the same run is a bare fill and copy of
 // that size.
 
+#include <cstdlib>
+
 #include "benchmarks/window_bench.h"
-#include "diary/user_data.h"
+#include "diary/diary_edit.h"
 #include "platform/pocketpc/common_controls.h"
 #include "views/graph_view.h"
 
@@ -15,11 +17,15 @@ constexpr int DaysRecorded = 4 * 365;
 
 /// Records a temperature and a bleeding level for each of the last DaysRecorded days.
 void FillDiary(UserData& data, const SYSTEMTIME& today) {
+    DiaryEdit edit(data);
     for (int day = 0; day < DaysRecorded; ++day) {
         SYSTEMTIME date{};
         AddDays(today, -day, date);
-        data.temperature.Set(ToDateKey(date), 9720 + day * 37 % 100);
-        data.bleeding.Set(ToDateKey(date), 1 + day % 3);
+        edit.SetTemperature(ToDateKey(date), 9720 + day * 37 % 100);
+        edit.SetBleeding(ToDateKey(date), 1 + day % 3);
+    }
+    if (!edit.Store()) {
+        std::abort();
     }
     SYSTEMTIME lastWeek{};
     AddDays(today, -7, lastWeek);

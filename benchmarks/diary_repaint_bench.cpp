@@ -1,9 +1,11 @@
 // Times scrolling the diary by one day and repainting it, at the size of the program's window. The
 // peer in the same run is a bare fill and copy of that size.
 
+#include <cstdlib>
+
 #include "benchmarks/window_bench.h"
 #include "cycle/predictor.h"
-#include "diary/user_data.h"
+#include "diary/diary_edit.h"
 #include "views/diary_view.h"
 
 namespace lunara::bench {
@@ -16,15 +18,19 @@ constexpr int PeriodDays = 5;
 /// Records four years of cycles of 26 to 30 days and, for the last three years and the coming 30
 /// days, a note every third day.
 void FillDiary(UserData& data, const SYSTEMTIME& today) {
+    DiaryEdit edit(data);
     SYSTEMTIME start{};
     AddDays(today, -CyclesRecorded * CycleDays, start);
     for (int cycle = 0; cycle < CyclesRecorded; ++cycle) {
         for (int day = 0; day < PeriodDays; ++day) {
             SYSTEMTIME date{};
             AddDays(start, day, date);
-            data.bleeding.Set(ToDateKey(date), day == 1 ? 3 : 2);
+            edit.SetBleeding(ToDateKey(date), day == 1 ? 3 : 2);
         }
         AddDays(start, CycleDays - 2 + cycle % 5, start);
+    }
+    if (!edit.Store()) {
+        std::abort();
     }
     for (int day = -3 * 365; day < 30; day += 3) {
         SYSTEMTIME date{};

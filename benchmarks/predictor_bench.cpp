@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <map>
 #include <string>
 #include <string_view>
@@ -13,6 +14,7 @@
 #include "cycle/distribution.h"
 #include "cycle/periods.h"
 #include "cycle/predictor.h"
+#include "diary/diary_edit.h"
 #include "platform/clock.h"
 
 namespace lunara {
@@ -37,17 +39,21 @@ void FillDiary(UserData& data, int years) {
         state = state * 1'664'525 + 1'013'904'223;
         return static_cast<std::int32_t>((state >> 16) % below);
     };
+    DiaryEdit edit(data);
     std::int32_t start = DayNumber(MakeDateKey(1985, 1, 7));
     for (int cycle = 0; cycle < 13 * years; ++cycle) {
         const std::int32_t length = 25 + next(4) + next(4);
         const std::int32_t bleeding = BleedingDays[static_cast<std::size_t>(next(20))] - '0';
         for (std::int32_t day = 0; day < bleeding; ++day) {
-            data.bleeding.Set(KeyOfDayNumber(start + day), day < 2 ? 3 : 1 + (bleeding > day + 2));
+            edit.SetBleeding(KeyOfDayNumber(start + day), day < 2 ? 3 : 1 + (bleeding > day + 2));
         }
         start += length;
     }
     for (std::int32_t day = 0; day < 5; ++day) {
-        data.bleeding.Set(KeyOfDayNumber(start + day), 2);
+        edit.SetBleeding(KeyOfDayNumber(start + day), 2);
+    }
+    if (!edit.Store()) {
+        std::abort();
     }
     SYSTEMTIME today{};
     FromDateKey(KeyOfDayNumber(start + 12), today);
@@ -57,13 +63,16 @@ void FillDiary(UserData& data, int years) {
 void BenchUpdate(benchmark::State& state, int years) {
     UserData data;
     FillDiary(data, years);
+    std::int32_t flags = NoteFlagCramps;
     while (state.KeepRunning()) {
-        data.predictor.predictionUpToDate = false;
+        // Any change of records makes the prediction out of date; this one costs next to nothing.
+        flags ^= NoteFlagCramps | NoteFlagPms;
+        data.SetNoteFlags(flags);
         UpdatePrediction(data, 1);
         benchmark::ClobberMemory();
     }
-    state.counters["records"] = data.bleeding.Count();
-    state.counters["cycles"] = data.predictor.validCycles.Count();
+    state.counters["records"] = data.Bleeding().Count();
+    state.counters["cycles"] = data.Prediction().validCycles.Count();
 }
 
 struct Sums {
@@ -75,9 +84,9 @@ Sums SumsOf4Years() {
     UserData data;
     FillDiary(data, 4);
     UpdatePrediction(data, 0);
-    const std::span cycles(data.predictor.validCycles.begin(),
-                           static_cast<std::size_t>(data.predictor.validCycles.Count()));
-    const RecordedDays days(data.bleeding, data.predictor.computedFor);
+    const std::span cycles(data.Prediction().validCycles.begin(),
+                           static_cast<std::size_t>(data.Prediction().validCycles.Count()));
+    const RecordedDays days(data.Bleeding(), data.Prediction().computedFor);
     return {MeasureLengthShares(cycles), MeasurePeriodProfile(cycles, days)};
 }
 

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "cycle/day_step.h"
+#include "cycle/distribution.h"
 #include "platform/text.h"
 
 namespace lunara {
@@ -17,7 +18,7 @@ constexpr std::size_t StatusTextUnits = 1024;
 
 /// Last day of each alert, in days since the last valid period start. "Pregnancy highly probable."
 /// ends on the first one, "Go see a doctor." on the second.
-constexpr std::int32_t LastDayForPrediction = 36;
+constexpr std::int32_t LastDayForPrediction = LongestCycle;
 constexpr std::int32_t LastDayForDoctor = 72;
 
 constexpr std::uint32_t RecordedBleedingBits = DAY_BLEEDING | DAY_BLEEDING_FIRST | DAY_BLEEDING_END;
@@ -312,10 +313,10 @@ void MarkDays(CyclePredictor& state, const SYSTEMTIME& today, PastRuns runs) {
     AlertToday(state, today);
 }
 
-int GetDayStatusText(UserData& data, const SYSTEMTIME& date, WCHAR* text, int textSize,
+int GetDayStatusText(const UserData& data, const SYSTEMTIME& date, WCHAR* text, int textSize,
                      std::uint32_t mask) {
     text[0] = 0;
-    CyclePredictor& state = data.predictor;
+    const CyclePredictor& state = data.Prediction();
     const std::int32_t index = state.dayFlags.Find(ToDateKey(date));
     if (index < 0) {
         return 0;

@@ -55,7 +55,7 @@ void MarkDays(CyclePredictor& state, const SYSTEMTIME& today, PastRuns runs = {}
 /// Writes the texts of the day's bits inside `mask`, lowest bit first, with their arguments filled
 /// in. Returns 0 with an empty text when the day has no such bit, or when the result does not fit
 /// into `textSize` (>= 1) units, terminator included; else 1.
-int GetDayStatusText(UserData& data, const SYSTEMTIME& date, WCHAR* text, int textSize,
+int GetDayStatusText(const UserData& data, const SYSTEMTIME& date, WCHAR* text, int textSize,
                      std::uint32_t mask);
 
 /// Rewrites printf placeholders as the numbered inserts of FormatMessage: the n-th "%d" becomes

@@ -24,7 +24,7 @@ inline constexpr std::int32_t ShortestCycle = 21;
 inline constexpr std::int32_t LongestCycle = 36;
 
 /// Days in a period's profile: the length of the longest valid period.
-inline constexpr std::int32_t ProfileDays = 7;
+inline constexpr std::int32_t ProfileDays = LongestPeriod;
 
 /// Days that a prediction covers; day 0 is the last valid period start.
 inline constexpr std::int32_t HorizonDays = 365;

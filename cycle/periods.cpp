@@ -11,9 +11,6 @@ namespace {
 /// without bleeding between them is bridged.
 constexpr std::int32_t LargestGapInPeriod = 2;
 
-constexpr std::int32_t ShortestValidPeriod = 2;
-constexpr std::int32_t LongestValidPeriod = 7;
-
 /// Length given to the open cycle, which has not ended: one day more than the longest valid cycle,
 /// so that the open cycle always counts as invalid.
 constexpr std::int32_t OpenCycleLength = LongestCycle + 1;
@@ -55,7 +52,7 @@ std::vector<Period> SplitIntoPeriods(const RecordedDays& days, DayRuns& runs) {
 }
 
 bool IsOfValidLength(const CycleRecord& period) {
-    return period.periodLength >= ShortestValidPeriod && period.periodLength <= LongestValidPeriod;
+    return period.periodLength >= ShortestPeriod && period.periodLength <= LongestPeriod;
 }
 
 /// Whether a period is kept: 2 to 7 days long, or a single day, today or yesterday, that may still
@@ -63,8 +60,7 @@ bool IsOfValidLength(const CycleRecord& period) {
 bool IsKept(const Period& period, std::int32_t today) {
     const std::int32_t length = period.record.periodLength;
     const std::int32_t age = today - period.startNumber;
-    return length <= LongestValidPeriod &&
-           (length >= ShortestValidPeriod || (age >= 0 && age < length + 1));
+    return length <= LongestPeriod && (length >= ShortestPeriod || (age >= 0 && age < length + 1));
 }
 
 /// Removes the periods that are not kept and records their days in `state.discardedDays`. The cycle

@@ -18,7 +18,6 @@ namespace lunara {
 namespace {
 
 constexpr int WarningCapacity = 1024;
-constexpr DWORD WarningPauseMs = 3'600'000;
 
 /// String resources of the warnings.
 enum WarningText : UINT {
@@ -180,8 +179,7 @@ void StorePastOvulations(CyclePredictor& state, PastRuns& runs) {
 /// Stores the weights of at least 0.01 for the 365 days from the last valid period start on. A day
 /// that already has an entry in `list` keeps it, because records take precedence over predictions;
 /// its weight in `values` is set to 0.
-void StorePredicted(UserData& data, HorizonValues& values, DayValueList& list) {
-    const SYSTEMTIME& start = data.predictor.lastValidPeriodStart;
+void StorePredicted(const SYSTEMTIME& start, HorizonValues& values, DayValueList& list) {
     const std::int32_t startNumber = DayNumber(ToDateKey(start));
     for (std::int32_t i = list.Count(); i-- > 0;) {
         const std::int32_t day = DayNumber(list.At(i).date) - startNumber;
@@ -192,11 +190,10 @@ void StorePredicted(UserData& data, HorizonValues& values, DayValueList& list) {
             values[static_cast<std::size_t>(day)] = 0;
         }
     }
-    data.StoreDayWeights(values.data(), HorizonDays, start, list);
+    UserData::StoreDayWeights(values.data(), HorizonDays, start, list);
 }
 
-Outcome Predict(UserData& data, const RecordedDays& days, std::int32_t daysPassed) {
-    CyclePredictor& state = data.predictor;
+Outcome Predict(CyclePredictor& state, const RecordedDays& days, std::int32_t daysPassed) {
     if (daysPassed > LongestCycle) {
         return Outcome::TooFar;
     }
@@ -206,35 +203,35 @@ Outcome Predict(UserData& data, const RecordedDays& days, std::int32_t daysPasse
     if (!PredictStarts(shares, daysPassed, starts)) {
         return Outcome::AfterExpected;
     }
+    const SYSTEMTIME& start = state.lastValidPeriodStart;
     HorizonValues values;
     SpreadOverPeriod(profile.meanLevel, starts, daysPassed, values);
-    StorePredicted(data, values, state.bleedingLevels);
+    StorePredicted(start, values, state.bleedingLevels);
     SpreadOverPeriod(profile.bleedShare, starts, daysPassed, values);
-    StorePredicted(data, values, state.periodProbabilities);
+    StorePredicted(start, values, state.periodProbabilities);
     HorizonValues ovulation;
     PredictOvulation(MeasureOvulationOffsets(shares), starts, ovulation);
     PredictPregnancy(ovulation, values);
-    StorePredicted(data, ovulation, state.ovulationProbabilities);
-    StorePredicted(data, values, state.pregnancyProbabilities);
+    StorePredicted(start, ovulation, state.ovulationProbabilities);
+    StorePredicted(start, values, state.pregnancyProbabilities);
     return Outcome::Predicted;
 }
 
-Outcome Recompute(UserData& data, const SYSTEMTIME& today) {
-    CyclePredictor& state = data.predictor;
+Outcome Recompute(const DayValueList& bleeding, CyclePredictor& state, const SYSTEMTIME& today) {
     ForgetResults(state);
-    if (data.bleeding.Count() == 0) {
+    if (bleeding.Count() == 0) {
         return Outcome::NoRecords;
     }
     const DateKey todayKey = ToDateKey(today);
-    state.todayIsBleeding = data.bleeding.Find(todayKey) >= 0;
-    const RecordedDays days(data.bleeding, todayKey);
+    state.todayIsBleeding = bleeding.Find(todayKey) >= 0;
+    const RecordedDays days(bleeding, todayKey);
     PastRuns runs;
     FindPeriods(days, todayKey, state, runs.bleeding);
     StoreRecordedDays(days, state);
     StorePastOvulations(state, runs);
     Outcome outcome = Outcome::NoValidCycle;
     if (state.validCycles.Count() > 0) {
-        outcome = Predict(data, days, DaysBetween(today, state.lastValidPeriodStart));
+        outcome = Predict(state, days, DaysBetween(today, state.lastValidPeriodStart));
     }
     MarkDays(state, today, std::move(runs));
     return outcome;
@@ -280,7 +277,7 @@ void PostWarning(const CyclePredictor& state, Outcome outcome) {
 }
 
 /// The float stored for the date; 0 when there is none.
-float WeightOf(DayValueList& list, const SYSTEMTIME& date) {
+float WeightOf(const DayValueList& list, const SYSTEMTIME& date) {
     const std::int32_t index = list.Find(ToDateKey(date));
     return index < 0 ? 0 : std::bit_cast<float>(list.At(index).value);
 }
@@ -288,9 +285,9 @@ float WeightOf(DayValueList& list, const SYSTEMTIME& date) {
 /// Applies `edge` to the bleeding and the temperature list, sorted and not empty, and writes the
 /// date that `goesBefore` prefers. Returns 0, with `date` left alone, when both lists are empty.
 template <typename Edge, typename Preference>
-int EdgeRecordDate(UserData& data, Edge edge, Preference goesBefore, SYSTEMTIME& date) {
+int EdgeRecordDate(const UserData& data, Edge edge, Preference goesBefore, SYSTEMTIME& date) {
     std::optional<DateKey> best;
-    for (DayValueList* list : {&data.bleeding, &data.temperature}) {
+    for (const DayValueList* list : {&data.Bleeding(), &data.Temperature()}) {
         if (list->Count() == 0) {
             continue;
         }
@@ -315,7 +312,7 @@ int UpdatePrediction(UserData& data, int showMessages) {
     if (state.predictionUpToDate && state.computedFor == ToDateKey(today)) {
         return 1;
     }
-    const Outcome outcome = Recompute(data, today);
+    const Outcome outcome = Recompute(data.bleeding, state, today);
     if (showMessages != 0) {
         PostWarning(state, outcome);
     }
@@ -324,43 +321,43 @@ int UpdatePrediction(UserData& data, int showMessages) {
     return 1;
 }
 
-float GetBleedingLevel(UserData& data, const SYSTEMTIME& date) {
-    return WeightOf(data.predictor.bleedingLevels, date);
+float GetBleedingLevel(const UserData& data, const SYSTEMTIME& date) {
+    return WeightOf(data.Prediction().bleedingLevels, date);
 }
 
-float GetPeriodProbability(UserData& data, const SYSTEMTIME& date) {
-    return WeightOf(data.predictor.periodProbabilities, date);
+float GetPeriodProbability(const UserData& data, const SYSTEMTIME& date) {
+    return WeightOf(data.Prediction().periodProbabilities, date);
 }
 
-float GetOvulationProbability(UserData& data, const SYSTEMTIME& date) {
-    return WeightOf(data.predictor.ovulationProbabilities, date);
+float GetOvulationProbability(const UserData& data, const SYSTEMTIME& date) {
+    return WeightOf(data.Prediction().ovulationProbabilities, date);
 }
 
-float GetPregnancyProbability(UserData& data, const SYSTEMTIME& date) {
-    return WeightOf(data.predictor.pregnancyProbabilities, date);
+float GetPregnancyProbability(const UserData& data, const SYSTEMTIME& date) {
+    return WeightOf(data.Prediction().pregnancyProbabilities, date);
 }
 
-int IsBleedingDayCounted(UserData& data, const SYSTEMTIME& date) {
-    DayValueList& discarded = data.predictor.discardedDays;
+int IsBleedingDayCounted(const UserData& data, const SYSTEMTIME& date) {
+    const DayValueList& discarded = data.Prediction().discardedDays;
     const std::int32_t index = discarded.Find(ToDateKey(date));
     return index < 0 || (discarded.At(index).value & 1) == 0 ? 1 : 0;
 }
 
-int GetFirstRecordDate(UserData& data, SYSTEMTIME& date) {
+int GetFirstRecordDate(const UserData& data, SYSTEMTIME& date) {
     return EdgeRecordDate(
-        data, [](DayValueList& list) { return list.At(0).date; },
+        data, [](const DayValueList& list) { return list.At(0).date; },
         [](DateKey a, DateKey b) { return a < b; }, date);
 }
 
-int GetLastRecordDate(UserData& data, SYSTEMTIME& date) {
+int GetLastRecordDate(const UserData& data, SYSTEMTIME& date) {
     return EdgeRecordDate(
-        data, [](DayValueList& list) { return list.At(list.Count() - 1).date; },
+        data, [](const DayValueList& list) { return list.At(list.Count() - 1).date; },
         [](DateKey a, DateKey b) { return a > b; }, date);
 }
 
-int GetFirstRealRecordDate(UserData& data, SYSTEMTIME& date) {
+int GetFirstRealRecordDate(const UserData& data, SYSTEMTIME& date) {
     std::optional<DateKey> best;
-    for (DayValueList* list : {&data.bleeding, &data.temperature}) {
+    for (const DayValueList* list : {&data.Bleeding(), &data.Temperature()}) {
         list->Sort();
         const auto* first = std::find_if(list->begin(), list->end(), [](const DayValue& record) {
             return IsRealDay(record.date);
@@ -374,14 +371,6 @@ int GetFirstRealRecordDate(UserData& data, SYSTEMTIME& date) {
     }
     FromDateKey(*best, date);
     return 1;
-}
-
-bool TakeWarningTurn(CyclePredictor& state, DWORD tick) {
-    if (static_cast<DWORD>(tick - state.lastWarningTick) <= WarningPauseMs) {
-        return false;
-    }
-    state.lastWarningTick = tick;
-    return true;
 }
 
 }  // namespace lunara

@@ -17,27 +17,23 @@ int UpdatePrediction(UserData& data, int showMessages);
 
 /// The value computed for the day by the last `UpdatePrediction`, 0 when it has none: the expected
 /// or recorded bleeding level (0..3), or a probability in 0..1. The pregnancy weight may exceed 1.
-float GetBleedingLevel(UserData& data, const SYSTEMTIME& date);
-float GetPeriodProbability(UserData& data, const SYSTEMTIME& date);
-float GetOvulationProbability(UserData& data, const SYSTEMTIME& date);
-float GetPregnancyProbability(UserData& data, const SYSTEMTIME& date);
+float GetBleedingLevel(const UserData& data, const SYSTEMTIME& date);
+float GetPeriodProbability(const UserData& data, const SYSTEMTIME& date);
+float GetOvulationProbability(const UserData& data, const SYSTEMTIME& date);
+float GetPregnancyProbability(const UserData& data, const SYSTEMTIME& date);
 
 /// 0 when the day belongs to a discarded period, else 1; a day without a record counts as 1.
-int IsBleedingDayCounted(UserData& data, const SYSTEMTIME& date);
+int IsBleedingDayCounted(const UserData& data, const SYSTEMTIME& date);
 
 /// Writes the earliest (latest) date with a bleeding or temperature record and returns 1. Returns
-/// 0, with `date` left alone, when there is no record.
-int GetFirstRecordDate(UserData& data, SYSTEMTIME& date);
-int GetLastRecordDate(UserData& data, SYSTEMTIME& date);
+/// 0, with `date` left alone, when there is no record. The program itself does not call these: its
+/// scroll ranges begin at a real day.
+int GetFirstRecordDate(const UserData& data, SYSTEMTIME& date);
+int GetLastRecordDate(const UserData& data, SYSTEMTIME& date);
 
 /// Writes the earliest real calendar day with a bleeding or temperature record and returns 1; 0,
 /// with `date` left alone, when there is none. Scroll ranges begin here: a stored 31 February,
 /// which counts as day 0 in day arithmetic, would make them reach back to 1601.
-int GetFirstRealRecordDate(UserData& data, SYSTEMTIME& date);
-
-/// Limits warnings to one an hour: returns true and remembers `tick` when more than an hour has
-/// passed since the tick remembered last. The unsigned difference stays right when the tick count
-/// wraps.
-bool TakeWarningTurn(CyclePredictor& state, DWORD tick);
+int GetFirstRealRecordDate(const UserData& data, SYSTEMTIME& date);
 
 }  // namespace lunara

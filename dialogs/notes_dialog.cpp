@@ -22,7 +22,7 @@ NotesDialog::NotesDialog(Window* owner) : Dialog(IDD_NOTES, owner), date(LocalNo
 void NotesDialog::DoDataExchange(DataExchange& exchange) {
     ExchangeText(exchange, IDC_NOTE_TEXT, text.data(), NoteTextCapacity);
     // Typing stops at the longest text that a note can store.
-    LimitText(exchange, text.data(), NoteTextCapacity - 1);
+    LimitText(exchange, text.data(), MaxNoteUnits);
     ExchangeCheck(exchange, IDC_CRAMPS, cramps);
     ExchangeCheck(exchange, IDC_PMS, pms);
 }

@@ -7,12 +7,10 @@
 #include <cstdint>
 
 #include "platform/pocketpc/aygshell.h"
+#include "records/collections.h"
 #include "window/dialog.h"
 
 namespace lunara {
-
-/// Longest note text in UTF-16 units, terminator included.
-inline constexpr int NoteTextCapacity = 128;
 
 class NotesDialog : public Dialog {
   public:

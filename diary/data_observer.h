@@ -1,5 +1,8 @@
 #pragma once
 
+// The interface through which views take part in changes of the data set: asked before each one,
+// told after it.
+
 #include <cstdint>
 
 #include "platform/win32.h"
@@ -8,8 +11,9 @@ namespace lunara {
 
 class UserData;
 
-/// What a view implements to be asked about changes of the data set, and told of them. The base
-/// allows everything and does nothing. A can-change operation returns 0 to refuse.
+/// A view that is asked before a change of the data set and told after it. The base allows every
+/// change and ignores it. A can-change operation returns 0 to refuse and must not change the data
+/// set; the others return nothing and may.
 class DataObserver {
   public:
     DataObserver() = default;
@@ -38,7 +42,8 @@ class DataObserver {
         return 1;
     }
     virtual void NoteFlagsChanged(UserData& /*data*/, std::int32_t /*flags*/) {}
-    /// `old` is null when the day has no note, `wanted` when it is to be deleted.
+    /// `old` is null when the day has no note; `wanted` is null or "" when the note is to be
+    /// deleted. Both are valid until the call returns.
     virtual int CanChangeNoteText(UserData& /*data*/, const WCHAR* /*old*/,
                                   const WCHAR* /*wanted*/) {
         return 1;

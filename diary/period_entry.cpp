@@ -35,7 +35,7 @@ std::int32_t BleedingLevelOfDay(std::int32_t day, std::int32_t length, std::int3
 int AddPeriod(UserData& data, const SYSTEMTIME& start, std::int32_t length, std::int32_t mode) {
     for (std::int32_t i = 0; i < length; ++i) {
         const SYSTEMTIME day = DaysLater(start, i);
-        if (data.GetBleeding(&day) != 0) {
+        if (data.GetBleeding(&day) != NoBleeding) {  // or `FutureBleeding`
             return Fail(PeriodEntryExists);
         }
     }

@@ -3,17 +3,19 @@
 #include <algorithm>
 #include <bit>
 #include <memory>
+#include <utility>
 
 #include "platform/clock.h"
 #include "storage/data_file.h"
-#include "storage/data_file_set.h"
 #include "storage/data_folder.h"
 
 namespace lunara {
 namespace {
 
 constexpr float SmallestStoredWeight = 0.01F;
+constexpr DWORD WarningPauseMs = 3'600'000;
 
+// One name for both kinds of list.
 int LoadList(DayValueList& list, const WCHAR* path, const WCHAR* password) {
     return LoadDayValues(list, path, password);
 }
@@ -39,7 +41,7 @@ int LoadFrom(List& list, const WCHAR* folder, DataFile which, const WCHAR* passw
     return LoadList(list, path.c_str(), password);
 }
 
-/// Adds the list's file to what is to be put in place.
+/// Adds the list's file to the set of files that take the old ones' places together.
 template <typename List>
 int AddTo(DataFileSet& files, DataFile which, List& list, const WCHAR* password) {
     if (!list.dirty) {
@@ -52,8 +54,8 @@ int AddTo(DataFileSet& files, DataFile which, List& list, const WCHAR* password)
     return file != nullptr ? WriteList(list, *file, password) : 0;
 }
 
-/// Asks all observers, also after one has refused; then applies the change and, if that was
-/// possible, tells them all.
+/// Asks every observer, even after one has refused. Unless one has, applies the change and, when
+/// that succeeds, tells every observer.
 template <typename Observers, typename Ask, typename Apply, typename Tell>
 int RunChange(const Observers& observers, int count, Ask ask, Apply apply, Tell tell) {
     int allowed = 1;
@@ -106,8 +108,8 @@ int UserData::Save(const WCHAR* userName, const WCHAR* password) {
 int UserData::LoadFolder(const WCHAR* folder, const WCHAR* password) {
     predictor.predictionUpToDate = false;
     if (MendDataFiles(folder) == 0) {
-        ::SetLastError(
-            DataFileCorrupt);  // files of two saves: read as they are, they could be lost
+        // The folder holds files of two saves. Loaded as they are, the next save would lose one.
+        ::SetLastError(DataFileCorrupt);
         return 0;
     }
     if (LoadFrom(temperature, folder, DataFile::Temperature, password) == 0 ||
@@ -120,11 +122,24 @@ int UserData::LoadFolder(const WCHAR* folder, const WCHAR* password) {
     return 1;
 }
 
+int UserData::LoadFile(DataFile which, const WCHAR* path, const WCHAR* password) {
+    predictor.predictionUpToDate = false;
+    switch (which) {
+        case DataFile::Temperature:
+            return LoadDayValues(temperature, path, password);
+        case DataFile::Bleeding:
+            return LoadDayValues(bleeding, path, password);
+        case DataFile::NoteFlags:
+            return LoadDayValues(noteFlags, path, password);
+        case DataFile::NotePages:
+            break;
+    }
+    return LoadNotePages(notePages, path, password);
+}
+
 int UserData::SaveFolder(const WCHAR* folder, const WCHAR* password) {
     if (CreateDirectoryTree(folder) == 0 || MendDataFiles(folder) == 0) {
-        const DWORD error = ::GetLastError();
-        failedPath = folder;
-        ::SetLastError(error);
+        RememberFailure({std::nullopt, folder});
         return 0;
     }
     DataFileSet files(folder);
@@ -132,9 +147,7 @@ int UserData::SaveFolder(const WCHAR* folder, const WCHAR* password) {
         AddTo(files, DataFile::Bleeding, bleeding, password) == 0 ||
         AddTo(files, DataFile::NoteFlags, noteFlags, password) == 0 ||
         AddTo(files, DataFile::NotePages, notePages, password) == 0 || files.PutInPlace() == 0) {
-        const DWORD error = ::GetLastError();
-        failedPath = files.FailedPath();
-        ::SetLastError(error);
+        RememberFailure(files.LastFailure());
         return 0;
     }
     for (DayValueList* list : {&temperature, &bleeding, &noteFlags}) {
@@ -152,6 +165,12 @@ void UserData::Unload() {
     notePages.dirty = false;
     predictor.predictionUpToDate = false;
     loaded = false;
+}
+
+void UserData::RememberFailure(SaveFailure failure) {
+    const DWORD error = ::GetLastError();  // allocation and release may change it
+    lastFailure = std::move(failure);
+    ::SetLastError(error);
 }
 
 int UserData::SetCurrentDate(const SYSTEMTIME& date) {
@@ -182,7 +201,7 @@ SYSTEMTIME UserData::DateOrCurrent(const SYSTEMTIME* date) const {
     return date != nullptr ? *date : currentDate;
 }
 
-std::int32_t UserData::GetTemperature(const SYSTEMTIME* date) {
+std::int32_t UserData::GetTemperature(const SYSTEMTIME* date) const {
     const SYSTEMTIME day = DateOrCurrent(date);
     if (IsDateAfter(day, LocalNow()) != 0) {
         return FutureTemperature;
@@ -191,21 +210,21 @@ std::int32_t UserData::GetTemperature(const SYSTEMTIME* date) {
     return index < 0 ? NoTemperature : temperature.At(index).value;
 }
 
-std::int32_t UserData::GetBleeding(const SYSTEMTIME* date) {
+std::int32_t UserData::GetBleeding(const SYSTEMTIME* date) const {
     const SYSTEMTIME day = DateOrCurrent(date);
     if (IsDateAfter(day, LocalNow()) != 0) {
         return FutureBleeding;
     }
     const std::int32_t index = bleeding.Find(ToDateKey(day));
-    return index < 0 ? 0 : bleeding.At(index).value;
+    return index < 0 ? NoBleeding : bleeding.At(index).value;
 }
 
-std::int32_t UserData::GetNoteFlags(const SYSTEMTIME* date) {
+std::int32_t UserData::GetNoteFlags(const SYSTEMTIME* date) const {
     const std::int32_t index = noteFlags.Find(ToDateKey(DateOrCurrent(date)));
-    return index < 0 ? 0 : noteFlags.At(index).value;
+    return index < 0 ? NoNoteFlags : noteFlags.At(index).value;
 }
 
-WCHAR* UserData::GetNoteText(const SYSTEMTIME* date) {
+WCHAR* UserData::GetNoteText(const SYSTEMTIME* date) const {
     return notePages.CopyText(ToDateKey(DateOrCurrent(date)));
 }
 
@@ -223,7 +242,7 @@ int UserData::SetBleeding(std::int32_t value) {
     return RunChange(
         observers, observerCount,
         [&](DataObserver& observer) { return observer.CanChangeBleeding(*this, old, value); },
-        [&] { return ApplyValue(bleeding, ToDateKey(currentDate), value, 0); },
+        [&] { return ApplyValue(bleeding, ToDateKey(currentDate), value, NoBleeding); },
         [&](DataObserver& observer) { observer.BleedingChanged(*this, value); });
 }
 
@@ -233,7 +252,7 @@ int UserData::SetNoteFlags(std::int32_t flags, const SYSTEMTIME* date) {
     return RunChange(
         observers, observerCount,
         [&](DataObserver& observer) { return observer.CanChangeNoteFlags(*this, old, flags); },
-        [&] { return ApplyValue(noteFlags, ToDateKey(day), flags, 0); },
+        [&] { return ApplyValue(noteFlags, ToDateKey(day), flags, NoNoteFlags); },
         [&](DataObserver& observer) { observer.NoteFlagsChanged(*this, flags); });
 }
 
@@ -294,12 +313,50 @@ void UserData::StoreDayWeights(const float* values, std::int32_t length, const S
             target.Set(key, std::bit_cast<std::int32_t>(values[i]));
             target.dirty = true;
         }
+        // Up to the 28th the next day's key is one higher, which saves converting a day number.
         key = (key & 0xFF) < LastDayOfEveryMonth ? key + 1 : KeyOfDayNumber(first + i + 1);
     }
 }
 
+bool UserData::TakeWarningTurn(DWORD tick) {
+    if (static_cast<DWORD>(tick - predictor.lastWarningTick) <= WarningPauseMs) {
+        return false;
+    }
+    predictor.lastWarningTick = tick;
+    return true;
+}
+
+std::int32_t UserData::Count(DataFile which) const {
+    switch (which) {
+        case DataFile::Temperature:
+            return temperature.Count();
+        case DataFile::Bleeding:
+            return bleeding.Count();
+        case DataFile::NoteFlags:
+            return noteFlags.Count();
+        case DataFile::NotePages:
+            break;
+    }
+    return notePages.Count();
+}
+
+bool UserData::IsDirty(DataFile which) const {
+    switch (which) {
+        case DataFile::Temperature:
+            return temperature.dirty;
+        case DataFile::Bleeding:
+            return bleeding.dirty;
+        case DataFile::NoteFlags:
+            return noteFlags.dirty;
+        case DataFile::NotePages:
+            break;
+    }
+    return notePages.dirty;
+}
+
 bool UserData::IsDirty() const {
-    return temperature.dirty || bleeding.dirty || noteFlags.dirty || notePages.dirty;
+    return std::any_of(std::begin(DataFiles), std::end(DataFiles),
+                       [this](DataFile which) { return IsDirty(which); });
 }
 
 void UserData::MarkAllDirty() {

@@ -16,9 +16,6 @@
 
 namespace lunara {
 
-/// Longest note that the notes dialog can hold, in UTF-16 units.
-inline constexpr std::size_t MaxNoteUnits = 127;
-
 /// What one row sets for its day. A missing value leaves the stored one as it is.
 struct DayChange {
     DateKey date = 0;
@@ -45,7 +42,7 @@ struct DiaryCsv {
 bool ReadDiaryCsv(std::string_view text, DiaryCsv& csv, CsvFault& fault);
 
 /// Returns the whole diary as CSV, with rows in date order and lines that end with CR LF.
-std::string WriteDiaryCsv(UserData& data);
+std::string WriteDiaryCsv(const UserData& data);
 
 /// Decimal text of a value in hundredths, with two decimals: "98.60" for 9860.
 std::string TemperatureText(std::int32_t hundredths);

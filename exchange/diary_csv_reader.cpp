@@ -10,10 +10,12 @@ namespace lunara {
 namespace {
 
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::int32_t HeaviestLevel = 3;
-// Limits of the program's own temperature entry, in hundredths of a degree Fahrenheit, inclusive.
-constexpr std::int32_t LowestTemperature = 9500;
-constexpr std::int32_t HighestTemperature = 10000;
+
+// The messages below name these limits.
+static_assert(FirstRecordYear == 1601 && LastRecordYear == 2500);
+static_assert(HeaviestBleeding == 3);
+static_assert(LowestTemperature == 9500 && HighestTemperature == 10000);
+static_assert(MaxNoteUnits == 127);
 
 /// Parses a cell of one column into `change`. Returns null, or the reason why the cell is refused.
 /// Sets `oddity` to the doubt when a cell is accepted with one.
@@ -51,7 +53,7 @@ const char* TakeBleeding(std::string_view text, DayChange& change, std::string_v
         return "not a bleeding level";
     }
     change.bleeding = static_cast<std::int32_t>(*level);
-    if (*level < 0 || *level > HeaviestLevel) {
+    if (*level < 0 || *level > HeaviestBleeding) {
         oddity = "not one of the levels 0 to 3";
     }
     return nullptr;
@@ -126,7 +128,7 @@ const char* TakeNote(std::string_view text, DayChange& change, std::string_view&
         return "a note cannot hold a zero character";
     }
     WideString stored = WithCrLf(*note);
-    if (stored.size() > MaxNoteUnits) {
+    if (stored.size() > std::size_t{MaxNoteUnits}) {
         return "longer than 127 UTF-16 units";
     }
     change.note = std::move(stored);

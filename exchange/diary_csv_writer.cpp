@@ -1,8 +1,8 @@
 #include <cstdlib>
 
+#include "diary/note_texts.h"
 #include "exchange/diary_csv.h"
 #include "exchange/iso_date.h"
-#include "exchange/note_texts.h"
 
 namespace lunara {
 namespace {
@@ -14,18 +14,18 @@ struct DayRecords {
     WideString note;
 };
 
-std::map<DateKey, DayRecords> CollectDays(UserData& data) {
+std::map<DateKey, DayRecords> CollectDays(const UserData& data) {
     std::map<DateKey, DayRecords> days;
-    for (const DayValue& record : data.bleeding) {
+    for (const DayValue& record : data.Bleeding()) {
         days[record.date].bleeding = record.value;
     }
-    for (const DayValue& record : data.temperature) {
+    for (const DayValue& record : data.Temperature()) {
         days[record.date].temperature = record.value;
     }
-    for (const DayValue& record : data.noteFlags) {
+    for (const DayValue& record : data.NoteFlags()) {
         days[record.date].noteFlags = record.value;
     }
-    for (auto& [date, text] : NoteTexts(data.notePages)) {
+    for (auto& [date, text] : NoteTexts(data.NotePages())) {
         days[date].note = text;
     }
     return days;
@@ -43,7 +43,7 @@ std::string TemperatureText(std::int32_t hundredths) {
     return hundredths < 0 ? "-" + digits : digits;
 }
 
-std::string WriteDiaryCsv(UserData& data) {
+std::string WriteDiaryCsv(const UserData& data) {
     std::string text = "date,bleeding,temperature_f,cramps,pms,note\r\n";
     for (const auto& [date, day] : CollectDays(data)) {
         text.append(IsoDate(date)).append(",");

@@ -6,15 +6,12 @@
 namespace lunara {
 namespace {
 
-constexpr unsigned FirstYear = 1601;
-constexpr unsigned LastYear = 2500;
-
 /// The value of a string of digits; 10000, past every limit here, when it holds anything else.
 unsigned NumberOf(std::string_view digits) {
     unsigned number = 0;
     for (const char digit : digits) {
         if (digit < '0' || digit > '9') {
-            return 10000;
+            return 0xFF;
         }
         number = number * 10 + static_cast<unsigned>(digit - '0');
     }
@@ -37,10 +34,8 @@ std::optional<DateKey> ParseIsoDate(std::string_view text) {
     const unsigned year = NumberOf(text.substr(0, 4));
     const unsigned month = NumberOf(text.substr(5, 2));
     const unsigned day = NumberOf(text.substr(8, 2));
-    if (year < FirstYear || year > LastYear || month < 1 || month > 12 || day < 1 || day > 31) {
-        return std::nullopt;
-    }
-    return MakeDateKey(year, month, day);
+    const DateKey key = MakeDateKey(year, month, day);
+    return IsRecordDate(key) ? std::optional(key) : std::nullopt;
 }
 
 }  // namespace lunara

@@ -6,7 +6,6 @@
 namespace lunara {
 namespace {
 
-constexpr std::int32_t SortedListStep = 10;
 constexpr std::int32_t ShrinkAtFree = 15;
 
 /// The sort key of a date. Keys compare as signed numbers, so a damaged key with the top bit set
@@ -108,7 +107,7 @@ void RecordArray<Record>::Adopt(Record* block, std::int32_t allocatedRecords) {
 // ---- DateSortedList ----
 
 template <typename Record>
-std::int32_t DateSortedList<Record>::Find(DateKey key) {
+std::int32_t DateSortedList<Record>::Find(DateKey key) const {
     if (unsorted) {
         Sort();
     }
@@ -184,7 +183,7 @@ int DateSortedList<Record>::RemoveAt(std::int32_t index) {
 }
 
 template <typename Record>
-void DateSortedList<Record>::Sort() {
+void DateSortedList<Record>::Sort() const {
     Record* records = array.Data();
     if (!tailAscends) {
         std::sort(records, records + count, IsEarlier<Record>);
@@ -241,6 +240,16 @@ void DateSortedList<Record>::EndFill(std::int32_t filled) {
     sortedCount = filled;
     tailAscends = true;
     unsorted = false;
+}
+
+template <typename Record>
+void DateSortedList<Record>::Swap(DateSortedList& other) {
+    array.Swap(other.array);
+    std::swap(count, other.count);
+    std::swap(capacity, other.capacity);
+    std::swap(unsorted, other.unsorted);
+    std::swap(sortedCount, other.sortedCount);
+    std::swap(tailAscends, other.tailAscends);
 }
 
 // ---- SteppedList ----
@@ -314,6 +323,13 @@ void SteppedList<Record>::Adopt(Record* block, std::int32_t newCount, std::int32
     array.Adopt(block, newCapacity);
     count = newCount;
     capacity = newCapacity;
+}
+
+template <typename Record>
+void SteppedList<Record>::Swap(SteppedList& other) {
+    array.Swap(other.array);
+    std::swap(count, other.count);
+    std::swap(capacity, other.capacity);
 }
 
 // ---- NotePageList ----

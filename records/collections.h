@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <type_traits>
+#include <utility>
 
 #include "records/dates.h"
 
@@ -18,13 +19,33 @@ namespace lunara {
 /// The temperature value, in hundredths of a degree Fahrenheit, that means "nothing recorded". It
 /// lies in the range of real temperatures, so a measured 97.50 cannot be recorded.
 inline constexpr std::int32_t NoTemperature = 9750;
+inline constexpr std::int32_t LowestTemperature = 9500;
+inline constexpr std::int32_t HighestTemperature = 10000;
 
-/// Bits of a note flags record: what the user ticked for the day.
+/// Bleeding: the none-value, and the heaviest of the levels 1..3 that the program records. A file
+/// may hold any other number.
+inline constexpr std::int32_t NoBleeding = 0;
+inline constexpr std::int32_t HeaviestBleeding = 3;
+
+/// Note flag bits, and the none-value.
+inline constexpr std::int32_t NoNoteFlags = 0;
 inline constexpr std::int32_t NoteFlagCramps = 1;
 inline constexpr std::int32_t NoteFlagPms = 2;
 
 /// UTF-16 units of note text in one page.
 inline constexpr std::int32_t NotePageUnits = 34;
+
+/// Longest note that the program takes, in UTF-16 units, and the buffer that holds it with its
+/// terminator. A file may hold a longer one.
+inline constexpr std::int32_t MaxNoteUnits = 127;
+inline constexpr std::int32_t NoteTextCapacity = MaxNoteUnits + 1;
+
+/// Days of a period that counts, both ends included.
+inline constexpr std::int32_t ShortestPeriod = 2;
+inline constexpr std::int32_t LongestPeriod = 7;
+
+/// Records by which the capacity of a sorted list grows and shrinks.
+inline constexpr std::int32_t SortedListStep = 10;
 
 /// One day and its value: 8 bytes, little-endian, the same in memory and in the data files.
 struct DayValue {
@@ -72,6 +93,11 @@ class RecordArray {
     Record* Data() { return records; }
     const Record* Data() const { return records; }
 
+    void Swap(RecordArray& other) {
+        std::swap(records, other.records);
+        std::swap(allocated, other.allocated);
+    }
+
     /// Makes room for `wanted` records (<= 0 frees the array), keeps the first `inUse` and zeroes
     /// the rest. Keeps a larger allocation unless `wanted` is below a quarter of it. Returns 0,
     /// with nothing changed, when memory is short; else 1.
@@ -103,7 +129,7 @@ class DateSortedList {
     virtual ~DateSortedList() = default;
 
     /// Index of the date's record in date order, or -1. Sorts the list first when needed.
-    std::int32_t Find(DateKey key);
+    std::int32_t Find(DateKey key) const;
 
     /// Replaces the record of the same date in place, or appends. Leaves `dirty` alone. Returns 0,
     /// with nothing changed, when memory for one more record is short; else 1.
@@ -128,7 +154,7 @@ class DateSortedList {
     int RemoveAt(std::int32_t index);
 
     /// Orders the records by date and clears the unsorted mark.
-    void Sort();
+    void Sort() const;
 
     /// Sets the capacity to exactly `n`. Returns 0, with everything kept, when n < count or memory
     /// is short.
@@ -150,6 +176,9 @@ class DateSortedList {
     /// keeps its allocation.
     void EndFill(std::int32_t filled);
 
+    /// Exchanges the records of the two lists; each keeps its `dirty` flag.
+    void Swap(DateSortedList& other);
+
     std::int32_t Count() const { return count; }
     std::int32_t Capacity() const { return capacity; }
     bool IsUnsorted() const { return unsorted; }
@@ -170,14 +199,14 @@ class DateSortedList {
     int SetAnywhere(const Record& record);
     std::int32_t FindUnsorted(DateKey key) const;
 
-    RecordArray<Record> array;
+    mutable RecordArray<Record> array;
     std::int32_t count = 0;
     std::int32_t capacity = 0;
-    bool unsorted = false;
+    mutable bool unsorted = false;
     // Invariant that spares `Set` a scan: records [0, sortedCount) ascend, and while `tailAscends`
     // records [sortedCount, count) ascend among themselves.
-    std::int32_t sortedCount = 0;
-    bool tailAscends = true;
+    mutable std::int32_t sortedCount = 0;
+    mutable bool tailAscends = true;
 };
 
 /// Plain records in order of entry, with a capacity that grows by a fixed step. Instantiated for
@@ -218,6 +247,9 @@ class SteppedList {
     /// Takes ownership of `block`, from malloc: `newCount` records, with room for `newCapacity`.
     /// Frees the old array and leaves `dirty` alone.
     void Adopt(Record* block, std::int32_t newCount, std::int32_t newCapacity);
+
+    /// Exchanges the records of two lists of the same growth step; each keeps its `dirty` flag.
+    void Swap(SteppedList& other);
 
     std::int32_t GrowthStep() const { return growthStep; }
     std::int32_t Count() const { return count; }

@@ -30,6 +30,20 @@ constexpr bool IsRealDay(DateKey key) {
                          static_cast<int>(key & 0xFF));
 }
 
+/// Years of the days that data files and texts may name, both ends included.
+inline constexpr unsigned FirstRecordYear = FirstCalendarYear;
+inline constexpr unsigned LastRecordYear = 2500;
+
+/// Whether a data file may hold the day: any day 1 to 31 of any month of those years. Ranges only:
+/// a 31 February is stored and read like any other day.
+constexpr bool IsRecordDate(DateKey key) {
+    const unsigned year = key >> 16;
+    const unsigned month = key >> 8 & 0xFF;
+    const unsigned day = key & 0xFF;
+    return day >= 1 && day <= 31 && month >= 1 && month <= 12 && year >= FirstRecordYear &&
+           year <= LastRecordYear;
+}
+
 /// Builds the key from year, month and day. Ignores all other fields and checks nothing.
 void ToDateKey(const SYSTEMTIME& date, DateKey& key);
 DateKey ToDateKey(const SYSTEMTIME& date);

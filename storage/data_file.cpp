@@ -20,12 +20,8 @@ constexpr std::size_t ReadBytes = std::size_t{128} * 1024;
 // Records are copied, enciphered and written in pieces of this size: the list itself stays plain.
 constexpr std::size_t ScratchBytes = std::size_t{32} * 1024;
 
-constexpr std::int32_t SortedListStep = 10;  // records by which a DayValueList's capacity grows
-
-constexpr unsigned FirstYear = 1601;
-constexpr unsigned LastYear = 2500;
 // Dates ascend and only their ranges are checked, so every month counts as one of 31 days.
-constexpr std::int64_t MostDayValues = std::int64_t{LastYear - FirstYear + 1} * 12 * 31;
+constexpr std::int64_t MostDayValues = std::int64_t{LastRecordYear - FirstRecordYear + 1} * 12 * 31;
 
 int Refuse(DWORD error) {
     ::SetLastError(error);
@@ -152,15 +148,6 @@ class RecordBlock {
     std::int32_t capacity = 0;
 };
 
-bool IsPossibleDate(DateKey key) {
-    const unsigned day = key & 0xFF;
-    const unsigned month = (key >> 8) & 0xFF;
-    const unsigned year = key >> 16;
-    // The ranges only: existing files may hold a 31 February.
-    return day >= 1 && day <= 31 && month >= 1 && month <= 12 && year >= FirstYear &&
-           year <= LastYear;
-}
-
 // The rules for each kind of record: the dates of day values ascend; pages keep the order of entry.
 
 constexpr std::int64_t MostRecords(const DayValue* /*kind*/) { return MostDayValues; }
@@ -172,10 +159,10 @@ constexpr std::int64_t MostRecords(const NotePage* /*kind*/) {
 
 bool MayFollow(const DayValue* previous, const DayValue& next) {
     const std::int32_t before = previous != nullptr ? static_cast<std::int32_t>(previous->date) : 0;
-    return IsPossibleDate(next.date) && static_cast<std::int32_t>(next.date) > before;
+    return IsRecordDate(next.date) && static_cast<std::int32_t>(next.date) > before;
 }
 bool MayFollow(const NotePage* /*previous*/, const NotePage& next) {
-    return IsPossibleDate(next.date);
+    return IsRecordDate(next.date);
 }
 
 std::int32_t CapacityStep(const DayValueList& /*list*/) { return SortedListStep; }

@@ -35,17 +35,18 @@ enum DataFileError : DWORD {
 [[nodiscard]] int LoadDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password);
 [[nodiscard]] int LoadNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
 
+/// Saves one list as the file at `path`, any path, when its `dirty` flag is set, and clears the
+/// flag. An empty list deletes the file, which never fails. 1 on success and when nothing had to be
+/// written. 0 when a step failed, with the flag and the old file as they were and the system's
+/// error in the last error. The program itself does not call these: it saves a diary's files
+/// together (`DataFileSet`).
+[[nodiscard]] int SaveDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password);
+[[nodiscard]] int SaveNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
+
 /// Creates `file`, writes header and records, flushes and closes it. The list stays plain; day
 /// values are sorted first. The caller puts the file in place and then clears `dirty`. 1, or 0 when
 /// a step failed, with the system's error in the last error.
 [[nodiscard]] int WriteDayValues(DayValueList& list, ReplacementFile& file, const WCHAR* password);
 [[nodiscard]] int WriteNotePages(NotePageList& list, ReplacementFile& file, const WCHAR* password);
-
-/// Saves one list as the file at `path`, any path, when its `dirty` flag is set, and clears the
-/// flag. An empty list deletes the file, which never fails. 1 on success and when nothing had to be
-/// written. 0 when a step failed, with the flag and the old file as they were and the system's
-/// error in the last error.
-[[nodiscard]] int SaveDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password);
-[[nodiscard]] int SaveNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
 
 }  // namespace lunara

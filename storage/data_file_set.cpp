@@ -154,13 +154,13 @@ int MendDataFiles(const WCHAR* folder) {
 DataFileSet::Change* DataFileSet::Add(DataFile which) {
     WideString path;
     if (!DataFilePath(folder.c_str(), which, path)) {
-        failedPath = path;
+        lastFailure = {which, path};
         ::SetLastError(ERROR_FILENAME_EXCED_RANGE);
         return nullptr;
     }
-    failedPath = path;  // the failed file if the caller's writing fails
+    lastFailure = {which, path};  // of the caller's writing, should that fail
     ++count;
-    return &changes[static_cast<std::size_t>(which)].emplace(std::move(path));
+    return &changes[static_cast<std::size_t>(which)].emplace(which, std::move(path));
 }
 
 ReplacementFile* DataFileSet::Replace(DataFile which) {
@@ -173,7 +173,7 @@ int DataFileSet::Delete(DataFile which) { return Add(which) != nullptr ? 1 : 0; 
 int DataFileSet::ForEach(Step step) {
     for (std::optional<Change>& change : changes) {
         if (change && step(*change) == 0) {
-            failedPath = change->path;
+            lastFailure = {change->which, change->path};
             return 0;
         }
     }
@@ -196,7 +196,7 @@ int DataFileSet::WriteRecord(ReplacementFile& record) {
         record.FlushAndClose() != 0) {
         return 1;
     }
-    failedPath = folder + WideString(RecordName);
+    lastFailure = {std::nullopt, folder + WideString(RecordName)};
     return 0;
 }
 
@@ -215,7 +215,7 @@ int DataFileSet::PutInPlace() {
         return 0;
     }
     if (record.PutInPlace() == 0) {
-        failedPath = folder + WideString(RecordName);
+        lastFailure = {std::nullopt, folder + WideString(RecordName)};
         MendAfterFailure();
         return 0;
     }

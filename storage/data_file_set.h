@@ -20,6 +20,10 @@ namespace lunara {
 enum class DataFile : std::size_t { Temperature, Bleeding, NoteFlags, NotePages };
 inline constexpr std::size_t DataFileCount = 4;
 
+/// All of them, in the order in which they are loaded and saved.
+inline constexpr DataFile DataFiles[DataFileCount] = {DataFile::Temperature, DataFile::Bleeding,
+                                                      DataFile::NoteFlags, DataFile::NotePages};
+
 /// File names in the order of `DataFile`.
 inline constexpr const WCHAR* DataFileNames[DataFileCount] = {
     TEXT("Temperature.dat"),
@@ -43,9 +47,17 @@ constexpr const WCHAR* DataFileName(DataFile which) {
 /// must then neither load nor save, and the next call tries again. Idempotent.
 [[nodiscard]] int MendDataFiles(const WCHAR* folder);
 
+/// Where a save failed.
+struct SaveFailure {
+    /// The data file; none when it was the folder itself, or the record of a save in it.
+    std::optional<DataFile> file;
+    /// The full path of what could not be written or deleted.
+    WideString path;
+};
+
 /// One save: name each file that changes with `Replace` or `Delete`, at most once, then call
-/// `PutInPlace`. A null or 0 means failure, with the system's error in the last error and the file
-/// in `FailedPath`.
+/// `PutInPlace`. A null or 0 means failure, with the system's error in the last error and the place
+/// in `LastFailure`.
 class DataFileSet {
   public:
     /// The folder must exist and have been mended, and its path must not end in a separator.
@@ -60,13 +72,15 @@ class DataFileSet {
     /// single file never fails: an empty collection has nothing to lose.
     [[nodiscard]] int PutInPlace();
 
-    /// The file, or save record, of the last failure.
-    const WideString& FailedPath() const { return failedPath; }
+    /// Where the last failure was.
+    const SaveFailure& LastFailure() const { return lastFailure; }
 
   private:
     struct Change {
-        explicit Change(WideString changedPath) : path(std::move(changedPath)) {}
+        Change(DataFile changedFile, WideString changedPath)
+            : which(changedFile), path(std::move(changedPath)) {}
 
+        DataFile which;
         WideString path;
         std::optional<ReplacementFile> file;  // empty: `path` is to be deleted
         bool hadOriginal = false;             // `path` existed before the save
@@ -92,7 +106,7 @@ class DataFileSet {
     WideString folder;
     std::array<std::optional<Change>, DataFileCount> changes;
     std::size_t count = 0;
-    WideString failedPath;
+    SaveFailure lastFailure;
 };
 
 }  // namespace lunara

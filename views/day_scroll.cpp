@@ -30,7 +30,7 @@ bool DayScroll::MoveTo(const SYSTEMTIME& date) {
     return true;
 }
 
-void DayScroll::Reset(UserData& data) {
+void DayScroll::Reset(const UserData& data) {
     // The bar's position stands for the first day shown, so the range is computed for a view that
     // starts today.
     Begin(LocalNow());

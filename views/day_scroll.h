@@ -28,7 +28,7 @@ class DayScroll {
     /// all zero (what AddDays gives for a day outside the calendar).
     bool MoveTo(const SYSTEMTIME& date);
     /// Scrolls to today and sets the bar's range: from the first recorded day to a year ahead.
-    void Reset(UserData& data);
+    void Reset(const UserData& data);
     /// The first day that a scroll request (an SB_ code) asks for; all zero outside the calendar.
     SYSTEMTIME AskedStart(int request) const;
 

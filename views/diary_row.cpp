@@ -53,14 +53,14 @@ COLORREF NoteColor(std::int32_t flags) {
 }
 
 /// The overlay of a bleeding or period cell: predicted, discarded, or none.
-DiaryPicture DateMark(UserData& data, const SYSTEMTIME& day, const SYSTEMTIME& today) {
+DiaryPicture DateMark(const UserData& data, const SYSTEMTIME& day, const SYSTEMTIME& today) {
     DiaryPicture mark = NoPicture;
     // Not IsSameDay: it compares the day of week as well, and the two dates come from different
     // sources.
     const bool isFuture = IsDateAfter(day, today) != 0;
     const bool isPast = IsDateBefore(day, today) != 0;
     const bool isToday = !isFuture && !isPast;
-    if (isFuture || (isToday && !data.predictor.todayIsBleeding)) {
+    if (isFuture || (isToday && !data.Prediction().todayIsBleeding)) {
         mark = PictureForecast;
     }
     if (isPast && IsBleedingDayCounted(data, day) == 0) {
@@ -71,7 +71,7 @@ DiaryPicture DateMark(UserData& data, const SYSTEMTIME& day, const SYSTEMTIME& t
 
 /// The overlay of an ovulation or pregnancy cell: predicted for every day of the open cycle after
 /// its first, none before.
-DiaryPicture OpenCycleMark(UserData& data, const SYSTEMTIME& day) {
+DiaryPicture OpenCycleMark(const UserData& data, const SYSTEMTIME& day) {
     return IsDateAfter(day, data.LastValidPeriodStart()) != 0 ? PictureForecast : NoPicture;
 }
 
@@ -109,7 +109,7 @@ std::uint32_t DiaryStatusMask(std::uint32_t showFlags) {
     return mask;
 }
 
-DiaryCell FillDiaryCell(UserData& data, DiaryShowFlag item, const SYSTEMTIME& day,
+DiaryCell FillDiaryCell(const UserData& data, DiaryShowFlag item, const SYSTEMTIME& day,
                         const SYSTEMTIME& today) {
     DiaryCell cell{White, NoPicture, NoPicture};
     switch (item) {
@@ -149,7 +149,7 @@ DiaryCell FillDiaryCell(UserData& data, DiaryShowFlag item, const SYSTEMTIME& da
     return cell;
 }
 
-DiaryRow FillDiaryRow(UserData& data, std::uint32_t showFlags, const SYSTEMTIME& day,
+DiaryRow FillDiaryRow(const UserData& data, std::uint32_t showFlags, const SYSTEMTIME& day,
                       const SYSTEMTIME& today) {
     DiaryRow row{};
     const int count = CountDiaryItems(showFlags);

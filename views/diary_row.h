@@ -67,11 +67,10 @@ std::uint32_t DiaryStatusMask(std::uint32_t showFlags);
 
 /// The cell of one item for `day`. Past and future, which the marks tell apart, are relative to
 /// `today`.
-DiaryCell FillDiaryCell(UserData& data, DiaryShowFlag item, const SYSTEMTIME& day,
+DiaryCell FillDiaryCell(const UserData& data, DiaryShowFlag item, const SYSTEMTIME& day,
                         const SYSTEMTIME& today);
 
-/// The cells of all items shown, and the text, for `day`.
-DiaryRow FillDiaryRow(UserData& data, std::uint32_t showFlags, const SYSTEMTIME& day,
+DiaryRow FillDiaryRow(const UserData& data, std::uint32_t showFlags, const SYSTEMTIME& day,
                       const SYSTEMTIME& today);
 
 }  // namespace lunara

@@ -9,7 +9,6 @@
 namespace lunara {
 namespace {
 
-constexpr std::int32_t HighestLevel = 3;
 constexpr std::int32_t HundredthsPerTenth = 10;
 
 constexpr std::array<ChartScale, 4> TemperatureScales = {{
@@ -23,19 +22,20 @@ constexpr std::array<ChartScale, 1> BleedingScales = {{{4, 1, 0, 1, 0}}};
 }  // namespace
 
 const WCHAR* BleedingWord(std::int32_t level) {
-    static constexpr std::array<const WCHAR*, HighestLevel + 1> Words = {
+    static constexpr std::array<const WCHAR*, HeaviestBleeding + 1> Words = {
         TEXT("None"), TEXT("Slight"), TEXT("Norm"), TEXT("Heavy")};
-    return level >= 0 && level <= HighestLevel ? Words[static_cast<std::size_t>(level)] : nullptr;
+    return level >= 0 && level <= HeaviestBleeding ? Words[static_cast<std::size_t>(level)]
+                                                   : nullptr;
 }
 
-std::int32_t GraphSeries::DayValue(UserData& data, const SYSTEMTIME* date) const {
+std::int32_t GraphSeries::DayValue(const UserData& data, const SYSTEMTIME* date) const {
     return IsBleeding() ? data.GetBleeding(date)
                         : ShownTemperature(data.GetTemperature(date), measure);
 }
 
 ValueRange GraphSeries::AxisRange() const {
     if (IsBleeding()) {
-        return {0, HighestLevel};
+        return {0, HeaviestBleeding};
     }
     return measure == MeasureCelsius ? ValueRange{3600, 3700} : ValueRange{9700, 9800};
 }
@@ -49,7 +49,7 @@ std::span<const ChartScale> GraphSeries::Scales() const {
 
 ValueRange GraphSeries::EntryRange() const {
     if (IsBleeding()) {
-        return {0, HighestLevel};
+        return {0, HeaviestBleeding};
     }
     const TemperatureLimits limits = EntryLimits(measure);
     return {limits.minimum, limits.maximum};
@@ -85,7 +85,7 @@ void GraphSeries::FormatEntry(std::int32_t value, WCHAR* text, std::size_t size)
     }
 }
 
-std::unique_ptr<ChartPoint[]> GraphSeries::MakePoints(UserData& data, const SYSTEMTIME& start,
+std::unique_ptr<ChartPoint[]> GraphSeries::MakePoints(const UserData& data, const SYSTEMTIME& start,
                                                       std::int32_t columns, LONG margin,
                                                       LONG dayWidth) const {
     const std::int32_t count = columns + 2;

@@ -40,7 +40,7 @@ class GraphSeries {
 
     /// The value of `date`; null means the current day. Negative for a day after today. A day
     /// without a temperature has `NoTemperature` (97.5 °F), converted to the series' unit.
-    std::int32_t DayValue(UserData& data, const SYSTEMTIME* date = nullptr) const;
+    std::int32_t DayValue(const UserData& data, const SYSTEMTIME* date = nullptr) const;
 
     /// The range that the chart's axis covers at least.
     ValueRange AxisRange() const;
@@ -65,7 +65,7 @@ class GraphSeries {
     /// The points of the days from `start` - 1 to `start` + `columns`: `columns` + 2 of them
     /// (columns >= 0), in date order, `dayWidth` px apart. The point of `start` is in the middle of
     /// the first column to the right of `margin`.
-    std::unique_ptr<ChartPoint[]> MakePoints(UserData& data, const SYSTEMTIME& start,
+    std::unique_ptr<ChartPoint[]> MakePoints(const UserData& data, const SYSTEMTIME& start,
                                              std::int32_t columns, LONG margin,
                                              LONG dayWidth) const;
 

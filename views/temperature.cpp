@@ -4,12 +4,10 @@
 #include <cstdio>
 
 #include "platform/text.h"
+#include "records/collections.h"
 
 namespace lunara {
 namespace {
-
-constexpr std::int32_t LowestFahrenheit = 9500;
-constexpr std::int32_t HighestFahrenheit = 10000;
 
 std::int32_t RoundHalfAway(double value) {
     return static_cast<std::int32_t>(value >= 0.0 ? value + 0.5 : value - 0.5);
@@ -36,9 +34,9 @@ std::int32_t ShownTemperature(std::int32_t fahrenheit, TemperatureMeasure measur
 
 TemperatureLimits EntryLimits(TemperatureMeasure measure) {
     if (measure == MeasureCelsius) {
-        return {FtoC(LowestFahrenheit), FtoC(HighestFahrenheit)};
+        return {FtoC(LowestTemperature), FtoC(HighestTemperature)};
     }
-    return {LowestFahrenheit, HighestFahrenheit};
+    return {LowestTemperature, HighestTemperature};
 }
 
 void FormatTemperature(std::int32_t value, WCHAR* text, std::size_t size) {

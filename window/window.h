@@ -35,6 +35,16 @@ struct CurrentMessage {
 };
 const CurrentMessage& GetCurrentMessage();
 
+class Window;
+
+/// The one top-level window object of the program, which dialogs without a parent get as owner;
+/// null before it is set and after it is gone.
+void SetMainWindow(Window* window);
+/// The counterpart of `SetMainWindow`; the program itself asks for the handle only.
+Window* GetMainWindow();
+/// Its handle; null when there is none.
+HWND MainWindowHandle();
+
 /// The window procedure of the framework's class and of every window that `Window::Subclass` took.
 LRESULT CALLBACK FrameworkWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 

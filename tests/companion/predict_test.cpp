@@ -142,10 +142,10 @@ TEST_F(Predict, NumbersReadBackAsTheVeryFloats) {
     ReleaseClock();
 
     const std::pair<const char*, const DayValueList*> lists[] = {
-        {"bleedingLevel", &data.predictor.bleedingLevels},
-        {"periodProbability", &data.predictor.periodProbabilities},
-        {"ovulationProbability", &data.predictor.ovulationProbabilities},
-        {"pregnancyWeight", &data.predictor.pregnancyProbabilities},
+        {"bleedingLevel", &data.Prediction().bleedingLevels},
+        {"periodProbability", &data.Prediction().periodProbabilities},
+        {"ovulationProbability", &data.Prediction().ovulationProbabilities},
+        {"pregnancyWeight", &data.Prediction().pregnancyProbabilities},
     };
     std::set<std::string> dates;
     for (const auto& [key, list] : lists) {

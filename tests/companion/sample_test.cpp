@@ -34,12 +34,12 @@ TEST_F(Sample, EndsTodayAndBeginsTwoYearsBefore) {
     ASSERT_EQ(RunCli({"sample", Diary(), "--today", TodayText}).code, ExitDone);
     UserData data;
     ASSERT_EQ(data.LoadFolder(FromUtf8(Diary())->c_str(), TEXT("")), 1);
-    EXPECT_EQ(data.bleeding.At(0).date, MakeDateKey(2004, 11, 28));
-    for (const DayValueList* list : {&data.bleeding, &data.temperature, &data.noteFlags}) {
+    EXPECT_EQ(data.Bleeding().At(0).date, MakeDateKey(2004, 11, 28));
+    for (const DayValueList* list : {&data.Bleeding(), &data.Temperature(), &data.NoteFlags()}) {
         EXPECT_LE(list->At(list->Count() - 1).date, Today);
     }
-    EXPECT_EQ(data.temperature.At(data.temperature.Count() - 1).date, Today);
-    for (const NotePage& page : data.notePages) {
+    EXPECT_EQ(data.Temperature().At(data.Temperature().Count() - 1).date, Today);
+    for (const NotePage& page : data.NotePages()) {
         EXPECT_LE(page.date, Today);
     }
 }
@@ -49,24 +49,24 @@ TEST_F(Sample, RecordsAreOnesThatThePersonCouldHaveEntered) {
     FromDateKey(Today, today);
     UserData data;
     ASSERT_EQ(FillSampleDiary(data, today), 1);
-    EXPECT_GT(data.temperature.Count(), 600);
-    EXPECT_LT(data.temperature.Count(), 710);
-    for (const DayValue& record : data.temperature) {
+    EXPECT_GT(data.Temperature().Count(), 600);
+    EXPECT_LT(data.Temperature().Count(), 710);
+    for (const DayValue& record : data.Temperature()) {
         EXPECT_GE(record.value, 9500);
         EXPECT_LE(record.value, 10000);
         EXPECT_EQ(record.value % 10, 0);
         EXPECT_NE(record.value, NoTemperature);
     }
-    for (const DayValue& record : data.bleeding) {
+    for (const DayValue& record : data.Bleeding()) {
         EXPECT_GE(record.value, 1);
         EXPECT_LE(record.value, 3);
     }
-    EXPECT_GT(data.noteFlags.Count(), 20);
-    for (const DayValue& record : data.noteFlags) {
+    EXPECT_GT(data.NoteFlags().Count(), 20);
+    for (const DayValue& record : data.NoteFlags()) {
         EXPECT_GE(record.value, 1);
         EXPECT_LE(record.value, 3);
     }
-    EXPECT_GT(data.notePages.Count(), 20);
+    EXPECT_GT(data.NotePages().Count(), 20);
 }
 
 TEST_F(Sample, TemperaturesRiseAfterOvulation) {
@@ -75,10 +75,10 @@ TEST_F(Sample, TemperaturesRiseAfterOvulation) {
     UserData data;
     ASSERT_EQ(FillSampleDiary(data, today), 1);
     // The first cycle: 29 days, ovulation on its 17th.
-    const std::int32_t start = DayNumber(data.bleeding.At(0).date);
+    const std::int32_t start = DayNumber(data.Bleeding().At(0).date);
     std::int32_t sums[2] = {};
     std::int32_t counts[2] = {};
-    for (const DayValue& record : data.temperature) {
+    for (const DayValue& record : data.Temperature()) {
         const std::int32_t day = DayNumber(record.date) - start + 1;
         if (day < 17 || (day > 18 && day < 29)) {
             sums[day > 17 ? 1 : 0] += record.value;

@@ -6,6 +6,7 @@
 
 #include "exchange/diary_csv.h"
 #include "exchange/import_changes.h"
+#include "tests/user_data_access.h"
 
 namespace {
 
@@ -47,11 +48,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     Import(copy, exported);
     Require(lunara::WriteDiaryCsv(copy) == exported);
 
-    // Importing what the diary already holds changes nothing.
-    data.bleeding.dirty = data.temperature.dirty = data.noteFlags.dirty = false;
-    data.notePages.dirty = false;
+    // Once more changes nothing.
+    lunara::test::ClearDirty(data);
     Import(data, exported);
-    Require(!data.bleeding.dirty && !data.temperature.dirty && !data.noteFlags.dirty &&
-            !data.notePages.dirty);
+    Require(!data.IsDirty());
     return 0;
 }

@@ -6,11 +6,11 @@
 namespace lunara {
 namespace {
 
-std::string Verdict(const DiaryFile& file, const UserData& data, const WideString& folder) {
-    if (!FileExists(PathInFolder(folder, file.name))) {
+std::string Verdict(DataFile file, const UserData& data, const WideString& folder) {
+    if (!FileExists(PathInFolder(folder, file))) {
         return "no file, nothing recorded";
     }
-    const std::int32_t count = file.count(data);
+    const std::int32_t count = data.Count(file);
     return "good, " + std::to_string(count) + (count == 1 ? " record" : " records");
 }
 
@@ -24,13 +24,14 @@ int RunCheck(const Options& options, const WideString& password, const Streams& 
         return Report(*failure, streams);
     }
     UserData data;
-    for (const DiaryFile& file : DiaryFiles()) {
+    for (const DataFile file : DataFiles) {
         const std::optional<Failure> failure = LoadDiaryFile(file, data, options.folder, password);
         if (failure) {
             streams.out.flush();
             return Report(*failure, streams);
         }
-        streams.out << ToUtf8(file.name) << ": " << Verdict(file, data, options.folder) << '\n';
+        streams.out << ToUtf8(DataFileName(file)) << ": " << Verdict(file, data, options.folder)
+                    << '\n';
     }
     return ExitDone;
 }

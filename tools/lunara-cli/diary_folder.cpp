@@ -4,36 +4,9 @@
 
 #include "platform/arguments.h"
 #include "storage/data_file.h"
-#include "storage/data_file_set.h"
 
 namespace lunara {
 namespace {
-
-template <auto List>
-constexpr DiaryFile DayValueFile(DataFile file) {
-    return {
-        DataFileName(file),
-        [](UserData& data, const WCHAR* path, const WCHAR* password) {
-            return LoadDayValues(data.*List, path, password);
-        },
-        [](const UserData& data) { return (data.*List).Count(); },
-        [](const UserData& data) { return (data.*List).dirty; },
-    };
-}
-
-constexpr DiaryFile Files[] = {
-    DayValueFile<&UserData::temperature>(DataFile::Temperature),
-    DayValueFile<&UserData::bleeding>(DataFile::Bleeding),
-    DayValueFile<&UserData::noteFlags>(DataFile::NoteFlags),
-    {
-        DataFileName(DataFile::NotePages),
-        [](UserData& data, const WCHAR* path, const WCHAR* password) {
-            return LoadNotePages(data.notePages, path, password);
-        },
-        [](const UserData& data) { return data.notePages.Count(); },
-        [](const UserData& data) { return data.notePages.dirty; },
-    },
-};
 
 bool IsSeparator(WCHAR unit) { return unit == '/' || unit == '\\'; }
 
@@ -46,14 +19,12 @@ std::optional<Failure> CheckLength(const WideString& path) {
 
 }  // namespace
 
-std::span<const DiaryFile> DiaryFiles() { return Files; }
-
-WideString PathInFolder(const WideString& folder, const WCHAR* name) {
+WideString PathInFolder(const WideString& folder, DataFile file) {
     WideString path = folder;
     if (path.empty() || !IsSeparator(path.back())) {
         path.push_back(static_cast<WCHAR>(PathSeparator));
     }
-    return path.append(name);
+    return path.append(DataFileName(file));
 }
 
 std::optional<Failure> CheckFolder(const WideString& folder) {
@@ -73,16 +44,16 @@ bool FileExists(const WideString& path) {
     return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-std::optional<Failure> LoadDiaryFile(const DiaryFile& file, UserData& data,
-                                     const WideString& folder, const WideString& password) {
-    const WideString path = PathInFolder(folder, file.name);
+std::optional<Failure> LoadDiaryFile(DataFile file, UserData& data, const WideString& folder,
+                                     const WideString& password) {
+    const WideString path = PathInFolder(folder, file);
     if (std::optional<Failure> failure = CheckLength(path)) {
         return failure;
     }
     // Loading a file that ends inside its header fails without setting the last error. Clearing it
     // first keeps the error of an earlier call from being reported for this file.
     ::SetLastError(ERROR_SUCCESS);
-    if (file.load(data, path.c_str(), password.c_str()) != 0) {
+    if (data.LoadFile(file, path.c_str(), password.c_str()) != 0) {
         return std::nullopt;
     }
     const DWORD error = ::GetLastError();
@@ -102,7 +73,7 @@ std::optional<Failure> LoadDiary(UserData& data, const WideString& folder,
     if (std::optional<Failure> failure = MendDiary(folder)) {
         return failure;
     }
-    for (const DiaryFile& file : DiaryFiles()) {
+    for (const DataFile file : DataFiles) {
         if (std::optional<Failure> failure = LoadDiaryFile(file, data, folder, password)) {
             return failure;
         }
@@ -112,8 +83,8 @@ std::optional<Failure> LoadDiary(UserData& data, const WideString& folder,
 
 std::optional<Failure> SaveDiary(UserData& data, const WideString& folder,
                                  const WideString& password) {
-    for (const DiaryFile& file : DiaryFiles()) {  // checked before the folder is created
-        if (std::optional<Failure> failure = CheckLength(PathInFolder(folder, file.name))) {
+    for (const DataFile file : DataFiles) {  // before the folder is made
+        if (std::optional<Failure> failure = CheckLength(PathInFolder(folder, file))) {
             return failure;
         }
     }
@@ -122,19 +93,17 @@ std::optional<Failure> SaveDiary(UserData& data, const WideString& folder,
     const bool isRoot = folder.size() == 1 && IsSeparator(folder.front());
     const WideString target = isRoot ? folder + TEXT(".") : folder;
     std::vector<WideString> deleted;
-    for (const DiaryFile& file : DiaryFiles()) {
-        if (file.isDirty(data) && file.count(data) == 0) {
-            deleted.push_back(PathInFolder(folder, file.name));
+    for (const DataFile file : DataFiles) {
+        if (data.IsDirty(file) && data.Count(file) == 0) {
+            deleted.push_back(PathInFolder(folder, file));
         }
     }
     if (data.SaveFolder(target.c_str(), password.c_str()) == 0) {
         const DWORD error = ::GetLastError();
-        for (const DiaryFile& file : DiaryFiles()) {
-            if (data.FailedPath().ends_with(WideString(TEXT("\\")).append(file.name))) {
-                const bool isDeleted = file.count(data) == 0;
-                return Failure{PathInFolder(folder, file.name),
-                               isDeleted ? "it could not be deleted" : ReasonText(error)};
-            }
+        if (const std::optional<DataFile> file = data.LastFailure().file) {
+            const bool isDeleted = data.Count(*file) == 0;
+            return Failure{PathInFolder(folder, *file),
+                           isDeleted ? "it could not be deleted" : ReasonText(error)};
         }
         return Failure{folder, ReasonText(error)};
     }

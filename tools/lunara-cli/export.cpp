@@ -25,10 +25,11 @@ std::string ComparableName(const std::filesystem::path& name) {
 /// file that a save puts beside it.
 bool IsDiaryName(const std::filesystem::path& name) {
     const std::string wanted = ComparableName(name);
-    for (const DiaryFile& file : DiaryFiles()) {
+    for (const DataFile file : DataFiles) {
         for (const char* extension : {".dat", ".new", ".old"}) {
             if (wanted ==
-                ComparableName(std::filesystem::path(file.name).replace_extension(extension))) {
+                ComparableName(
+                    std::filesystem::path(DataFileName(file)).replace_extension(extension))) {
                 return true;
             }
         }
@@ -42,8 +43,8 @@ bool IsDiaryFile(const WideString& path, const WideString& folder) {
     const std::filesystem::path target = TargetOf(path);
     const std::filesystem::path diary = TargetOf(folder);
     std::error_code error;
-    for (const DiaryFile& file : DiaryFiles()) {
-        if (std::filesystem::equivalent(target, diary / file.name, error)) {
+    for (const DataFile file : DataFiles) {
+        if (std::filesystem::equivalent(target, diary / DataFileName(file), error)) {
             return true;
         }
     }

@@ -32,7 +32,7 @@ void CollectWeights(const DayValueList& list, std::optional<float> DayReport::*w
     }
 }
 
-std::string StatusText(UserData& data, DateKey key) {
+std::string StatusText(const UserData& data, DateKey key) {
     SYSTEMTIME date{};
     FromDateKey(key, date);
     WCHAR text[StatusCapacity] = {};
@@ -40,8 +40,8 @@ std::string StatusText(UserData& data, DateKey key) {
     return ToUtf8(text);
 }
 
-std::vector<DayReport> CollectDays(UserData& data) {
-    const CyclePredictor& state = data.predictor;
+std::vector<DayReport> CollectDays(const UserData& data) {
+    const CyclePredictor& state = data.Prediction();
     DaysByDate days;
     CollectWeights(state.bleedingLevels, &DayReport::bleedingLevel, days);
     CollectWeights(state.periodProbabilities, &DayReport::periodProbability, days);
@@ -70,12 +70,12 @@ PredictionReport MakePredictionReport(UserData& data) {
     PredictionReport report;
     report.today = ToDateKey(LocalNow());
     WarningCollector collector;
-    WarningSink* const before = data.predictor.warningSink;
-    data.predictor.warningSink = &collector;
+    WarningSink* const before = data.Prediction().warningSink;
+    data.SetWarningSink(&collector);
     UpdatePrediction(data, 1);
-    data.predictor.warningSink = before;
+    data.SetWarningSink(before);
 
-    const CyclePredictor& state = data.predictor;
+    const CyclePredictor& state = data.Prediction();
     report.warning = collector.warning;
     const DateKey lastStart = ToDateKey(state.lastValidPeriodStart);
     if (lastStart != 0) {

@@ -9,8 +9,8 @@ int RunSample(const Options& options, const WideString& password, const Streams&
     if (const std::optional<Failure> failure = MendDiary(options.folder)) {
         return Report(*failure, streams);
     }
-    for (const DiaryFile& file : DiaryFiles()) {
-        const WideString path = PathInFolder(options.folder, file.name);
+    for (const DataFile file : DataFiles) {
+        const WideString path = PathInFolder(options.folder, file);
         if (FileExists(path)) {
             return Report({path, "there is a diary already, which the sample would replace"},
                           streams);

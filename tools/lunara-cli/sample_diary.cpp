@@ -3,6 +3,7 @@
 #include <iterator>
 #include <string_view>
 
+#include "diary/diary_edit.h"
 #include "platform/text.h"
 
 namespace lunara {
@@ -121,26 +122,18 @@ std::int32_t MarksOn(std::int32_t cycle, std::int32_t day) {
     return marks;
 }
 
-int FillDay(UserData& data, DateKey key, std::int32_t cycle, std::int32_t day) {
+void FillDay(DiaryEdit& edit, DateKey key, std::int32_t cycle, std::int32_t day) {
     const std::string_view levels = Cycles[cycle].levels;
-    int stored = 1;
     if (day <= static_cast<std::int32_t>(levels.size())) {
-        stored &= data.bleeding.Set(key, levels[static_cast<std::size_t>(day - 1)] - '0');
+        edit.SetBleeding(key, levels[static_cast<std::size_t>(day - 1)] - '0');
     }
-    if (const std::int32_t value = TemperatureOn(cycle, day); value != NoTemperature) {
-        stored &= data.temperature.Set(key, value);
-    }
-    if (const std::int32_t marks = MarksOn(cycle, day); marks != 0) {
-        stored &= data.noteFlags.Set(key, marks);
-    }
+    edit.SetTemperature(key, TemperatureOn(cycle, day));
+    edit.SetNoteFlags(key, MarksOn(cycle, day));
     for (const SampleNote& note : Notes) {
         if (note.cycle == cycle && note.day == day) {
-            const WideView text = note.text;
-            stored &=
-                data.notePages.AppendText(key, note.text, static_cast<std::int32_t>(text.size()));
+            edit.SetNoteText(key, note.text);
         }
     }
-    return stored;
 }
 
 }  // namespace
@@ -154,18 +147,16 @@ int FillSampleDiary(UserData& data, const SYSTEMTIME& today) {
     if (AddDays(today, -daysBack, date) == 0) {
         return 0;
     }
+    DiaryEdit edit(data);
+    edit.DeleteAll();
     for (std::int32_t cycle = 0; cycle <= OpenCycle; ++cycle) {
         const std::int32_t days = cycle == OpenCycle ? TodaysCycleDay : Cycles[cycle].length;
         for (std::int32_t day = 1; day <= days; ++day) {
-            if (FillDay(data, ToDateKey(date), cycle, day) == 0) {
-                return 0;
-            }
+            FillDay(edit, ToDateKey(date), cycle, day);
             AddDays(date, 1, date);
         }
     }
-    data.MarkAllDirty();
-    data.predictor.predictionUpToDate = false;
-    return 1;
+    return edit.Store() ? 1 : 0;
 }
 
 }  // namespace lunara

@@ -10,6 +10,7 @@
 
 #include "tests/core/cycle/diary_support.h"
 #include "tests/core/cycle/reference_prediction.h"
+#include "tests/user_data_access.h"
 
 namespace lunara::test {
 namespace {
@@ -17,11 +18,11 @@ namespace {
 // ---- Comparing ----
 
 std::vector<DayValue> RecordsOf(Diary& diary) {
-    diary.data.bleeding.Sort();
-    return {diary.data.bleeding.begin(), diary.data.bleeding.end()};
+    diary.data.Bleeding().Sort();
+    return {diary.data.Bleeding().begin(), diary.data.Bleeding().end()};
 }
 
-void ExpectSameWeights(const char* label, DayValueList& list,
+void ExpectSameWeights(const char* label, const DayValueList& list,
                        const std::map<DateKey, float>& expected) {
     SCOPED_TRACE(label);
     list.Sort();
@@ -34,7 +35,7 @@ void ExpectSameWeights(const char* label, DayValueList& list,
     }
 }
 
-void ExpectSameFlags(CyclePredictor& state, const ReferencePrediction& expected) {
+void ExpectSameFlags(const CyclePredictor& state, const ReferencePrediction& expected) {
     state.dayFlags.Sort();
     ASSERT_EQ(static_cast<std::size_t>(state.dayFlags.Count()), expected.dayFlags.size());
     auto next = expected.dayFlags.begin();
@@ -48,7 +49,7 @@ void ExpectSameFlags(CyclePredictor& state, const ReferencePrediction& expected)
               expected.dayFlagArgs);
 }
 
-void ExpectSameCycles(CyclePredictor& state, const ReferencePrediction& expected) {
+void ExpectSameCycles(const CyclePredictor& state, const ReferencePrediction& expected) {
     ASSERT_EQ(ToDateKey(state.lastValidPeriodStart), ToDateKey(expected.lastValidPeriodStart));
     ASSERT_EQ(state.todayIsBleeding, expected.todayIsBleeding);
     ASSERT_EQ(state.discardedPeriods, expected.discardedPeriods);
@@ -72,7 +73,7 @@ void ExpectSameCycles(CyclePredictor& state, const ReferencePrediction& expected
 void ExpectAgreement(Diary& diary, const SYSTEMTIME& today) {
     const std::string warning = diary.Predict(today);
     const ReferencePrediction expected = PredictPlainly(RecordsOf(diary), today);
-    CyclePredictor& state = diary.data.predictor;
+    const CyclePredictor& state = diary.data.Prediction();
     ASSERT_EQ(warning, expected.warning);
     ASSERT_NO_FATAL_FAILURE(ExpectSameCycles(state, expected));
     ASSERT_NO_FATAL_FAILURE(
@@ -105,8 +106,8 @@ class Digest {
     }
 
     void Add(Diary& diary, const std::string& warning) {
-        CyclePredictor& state = diary.data.predictor;
-        for (DayValueList* list :
+        const CyclePredictor& state = diary.data.Prediction();
+        for (const DayValueList* list :
              {&state.bleedingLevels, &state.periodProbabilities, &state.ovulationProbabilities,
               &state.pregnancyProbabilities, &state.discardedDays}) {
             list->Sort();
@@ -270,8 +271,8 @@ TEST(AgreementTest, DatesThatDoNotExist) {
             // Months 0 and 13 and days 0 and 29 to 33 come often.
             const unsigned month = upTo(13);
             const unsigned day = upTo(2) == 0 ? 28 + upTo(5) : upTo(28);
-            diary.data.bleeding.Set(MakeDateKey(year + upTo(1), month, day),
-                                    static_cast<std::int32_t>(upTo(3)));
+            UserDataTestAccess::Bleeding(diary.data)
+                .Set(MakeDateKey(year + upTo(1), month, day), static_cast<std::int32_t>(upTo(3)));
         }
         const unsigned last = year < 1601 ? 1601 : year;
         ExpectAgreement(diary, Later(Day(last, 1, 1), static_cast<std::int32_t>(upTo(800))));
@@ -286,7 +287,7 @@ TEST(AgreementTest, NegativeAndLargeKeys) {
         SCOPED_TRACE(key);
         Diary diary;
         diary.BleedCycles(Day(2020, 1, 1), {28, 27, 29, 30});
-        diary.data.bleeding.Set(key, 3);
+        UserDataTestAccess::Bleeding(diary.data).Set(key, 3);
         ASSERT_NO_FATAL_FAILURE(ExpectAgreement(diary, Day(2020, 5, 1)));
     }
 }

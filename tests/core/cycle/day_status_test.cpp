@@ -1,6 +1,7 @@
 #include "cycle/day_status.h"
 
 #include "tests/core/cycle/diary_support.h"
+#include "tests/user_data_access.h"
 
 namespace lunara::test {
 namespace {
@@ -8,7 +9,7 @@ namespace {
 const SYSTEMTIME Start = Day(2024, 1, 1);
 
 std::uint32_t FlagsOf(Diary& diary, const SYSTEMTIME& date) {
-    DayTripleList& list = diary.data.predictor.dayFlags;
+    const DayTripleList& list = diary.data.Prediction().dayFlags;
     const std::int32_t index = list.Find(ToDateKey(date));
     return index < 0 ? 0 : list.At(index).flags;
 }
@@ -145,7 +146,7 @@ TEST(DayStatusTest, NeverSetBitsAreNeverSet) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 29, 30, 27, 40, 21});
     diary.Predict(Later(last, 31));
-    for (const DayFlagsEntry& entry : diary.data.predictor.dayFlags) {
+    for (const DayFlagsEntry& entry : diary.data.Prediction().dayFlags) {
         EXPECT_EQ(entry.flags & (DAY_PREGNANCY | DAY_PREGNANCY_FIRST | DAY_PREGNANCY_END |
                                  DAY_PREDICTION_IMPOSSIBLE | 0xFE00'0000),
                   0U);
@@ -183,9 +184,9 @@ TEST(SetDayFlagsTest, ArgumentsAreAppended) {
 TEST(DayStatusTextTest, FollowsTheMaskInBitOrder) {
     Diary diary;
     const DateKey date = ToDateKey(Start);
-    SetDayFlags(diary.data.predictor, DAY_SEE_DOCTOR, 0, date);
-    SetDayFlags(diary.data.predictor, DAY_OVULATION, 0, date);
-    SetDayFlags(diary.data.predictor, DAY_CYCLE_LENGTHS, 0, date, {5, 28});
+    SetDayFlags(UserDataTestAccess::Prediction(diary.data), DAY_SEE_DOCTOR, 0, date);
+    SetDayFlags(UserDataTestAccess::Prediction(diary.data), DAY_OVULATION, 0, date);
+    SetDayFlags(UserDataTestAccess::Prediction(diary.data), DAY_CYCLE_LENGTHS, 0, date, {5, 28});
     EXPECT_EQ(diary.StatusOf(Start), "Period len 5. Cycle len 28. Ovulation. Go see a doctor. ");
     EXPECT_EQ(diary.StatusOf(Start, ~std::uint32_t{DAY_OVULATION}),
               "Period len 5. Cycle len 28. Go see a doctor. ");
@@ -197,9 +198,11 @@ TEST(DayStatusTextTest, FollowsTheMaskInBitOrder) {
 
 TEST(DayStatusTextTest, BitsWithoutATextAreSkipped) {
     Diary diary;
-    SetDayFlags(diary.data.predictor, 0xFE00'0000 | DAY_BLEEDING, 0, ToDateKey(Start));
+    SetDayFlags(UserDataTestAccess::Prediction(diary.data), 0xFE00'0000 | DAY_BLEEDING, 0,
+                ToDateKey(Start));
     EXPECT_EQ(diary.StatusOf(Start), "Bleeding. ");
-    SetDayFlags(diary.data.predictor, 0xFE00'0000, 0, ToDateKey(Later(Start, 1)));
+    SetDayFlags(UserDataTestAccess::Prediction(diary.data), 0xFE00'0000, 0,
+                ToDateKey(Later(Start, 1)));
     EXPECT_EQ(diary.StatusOf(Later(Start, 1)), "");
 }
 
@@ -230,7 +233,7 @@ TEST(DayStatusTextTest, EveryBitHasItsText) {
                                  "Go see a doctor. ",
                                  "Prediction impossible! "};
     Diary diary;
-    SetDayFlags(diary.data.predictor, AllBits, 0, ToDateKey(Start), {7, 36});
+    SetDayFlags(UserDataTestAccess::Prediction(diary.data), AllBits, 0, ToDateKey(Start), {7, 36});
     for (std::size_t bit = 0; bit < std::size(texts); ++bit) {
         EXPECT_EQ(diary.StatusOf(Start, 1U << bit), texts[bit]);
     }
@@ -238,7 +241,7 @@ TEST(DayStatusTextTest, EveryBitHasItsText) {
 
 TEST(DayStatusTextTest, TextThatDoesNotFitIsNone) {
     Diary diary;
-    SetDayFlags(diary.data.predictor, DAY_BLEEDING, 0, ToDateKey(Start));
+    SetDayFlags(UserDataTestAccess::Prediction(diary.data), DAY_BLEEDING, 0, ToDateKey(Start));
     WCHAR text[12] = {};
     EXPECT_EQ(GetDayStatusText(diary.data, Start, text, 11, AllBits), 1);
     EXPECT_EQ(Utf8(text), "Bleeding. ");

@@ -11,6 +11,7 @@
 #include "cycle/day_status.h"
 #include "cycle/predictor.h"
 #include "tests/core/test_support.h"
+#include "tests/user_data_access.h"
 
 namespace lunara::test {
 
@@ -34,7 +35,7 @@ inline SYSTEMTIME Later(const SYSTEMTIME& date, std::int32_t days) {
 /// A diary with its prediction, on a given day. Levels are written as digits, one a day.
 class Diary {
   public:
-    Diary() { data.predictor.warningSink = &recorder; }
+    Diary() { data.SetWarningSink(&recorder); }
     Diary(const Diary&) = delete;
     Diary& operator=(const Diary&) = delete;
     ~Diary() { ReleaseClock(); }
@@ -43,11 +44,11 @@ class Diary {
     Diary& Bleed(const SYSTEMTIME& start, const std::string& levels) {
         for (std::size_t i = 0; i < levels.size(); ++i) {
             if (levels[i] != '0') {
-                data.bleeding.Set(ToDateKey(Later(start, static_cast<std::int32_t>(i))),
-                                  levels[i] - '0');
+                UserDataTestAccess::Bleeding(data).Set(
+                    ToDateKey(Later(start, static_cast<std::int32_t>(i))), levels[i] - '0');
             }
         }
-        data.predictor.predictionUpToDate = false;
+        UserDataTestAccess::Prediction(data).predictionUpToDate = false;
         return *this;
     }
 
@@ -69,7 +70,7 @@ class Diary {
         SYSTEMTIME noon = today;
         noon.wHour = 12;
         SetLocalNow(noon);
-        data.predictor.predictionUpToDate = false;
+        UserDataTestAccess::Prediction(data).predictionUpToDate = false;
         EXPECT_EQ(UpdatePrediction(data, 1), 1);
         EXPECT_LE(recorder.warnings.size(), 1U);
         return recorder.warnings.empty() ? "" : recorder.warnings[0];
@@ -84,7 +85,7 @@ class Diary {
 
     std::vector<std::pair<std::int32_t, std::int32_t>> ValidCycles() const {
         std::vector<std::pair<std::int32_t, std::int32_t>> cycles;
-        for (const CycleRecord& cycle : data.predictor.validCycles) {
+        for (const CycleRecord& cycle : data.Prediction().validCycles) {
             cycles.emplace_back(cycle.periodLength, cycle.cycleLength);
         }
         return cycles;

@@ -134,10 +134,10 @@ struct WorkedExample {
         diary.Bleed(lastStart, levels[std::size(Lengths)]);
         diary.Predict(Later(lastStart, DaysPassed));
 
-        const std::span cycles(diary.data.predictor.validCycles.begin(), std::size(Lengths));
+        const std::span cycles(diary.data.Prediction().validCycles.begin(), std::size(Lengths));
         const LengthShares shares = MeasureLengthShares(cycles);
         profile = MeasurePeriodProfile(
-            cycles, RecordedDays(diary.data.bleeding, diary.data.predictor.computedFor));
+            cycles, RecordedDays(diary.data.Bleeding(), diary.data.Prediction().computedFor));
         EXPECT_TRUE(PredictStarts(shares, DaysPassed, starts));
         SpreadOverPeriod(profile.meanLevel, starts, DaysPassed, levelsByDay);
         SpreadOverPeriod(profile.bleedShare, starts, DaysPassed, bleedingByDay);

@@ -2,6 +2,7 @@
 
 #include "cycle/day_status.h"
 #include "tests/core/cycle/diary_support.h"
+#include "tests/user_data_access.h"
 
 namespace lunara::test {
 namespace {
@@ -25,8 +26,8 @@ TEST(PeriodsTest, GapOfThreeDaysStartsNewPeriod) {
     diary.Bleed(Start, "11").Bleed(Later(Start, 4), "11").Bleed(Later(Start, 30), "11");
     diary.Predict(Later(Start, 33));
     EXPECT_EQ(diary.ValidCycles(), (Cycles{{2, 26}}));
-    EXPECT_EQ(diary.data.predictor.invalidCycles, 2);  // 4 days, and the open one
-    EXPECT_EQ(diary.data.predictor.discardedPeriods, 0);
+    EXPECT_EQ(diary.data.Prediction().invalidCycles, 2);  // 4 days, and the open one
+    EXPECT_EQ(diary.data.Prediction().discardedPeriods, 0);
 }
 
 TEST(PeriodsTest, SingleDayYesterdayIsKept) {
@@ -34,7 +35,7 @@ TEST(PeriodsTest, SingleDayYesterdayIsKept) {
     diary.Bleed(Start, "221").Bleed(Later(Start, 28), "1");
     diary.Predict(Later(Start, 29));
     EXPECT_EQ(diary.ValidCycles(), (Cycles{{3, 28}}));
-    EXPECT_EQ(diary.data.predictor.discardedPeriods, 0);
+    EXPECT_EQ(diary.data.Prediction().discardedPeriods, 0);
     EXPECT_EQ(IsBleedingDayCounted(diary.data, Later(Start, 28)), 1);
     // It does not count as a start, though: it may yet turn out to be no period.
     EXPECT_EQ(IsSameDay(diary.data.LastValidPeriodStart(), Start), 1);
@@ -45,8 +46,8 @@ TEST(PeriodsTest, SingleDayIsDiscardedAndItsCycleBridged) {
     diary.Bleed(Start, "221").Bleed(Later(Start, 12), "1").Bleed(Later(Start, 28), "221");
     diary.Predict(Later(Start, 30));
     EXPECT_EQ(diary.ValidCycles(), (Cycles{{3, 28}}));
-    EXPECT_EQ(diary.data.predictor.discardedPeriods, 1);
-    EXPECT_EQ(diary.data.predictor.discardedDays.Count(), 1);
+    EXPECT_EQ(diary.data.Prediction().discardedPeriods, 1);
+    EXPECT_EQ(diary.data.Prediction().discardedDays.Count(), 1);
     EXPECT_EQ(IsBleedingDayCounted(diary.data, Later(Start, 12)), 0);
     EXPECT_EQ(IsBleedingDayCounted(diary.data, Later(Start, 13)), 1);
 }
@@ -56,16 +57,16 @@ TEST(PeriodsTest, DiscardedOpenPeriodMakesTheCycleBeforeItTooLong) {
     diary.Bleed(Start, "221").Bleed(Later(Start, 28), "1");
     diary.Predict(Later(Start, 30));
     EXPECT_EQ(diary.ValidCycles(), Cycles{});  // 28 + 37 days
-    EXPECT_EQ(diary.data.predictor.discardedPeriods, 1);
-    EXPECT_EQ(diary.data.predictor.invalidCycles, 1);
+    EXPECT_EQ(diary.data.Prediction().discardedPeriods, 1);
+    EXPECT_EQ(diary.data.Prediction().invalidCycles, 1);
 }
 
 TEST(PeriodsTest, PeriodOfEightDaysIsDiscarded) {
     Diary diary;
     diary.Bleed(Start, "3322111").Bleed(Later(Start, 26), "22222222");
     diary.Predict(Later(Start, 40));
-    EXPECT_EQ(diary.data.predictor.discardedPeriods, 1);
-    EXPECT_EQ(diary.data.predictor.discardedDays.Count(), 8);
+    EXPECT_EQ(diary.data.Prediction().discardedPeriods, 1);
+    EXPECT_EQ(diary.data.Prediction().discardedDays.Count(), 8);
     for (int day = 26; day < 34; ++day) {
         EXPECT_EQ(IsBleedingDayCounted(diary.data, Later(Start, day)), 0) << day;
     }
@@ -77,7 +78,7 @@ TEST(PeriodsTest, DaysWithoutBleedingInsideADiscardedPeriodAreDiscardedToo) {
     Diary diary;
     diary.Bleed(Start, "221").Bleed(Later(Start, 28), "1010101011");
     diary.Predict(Later(Start, 45));
-    EXPECT_EQ(diary.data.predictor.discardedDays.Count(), 10);
+    EXPECT_EQ(diary.data.Prediction().discardedDays.Count(), 10);
     EXPECT_EQ(IsBleedingDayCounted(diary.data, Later(Start, 29)), 0);
 }
 
@@ -98,7 +99,7 @@ TEST(PeriodsTest, CyclesOf21To36DaysAreValid) {
         const SYSTEMTIME last = diary.BleedCycles(Start, {28, test.length});
         diary.Predict(Later(last, 5));
         EXPECT_EQ(diary.ValidCycles().size(), test.isValid ? 2U : 1U);
-        EXPECT_EQ(diary.data.predictor.invalidCycles, test.isValid ? 1 : 2);
+        EXPECT_EQ(diary.data.Prediction().invalidCycles, test.isValid ? 1 : 2);
     }
 }
 
@@ -107,13 +108,13 @@ TEST(PeriodsTest, RecordsAfterTodayChangeNothing) {
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
     const SYSTEMTIME today = Later(last, 3);
     diary.Predict(today);
-    const std::int32_t levels = diary.data.predictor.bleedingLevels.Count();
+    const std::int32_t levels = diary.data.Prediction().bleedingLevels.Count();
     const float level = GetBleedingLevel(diary.data, Later(last, 28));
     EXPECT_GT(level, 0);
     diary.Bleed(Later(last, 6), "3333").Bleed(Later(last, 28), "3");
     EXPECT_EQ(diary.Predict(today), "");
     EXPECT_EQ(diary.ValidCycles().size(), 4U);
-    EXPECT_EQ(diary.data.predictor.bleedingLevels.Count(), levels);
+    EXPECT_EQ(diary.data.Prediction().bleedingLevels.Count(), levels);
     EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 28)), level);
 }
 
@@ -122,9 +123,9 @@ TEST(PeriodsTest, FirstRecordAfterTodayMeansNothingIsKnown) {
     diary.Bleed(Later(Start, 1), "33211");
     EXPECT_EQ(diary.Predict(Start), "Insufficient statistical data. Prediction not available! ");
     EXPECT_EQ(diary.data.LastValidPeriodStart().wYear, 0);
-    EXPECT_EQ(diary.data.predictor.invalidCycles, 0);
-    EXPECT_EQ(diary.data.predictor.bleedingLevels.Count(), 0);
-    EXPECT_EQ(diary.data.predictor.dayFlags.Count(), 0);
+    EXPECT_EQ(diary.data.Prediction().invalidCycles, 0);
+    EXPECT_EQ(diary.data.Prediction().bleedingLevels.Count(), 0);
+    EXPECT_EQ(diary.data.Prediction().dayFlags.Count(), 0);
 }
 
 // ---- Warnings ----
@@ -132,7 +133,7 @@ TEST(PeriodsTest, FirstRecordAfterTodayMeansNothingIsKnown) {
 TEST(WarningTest, EmptyDiary) {
     Diary diary;
     EXPECT_EQ(diary.Predict(Start), "No statistical data. ");
-    EXPECT_TRUE(diary.data.predictor.predictionUpToDate);
+    EXPECT_TRUE(diary.data.Prediction().predictionUpToDate);
 }
 
 struct WarningCase {
@@ -206,12 +207,12 @@ TEST(WarningTest, IsNotPostedWithoutBeingAskedFor) {
     SetLocalNow(Start);
     EXPECT_EQ(UpdatePrediction(diary.data, 0), 1);
     EXPECT_TRUE(diary.recorder.warnings.empty());
-    EXPECT_TRUE(diary.data.predictor.predictionUpToDate);
+    EXPECT_TRUE(diary.data.Prediction().predictionUpToDate);
 }
 
 TEST(WarningTest, NobodyNeedsToListen) {
     Diary diary;
-    diary.data.predictor.warningSink = nullptr;
+    diary.data.SetWarningSink(nullptr);
     EXPECT_EQ(diary.Predict(Start), "");
 }
 
@@ -228,12 +229,12 @@ TEST(WarningTest, OneBoxAnHour) {
                               {"much later", 0xFFFF'0000, true},
                               {"across the count's wrap, within the hour", 1'000'000, false},
                               {"across the count's wrap, after the hour", 3'534'466, true}};
-    CyclePredictor state;
+    UserData data;
     for (const Turn& turn : Turns) {
         SCOPED_TRACE(turn.label);
-        const DWORD before = state.lastWarningTick;
-        EXPECT_EQ(TakeWarningTurn(state, turn.tick), turn.shown);
-        EXPECT_EQ(state.lastWarningTick, turn.shown ? turn.tick : before);
+        const DWORD before = data.Prediction().lastWarningTick;
+        EXPECT_EQ(data.TakeWarningTurn(turn.tick), turn.shown);
+        EXPECT_EQ(data.Prediction().lastWarningTick, turn.shown ? turn.tick : before);
     }
 }
 
@@ -251,17 +252,17 @@ TEST(UpdateTest, AnotherDayIsComputedAnew) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
     diary.Predict(Later(last, 4));
-    EXPECT_TRUE(diary.data.predictor.todayIsBleeding);
-    EXPECT_EQ(diary.data.predictor.computedFor, ToDateKey(Later(last, 4)));
+    EXPECT_TRUE(diary.data.Prediction().todayIsBleeding);
+    EXPECT_EQ(diary.data.Prediction().computedFor, ToDateKey(Later(last, 4)));
     EXPECT_GT(GetPeriodProbability(diary.data, Later(last, 30)), 0.2F);
 
     SYSTEMTIME midnight = Later(last, 31);
     midnight.wHour = 0;
     SetLocalNow(midnight);
     EXPECT_EQ(UpdatePrediction(diary.data, 0), 1);
-    EXPECT_FALSE(diary.data.predictor.todayIsBleeding);
+    EXPECT_FALSE(diary.data.Prediction().todayIsBleeding);
     EXPECT_EQ(GetPeriodProbability(diary.data, Later(last, 58)), 0);
-    EXPECT_EQ(diary.data.predictor.computedFor, ToDateKey(Later(last, 31)));
+    EXPECT_EQ(diary.data.Prediction().computedFor, ToDateKey(Later(last, 31)));
 }
 
 TEST(UpdateTest, ChangeOfBleedingIsComputedAnew) {
@@ -270,7 +271,7 @@ TEST(UpdateTest, ChangeOfBleedingIsComputedAnew) {
     diary.Predict(Later(last, 5));
     EXPECT_EQ(diary.data.SetCurrentDate(Later(last, 4)), 1);
     EXPECT_EQ(diary.data.SetBleeding(0), 1);
-    EXPECT_FALSE(diary.data.predictor.predictionUpToDate);
+    EXPECT_FALSE(diary.data.Prediction().predictionUpToDate);
     EXPECT_EQ(UpdatePrediction(diary.data, 1), 1);
     EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 4)), 0);
 }
@@ -280,11 +281,11 @@ TEST(UpdateTest, WithoutRecordsNothingIsLeftOfTheLastResult) {
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
     diary.Bleed(Later(Start, 14), "1");
     diary.Predict(Later(last, 1));
-    CyclePredictor& state = diary.data.predictor;
+    const CyclePredictor& state = diary.data.Prediction();
     EXPECT_TRUE(state.todayIsBleeding);
     EXPECT_NE(state.lastValidPeriodStart.wYear, 0);
 
-    diary.data.bleeding.Clear();
+    UserDataTestAccess::Bleeding(diary.data).Clear();
     EXPECT_EQ(diary.Predict(Later(last, 1)), "No statistical data. ");
     EXPECT_FALSE(state.todayIsBleeding);
     EXPECT_EQ(state.lastValidPeriodStart.wYear, 0);
@@ -312,7 +313,7 @@ TEST(UpdateTest, RecordsNeedNotBeInOrder) {
 TEST(DayListsTest, RecordedDaysHaveTheirLevelAndAreCertain) {
     Diary diary;
     diary.Bleed(Start, "3021");
-    diary.data.bleeding.Set(ToDateKey(Later(Start, 3)), -2);
+    UserDataTestAccess::Bleeding(diary.data).Set(ToDateKey(Later(Start, 3)), -2);
     diary.Predict(Later(Start, 9));
     const float levels[] = {3, 0, 2, -2, 0};
     const float probabilities[] = {1, 0, 1, 1, 0};
@@ -324,31 +325,31 @@ TEST(DayListsTest, RecordedDaysHaveTheirLevelAndAreCertain) {
 
 TEST(DayListsTest, RecordOfLevelZeroIsKeptAsImprobable) {
     Diary diary;
-    diary.data.bleeding.Set(ToDateKey(Start), 0);
+    UserDataTestAccess::Bleeding(diary.data).Set(ToDateKey(Start), 0);
     diary.Predict(Start);
-    EXPECT_EQ(diary.data.predictor.periodProbabilities.Count(), 1);
+    EXPECT_EQ(diary.data.Prediction().periodProbabilities.Count(), 1);
     EXPECT_EQ(GetPeriodProbability(diary.data, Start), 0);
-    EXPECT_TRUE(diary.data.predictor.todayIsBleeding);
+    EXPECT_TRUE(diary.data.Prediction().todayIsBleeding);
 }
 
 TEST(DayListsTest, EvenCycleOvulatesInItsMiddle) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28});
     diary.Predict(Later(last, 40));
-    EXPECT_EQ(diary.data.predictor.ovulationProbabilities.Count(), 1);
+    EXPECT_EQ(diary.data.Prediction().ovulationProbabilities.Count(), 1);
     EXPECT_EQ(GetOvulationProbability(diary.data, Later(Start, 14)), 1.0F);
     const float weights[] = {0, 0.5F, 1, 1, 1, 0};
     for (int day = 12; day <= 17; ++day) {
         EXPECT_EQ(GetPregnancyProbability(diary.data, Later(Start, day)), weights[day - 12]) << day;
     }
-    EXPECT_EQ(diary.data.predictor.pregnancyProbabilities.Count(), 4);
+    EXPECT_EQ(diary.data.Prediction().pregnancyProbabilities.Count(), 4);
 }
 
 TEST(DayListsTest, OddCycleOvulatesOnEitherOfTwoDays) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {29});
     diary.Predict(Later(last, 40));
-    EXPECT_EQ(diary.data.predictor.ovulationProbabilities.Count(), 2);
+    EXPECT_EQ(diary.data.Prediction().ovulationProbabilities.Count(), 2);
     EXPECT_EQ(GetOvulationProbability(diary.data, Later(Start, 14)), 0.5F);
     EXPECT_EQ(GetOvulationProbability(diary.data, Later(Start, 15)), 0.5F);
     const float weights[] = {0, 0.25F, 0.75F, 1, 1, 0.5F, 0};
@@ -406,7 +407,7 @@ TEST(DayListsTest, ValuesUnderAHundredthLeaveNoEntry) {
     Diary longer;
     const SYSTEMTIME end = longer.BleedCycles(Start, lengths, "11");
     longer.Predict(Later(end, 3));
-    EXPECT_LT(longer.data.predictor.periodProbabilities.Find(ToDateKey(Later(end, 33))), 0);
+    EXPECT_LT(longer.data.Prediction().periodProbabilities.Find(ToDateKey(Later(end, 33))), 0);
 }
 
 TEST(DayListsTest, ProfileCountsBleedingOfDiscardedPeriods) {
@@ -414,7 +415,7 @@ TEST(DayListsTest, ProfileCountsBleedingOfDiscardedPeriods) {
     // Bleeding on days 0 and 1 and, apart from that period, on day 5.
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28}, "220001");
     diary.Predict(Later(last, 6));
-    EXPECT_EQ(diary.data.predictor.discardedPeriods, 4);  // today's neighbour may still go on
+    EXPECT_EQ(diary.data.Prediction().discardedPeriods, 4);  // today's neighbour may still go on
     EXPECT_EQ(diary.ValidCycles(), (Cycles{{2, 28}, {2, 28}, {2, 28}, {2, 28}}));
     EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 28)), 2.0F);
     EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 33)), 1.0F);
@@ -425,8 +426,8 @@ TEST(DayListsTest, LevelsAreSigned) {
     Diary diary;
     SYSTEMTIME start = Start;
     for (int cycle = 0; cycle < 5; ++cycle, start = Later(start, 28)) {
-        diary.data.bleeding.Set(ToDateKey(start), cycle % 2 == 0 ? 3 : -1);
-        diary.data.bleeding.Set(ToDateKey(Later(start, 1)), -1);
+        UserDataTestAccess::Bleeding(diary.data).Set(ToDateKey(start), cycle % 2 == 0 ? 3 : -1);
+        UserDataTestAccess::Bleeding(diary.data).Set(ToDateKey(Later(start, 1)), -1);
     }
     const SYSTEMTIME last = Later(start, -28);
     diary.Predict(Later(last, 2));
@@ -440,9 +441,9 @@ TEST(DayListsTest, NothingIsPredictedAfterEveryObservedLength) {
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
     diary.Predict(Later(last, 31));
     for (const DayValueList* list :
-         {&diary.data.predictor.bleedingLevels, &diary.data.predictor.periodProbabilities,
-          &diary.data.predictor.ovulationProbabilities,
-          &diary.data.predictor.pregnancyProbabilities}) {
+         {&diary.data.Prediction().bleedingLevels, &diary.data.Prediction().periodProbabilities,
+          &diary.data.Prediction().ovulationProbabilities,
+          &diary.data.Prediction().pregnancyProbabilities}) {
         EXPECT_LE(list->At(list->Count() - 1).date, ToDateKey(Later(last, 4)));
     }
 }
@@ -462,14 +463,14 @@ TEST(RecordDatesTest, SpanBleedingAndTemperature) {
     EXPECT_EQ(GetLastRecordDate(diary.data, date), 1);
     EXPECT_EQ(IsSameDay(date, Later(Start, 11)), 1);
 
-    diary.data.temperature.Set(ToDateKey(Later(Start, 40)), 9800);
-    diary.data.temperature.Set(ToDateKey(Start), 9700);  // not in order
+    UserDataTestAccess::Temperature(diary.data).Set(ToDateKey(Later(Start, 40)), 9800);
+    UserDataTestAccess::Temperature(diary.data).Set(ToDateKey(Start), 9700);  // not in order
     EXPECT_EQ(GetFirstRecordDate(diary.data, date), 1);
     EXPECT_EQ(IsSameDay(date, Start), 1);
     EXPECT_EQ(GetLastRecordDate(diary.data, date), 1);
     EXPECT_EQ(IsSameDay(date, Later(Start, 40)), 1);
 
-    diary.data.bleeding.Clear();
+    UserDataTestAccess::Bleeding(diary.data).Clear();
     EXPECT_EQ(GetLastRecordDate(diary.data, date), 1);
     EXPECT_EQ(IsSameDay(date, Later(Start, 40)), 1);
 }
@@ -477,14 +478,15 @@ TEST(RecordDatesTest, SpanBleedingAndTemperature) {
 TEST(RecordDatesTest, DayThatTheCalendarDoesNotHaveIsNoFirstRealRecord) {
     Diary diary;
     SYSTEMTIME date = Day(1999, 9, 9);
-    diary.data.bleeding.Set(MakeDateKey(2006, 2, 31), 1);
+    UserDataTestAccess::Bleeding(diary.data).Set(MakeDateKey(2006, 2, 31), 1);
     EXPECT_EQ(GetFirstRealRecordDate(diary.data, date), 0);
     EXPECT_EQ(IsSameDay(date, Day(1999, 9, 9)), 1);
-    diary.data.bleeding.Set(MakeDateKey(2006, 4, 2), 1);
+    UserDataTestAccess::Bleeding(diary.data).Set(MakeDateKey(2006, 4, 2), 1);
     EXPECT_EQ(GetFirstRealRecordDate(diary.data, date), 1);
     EXPECT_EQ(IsSameDay(date, Day(2006, 4, 2)), 1);
-    diary.data.temperature.Set(MakeDateKey(2006, 3, 5), 9800);
-    diary.data.temperature.Set(MakeDateKey(2006, 2, 30), 9800);  // not in order
+    UserDataTestAccess::Temperature(diary.data).Set(MakeDateKey(2006, 3, 5), 9800);
+    UserDataTestAccess::Temperature(diary.data)
+        .Set(MakeDateKey(2006, 2, 30), 9800);  // not in order
     EXPECT_EQ(GetFirstRealRecordDate(diary.data, date), 1);
     EXPECT_EQ(IsSameDay(date, Day(2006, 3, 5)), 1);
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tests/core/test_support.h"
+#include "tests/user_data_access.h"
 
 namespace lunara {
 namespace {
@@ -63,10 +64,10 @@ TEST_F(PeriodEntryTest, StartsWithFiveNormalDaysThatEndedYesterday) {
     EXPECT_EQ(entry.GetBleeding(), BleedingNormal);
     UserData data;
     ASSERT_EQ(AddPeriod(data, entry.GetStartDate(), 5, BleedingNormal), 1);
-    ASSERT_EQ(data.bleeding.Count(), 5);
-    EXPECT_GE(data.bleeding.Find(MakeDateKey(2006, 3, 10)), 0);
-    EXPECT_GE(data.bleeding.Find(MakeDateKey(2006, 3, 14)), 0);
-    EXPECT_EQ(data.bleeding.Find(Today), -1);
+    ASSERT_EQ(data.Bleeding().Count(), 5);
+    EXPECT_GE(data.Bleeding().Find(MakeDateKey(2006, 3, 10)), 0);
+    EXPECT_GE(data.Bleeding().Find(MakeDateKey(2006, 3, 14)), 0);
+    EXPECT_EQ(data.Bleeding().Find(Today), -1);
 }
 
 struct RefusedChange {
@@ -185,24 +186,25 @@ class AddPeriodTest : public ::testing::Test {
 TEST_F(AddPeriodTest, RecordsEveryDayAndEndsOnTheLast) {
     ASSERT_EQ(AddPeriod(data, Day(2006, 3, 1), 5, BleedingHeavy), 1);
     std::vector<std::int32_t> levels;
-    for (const DayValue& record : data.bleeding) {
+    for (const DayValue& record : data.Bleeding()) {
         levels.push_back(record.value);
     }
     EXPECT_EQ(levels, (std::vector<std::int32_t>{3, 3, 2, 2, 1}));
     SYSTEMTIME current{};
     data.GetCurrentDate(current);
     EXPECT_EQ(ToDateKey(current), MakeDateKey(2006, 3, 5));
-    EXPECT_TRUE(data.bleeding.dirty);
-    EXPECT_FALSE(data.predictor.predictionUpToDate);
+    EXPECT_TRUE(data.Bleeding().dirty);
+    EXPECT_FALSE(data.Prediction().predictionUpToDate);
 }
 
 TEST_F(AddPeriodTest, WritesNothingWhenADayHasBleeding) {
     const SYSTEMTIME taken = Day(2006, 3, 5);
-    data.bleeding.Set(ToDateKey(taken), 1);
+    test::RecordBleeding(data, ToDateKey(taken), 1);
+    test::ClearDirty(data);
     EXPECT_EQ(AddPeriod(data, Day(2006, 3, 1), 5, BleedingNormal), 0);
     EXPECT_EQ(::GetLastError(), DWORD{PeriodEntryExists});
-    EXPECT_EQ(data.bleeding.Count(), 1);
-    EXPECT_FALSE(data.bleeding.dirty);
+    EXPECT_EQ(data.Bleeding().Count(), 1);
+    EXPECT_FALSE(data.Bleeding().dirty);
     SYSTEMTIME current{};
     data.GetCurrentDate(current);
     EXPECT_EQ(ToDateKey(current), Today);
@@ -211,7 +213,7 @@ TEST_F(AddPeriodTest, WritesNothingWhenADayHasBleeding) {
 TEST_F(AddPeriodTest, WritesNothingWhenADayLiesInTheFuture) {
     EXPECT_EQ(AddPeriod(data, Day(2006, 3, 14), 3, BleedingNormal), 0);
     EXPECT_EQ(::GetLastError(), DWORD{PeriodEntryExists});
-    EXPECT_EQ(data.bleeding.Count(), 0);
+    EXPECT_EQ(data.Bleeding().Count(), 0);
 }
 
 class RefusingObserver : public DataObserver {
@@ -232,7 +234,7 @@ TEST_F(AddPeriodTest, StopsAtARefusedDateAndKeepsTheDaysBefore) {
     data.AttachObserver(observer);
     EXPECT_EQ(AddPeriod(data, Day(2006, 3, 1), 5, BleedingNormal), 0);
     EXPECT_EQ(::GetLastError(), DWORD{PeriodEntryDateRefused});
-    EXPECT_EQ(data.bleeding.Count(), 2);
+    EXPECT_EQ(data.Bleeding().Count(), 2);
 }
 
 TEST_F(AddPeriodTest, StopsAtARefusedValueAndKeepsTheDaysBefore) {
@@ -241,7 +243,7 @@ TEST_F(AddPeriodTest, StopsAtARefusedValueAndKeepsTheDaysBefore) {
     data.AttachObserver(observer);
     EXPECT_EQ(AddPeriod(data, Day(2006, 3, 1), 5, BleedingNormal), 0);
     EXPECT_EQ(::GetLastError(), DWORD{PeriodEntryValueRefused});
-    EXPECT_EQ(data.bleeding.Count(), 3);
+    EXPECT_EQ(data.Bleeding().Count(), 3);
 }
 
 }  // namespace

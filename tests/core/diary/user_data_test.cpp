@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "cycle/predictor.h"
 #include "storage/data_file.h"
 #include "tests/core/test_support.h"
+#include "tests/user_data_access.h"
 
 namespace {
 
@@ -97,7 +99,7 @@ class UserDataTest : public ::testing::Test {
     RecordingObserver first{"a", calls};
     RecordingObserver second{"b", calls};
 
-    void SetUp() override { data.predictor.predictionUpToDate = true; }
+    void SetUp() override { UpdatePrediction(data, 0); }
 };
 
 TEST_F(UserDataTest, StartsEmptyAtToday) {
@@ -110,8 +112,8 @@ TEST_F(UserDataTest, StartsEmptyAtToday) {
     EXPECT_EQ(data.GetBleeding(), 0);
     EXPECT_EQ(data.GetNoteFlags(), 0);
     EXPECT_EQ(data.GetNoteText(), nullptr);
-    EXPECT_EQ(UserData().predictor.lastWarningTick, 0xFFC91180U);  // an hour before tick 0
-    EXPECT_FALSE(UserData().predictor.predictionUpToDate);
+    EXPECT_EQ(UserData().Prediction().lastWarningTick, 0xFFC91180U);  // an hour before tick 0
+    EXPECT_FALSE(UserData().Prediction().predictionUpToDate);
 }
 
 TEST_F(UserDataTest, ObserversAreAskedAndToldInTheOrderOfAttaching) {
@@ -139,10 +141,10 @@ TEST_F(UserDataTest, AllObserversAreAskedAfterARefusalAndNothingChanges) {
     EXPECT_EQ(data.GetBleeding(), 0);
     EXPECT_EQ(data.GetTemperature(), NoTemperature);
     EXPECT_EQ(data.GetNoteFlags(), 0);
-    EXPECT_EQ(data.notePages.Count(), 0);
-    EXPECT_FALSE(data.bleeding.dirty || data.temperature.dirty || data.noteFlags.dirty ||
-                 data.notePages.dirty);
-    EXPECT_TRUE(data.predictor.predictionUpToDate);
+    EXPECT_EQ(data.NotePages().Count(), 0);
+    EXPECT_FALSE(data.Bleeding().dirty || data.Temperature().dirty || data.NoteFlags().dirty ||
+                 data.NotePages().dirty);
+    EXPECT_TRUE(data.Prediction().predictionUpToDate);
 }
 
 TEST_F(UserDataTest, TenObserversFitAndNoneTwice) {
@@ -165,64 +167,64 @@ TEST_F(UserDataTest, TenObserversFitAndNoneTwice) {
 
 TEST_F(UserDataTest, SettingTheSameTemperatureTellsObserversButSetsNoFlag) {
     data.SetTemperature(9810);
-    data.temperature.dirty = false;
-    data.predictor.predictionUpToDate = true;
+    test::ClearDirty(data);
+    UpdatePrediction(data, 0);
     data.AttachObserver(first);
     EXPECT_EQ(data.SetTemperature(9810), 1);
     EXPECT_EQ(calls, (Calls{"a may temperature 9810>9810", "a did temperature 9810"}));
-    EXPECT_FALSE(data.temperature.dirty);
-    EXPECT_TRUE(data.predictor.predictionUpToDate);
+    EXPECT_FALSE(data.Temperature().dirty);
+    EXPECT_TRUE(data.Prediction().predictionUpToDate);
 }
 
 TEST_F(UserDataTest, BleedingZeroOnADayWithoutRecordChangesNothing) {
     EXPECT_EQ(data.SetBleeding(0), 1);
-    EXPECT_EQ(data.bleeding.Count(), 0);
-    EXPECT_FALSE(data.bleeding.dirty);
-    EXPECT_TRUE(data.predictor.predictionUpToDate);
+    EXPECT_EQ(data.Bleeding().Count(), 0);
+    EXPECT_FALSE(data.Bleeding().dirty);
+    EXPECT_TRUE(data.Prediction().predictionUpToDate);
 }
 
 TEST_F(UserDataTest, EveryChangeMarksItsCollectionAndThePrediction) {
     data.SetBleeding(2);
-    EXPECT_TRUE(data.bleeding.dirty);
-    EXPECT_FALSE(data.predictor.predictionUpToDate);
-    EXPECT_FALSE(data.temperature.dirty || data.noteFlags.dirty || data.notePages.dirty);
-    data.predictor.predictionUpToDate = true;
+    EXPECT_TRUE(data.Bleeding().dirty);
+    EXPECT_FALSE(data.Prediction().predictionUpToDate);
+    EXPECT_FALSE(data.Temperature().dirty || data.NoteFlags().dirty || data.NotePages().dirty);
+    UpdatePrediction(data, 0);
     data.SetTemperature(9700);
-    EXPECT_TRUE(data.temperature.dirty);
-    EXPECT_FALSE(data.predictor.predictionUpToDate);
-    data.predictor.predictionUpToDate = true;
+    EXPECT_TRUE(data.Temperature().dirty);
+    EXPECT_FALSE(data.Prediction().predictionUpToDate);
+    UpdatePrediction(data, 0);
     data.SetNoteFlags(NoteFlagCramps);
-    EXPECT_TRUE(data.noteFlags.dirty);
-    EXPECT_FALSE(data.predictor.predictionUpToDate);
-    data.predictor.predictionUpToDate = true;
+    EXPECT_TRUE(data.NoteFlags().dirty);
+    EXPECT_FALSE(data.Prediction().predictionUpToDate);
+    UpdatePrediction(data, 0);
     data.SetNoteText(TEXT("x"));
-    EXPECT_TRUE(data.notePages.dirty);
-    EXPECT_FALSE(data.predictor.predictionUpToDate);
+    EXPECT_TRUE(data.NotePages().dirty);
+    EXPECT_FALSE(data.Prediction().predictionUpToDate);
 }
 
 TEST_F(UserDataTest, TheNoneValueDeletesTheDaysRecord) {
     data.SetTemperature(9810);
-    data.temperature.dirty = false;
-    data.predictor.predictionUpToDate = true;
+    test::ClearDirty(data);
+    UpdatePrediction(data, 0);
     data.SetTemperature(NoTemperature);
-    EXPECT_EQ(data.temperature.Count(), 0);
-    EXPECT_TRUE(data.temperature.dirty);
-    EXPECT_FALSE(data.predictor.predictionUpToDate);
+    EXPECT_EQ(data.Temperature().Count(), 0);
+    EXPECT_TRUE(data.Temperature().dirty);
+    EXPECT_FALSE(data.Prediction().predictionUpToDate);
 }
 
 TEST_F(UserDataTest, AnotherValueReplacesTheRecord) {
     data.SetBleeding(1);
-    data.bleeding.dirty = false;
+    test::ClearDirty(data);
     data.SetBleeding(3);
-    EXPECT_EQ(data.bleeding.Count(), 1);
+    EXPECT_EQ(data.Bleeding().Count(), 1);
     EXPECT_EQ(data.GetBleeding(), 3);
-    EXPECT_TRUE(data.bleeding.dirty);
+    EXPECT_TRUE(data.Bleeding().dirty);
 }
 
 TEST_F(UserDataTest, TomorrowReadsAsFutureEvenWithARecord) {
     const SYSTEMTIME tomorrow = Day(2006, 3, 16);
-    data.temperature.Set(ToDateKey(tomorrow), 9800);
-    data.bleeding.Set(ToDateKey(tomorrow), 2);
+    test::RecordTemperature(data, ToDateKey(tomorrow), 9800);
+    test::RecordBleeding(data, ToDateKey(tomorrow), 2);
     EXPECT_EQ(data.GetTemperature(&tomorrow), FutureTemperature);
     EXPECT_EQ(data.GetBleeding(&tomorrow), FutureBleeding);
     const SYSTEMTIME today = Day(2006, 3, 15);
@@ -241,21 +243,21 @@ TEST_F(UserDataTest, NotesHaveNoFutureGuard) {
 
 TEST_F(UserDataTest, EmptyTextDeletesTheNote) {
     data.SetNoteText(TEXT("x"));
-    data.notePages.dirty = false;
-    data.predictor.predictionUpToDate = true;
+    test::ClearDirty(data);
+    UpdatePrediction(data, 0);
     data.AttachObserver(first);
     EXPECT_EQ(data.SetNoteText(TEXT("")), 1);
-    EXPECT_EQ(data.notePages.Count(), 0);
-    EXPECT_TRUE(data.notePages.dirty);
-    EXPECT_FALSE(data.predictor.predictionUpToDate);
+    EXPECT_EQ(data.NotePages().Count(), 0);
+    EXPECT_TRUE(data.NotePages().dirty);
+    EXPECT_FALSE(data.Prediction().predictionUpToDate);
     EXPECT_EQ(calls, (Calls{"a may text x>", "a did text "}));
 }
 
 TEST_F(UserDataTest, NoTextOnADayWithoutNoteChangesNothing) {
     data.AttachObserver(first);
     EXPECT_EQ(data.SetNoteText(nullptr), 1);
-    EXPECT_FALSE(data.notePages.dirty);
-    EXPECT_TRUE(data.predictor.predictionUpToDate);
+    EXPECT_FALSE(data.NotePages().dirty);
+    EXPECT_TRUE(data.Prediction().predictionUpToDate);
     EXPECT_EQ(calls, (Calls{"a may text null>null", "a did text null"}));
 }
 
@@ -264,8 +266,8 @@ TEST_F(UserDataTest, TheSameTextAgainMovesItsPagesToTheEnd) {
     data.SetNoteText(TEXT("x"));
     data.SetNoteText(TEXT("y"), &other);
     data.SetNoteText(TEXT("x"));
-    ASSERT_EQ(data.notePages.Count(), 2);
-    EXPECT_EQ(data.notePages.At(0).date, ToDateKey(other));
+    ASSERT_EQ(data.NotePages().Count(), 2);
+    EXPECT_EQ(data.NotePages().At(0).date, ToDateKey(other));
 }
 
 TEST_F(UserDataTest, SameDayWithAnotherTimeKeepsTheOldTimeAndAsksNobody) {
@@ -305,8 +307,8 @@ TEST_F(UserDataTest, MoveBeyondTheCalendarIsRefused) {
 
 TEST_F(UserDataTest, WeightsFromOneHundredthOnAreStored) {
     const float values[] = {0.01F, 0.00999F, 1.0F, 0.0F};
-    data.StoreDayWeights(values, 4, Day(2006, 2, 27), data.predictor.bleedingLevels);
-    const DayValueList& list = data.predictor.bleedingLevels;
+    DayValueList list;
+    UserData::StoreDayWeights(values, 4, Day(2006, 2, 27), list);
     ASSERT_EQ(list.Count(), 2);
     EXPECT_EQ(list.At(0).date, MakeDateKey(2006, 2, 27));
     EXPECT_EQ(list.At(1).date, MakeDateKey(2006, 3, 1));
@@ -327,7 +329,7 @@ class NoMemoryScope {
 
 TEST_F(UserDataTest, NoteThatCannotBeStoredLeavesTheOldOne) {
     ASSERT_EQ(data.SetNoteText(TEXT("old")), 1);
-    data.notePages.dirty = false;
+    test::ClearDirty(data);
     const WideString longText(5000, 'n');
     data.AttachObserver(first);
     {
@@ -335,8 +337,8 @@ TEST_F(UserDataTest, NoteThatCannotBeStoredLeavesTheOldOne) {
         EXPECT_EQ(data.SetNoteText(longText.c_str()), 0);
     }
     EXPECT_EQ(calls.size(), 1U);  // asked, not told
-    EXPECT_FALSE(data.notePages.dirty);
-    EXPECT_EQ(data.notePages.Count(), 1);
+    EXPECT_FALSE(data.NotePages().dirty);
+    EXPECT_EQ(data.NotePages().Count(), 1);
     const std::unique_ptr<WCHAR[]> text(data.GetNoteText());
     ASSERT_NE(text, nullptr);
     EXPECT_EQ(ToUtf8(text.get()), "old");
@@ -347,8 +349,28 @@ TEST_F(UserDataTest, ValueThatCannotBeStoredChangesNothing) {
         const NoMemoryScope noMemory;
         EXPECT_EQ(data.SetBleeding(2), 0);
     }
-    EXPECT_FALSE(data.bleeding.dirty);
+    EXPECT_FALSE(data.Bleeding().dirty);
     EXPECT_EQ(data.GetBleeding(), 0);
+}
+
+TEST_F(UserDataTest, BatchThatCannotBeStoredChangesNothingAndCanBeTriedAgain) {
+    const DateKey today = MakeDateKey(2006, 3, 15);
+    ASSERT_EQ(data.SetBleeding(2), 1);
+    test::ClearDirty(data);
+    UpdatePrediction(data, 0);
+    DiaryEdit edit(data);
+    edit.SetBleeding(today, 3);
+    edit.SetNoteText(today, TEXT("new"));
+    {
+        const NoMemoryScope noMemory;
+        EXPECT_FALSE(edit.Store());
+    }
+    EXPECT_EQ(data.GetBleeding(), 2);
+    EXPECT_FALSE(data.IsDirty());
+    EXPECT_TRUE(data.Prediction().predictionUpToDate);
+    EXPECT_TRUE(edit.Store());
+    EXPECT_EQ(data.GetBleeding(), 3);
+    EXPECT_EQ(data.NotePages().Count(), 1);
 }
 
 // ---- Folders ----
@@ -382,7 +404,7 @@ TEST_F(UserDataFolderTest, ANewUserLoadsEmptyWithTheMissingFileNoted) {
     EXPECT_EQ(data.LoadFolder(path.c_str(), TEXT("")), 1);
     EXPECT_EQ(::GetLastError(), DWORD{DataFileMissing});
     EXPECT_TRUE(data.IsLoaded());
-    EXPECT_FALSE(data.predictor.predictionUpToDate);
+    EXPECT_FALSE(data.Prediction().predictionUpToDate);
 }
 
 TEST_F(UserDataFolderTest, SaveCreatesTheFolderAndItsParents) {
@@ -397,7 +419,7 @@ TEST_F(UserDataFolderTest, SavesWhatChangedAndLoadsItBack) {
     data.SetNoteText(TEXT("a note"));
     ASSERT_EQ(data.SaveFolder(path.c_str(), TEXT("secret")), 1);
     EXPECT_EQ(Files(), (std::vector<std::string>{"Bleeding.dat", "NotePages.dat"}));
-    EXPECT_FALSE(data.bleeding.dirty || data.notePages.dirty);
+    EXPECT_FALSE(data.Bleeding().dirty || data.NotePages().dirty);
     UserData other;
     ASSERT_EQ(other.LoadFolder(path.c_str(), TEXT("secret")), 1);
     EXPECT_EQ(other.GetBleeding(), 2);
@@ -424,9 +446,30 @@ TEST_F(UserDataFolderTest, LoadStopsAtTheFirstBadFileAndKeepsWhatCameBefore) {
     EXPECT_EQ(other.LoadFolder(path.c_str(), TEXT("")), 0);
     EXPECT_EQ(::GetLastError(), DWORD{DataFileCorrupt});
     EXPECT_FALSE(other.IsLoaded());
-    EXPECT_EQ(other.temperature.Count(), 1);
-    EXPECT_EQ(other.bleeding.Count(), 0);
-    EXPECT_EQ(other.noteFlags.Count(), 0);
+    EXPECT_EQ(other.Temperature().Count(), 1);
+    EXPECT_EQ(other.Bleeding().Count(), 0);
+    EXPECT_EQ(other.NoteFlags().Count(), 0);
+}
+
+TEST_F(UserDataFolderTest, OneFileIsLoadedByItself) {
+    data.SetTemperature(9800);
+    data.SetBleeding(2);
+    data.SetNoteFlags(1);
+    data.SetNoteText(TEXT("x"));
+    ASSERT_EQ(data.SaveFolder(path.c_str(), TEXT("")), 1);
+    for (const DataFile file : DataFiles) {
+        UserData other;
+        UpdatePrediction(other, 0);
+        WideString name;
+        ASSERT_TRUE(DataFilePath(path.c_str(), file, name));
+        EXPECT_EQ(other.LoadFile(file, name.c_str(), TEXT("")), 1);
+        for (const DataFile each : DataFiles) {
+            EXPECT_EQ(other.Count(each), each == file ? 1 : 0);
+        }
+        EXPECT_FALSE(other.IsLoaded());
+        EXPECT_FALSE(other.IsDirty());
+        EXPECT_FALSE(other.Prediction().predictionUpToDate);
+    }
 }
 
 TEST_F(UserDataFolderTest, UnloadEmptiesEverythingAndTheFlags) {
@@ -439,11 +482,11 @@ TEST_F(UserDataFolderTest, UnloadEmptiesEverythingAndTheFlags) {
     data.MarkAllDirty();
     data.Unload();
     EXPECT_FALSE(data.IsLoaded());
-    EXPECT_EQ(data.temperature.Count() + data.bleeding.Count() + data.noteFlags.Count() +
-                  data.notePages.Count(),
+    EXPECT_EQ(data.Temperature().Count() + data.Bleeding().Count() + data.NoteFlags().Count() +
+                  data.NotePages().Count(),
               0);
-    EXPECT_FALSE(data.bleeding.dirty || data.temperature.dirty || data.noteFlags.dirty ||
-                 data.notePages.dirty);
+    EXPECT_FALSE(data.Bleeding().dirty || data.Temperature().dirty || data.NoteFlags().dirty ||
+                 data.NotePages().dirty);
 }
 
 TEST_F(UserDataFolderTest, APathThatDoesNotFitIsRefusedRatherThanCut) {
@@ -458,7 +501,7 @@ TEST_F(UserDataFolderTest, AFailedSaveKeepsTheDirtyFlag) {
     std::filesystem::create_directories(folder);
     std::filesystem::create_directory(folder / "Bleeding.dat");
     EXPECT_EQ(data.SaveFolder(path.c_str(), TEXT("")), 0);
-    EXPECT_TRUE(data.bleeding.dirty);
+    EXPECT_TRUE(data.Bleeding().dirty);
 }
 
 }  // namespace

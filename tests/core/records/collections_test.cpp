@@ -141,6 +141,38 @@ TEST(DayValueList, ComparesDatesAsSignedNumbers) {
     EXPECT_EQ(list.Find(0x7FFFFFFF), 1);
 }
 
+TEST(DayValueList, LooksUpInAConstListToo) {
+    DayValueList list;
+    list.Set(MakeDateKey(2006, 1, 5), 1);
+    list.Set(MakeDateKey(2006, 1, 3), 2);
+    const DayValueList& readOnly = list;
+    EXPECT_EQ(readOnly.Find(MakeDateKey(2006, 1, 5)), 1);
+    EXPECT_FALSE(readOnly.IsUnsorted());
+    EXPECT_EQ(readOnly.At(0).value, 2);
+}
+
+TEST(DayValueList, SwapExchangesRecordsAndTheirOrderButNotDirty) {
+    DayValueList first;
+    Fill(first, 11);
+    first.Sort();
+    first.dirty = true;
+    DayValueList second;
+    second.Set(MakeDateKey(2006, 1, 5), 1);
+    second.Set(MakeDateKey(2006, 1, 3), 2);
+    first.Swap(second);
+    EXPECT_EQ(second.Count(), 11);
+    EXPECT_EQ(second.Capacity(), 20);
+    EXPECT_FALSE(second.IsUnsorted());
+    EXPECT_FALSE(second.dirty);
+    EXPECT_EQ(first.Count(), 2);
+    EXPECT_EQ(first.Capacity(), 10);
+    EXPECT_TRUE(first.IsUnsorted());
+    EXPECT_TRUE(first.dirty);
+    EXPECT_EQ(first.Find(MakeDateKey(2006, 1, 5)), 1);
+    EXPECT_EQ(first.Set(MakeDateKey(2006, 1, 6), 3), 1);
+    EXPECT_EQ(first.Count(), 3);
+}
+
 // The shortcuts of Set and Sort must never show: any sequence of operations leaves what a plain map
 // and a plain scan would leave.
 TEST(DayValueList, BehavesLikeAMapUnderRandomUse) {

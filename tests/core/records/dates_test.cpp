@@ -244,6 +244,18 @@ TEST(FormatDateTime, IsCutAndTerminatedAtTheGivenLength) {
     EXPECT_EQ(text[11], '#');
 }
 
+TEST(IsRecordDate, HoldsAnyDayOfAnyMonthFrom1601To2500) {
+    for (const DateKey key :
+         {MakeDateKey(1601, 1, 1), MakeDateKey(2006, 2, 31), MakeDateKey(2500, 12, 31)}) {
+        EXPECT_TRUE(IsRecordDate(key)) << key;
+    }
+    for (const DateKey key :
+         {DateKey{0}, MakeDateKey(1600, 12, 31), MakeDateKey(2501, 1, 1), MakeDateKey(2006, 0, 1),
+          MakeDateKey(2006, 13, 1), MakeDateKey(2006, 1, 0), MakeDateKey(2006, 1, 32)}) {
+        EXPECT_FALSE(IsRecordDate(key)) << key;
+    }
+}
+
 TEST(FormatMonthDay, KeepsTheCommaOfTheMonth) {
     std::array<WCHAR, 16> text{};
     FormatMonthDay(Day(2006, 3, 5), text.data(), 16);

@@ -7,6 +7,7 @@
 #include "storage/data_file.h"
 #include "tests/core/storage/file_support.h"
 #include "tests/core/test_support.h"
+#include "tests/user_data_access.h"
 
 namespace lunara::test {
 namespace {
@@ -83,13 +84,13 @@ constexpr const WCHAR* NewPassword = TEXT("afterwards");
 /// A diary as one line of text, for comparison.
 std::string Describe(const UserData& data) {
     std::string text;
-    for (const DayValueList* list : {&data.temperature, &data.bleeding, &data.noteFlags}) {
+    for (const DayValueList* list : {&data.Temperature(), &data.Bleeding(), &data.NoteFlags()}) {
         for (const DayValue& record : *list) {
             text += std::to_string(record.date & 0xFF) + '=' + std::to_string(record.value) + ' ';
         }
         text += "| ";
     }
-    for (const NotePage& page : data.notePages) {
+    for (const NotePage& page : data.NotePages()) {
         text += std::to_string(page.date & 0xFF) + '=' + ToUtf8({page.text, 1}) + ' ';
     }
     return text;
@@ -123,23 +124,26 @@ class DataFileSetTest : public ::testing::TestWithParam<Story> {
         std::filesystem::remove_all(scratch.Root());
         data = std::make_unique<UserData>();
         const WideString text(40, 'n');
+        DiaryEdit first(*data);
         for (DateKey day = First; day < First + 5; ++day) {
-            data->temperature.Set(day, 9800);
-            data->bleeding.Set(day, 1);
+            first.SetTemperature(day, 9800);
+            first.SetBleeding(day, 1);
             if (!GetParam().isAddedNow) {
-                data->noteFlags.Set(day, 1);
+                first.SetNoteFlags(day, 1);
             }
-            data->notePages.AppendText(day, text.c_str(), 40);
+            first.SetNoteText(day, text);
         }
-        data->MarkAllDirty();
+        ASSERT_TRUE(first.Store());
         ASSERT_EQ(data->SaveFolder(folder.c_str(), OldPassword), 1);
         oldDiary = Describe(*data);
-        data->temperature.Set(First, 9900);
-        if (GetParam().isRemovedNow) {
-            data->bleeding.Clear();
+        DiaryEdit second(*data);
+        second.SetTemperature(First, 9900);
+        for (DateKey day = First; GetParam().isRemovedNow && day < First + 5; ++day) {
+            second.SetBleeding(day, NoBleeding);
         }
-        data->noteFlags.Set(First, 2);
-        data->notePages.AppendText(First + 20, text.c_str(), 40);
+        second.SetNoteFlags(First, 2);
+        second.SetNoteText(First + 20, text);
+        ASSERT_TRUE(second.Store());
         data->MarkAllDirty();
         newDiary = Describe(*data);
     }
@@ -147,8 +151,8 @@ class DataFileSetTest : public ::testing::TestWithParam<Story> {
     int Save() { return data->SaveFolder(folder.c_str(), NewPassword); }
 
     bool AllDirty() const {
-        return data->temperature.dirty && data->bleeding.dirty && data->noteFlags.dirty &&
-               data->notePages.dirty;
+        return std::all_of(std::begin(DataFiles), std::end(DataFiles),
+                           [this](DataFile which) { return data->IsDirty(which); });
     }
 
     /// Whether the folder holds nothing but data files.
@@ -226,7 +230,7 @@ TEST_P(DataFileSetTest, FailureOfAnyStepLeavesAllFilesUnderTheOldPassword) {
                     ++failures;
                     EXPECT_EQ(error, DWORD{ERROR_DISK_FULL});
                     EXPECT_TRUE(AllDirty());
-                    EXPECT_FALSE(data->FailedPath().empty());
+                    EXPECT_FALSE(data->LastFailure().path.empty());
                 } else {
                     EXPECT_FALSE(data->IsDirty());
                 }
@@ -317,7 +321,9 @@ TEST_P(DataFileSetTest, FileThatCannotBeWrittenIsNamed) {
         calls.failAt = static_cast<int>(found - steps.begin());
         EXPECT_EQ(Save(), 0) << step;
         EXPECT_EQ(::GetLastError(), DWORD{ERROR_DISK_FULL}) << step;
-        EXPECT_EQ(ToUtf8(data->FailedPath()), ToUtf8(folder) + '\\' + file) << step;
+        const SaveFailure& failure = data->LastFailure();
+        EXPECT_EQ(ToUtf8(failure.path), ToUtf8(folder) + '\\' + file) << step;
+        EXPECT_EQ(failure.file ? ToUtf8(DataFileName(*failure.file)) : "Save.set", file) << step;
     }
 }
 
@@ -329,7 +335,8 @@ TEST_P(DataFileSetTest, FileWhosePathDoesNotFitIsNamedAndNothingIsWritten) {
     longFolder.append(FolderLength - longFolder.size(), 'x');
     EXPECT_EQ(data->SaveFolder(longFolder.c_str(), NewPassword), 0);
     EXPECT_EQ(::GetLastError(), DWORD{ERROR_FILENAME_EXCED_RANGE});
-    EXPECT_EQ(ToUtf8(data->FailedPath()), ToUtf8(longFolder) + "\\Temperature.dat");
+    EXPECT_EQ(ToUtf8(data->LastFailure().path), ToUtf8(longFolder) + "\\Temperature.dat");
+    EXPECT_EQ(data->LastFailure().file, DataFile::Temperature);
     EXPECT_TRUE(AllDirty());
     EXPECT_TRUE(std::filesystem::is_empty(longFolder));
 }
@@ -347,8 +354,8 @@ class DataFileRecordTest : public ::testing::Test {
   protected:
     DataFileRecordTest() : folder(Wide(scratch.Root())) {
         UserData data;
-        data.temperature.Set(First, 9800);
-        data.bleeding.Set(First, 1);
+        RecordTemperature(data, First, 9800);
+        RecordBleeding(data, First, 1);
         data.MarkAllDirty();
         EXPECT_EQ(data.SaveFolder(folder.c_str(), TEXT("")), 1);
         diary = Describe(data);
@@ -393,7 +400,8 @@ TEST_F(DataFileRecordTest, FolderThatCannotBeMendedRefusesLoadingAndSaving) {
         calls.failAt = 0;
         data.MarkAllDirty();
         EXPECT_EQ(data.SaveFolder(folder.c_str(), TEXT("")), 0);
-        EXPECT_EQ(data.FailedPath(), folder);
+        EXPECT_EQ(data.LastFailure().path, folder);
+        EXPECT_EQ(data.LastFailure().file, std::nullopt);
         EXPECT_TRUE(data.IsDirty());
     }
     EXPECT_EQ(Loaded(folder, TEXT("")), diary);
@@ -401,9 +409,8 @@ TEST_F(DataFileRecordTest, FolderThatCannotBeMendedRefusesLoadingAndSaving) {
 
 TEST_F(DataFileRecordTest, TwoFilesAreTogetherOnlyWithARecord) {
     UserData data;
-    data.bleeding.Set(First, 2);
-    data.temperature.Set(First, 9900);
-    data.bleeding.dirty = data.temperature.dirty = true;
+    RecordBleeding(data, First, 2);
+    RecordTemperature(data, First, 9900);
     BrokenCalls calls;
     ASSERT_EQ(data.SaveFolder(folder.c_str(), TEXT("")), 1);
     EXPECT_EQ(std::count(calls.steps.begin(), calls.steps.end(), "create Save.set"), 1);
@@ -411,8 +418,7 @@ TEST_F(DataFileRecordTest, TwoFilesAreTogetherOnlyWithARecord) {
 
 TEST_F(DataFileRecordTest, SingleFileIsSavedWithoutARecord) {
     UserData data;
-    data.bleeding.Set(First, 2);
-    data.bleeding.dirty = true;
+    RecordBleeding(data, First, 2);
     BrokenCalls calls;
     ASSERT_EQ(data.SaveFolder(folder.c_str(), TEXT("")), 1);
     EXPECT_EQ(calls.steps, (std::vector<std::string>{"create Bleeding.new", "write", "write",

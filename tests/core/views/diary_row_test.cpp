@@ -8,6 +8,7 @@
 #include "cycle/day_status.h"
 #include "diary/user_data.h"
 #include "tests/core/test_support.h"
+#include "tests/user_data_access.h"
 #include "views/color_blend.h"
 
 namespace lunara {
@@ -115,7 +116,8 @@ TEST_F(DiaryRowTest, NoteCellLooksAtItsTwoBitsOnly) {
 
 TEST_F(DiaryRowTest, BleedingIsShadedByLevelAndCarriesItsPicture) {
     for (int level = 1; level <= 3; ++level) {
-        Store(data.predictor.bleedingLevels, yesterday, static_cast<float>(level));
+        Store(UserDataTestAccess::Prediction(data).bleedingLevels, yesterday,
+              static_cast<float>(level));
         const DiaryCell cell = Cell(DiaryShowBleeding, yesterday);
         EXPECT_EQ(cell.color, BlendColor(Blue, White, static_cast<float>(level) * 0.33333334F))
             << level;
@@ -147,12 +149,12 @@ TEST_F(DiaryRowTest, DateMarksTellExpectedAndDiscardedDays) {
         UserData fresh;
         SYSTEMTIME day{};
         AddDays(today, c.daysFromToday, day);
-        fresh.predictor.todayIsBleeding = c.todayIsBleeding;
+        UserDataTestAccess::Prediction(fresh).todayIsBleeding = c.todayIsBleeding;
         if (c.isDiscarded) {
-            fresh.predictor.discardedDays.Set(ToDateKey(day), 1);
+            UserDataTestAccess::Prediction(fresh).discardedDays.Set(ToDateKey(day), 1);
         }
-        Store(fresh.predictor.bleedingLevels, day, 1.0F);
-        Store(fresh.predictor.periodProbabilities, day, 0.5F);
+        Store(UserDataTestAccess::Prediction(fresh).bleedingLevels, day, 1.0F);
+        Store(UserDataTestAccess::Prediction(fresh).periodProbabilities, day, 0.5F);
         for (const DiaryShowFlag item : {DiaryShowBleeding, DiaryShowPeriod}) {
             const DiaryCell cell = FillDiaryCell(fresh, item, day, today);
             EXPECT_EQ(cell.overlay, c.overlay) << c.label << ", item " << item;
@@ -161,27 +163,27 @@ TEST_F(DiaryRowTest, DateMarksTellExpectedAndDiscardedDays) {
 }
 
 TEST_F(DiaryRowTest, PeriodIsShadedByProbabilityWithoutAPicture) {
-    Store(data.predictor.periodProbabilities, yesterday, 0.25F);
+    Store(UserDataTestAccess::Prediction(data).periodProbabilities, yesterday, 0.25F);
     const DiaryCell cell = Cell(DiaryShowPeriod, yesterday);
     EXPECT_EQ(cell.color, BlendColor(Blue, White, 0.25F));
     EXPECT_EQ(cell.bitmap, NoPicture);
 }
 
 TEST_F(DiaryRowTest, OvulationAndPregnancyAreExpectedAfterTheLastPeriodStart) {
-    Store(data.predictor.ovulationProbabilities, yesterday, 0.5F);
-    Store(data.predictor.pregnancyProbabilities, yesterday, 1.0F);
-    data.predictor.lastValidPeriodStart = yesterday;
+    Store(UserDataTestAccess::Prediction(data).ovulationProbabilities, yesterday, 0.5F);
+    Store(UserDataTestAccess::Prediction(data).pregnancyProbabilities, yesterday, 1.0F);
+    UserDataTestAccess::Prediction(data).lastValidPeriodStart = yesterday;
     EXPECT_EQ(Cell(DiaryShowOvulation, yesterday).color, BlendColor(Orange, White, 0.5F));
     EXPECT_EQ(Cell(DiaryShowPregnancy, yesterday).color, Green);
     EXPECT_EQ(Cell(DiaryShowOvulation, yesterday).overlay, NoPicture);
     EXPECT_EQ(Cell(DiaryShowPregnancy, yesterday).overlay, NoPicture);
-    data.predictor.lastValidPeriodStart = Day(2026, 3, 13);
+    UserDataTestAccess::Prediction(data).lastValidPeriodStart = Day(2026, 3, 13);
     EXPECT_EQ(Cell(DiaryShowOvulation, yesterday).overlay, PictureForecast);
     EXPECT_EQ(Cell(DiaryShowPregnancy, yesterday).overlay, PictureForecast);
 }
 
 TEST_F(DiaryRowTest, TextIsTheDateAndTheStatus) {
-    SetDayFlags(data.predictor, DAY_CYCLE_START, 0, ToDateKey(yesterday));
+    SetDayFlags(UserDataTestAccess::Prediction(data), DAY_CYCLE_START, 0, ToDateKey(yesterday));
     const DiaryRow row = FillDiaryRow(data, AllDiaryItems, yesterday, today);
     EXPECT_EQ(Utf8(row.text.data()), "Mar, 14\nCycle start. ");
 }
@@ -189,13 +191,13 @@ TEST_F(DiaryRowTest, TextIsTheDateAndTheStatus) {
 TEST_F(DiaryRowTest, DayWithoutStatusShowsNoDateEither) {
     EXPECT_EQ(Utf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data()), "");
     // A status that goes with an item which is not shown.
-    SetDayFlags(data.predictor, DAY_CYCLE_START, 0, ToDateKey(yesterday));
+    SetDayFlags(UserDataTestAccess::Prediction(data), DAY_CYCLE_START, 0, ToDateKey(yesterday));
     EXPECT_EQ(Utf8(FillDiaryRow(data, DiaryShowOvulation, yesterday, today).text.data()), "");
 }
 
 TEST_F(DiaryRowTest, LongTextsAreCutToTheRow) {
     // A status of 125 units fits by itself, with the date before it only in part.
-    SetDayFlags(data.predictor,
+    SetDayFlags(UserDataTestAccess::Prediction(data),
                 DAY_PERIOD_END | DAY_OVULATION_POSSIBLE_LAST | DAY_PREGNANCY_POSSIBLE_FIRST |
                     DAY_PREGNANCY_POSSIBLE_LAST | DAY_PREGNANCY_HIGHLY_PROBABLE,
                 0, ToDateKey(yesterday));
@@ -207,14 +209,14 @@ TEST_F(DiaryRowTest, LongTextsAreCutToTheRow) {
 }
 
 TEST_F(DiaryRowTest, StatusThatDoesNotFitByItselfIsLeftOut) {
-    SetDayFlags(data.predictor, 0x01FFFFFF & ~std::uint32_t{DAY_CYCLE_LENGTHS}, 0,
-                ToDateKey(yesterday));
+    SetDayFlags(UserDataTestAccess::Prediction(data),
+                0x01FFFFFF & ~std::uint32_t{DAY_CYCLE_LENGTHS}, 0, ToDateKey(yesterday));
     EXPECT_EQ(Utf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data()), "");
 }
 
 TEST_F(DiaryRowTest, CellsFollowTheItemsShown) {
     data.SetNoteText(TEXT("x"), &today);
-    Store(data.predictor.pregnancyProbabilities, today, 1.0F);
+    Store(UserDataTestAccess::Prediction(data).pregnancyProbabilities, today, 1.0F);
     const DiaryRow row = FillDiaryRow(data, DiaryShowNotes | DiaryShowPregnancy, today, today);
     EXPECT_EQ(row.cells[0].overlay, PictureNote);
     EXPECT_EQ(row.cells[1].color, Green);

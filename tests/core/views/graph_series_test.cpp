@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/core/test_support.h"
+#include "tests/user_data_access.h"
 
 namespace lunara {
 namespace {
@@ -26,8 +27,8 @@ class GraphSeriesTest : public ::testing::Test {
     GraphSeriesTest() : clock(Today()) { data.SetCurrentDate(Today()); }
 
     /// Sets the value of a day around today.
-    void Warm(int days, std::int32_t value) { data.temperature.Set(KeyOf(days), value); }
-    void Bleed(int days, std::int32_t level) { data.bleeding.Set(KeyOf(days), level); }
+    void Warm(int days, std::int32_t value) { test::RecordTemperature(data, KeyOf(days), value); }
+    void Bleed(int days, std::int32_t level) { test::RecordBleeding(data, KeyOf(days), level); }
     static DateKey KeyOf(int days) {
         SYSTEMTIME day{};
         AddDays(Today(), days, day);
@@ -219,19 +220,19 @@ TEST_F(GraphSeriesTest, StoresLevels) {
 // What is stored may be finer than what is shown.
 TEST_F(GraphSeriesTest, AValueThatIsShownAlreadyChangesNothing) {
     Warm(0, 9823);
-    data.temperature.dirty = false;
+    test::ClearDirty(data);
     EXPECT_EQ(Fahrenheit.Store(data, 9820), 1);
     EXPECT_EQ(Celsius.Store(data, 3680), 1);
     EXPECT_EQ(data.GetTemperature(), 9823);
-    EXPECT_FALSE(data.temperature.dirty);
+    EXPECT_FALSE(data.Temperature().dirty);
 }
 
 TEST_F(GraphSeriesTest, ADayToComeIsRefused) {
     MoveTo(1);
     EXPECT_EQ(Fahrenheit.Store(data, 9800), 0);
     EXPECT_EQ(Bleeding.Store(data, 2), 0);
-    EXPECT_EQ(data.temperature.Count(), 0);
-    EXPECT_EQ(data.bleeding.Count(), 0);
+    EXPECT_EQ(data.Temperature().Count(), 0);
+    EXPECT_EQ(data.Bleeding().Count(), 0);
 }
 
 TEST_F(GraphSeriesTest, ARefusedChangeIsReported) {

@@ -161,7 +161,7 @@ TEST_F(BackupCommandTest, ASaveThatFailsFirstIsSaidAndLosesNothing) {
     ASSERT_TRUE(Close());
     UserData data;
     ASSERT_EQ(data.Load(TestUser, TestPassword), 1);
-    EXPECT_EQ(data.bleeding.Count(), 1);
+    EXPECT_EQ(data.Bleeding().Count(), 1);
 }
 
 TEST_F(BackupCommandTest, AFileThatCannotBeCopiedStopsTheBackup) {

@@ -18,8 +18,8 @@ class MainWindowEndTest : public MainWindowTest {
         EXPECT_TRUE(TakeQuitMessage());
         UserData data;
         ASSERT_EQ(data.Load(TestUser, TestPassword), 1);
-        EXPECT_EQ(data.bleeding.Count(), 1);
-        EXPECT_EQ(data.notePages.Count(), 1);
+        EXPECT_EQ(data.Bleeding().Count(), 1);
+        EXPECT_EQ(data.NotePages().Count(), 1);
         EXPECT_EQ(StoredText(TEXT("LastUser")), TestUser);
         EXPECT_FALSE(main->Data().IsLoaded());
     }
@@ -52,7 +52,7 @@ TEST_F(MainWindowEndTest, ASessionThatGoesOnChangesNothing) {
     EXPECT_EQ(Send(WM_QUERYENDSESSION), TRUE);
     Send(WM_ENDSESSION, FALSE);
     EXPECT_NE(main->Handle(), nullptr);
-    EXPECT_TRUE(main->Data().bleeding.dirty);
+    EXPECT_TRUE(main->Data().Bleeding().dirty);
 }
 
 TEST_F(MainWindowEndTest, TheEndOfTheSessionEndsASignIn) {

@@ -342,23 +342,23 @@ TEST_F(RunningTest, PredictionWarningsArriveAsMessages) {
 TEST_F(RunningTest, ShowingTheDiaryBringsThePredictionUpToDateAndTheGraphDoesNot) {
     FillDiary(main->Data());
     Command(IDM_VIEW_GRAPH);
-    EXPECT_FALSE(main->Data().predictor.predictionUpToDate);
+    EXPECT_FALSE(main->Data().Prediction().predictionUpToDate);
     Command(IDM_VIEW_DIARY);
-    EXPECT_TRUE(main->Data().predictor.predictionUpToDate);
+    EXPECT_TRUE(main->Data().Prediction().predictionUpToDate);
 }
 
 TEST_F(RunningTest, TheDayTimerPredictsAnewOnlyOnAnotherDay) {
     FillDiary(main->Data());
     Send(WM_TIMER, DayTimerId);
-    EXPECT_FALSE(main->Data().predictor.predictionUpToDate) << "the day has not changed";
+    EXPECT_FALSE(main->Data().Prediction().predictionUpToDate) << "the day has not changed";
     SYSTEMTIME tomorrow{};
     AddDays(TestToday, 1, tomorrow);
     SetLocalNow(tomorrow);
     Send(WM_TIMER, DayTimerId + 1);
-    EXPECT_FALSE(main->Data().predictor.predictionUpToDate) << "not the day timer";
+    EXPECT_FALSE(main->Data().Prediction().predictionUpToDate) << "not the day timer";
     Send(WM_TIMER, DayTimerId);
-    EXPECT_TRUE(main->Data().predictor.predictionUpToDate);
-    EXPECT_EQ(main->Data().predictor.computedFor, ToDateKey(tomorrow));
+    EXPECT_TRUE(main->Data().Prediction().predictionUpToDate);
+    EXPECT_EQ(main->Data().Prediction().computedFor, ToDateKey(tomorrow));
     PumpMessages();
     EXPECT_TRUE(messages.boxes.empty()) << "silently";
 }

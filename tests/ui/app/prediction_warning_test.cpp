@@ -16,9 +16,9 @@ class PredictionWarningTest : public UiTest {
         const std::size_t size = std::wstring(text).size() + 1;
         auto* copy = new WCHAR[size];
         std::copy_n(text, size, copy);
-        ShowPredictionWarning(state, copy, MB_OK);
+        ShowPredictionWarning(data, copy, MB_OK);
     }
-    CyclePredictor state;
+    UserData data;
 };
 
 TEST_F(PredictionWarningTest, BoxHasNoOwnerAndWarns) {
@@ -41,7 +41,7 @@ TEST_F(PredictionWarningTest, OneBoxAnHour) {
 
 TEST_F(PredictionWarningTest, ANullTextShowsNothingAndUsesNoTurn) {
     SetTickCount(Start);
-    ShowPredictionWarning(state, nullptr, MB_OK);
+    ShowPredictionWarning(data, nullptr, MB_OK);
     EXPECT_TRUE(messages.boxes.empty());
     ShowAt(Start, TEXT("first"));
     EXPECT_EQ(messages.boxes.size(), 1U);
@@ -50,10 +50,10 @@ TEST_F(PredictionWarningTest, ANullTextShowsNothingAndUsesNoTurn) {
 TEST_F(PredictionWarningTest, InsufficientDataSharesTheHour) {
     ShowAt(Start, TEXT("first"));
     SetTickCount(Start + HourMs);
-    ShowInsufficientDataWarning(state, MB_OK);
+    ShowInsufficientDataWarning(data, MB_OK);
     EXPECT_EQ(messages.boxes.size(), 1U);
     SetTickCount(Start + HourMs + 1);
-    ShowInsufficientDataWarning(state, MB_OK);
+    ShowInsufficientDataWarning(data, MB_OK);
     ASSERT_EQ(messages.boxes.size(), 2U);
     EXPECT_EQ(messages.boxes[1].text, L"Insufficient statistical data. ");
     EXPECT_EQ(messages.boxes[1].flags, static_cast<UINT>(MB_ICONEXCLAMATION));

@@ -184,7 +184,7 @@ class RestoreCutOffTest : public BackupTestBase, public ::testing::WithParamInte
         }
         MakeFolder(UserFile(L"pictures"));  // so that the files go one by one
         ASSERT_EQ(SignIn(), 1);
-        records = main->Data().bleeding.Count() + main->Data().temperature.Count();
+        records = main->Data().Bleeding().Count() + main->Data().Temperature().Count();
     }
 
     void Restore() {
@@ -211,7 +211,7 @@ TEST_P(RestoreCutOffTest, IsSaidAndWhatIsInMemoryIsSavedWhole) {
     ExpectNothingBeside();
     UserData data;
     EXPECT_EQ(data.Load(TestUser, TestPassword), 1);
-    EXPECT_EQ(data.bleeding.Count() + data.temperature.Count(), records);
+    EXPECT_EQ(data.Bleeding().Count() + data.Temperature().Count(), records);
 }
 
 TEST_P(RestoreCutOffTest, NothingIsSavedUntilItIsEnded) {

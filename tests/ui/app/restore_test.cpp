@@ -173,7 +173,7 @@ TEST_F(RestoreCommandTest, NoKeepsTheDiary) {
     PutBackup(L"a");
     ChooseAndAnswer(IDNO);
     Command(IDM_RESTORE);
-    EXPECT_EQ(main->Data().bleeding.Count(), 1);
+    EXPECT_EQ(main->Data().Bleeding().Count(), 1);
     EXPECT_TRUE(main->Data().IsDirty());
     EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "(none)");
 }
@@ -201,7 +201,7 @@ TEST_F(RestoreCommandTest, ABackupUnderAnotherPasswordNeedsThatPassword) {
     Command(IDM_RESTORE);
     EXPECT_EQ(BoxTexts(),
               (Texts{L"Restore from backup and loose current data?", L"User/Password invalid"}));
-    EXPECT_EQ(main->Data().bleeding.Count(), 1);
+    EXPECT_EQ(main->Data().Bleeding().Count(), 1);
     EXPECT_FALSE(main->Data().IsDirty());
     ASSERT_TRUE(Close());
     UserData data;
@@ -257,7 +257,7 @@ TEST_F(RestoredViewsTest, BothBeginAtTheRestoredDiaryAndItsCurrentDate) {
         EXPECT_EQ(ScrollOf(graph, GraphView::ScrollBarId).nMax, DaysBack + 365);
         EXPECT_EQ(ScrollOf(graph, GraphView::ScrollBarId).nPos, 95 - 7);
         EXPECT_EQ(TextOf(::GetDlgItem(graph, GraphView::ValueEditId)), L"Heavy");
-        EXPECT_TRUE(main->Data().predictor.predictionUpToDate);
+        EXPECT_TRUE(main->Data().Prediction().predictionUpToDate);
     }
 }
 

@@ -255,9 +255,9 @@ class ChangePasswordTest : public LoginTest {
     /// Whether the diary on disk opens with that password.
     static bool Opens(const WCHAR* typed) {
         UserData data;
-        return data.Load(TestUser, typed) != 0 && data.bleeding.Count() == 1 &&
-               data.temperature.Count() == 1 && data.noteFlags.Count() == 1 &&
-               data.notePages.Count() == 1;
+        return data.Load(TestUser, typed) != 0 && data.Bleeding().Count() == 1 &&
+               data.Temperature().Count() == 1 && data.NoteFlags().Count() == 1 &&
+               data.NotePages().Count() == 1;
     }
 };
 
@@ -334,7 +334,7 @@ TEST_F(ChangePasswordTest, AWrongOldPasswordKeepsTheDialogOpen) {
     EXPECT_EQ(oldPassword, L"");
     EXPECT_EQ(newPassword, OtherPassword);
     EXPECT_EQ(focus, IDC_OLD_PASSWORD);
-    EXPECT_TRUE(main->Data().bleeding.dirty) << "the second try changed it";
+    EXPECT_TRUE(main->Data().Bleeding().dirty) << "the second try changed it";
 }
 
 TEST_F(ChangePasswordTest, CancelChangesNothing) {
@@ -343,7 +343,7 @@ TEST_F(ChangePasswordTest, CancelChangesNothing) {
         .Type(IDC_CONFIRM_PASSWORD, OtherPassword)
         .Press(IDCANCEL);
     Command(IDM_CHANGE_PASSWORD);
-    EXPECT_FALSE(main->Data().bleeding.dirty);
+    EXPECT_FALSE(main->Data().Bleeding().dirty);
     EXPECT_TRUE(::IsWindowEnabled(main->Handle()));
     FillDiary(main->Data());
     ASSERT_TRUE(Close());

@@ -28,7 +28,7 @@ class WipedPasswordTest : public BackupTestBase {
         UserData data;
         ASSERT_EQ(data.LoadFolder(folder.c_str(), TestPassword), 1);
         EXPECT_EQ(data.GetTemperature(&date), temperature);
-        EXPECT_EQ(data.bleeding.Count(), 1);
+        EXPECT_EQ(data.Bleeding().Count(), 1);
     }
 };
 

@@ -4,6 +4,7 @@
 #include "platform/pocketpc/common_controls.h"
 #include "resources/ids.h"
 #include "tests/ui/app/main_window_test_base.h"
+#include "tests/user_data_access.h"
 
 namespace lunara {
 namespace {
@@ -73,10 +74,10 @@ TEST_F(HistoryDialogTest, AStartThatIsTooLateLeavesTheLastFiveDays) {
     script->Press(IDOK).Press(IDCANCEL);
     Command(IDM_HISTORY);
     Expect(shown, Key(5, 10), Key(5, 15), L"5", L"Normal", true);
-    ASSERT_EQ(main->Data().bleeding.Count(), 5);
-    main->Data().bleeding.Sort();
-    EXPECT_EQ(main->Data().bleeding.At(0).date, Key(5, 10));
-    EXPECT_EQ(main->Data().bleeding.At(4).date, Key(5, 14));
+    ASSERT_EQ(main->Data().Bleeding().Count(), 5);
+    main->Data().Bleeding().Sort();
+    EXPECT_EQ(main->Data().Bleeding().At(0).date, Key(5, 10));
+    EXPECT_EQ(main->Data().Bleeding().At(4).date, Key(5, 14));
 }
 
 TEST_F(HistoryDialogTest, StartsAtTheCurrentDateWhenThatIsAllowed) {
@@ -86,7 +87,7 @@ TEST_F(HistoryDialogTest, StartsAtTheCurrentDateWhenThatIsAllowed) {
     script->Press(IDCANCEL);
     Command(IDM_HISTORY);
     Expect(shown, Key(4, 2), Key(4, 7), L"5", L"Normal", true);
-    EXPECT_EQ(main->Data().bleeding.Count(), 0);
+    EXPECT_EQ(main->Data().Bleeding().Count(), 0);
 }
 
 TEST_F(HistoryDialogTest, AllFieldsMoveTogether) {
@@ -177,7 +178,7 @@ TEST_F(HistoryDialogTest, AddingTwiceIsRefusedWithNothingWritten) {
     script->Press(IDCANCEL);
     Command(IDM_HISTORY);
     EXPECT_FALSE(afterAdd.mayAdd);
-    EXPECT_EQ(main->Data().bleeding.Count(), 5);
+    EXPECT_EQ(main->Data().Bleeding().Count(), 5);
     ASSERT_FALSE(messages.boxes.empty());
     EXPECT_EQ(messages.boxes[0].text, L"Bleeding entry for the period exists!");
     EXPECT_EQ(messages.boxes[0].caption, L"Warning");
@@ -201,7 +202,7 @@ TEST_F(HistoryDialogTest, AddComesBackWithEachAcceptedChangeAndNoOther) {
     };
     for (const auto& row : rows) {
         LUNARA_ROW(row);
-        main->Data().bleeding.Clear();
+        UserDataTestAccess::Bleeding(main->Data()).Clear();
         main->Data().SetCurrentDate(Day(2024, 4, 2));
         Shown shown{};
         script->Press(IDOK);
@@ -219,9 +220,9 @@ TEST_F(HistoryDialogTest, AddComesBackWithEachAcceptedChangeAndNoOther) {
 TEST_F(HistoryDialogTest, ClosingBringsThePredictionUpToDate) {
     script->Press(IDOK).Press(IDCANCEL);
     Command(IDM_HISTORY);
-    EXPECT_TRUE(main->Data().predictor.predictionUpToDate);
+    EXPECT_TRUE(main->Data().Prediction().predictionUpToDate);
     EXPECT_NE(::IsWindowEnabled(main->Handle()), FALSE);
-    EXPECT_GT(main->Data().predictor.bleedingLevels.Count(), 0);
+    EXPECT_GT(main->Data().Prediction().bleedingLevels.Count(), 0);
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ TEST_F(DiaryNotesTest, EmptiedNoteIsDeleted) {
     Tap(0, 2);
     ASSERT_TRUE(hand.WasUsed());
     EXPECT_EQ(std::unique_ptr<WCHAR[]>(data->GetNoteText(&third)), nullptr);
-    EXPECT_EQ(data->notePages.Count(), 0);
+    EXPECT_EQ(data->NotePages().Count(), 0);
 }
 
 TEST_F(DiaryNotesTest, LongNoteIsShownCutAndKeptWholeByCancel) {
@@ -84,9 +84,9 @@ TEST_F(DiaryNotesTest, CancelSetsTheTextThatWasRead) {
     DialogHand hand([](HWND window) { ::PostMessageW(window, WM_COMMAND, IDCANCEL, 0); });
     Tap(0, 2);
     ASSERT_TRUE(hand.WasUsed());
-    ASSERT_EQ(data->notePages.Count(), 2);
-    EXPECT_EQ(data->notePages.At(0).date, ToDateKey(other));
-    EXPECT_EQ(data->notePages.At(1).date, ToDateKey(third));
+    ASSERT_EQ(data->NotePages().Count(), 2);
+    EXPECT_EQ(data->NotePages().At(0).date, ToDateKey(other));
+    EXPECT_EQ(data->NotePages().At(1).date, ToDateKey(third));
 }
 
 TEST_F(DiaryNotesTest, TapOnAnythingElseOpensNothing) {

@@ -1,6 +1,7 @@
 // Which days the diary view shows: where it starts, how it scrolls, and how a date comes into view.
 
 #include "tests/ui/views/diary_view_test_support.h"
+#include "tests/user_data_access.h"
 
 namespace lunara {
 namespace {
@@ -14,13 +15,13 @@ TEST_F(DiaryViewTest, WithoutRecordsTheScrollRangeBeginsAtTheFirstRowShown) {
 }
 
 TEST_F(DiaryViewTest, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
-    data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);  // 100 days before
+    test::RecordBleeding(*data, ToDateKey(Day(2025, 12, 5)), 2);  // 100 days before
     Make();
     ExpectScroll(465, 90);
 }
 
 TEST_F(DiaryViewTest, RecordsOfTheFutureDoNoHarmToTheScrollRange) {
-    data->bleeding.Set(ToDateKey(Day(2028, 12, 5)), 2);
+    test::RecordBleeding(*data, ToDateKey(Day(2028, 12, 5)), 2);
     Make();
     ExpectScroll(375, 0);
 }
@@ -43,7 +44,7 @@ struct ScrollCase {
 };
 
 TEST_F(DiaryViewTest, ScrollsByADayAndByTenDays) {
-    data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);
+    test::RecordBleeding(*data, ToDateKey(Day(2025, 12, 5)), 2);
     Make();
     const ScrollCase cases[] = {
         {"line up", SB_LINEUP, Day(2026, 3, 4)},
@@ -90,7 +91,7 @@ TEST_F(DiaryViewTest, ScrollingPastTheEndEnlargesTheRangeAtTheBottom) {
 }
 
 TEST_F(DiaryViewTest, ThumbMovesTheStartWhenItIsLetGo) {
-    data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);
+    test::RecordBleeding(*data, ToDateKey(Day(2025, 12, 5)), 2);
     Make();
     const HWND bar = Child(DiaryView::ScrollBarId);
     SCROLLBARINFO info{};

@@ -7,6 +7,7 @@
 #include "cycle/day_status.h"
 #include "cycle/predictor.h"
 #include "tests/ui/views/diary_view_test_support.h"
+#include "tests/user_data_access.h"
 #include "views/month_colors.h"
 #include "window/settings.h"
 
@@ -191,8 +192,9 @@ TEST_F(DiaryViewTest, SettersWorkBeforeTheWindowExists) {
 
 TEST_F(DiaryViewTest, RowsCarryTextColorsAndPictures) {
     const SYSTEMTIME fifth = Day(2026, 3, 5);
-    SetDayFlags(data->predictor, DAY_CYCLE_START, 0, ToDateKey(fifth));
-    data->predictor.bleedingLevels.Set(ToDateKey(fifth), std::bit_cast<std::int32_t>(3.0F));
+    SetDayFlags(UserDataTestAccess::Prediction(*data), DAY_CYCLE_START, 0, ToDateKey(fifth));
+    UserDataTestAccess::Prediction(*data).bleedingLevels.Set(ToDateKey(fifth),
+                                                             std::bit_cast<std::int32_t>(3.0F));
     data->SetNoteText(TEXT("x"), &fifth);
     Make();
     const Row row = AskRow(0);
@@ -209,7 +211,8 @@ TEST_F(DiaryViewTest, RowsCarryTextColorsAndPictures) {
 TEST_F(DiaryViewTest, RowsFollowTheItemsShown) {
     StoreShowFlags(DiaryShowNotes | DiaryShowPregnancy);
     const SYSTEMTIME fifth = Day(2026, 3, 5);
-    data->predictor.pregnancyProbabilities.Set(ToDateKey(fifth), std::bit_cast<std::int32_t>(1.0F));
+    UserDataTestAccess::Prediction(*data).pregnancyProbabilities.Set(
+        ToDateKey(fifth), std::bit_cast<std::int32_t>(1.0F));
     Make();
     const Row row = AskRow(0);
     EXPECT_EQ(row.items[1].color, RGB(0, 255, 0));
@@ -256,7 +259,7 @@ TEST_F(DiaryViewTest, AReplacedDataSetIsShownFromItsOwnDate) {
     Make();
     ScrollBy(SB_PAGEDOWN);
     data->Unload();
-    data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);
+    test::RecordBleeding(*data, ToDateKey(Day(2025, 12, 5)), 2);
     PumpMessages();
     view->Reload();
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 5)));
@@ -345,7 +348,8 @@ TEST_F(DiaryViewTest, DrawsItsTitleOnWhite) {
 // A painted diary, read back from the screen.
 TEST_F(DiaryViewTest, PaintsTheDaysOfTheDataSet) {
     const SYSTEMTIME fifth = Day(2026, 3, 5);
-    data->predictor.periodProbabilities.Set(ToDateKey(fifth), std::bit_cast<std::int32_t>(1.0F));
+    UserDataTestAccess::Prediction(*data).periodProbabilities.Set(
+        ToDateKey(fifth), std::bit_cast<std::int32_t>(1.0F));
     Make();
     ::RedrawWindow(view->Handle(), nullptr, nullptr,
                    RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);

@@ -1,6 +1,7 @@
 // Which days the graph view shows: where it starts, how it scrolls, and how a date comes into view.
 
 #include "tests/ui/views/graph_view_test_support.h"
+#include "tests/user_data_access.h"
 
 namespace lunara {
 namespace {
@@ -136,7 +137,7 @@ TEST_F(GraphViewTest, ScrollingPastTheEndsWidensTheRange) {
 TEST_F(GraphViewTest, ReloadBeginsAtTheNewDiary) {
     Make();
     Warm(-400, 9800);
-    data->bleeding.Set(KeyFromToday(0), 2);
+    test::RecordBleeding(*data, KeyFromToday(0), 2);
     Send(WM_HSCROLL, SB_PAGEDOWN);
     view->Reload();
     EXPECT_EQ(Start(), KeyFromToday(-7));

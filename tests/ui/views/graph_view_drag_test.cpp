@@ -1,6 +1,7 @@
 // Tapping and dragging points of the graph with button and move messages, as a pen does it.
 
 #include "tests/ui/views/graph_view_test_support.h"
+#include "tests/user_data_access.h"
 
 namespace lunara {
 namespace {
@@ -85,7 +86,7 @@ TEST_F(GraphDragTest, BleedingIsDraggedToALevel) {
         EXPECT_EQ(data->GetBleeding(), row.to);
         EXPECT_EQ(Entry(), row.word);
     }
-    EXPECT_EQ(data->bleeding.Count(), 0);
+    EXPECT_EQ(data->Bleeding().Count(), 0);
 }
 
 // The axis reaches a level further than there are words.
@@ -128,7 +129,7 @@ TEST_F(GraphDragTest, AFirstValueIsDraggedIn) {
 // What is stored may be finer than what is shown, and a day without a value must not get one.
 TEST_F(GraphDragTest, ATapSelectsAndChangesNothing) {
     Warm(-2, 9723);
-    data->temperature.dirty = false;
+    test::ClearDirty(*data);
     for (const DWORD measure : {MeasureFahrenheit, MeasureCelsius}) {
         MakeIn(GraphShowTemperature, measure);
         for (const int day : {-2, -1}) {
@@ -143,7 +144,7 @@ TEST_F(GraphDragTest, ATapSelectsAndChangesNothing) {
             EXPECT_EQ(Current(), KeyFromToday(day));
             EXPECT_EQ(data->GetTemperature(), stored);
         }
-        EXPECT_FALSE(data->temperature.dirty);
+        EXPECT_FALSE(data->Temperature().dirty);
         ::DestroyWindow(view->Handle());
     }
 }

@@ -82,7 +82,7 @@ TEST_F(GraphViewTest, SpinTurnedToNoneRemovesTheRecord) {
     Bleed(0, 2);
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     Spin(0);
-    EXPECT_EQ(data->bleeding.Count(), 0);
+    EXPECT_EQ(data->Bleeding().Count(), 0);
     EXPECT_EQ(Entry(), L"None");
 }
 
@@ -92,8 +92,8 @@ TEST_F(GraphViewTest, SpinOnADayToComeIsRefused) {
         MakeIn(mode, MeasureFahrenheit);
         SendTo(GraphView::ValueSpinId, UDM_SETPOS, 0, SpinRange().second);
         Spin(SpinRange().second);
-        EXPECT_EQ(data->bleeding.Count(), 0);
-        EXPECT_EQ(data->temperature.Count(), 0);
+        EXPECT_EQ(data->Bleeding().Count(), 0);
+        EXPECT_EQ(data->Temperature().Count(), 0);
         EXPECT_EQ(Entry(), L"");
         EXPECT_EQ(SpinPosition(), SpinRange().first);
         ::DestroyWindow(view->Handle());

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "tests/ui/views/view_test_support.h"
+#include "tests/user_data_access.h"
 #include "views/graph_view.h"
 #include "window/settings.h"
 
@@ -41,10 +42,10 @@ class GraphViewTest : public UiTest {
         return date;
     }
     void Warm(int days, std::int32_t value) {
-        data->temperature.Set(ToDateKey(DayFromToday(days)), value);
+        test::RecordTemperature(*data, ToDateKey(DayFromToday(days)), value);
     }
     void Bleed(int days, std::int32_t level) {
-        data->bleeding.Set(ToDateKey(DayFromToday(days)), level);
+        test::RecordBleeding(*data, ToDateKey(DayFromToday(days)), level);
     }
     /// The settings' key exists from here on.
     static void Store(const WCHAR* name, DWORD value) { Settings().WriteDword(name, value); }
