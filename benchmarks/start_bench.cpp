@@ -1,13 +1,14 @@
-// Times a start of Lunara, from creating the process to the first painted diary; the sign-in dialog
-// is answered with a name and OK as soon as it is visible. The peers in the same run are a program
-// with one bare window, and one with Lunara's windows and nothing behind them.
+// Measures the time from starting Lunara to its first painted diary (the name is filled in and OK
+// pressed as soon as the sign-in dialog is visible). The peers are the start of a program with one
+// bare window, and of one with Lunara's windows and nothing behind them.
 //
-// The programs are started from outside, in turn, and polled until a pixel of their window has a
-// colour that only their own painting gives it. Windows are found by class, not by title alone:
-// asking every window for its title keeps Wine's server from answering the program that starts.
+// All are started from outside, turn by turn, and watched until a pixel of their window has the
+// colour that only their own painting gives it. Windows are searched by class and not by title
+// where possible: asking for the titles of all windows keeps Wine's server from answering the
+// program that is starting.
 //
-// Runs twice: with a pause before each start, like a user's idle machine, and without one, where
-// the previous program is still ending and takes time from every case.
+// Measured once with a pause before each start, as on an idle machine, and once without, where the
+// rest of the previous program's end takes time from the next start.
 
 #include <functional>
 #include <string>
@@ -19,15 +20,18 @@ namespace {
 using lunara::bench::NowMs;
 
 constexpr int Runs = 31;
-constexpr DWORD PauseMs = 150;  // the clean-up after a program's end takes a fifth of this
+constexpr DWORD PauseMs = 150;  // five times what the system does after the end of a program
 constexpr DWORD LongestWaitMs = 20'000;
-constexpr COLORREF BareColor = RGB(192, 192, 192);  // the grey of grey_window.h
+// A fresh Wine prefix still starts its services and reads its fonts when the first window of a
+// program opens, which takes minutes on a busy machine.
+constexpr DWORD LongestFirstWaitMs = 300'000;
+constexpr COLORREF BareColor = RGB(192, 192, 192);  // painted by grey_window.h
 
-/// Polls `condition` every ms; false when it still fails after LongestWaitMs.
-bool WaitUntil(const std::function<bool()>& condition) {
+/// Polls the condition every millisecond; false when it does not hold within `limitMs`.
+bool WaitUntil(const std::function<bool()>& condition, DWORD limitMs) {
     const double start = NowMs();
     while (!condition()) {
-        if (NowMs() - start > LongestWaitMs) {
+        if (NowMs() - start > limitMs) {
             return false;
         }
         ::Sleep(1);
@@ -35,7 +39,7 @@ bool WaitUntil(const std::function<bool()>& condition) {
     return true;
 }
 
-/// A program that was started; End closes its window and waits for the process.
+/// A program that was started. Its end is the caller's duty.
 struct Running {
     PROCESS_INFORMATION process{};
 
@@ -47,9 +51,14 @@ struct Running {
         return ::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,
                                 folder.c_str(), &start, &process) != 0;
     }
+    /// Closes the window and waits for the end of the process, which is terminated when it does not
+    /// come or when there is no window to close (null).
     void End(HWND window) {
-        ::PostMessageW(window, WM_CLOSE, 0, 0);
-        if (::WaitForSingleObject(process.hProcess, LongestWaitMs) != WAIT_OBJECT_0) {
+        if (window != nullptr) {
+            ::PostMessageW(window, WM_CLOSE, 0, 0);
+        }
+        if (::WaitForSingleObject(process.hProcess, window == nullptr ? 0 : LongestWaitMs) !=
+            WAIT_OBJECT_0) {
             ::TerminateProcess(process.hProcess, 1);
         }
         ::CloseHandle(process.hThread);
@@ -57,8 +66,8 @@ struct Running {
     }
 };
 
-/// The colour of a pixel of the window, in client coordinates. Read from the screen: the device
-/// context of another program's window need not hold what is visible.
+/// A pixel of the window, read from the screen: another process's device context may hold pixels
+/// that are not on the screen yet. `x` and `y` are client coordinates.
 COLORREF PixelOf(HWND window, int x, int y) {
     POINT point{x, y};
     ::ClientToScreen(window, &point);
@@ -68,20 +77,23 @@ COLORREF PixelOf(HWND window, int x, int y) {
     return color;
 }
 
-/// ms from starting the program to its painted window; -1 when it does not come up.
-double StartBareWindow(const std::wstring& program) {
+/// Time until the bare window is painted, in ms; negative when that takes longer than `limitMs`.
+double StartBareWindow(const std::wstring& program, DWORD limitMs) {
     const double begin = NowMs();
     Running running;
-    HWND window = nullptr;
-    if (!running.Start(program) || !WaitUntil([&] {
-            window = ::FindWindowW(L"LunaraBareWindow", nullptr);
-            return window != nullptr && PixelOf(window, 100, 100) == BareColor;
-        })) {
+    if (!running.Start(program)) {
         return -1;
     }
+    HWND window = nullptr;
+    const bool painted = WaitUntil(
+        [&] {
+            window = ::FindWindowW(L"LunaraBareWindow", nullptr);
+            return window != nullptr && PixelOf(window, 100, 100) == BareColor;
+        },
+        limitMs);
     const double elapsed = NowMs() - begin;
     running.End(window);
-    return elapsed;
+    return painted ? elapsed : -1;
 }
 
 HWND FindSignIn() {
@@ -96,35 +108,38 @@ HWND FindCalendar(const wchar_t* mainClass) {
     return diary == nullptr ? nullptr : ::GetDlgItem(diary, 3002);
 }
 
-/// Whether the calendar's left column has the colour of a month, which only its own painting gives
-/// it.
+/// Whether the month band, the calendar's left column, has its colour, which nothing but the
+/// calendar's own painting gives it.
 bool IsPainted(HWND calendar) {
     const COLORREF color = PixelOf(calendar, 3, 5);
     return color != CLR_INVALID && color != RGB(255, 255, 255) && color != RGB(0, 0, 0) &&
            color != ::GetSysColor(COLOR_BTNFACE);
 }
 
-/// ms from starting the program, through its sign-in, to its painted diary; -1 when it does not
-/// come up. `mainClass` is the class of its main window.
-double StartWithSignIn(const std::wstring& program, const wchar_t* mainClass) {
+/// Time until the diary is painted, in ms; negative when a step of it takes longer than `limitMs`.
+/// `mainClass` is the class of the main window.
+double StartWithSignIn(const std::wstring& program, const wchar_t* mainClass, DWORD limitMs) {
     const double begin = NowMs();
     Running running;
-    HWND dialog = nullptr;
-    HWND calendar = nullptr;
-    if (!running.Start(program) || !WaitUntil([&] { return (dialog = FindSignIn()) != nullptr; })) {
+    if (!running.Start(program)) {
         return -1;
     }
-    ::SendDlgItemMessageW(dialog, 1002, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"Sample"));
-    ::PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-    const bool painted =
-        WaitUntil([&] { return (calendar = FindCalendar(mainClass)) != nullptr; }) &&
-        WaitUntil([&] { return IsPainted(calendar); });
+    HWND dialog = nullptr;
+    HWND calendar = nullptr;
+    bool painted = WaitUntil([&] { return (dialog = FindSignIn()) != nullptr; }, limitMs);
+    if (painted) {
+        ::SendDlgItemMessageW(dialog, 1002, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"Sample"));
+        ::PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+        painted =
+            WaitUntil([&] { return (calendar = FindCalendar(mainClass)) != nullptr; }, limitMs) &&
+            WaitUntil([&] { return IsPainted(calendar); }, limitMs);
+    }
     const double elapsed = NowMs() - begin;
-    running.End(::GetAncestor(calendar, GA_ROOT));
+    running.End(calendar == nullptr ? nullptr : ::GetAncestor(calendar, GA_ROOT));
     return painted ? elapsed : -1;
 }
 
-/// Runs a command and waits for it; whether it exited with 0.
+/// Runs a program; false when it does not end with exit code 0 in time.
 bool RunToEnd(const std::wstring& commandLine) {
     std::wstring line = commandLine;
     STARTUPINFOW start{};
@@ -134,7 +149,7 @@ bool RunToEnd(const std::wstring& commandLine) {
                          &process) == 0) {
         return false;
     }
-    ::WaitForSingleObject(process.hProcess, LongestWaitMs);
+    ::WaitForSingleObject(process.hProcess, LongestFirstWaitMs);
     DWORD code = 1;
     ::GetExitCodeProcess(process.hProcess, &code);
     ::CloseHandle(process.hThread);
@@ -142,8 +157,7 @@ bool RunToEnd(const std::wstring& commandLine) {
     return code == 0;
 }
 
-/// Makes a program folder with a copy of Lunara.exe and the sample diary. Returns the copy's path;
-/// "" on failure.
+/// Makes a program folder with the sample diary in it. The path of its Lunara.exe; "" on failure.
 std::wstring PrepareProgram(const std::wstring& build) {
     const std::wstring folder = build + L"\\benchmarks\\start";
     ::CreateDirectoryW(folder.c_str(), nullptr);
@@ -156,7 +170,7 @@ std::wstring PrepareProgram(const std::wstring& build) {
         !RunToEnd(L"\"" + build + L"\\lunara-cli.exe\" sample \"" + diary + L"\"")) {
         return {};
     }
-    // Makes the diary the first view shown, whatever view was shown last.
+    // The diary must come up, whichever view was shown last.
     HKEY key = nullptr;
     if (::RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Apps\\Lunara", 0, nullptr, 0, KEY_WRITE,
                           nullptr, &key, nullptr) == ERROR_SUCCESS) {
@@ -182,24 +196,38 @@ double Median(std::vector<double> times) {
 
 struct Case {
     const char* name;
-    std::function<double()> start;  // starts the program once; ms, negative on failure
-    std::vector<double> times;
+    /// The time of one start, in ms; negative when the program did not come up within that limit.
+    std::function<double(DWORD limitMs)> start;
+    std::vector<double> times;  // of the measured starts, ms
 };
 
-/// Times all cases in turn and prints them with their ratio to the first one. False when a program
-/// did not come up.
+/// The time of one start; negative, and a line on the standard output, when there was none.
+double StartOnce(const Case& each, DWORD limitMs) {
+    const double time = each.start(limitMs);
+    if (time < 0) {
+        std::printf("start_bench: did not come up: %s\n", each.name);
+    }
+    return time;
+}
+
+/// Starts and ends each program once, unmeasured: makes a fresh prefix ready and warms the caches.
+/// False when a program did not come up.
+bool WarmUp(const std::vector<Case>& cases) {
+    return std::all_of(cases.begin(), cases.end(),
+                       [](const Case& each) { return StartOnce(each, LongestFirstWaitMs) >= 0; });
+}
+
+/// Measures the cases turn by turn and reports them. The first case is the reference of the ratios.
+/// False when a program did not come up.
 bool Compare(std::vector<Case> cases, DWORD pauseMs) {
-    for (int run = -1; run < Runs; ++run) {  // run -1 warms the caches
+    for (int run = 0; run < Runs; ++run) {
         for (Case& each : cases) {
             ::Sleep(pauseMs);
-            const double time = each.start();
+            const double time = StartOnce(each, LongestWaitMs);
             if (time < 0) {
-                std::printf("start_bench: did not come up: %s\n", each.name);
                 return false;
             }
-            if (run >= 0) {
-                each.times.push_back(time);
-            }
+            each.times.push_back(time);
         }
     }
     std::printf("start to first painted window, %d runs each, turn by turn, %lu ms between them\n",
@@ -227,15 +255,19 @@ int main() {
         return 1;
     }
 
+    const std::vector<Case> cases = {
+        {"bare window", [&](DWORD limitMs) { return StartBareWindow(bare, limitMs); }, {}},
+        {"Lunara's windows alone",
+         [&](DWORD limitMs) { return StartWithSignIn(sameWindows, L"LunaraSameWindows", limitMs); },
+         {}},
+        {"Lunara, first painted diary",
+         [&](DWORD limitMs) { return StartWithSignIn(program, L"wfcWnd_1_0", limitMs); },
+         {}}};
+    if (!WarmUp(cases)) {
+        return 1;
+    }
     for (const DWORD pause : {PauseMs, DWORD{0}}) {
-        if (!Compare({{"bare window", [&] { return StartBareWindow(bare); }, {}},
-                      {"Lunara's windows alone",
-                       [&] { return StartWithSignIn(sameWindows, L"LunaraSameWindows"); },
-                       {}},
-                      {"Lunara, first painted diary",
-                       [&] { return StartWithSignIn(program, L"wfcWnd_1_0"); },
-                       {}}},
-                     pause)) {
+        if (!Compare(cases, pause)) {
             return 1;
         }
     }

@@ -1,16 +1,16 @@
 #pragma once
 
-// What the tests of backup and of restore start from: a sample diary and no backups.
+// The base of the tests of backup and restore, which begin with a sample diary and no backups.
 
 #include <string>
 
+#include "tests/driver/menus.h"
+#include "tests/driver/steps.h"
+#include "tests/driver/wait.h"
 #include "tests/e2e/backups.h"
 #include "tests/e2e/fixture.h"
-#include "tests/e2e/menus.h"
-#include "tests/e2e/steps.h"
-#include "tests/e2e/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 
 inline constexpr WCHAR User[] = L"Anna";
 inline constexpr WCHAR OtherPassword[] = L"neap tide";
@@ -31,22 +31,18 @@ class BackupTest : public EndToEnd {
     }
     std::wstring UserFile(const WCHAR* name) { return folder.UserFolder(User) + L"\\" + name; }
 
-    /// A diary of the companion's under that password, as a backup.
+    /// Puts an older sample diary, under that password, where the backup of that name belongs.
     void MakeSampleBackup(const std::wstring& name, const std::wstring& password) {
-        ASSERT_EQ(folder
-                      .RunCompanion(L"sample \"" + BackupFolder(name) + L"\" --today " +
-                                        IsoDate(AddDays(Today, -90)),
-                                    password)
-                      .exitCode,
-                  0u);
+        ASSERT_TRUE(folder.MakeSampleDiary(BackupFolder(name), password, AddDays(Today, -90)));
     }
 
-    /// Backs up and reads what is said of it.
-    static std::wstring Backup(Program& program, const std::wstring& name, bool saveFirst = true) {
+    /// Makes a backup and closes the box at its end. The text of the box; empty when none came.
+    static std::wstring MakeBackup(Program& program, const std::wstring& name,
+                                   bool saveFirst = true) {
         return BeginBackup(program, name, saveFirst) ? AnswerBox(program, L"Message") : L"";
     }
 
-    /// The sign-in that asks for the password once more.
+    /// Waits for the sign-in in which the user cannot be changed: it asks for the password again.
     static HWND PasswordQuestion(Program& program) {
         const HWND dialog = program.WaitForDialog(L"Login user");
         const HWND name = ::GetDlgItem(dialog, ControlUserName);
@@ -59,31 +55,33 @@ class BackupTest : public EndToEnd {
         return PasswordQuestion(program) != nullptr && program.EnterUser(User, password);
     }
 
-    /// The open sign-in refuses that password.
+    /// The open sign-in refuses that password and stays open.
     static void ExpectWrong(Program& program, const std::wstring& password) {
         ASSERT_TRUE(program.EnterUser(User, password));
         EXPECT_EQ(AnswerBox(program, L"Warning"), L"User/Password invalid");
         EXPECT_NE(program.FindDialog(L"Login user"), nullptr);
     }
 
-    /// A wrong answer to the question is refused.
+    /// The password is asked again, and that one is refused.
     static void ExpectRefusal(Program& program, const std::wstring& password) {
         ASSERT_NE(PasswordQuestion(program), nullptr);
         ExpectWrong(program, password);
     }
 
-    /// Ends it by its menu. It may ask before.
+    /// Chooses Exit from the menu. The program may ask before it ends.
     static void Leave(Program& program) { ASSERT_TRUE(ChooseFromMenu(program, CommandExit)); }
 
-    static ::testing::AssertionResult HasEnded(Program& program) {
+    /// Waits until the process ends, which must be with exit code 0.
+    static testing::AssertionResult HasEnded(Program& program) {
         if (!program.WaitForEnd()) {
-            return ::testing::AssertionFailure();
+            return testing::AssertionFailure();
         }
         return program.ExitCode() == 0
-                   ? ::testing::AssertionSuccess()
-                   : ::testing::AssertionFailure() << "exit code " << program.ExitCode();
+                   ? testing::AssertionSuccess()
+                   : testing::AssertionFailure() << "exit code " << program.ExitCode();
     }
 
+    /// The note in that row, as its dialog shows it.
     static std::wstring NoteOf(Program& program, int row) {
         const HWND dialog = OpenNote(program, row);
         std::wstring text = Program::TextOf(::GetDlgItem(dialog, ControlNoteText));
@@ -91,7 +89,7 @@ class BackupTest : public EndToEnd {
         return text;
     }
 
-    /// What the system says of an error, on one line.
+    /// The first line of the system's message for an error code.
     static std::wstring SystemText(DWORD error) {
         std::array<WCHAR, 256> text{};
         ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error,
@@ -104,12 +102,12 @@ class BackupTest : public EndToEnd {
         return text.find(part) != std::string::npos;
     }
 
-    /// Whether that is among the words of a box.
-    static ::testing::AssertionResult Says(const std::wstring& box, const std::wstring& words) {
-        return (box.find(words) != std::wstring::npos ? ::testing::AssertionSuccess()
-                                                      : ::testing::AssertionFailure())
+    /// Whether the text of a box contains these words.
+    static testing::AssertionResult Says(const std::wstring& box, const std::wstring& words) {
+        return (box.find(words) != std::wstring::npos ? testing::AssertionSuccess()
+                                                      : testing::AssertionFailure())
                << ToUtf8(box);
     }
 };
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

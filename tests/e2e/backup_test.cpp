@@ -1,17 +1,17 @@
-// Backup, and the password asked again after it: what was entered is never lost, whatever is
-// answered and whatever fails on the way.
+// Backup, and the question for the password that follows the next entry: no entry is lost, whatever
+// the user answers and whatever fails on the way.
 
+#include "tests/driver/menus.h"
 #include "tests/e2e/backup_fixture.h"
-#include "tests/e2e/menus.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
-class Backups : public BackupTest {};
+class Backup : public BackupTest {};
 
 // ---- The password after a backup ----
 
-TEST_F(Backups, EntriesAfterABackupAskForThePasswordAtTheEndAndAreKept) {
+TEST_F(Backup, EntriesAfterABackupAskForThePasswordAtTheEndAndAreKept) {
     {
         Program program(folder);
         ASSERT_TRUE(program.StartAndSignIn(User, Password));
@@ -56,11 +56,11 @@ TEST_F(Backups, EntriesAfterABackupAskForThePasswordAtTheEndAndAreKept) {
     EXPECT_TRUE(again.Exit());
 }
 
-TEST_F(Backups, LeavingWithoutSavingKeepsWhatTheBackupSaved) {
+TEST_F(Backup, LeavingWithoutSavingKeepsWhatTheBackupSaved) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow - 1, L"Before"));
-    ASSERT_EQ(Backup(program, L""), L"Backup is done!");
+    ASSERT_EQ(MakeBackup(program, L""), L"Backup is done!");
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Afterwards"));
     const std::string files = FilesOf(User);
     Leave(program);
@@ -73,32 +73,32 @@ TEST_F(Backups, LeavingWithoutSavingKeepsWhatTheBackupSaved) {
     EXPECT_TRUE(Contains(Export(User), "Before"));
 }
 
-TEST_F(Backups, WithNothingToSaveTheEndDoesNotAsk) {
+TEST_F(Backup, WithNothingToSaveTheEndDoesNotAsk) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Saved by the backup"));
-    ASSERT_EQ(Backup(program, L""), L"Backup is done!");
+    ASSERT_EQ(MakeBackup(program, L""), L"Backup is done!");
     EXPECT_TRUE(program.Exit());
     EXPECT_TRUE(Contains(Export(User), "Saved by the backup"));
 }
 
-TEST_F(Backups, WithoutSavingFirstTheBackupIsWhatWasOnDisk) {
+TEST_F(Backup, WithoutSavingFirstTheBackupIsWhatWasOnDisk) {
     const std::string before = FilesOf(User);
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Not yet saved"));
-    ASSERT_EQ(Backup(program, L"as it was", false), L"Backup is done!");
+    ASSERT_EQ(MakeBackup(program, L"as it was", false), L"Backup is done!");
     EXPECT_TRUE(FilesOf(User) == before);
     EXPECT_TRUE(DataFilesIn(BackupFolder(L"as it was")) == before);
     EXPECT_TRUE(program.Exit()) << "the password is still known";
     EXPECT_TRUE(Contains(Export(User), "Not yet saved"));
 }
 
-TEST_F(Backups, TheNextBackupAsksForThePasswordOnlyAfterNewEntries) {
+TEST_F(Backup, TheNextBackupAsksForThePasswordOnlyAfterNewEntries) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
-    ASSERT_EQ(Backup(program, L"first"), L"Backup is done!");
-    ASSERT_EQ(Backup(program, L"second"), L"Backup is done!");
+    ASSERT_EQ(MakeBackup(program, L"first"), L"Backup is done!");
+    ASSERT_EQ(MakeBackup(program, L"second"), L"Backup is done!");
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Later"));
 
     ASSERT_TRUE(BeginBackup(program, L"given up", true));
@@ -118,10 +118,10 @@ TEST_F(Backups, TheNextBackupAsksForThePasswordOnlyAfterNewEntries) {
     EXPECT_FALSE(Contains(ExportFolder(BackupFolder(L"second")), "Later"));
 }
 
-TEST_F(Backups, ChangingThePasswordAfterABackupAsksForThePresentOneFirst) {
+TEST_F(Backup, ChangingThePasswordAfterABackupAsksForThePresentOneFirst) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
-    ASSERT_EQ(Backup(program, L"old password"), L"Backup is done!");
+    ASSERT_EQ(MakeBackup(program, L"old password"), L"Backup is done!");
     ASSERT_TRUE(ChooseFromMenu(program, CommandChangePassword));
     ExpectRefusal(program, OtherPassword);
     ASSERT_TRUE(GivePassword(program, Password));
@@ -136,8 +136,8 @@ TEST_F(Backups, ChangingThePasswordAfterABackupAsksForThePresentOneFirst) {
     ASSERT_TRUE(program.Leave(dialog, ControlOk));
     ASSERT_TRUE(program.Settle());
 
-    // The new one is known, and the files get it from the next backup on.
-    ASSERT_EQ(Backup(program, L"new password"), L"Backup is done!");
+    // The program holds the new password; the next backup saves the files under it.
+    ASSERT_EQ(MakeBackup(program, L"new password"), L"Backup is done!");
     EXPECT_TRUE(Opens(User, OtherPassword));
     EXPECT_TRUE(FolderOpens(BackupFolder(L"new password"), OtherPassword));
     EXPECT_TRUE(FolderOpens(BackupFolder(L"old password"), Password));
@@ -149,7 +149,7 @@ TEST_F(Backups, ChangingThePasswordAfterABackupAsksForThePresentOneFirst) {
     EXPECT_TRUE(Contains(Export(User, OtherPassword), "Afterwards"));
 }
 
-TEST_F(Backups, BoxesHoldTheWindowsBehindThemUntilTheyAreRead) {
+TEST_F(Backup, BoxesHoldTheWindowsBehindThemUntilTheyAreRead) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(BeginBackup(program, L"a", true));
@@ -176,9 +176,9 @@ TEST_F(Backups, BoxesHoldTheWindowsBehindThemUntilTheyAreRead) {
     EXPECT_TRUE(program.Exit());
 }
 
-// ---- What goes wrong ----
+// ---- Failures ----
 
-TEST_F(Backups, NamesWithFoldersAreTakenAndRefusedOnesSaid) {
+TEST_F(Backup, NamesWithFoldersAreTakenAndRefusedOnesSaid) {
     const std::string before = FilesOf(User);
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
@@ -188,7 +188,7 @@ TEST_F(Backups, NamesWithFoldersAreTakenAndRefusedOnesSaid) {
     }};
     for (const auto& [name, place] : taken) {
         SCOPED_TRACE(ToUtf8(name));
-        EXPECT_EQ(Backup(program, name), L"Backup is done!");
+        EXPECT_EQ(MakeBackup(program, name), L"Backup is done!");
         EXPECT_TRUE(DataFilesIn(BackupFolder(place)) == before);
     }
     for (const WCHAR* name : {L"a<b", L"a|b", L"what?", L"a*", L"..\\Berta", L"\\"}) {
@@ -202,7 +202,7 @@ TEST_F(Backups, NamesWithFoldersAreTakenAndRefusedOnesSaid) {
     EXPECT_TRUE(FilesOf(User) == before);
 }
 
-TEST_F(Backups, AFileInUseFailsTheBackupAndLeavesTheDiary) {
+TEST_F(Backup, AFileInUseFailsTheBackupAndLeavesTheDiary) {
     const std::string before = FilesOf(User);
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
@@ -219,7 +219,7 @@ TEST_F(Backups, AFileInUseFailsTheBackupAndLeavesTheDiary) {
     EXPECT_TRUE(FilesOf(User) == before);
 }
 
-TEST_F(Backups, AFullDiskFailsTheBackupAndLeavesTheDiary) {
+TEST_F(Backup, AFullDiskFailsTheBackupAndLeavesTheDiary) {
     const std::string before = FilesOf(User);
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
@@ -230,13 +230,13 @@ TEST_F(Backups, AFullDiskFailsTheBackupAndLeavesTheDiary) {
     }
     EXPECT_TRUE(FilesOf(User) == before);
     EXPECT_FALSE(DataFilesIn(BackupFolder(OfferedName)) == before);
-    EXPECT_EQ(Backup(program, L""), L"Backup is done!");
+    EXPECT_EQ(MakeBackup(program, L""), L"Backup is done!");
     EXPECT_TRUE(DataFilesIn(BackupFolder(OfferedName)) == before);
     EXPECT_TRUE(program.Exit());
     EXPECT_TRUE(FilesOf(User) == before);
 }
 
-TEST_F(Backups, AFullDiskAtTheEndIsSaidAndTheSaveRetried) {
+TEST_F(Backup, AFullDiskAtTheEndIsSaidAndTheSaveRetried) {
     const std::string before = FilesOf(User);
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
@@ -254,7 +254,7 @@ TEST_F(Backups, AFullDiskAtTheEndIsSaidAndTheSaveRetried) {
     EXPECT_TRUE(Contains(Export(User), "Kept after all"));
 }
 
-TEST_F(Backups, ASaveThatFailsBeforeABackupIsMadeUpForAtTheEnd) {
+TEST_F(Backup, ASaveThatFailsBeforeABackupIsMadeUpForAtTheEnd) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Still there"));
@@ -271,7 +271,7 @@ TEST_F(Backups, ASaveThatFailsBeforeABackupIsMadeUpForAtTheEnd) {
     EXPECT_TRUE(Contains(Export(User), "Still there"));
 }
 
-TEST_F(Backups, ASaveThatFailsAtTheEndNamesTheFileAndIsRetried) {
+TEST_F(Backup, ASaveThatFailsAtTheEndNamesTheFileAndIsRetried) {
     const std::string before = FilesOf(User);
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
@@ -296,11 +296,11 @@ TEST_F(Backups, ASaveThatFailsAtTheEndNamesTheFileAndIsRetried) {
     EXPECT_TRUE(Contains(Export(User), "Kept after all"));
 }
 
-TEST_F(Backups, ASaveThatFailsAtTheEndAndIsGivenUpLeavesTheFiles) {
+TEST_F(Backup, ASaveThatFailsAtTheEndAndIsGivenUpLeavesTheFiles) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Given up"));
-    // A folder stands where the new file has to go.
+    // A folder occupies the name of the new file.
     const std::string before = FilesOf(User);
     ASSERT_NE(::CreateDirectoryW(UserFile(L"NotePages.new").c_str(), nullptr), FALSE);
     Leave(program);
@@ -311,4 +311,4 @@ TEST_F(Backups, ASaveThatFailsAtTheEndAndIsGivenUpLeavesTheFiles) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

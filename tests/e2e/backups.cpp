@@ -4,11 +4,11 @@
 
 #include <filesystem>
 
-#include "tests/e2e/menus.h"
-#include "tests/e2e/steps.h"
-#include "tests/e2e/wait.h"
+#include "tests/driver/menus.h"
+#include "tests/driver/steps.h"
+#include "tests/driver/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 
 namespace {
 
@@ -95,11 +95,11 @@ HWND ChooseBackup(Program& program, const std::wstring& name) {
     if (!program.Settle()) {
         return nullptr;
     }
-    if (IsListOpen(list)) {  // not every system closes it for a letter
+    if (IsListOpen(list)) {  // on some systems a letter closes the list
         program.Press(VK_RETURN);
     }
     return WaitFor([&] { return !IsListOpen(list) && Program::TextOf(list) == name; }) ? dialog
                                                                                        : nullptr;
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -1,29 +1,30 @@
 #pragma once
 
-// Backups as they lie in the documents folder, and the two dialogs that make and restore them.
+// Backups in the documents folder, and the two dialogs that make and restore them.
 
 #include <string>
 #include <vector>
 
-#include "tests/e2e/driver.h"
+#include "tests/driver/program.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 
-/// The folder of all backups, of all users.
+/// The folder of all backups of all users; empty when the documents folder is unknown.
 std::wstring BackupRoot();
-/// No backups of anybody, as nothing but the tests uses this documents folder.
+/// Deletes all backups of all users. Safe, because the documents folder lies in the run's own
+/// prefix.
 void ForgetBackups();
-/// Every folder below `folder` that holds data files, itself included.
+/// `folder` and the folders below it, in no particular order, as far as they hold data files.
 std::vector<std::wstring> DiaryFoldersBelow(const std::wstring& folder);
 
-/// Opens Backup from the menu, fills it in (a name of "" leaves the one that is offered) and has it
-/// begin. The boxes that follow are left to the caller.
+/// Opens Backup from the menu, fills the dialog in and clicks its button. An empty name keeps the
+/// offered one. Boxes that follow are left to the caller.
 bool BeginBackup(Program& program, const std::wstring& name, bool saveFirst);
-/// Opens Restore from the menu and, with a click, the list in it; null when that did not come
-/// about.
+/// Opens Restore from the menu and drops its list down with a click. The dialog; null when that
+/// fails.
 HWND OpenBackupList(Program& program);
-/// Opens Restore from the menu and chooses the backup, the only one whose name begins with that
-/// letter; null when that did not come about.
+/// Opens Restore from the menu and chooses the backup by typing its first letter, which no other
+/// backup may begin with. The dialog; null when that fails.
 HWND ChooseBackup(Program& program, const std::wstring& name);
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

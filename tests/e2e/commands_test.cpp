@@ -1,20 +1,22 @@
-// Every Show command, from the menu and from the menu bar, in both views; and the view commands.
+// The Show commands, from the menu and from the menu bar, in both views, and the commands that
+// switch views.
 
 #include <windows.h>
-// After windows.h, which it builds on.
+
+// commctrl.h requires windows.h.
 #include <commctrl.h>
 
+#include "tests/driver/menus.h"
+#include "tests/driver/wait.h"
 #include "tests/e2e/fixture.h"
-#include "tests/e2e/menus.h"
-#include "tests/e2e/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 struct Show {
     const char* label;
     UINT command;
-    DWORD bit;  // of the diary's show flags
+    DWORD bit;  // in the setting DiaryView_ShowFlags
 };
 
 constexpr std::array<Show, 5> DiaryItems = {{
@@ -34,7 +36,7 @@ class Commands : public EndToEnd {
         MakeSampleDiary(L"Anna");
     }
 
-    /// The item cells of a row as they are on the screen: how many stand before the white.
+    /// Counts the cells of the first row on the screen: each ends in a black border.
     static int CellsShown(Program& program) {
         const int side = program.AskRow(0, 5).height;
         const Picture agenda = Program::Look(program.Agenda());
@@ -45,12 +47,13 @@ class Commands : public EndToEnd {
         return cells;
     }
 
-    /// Whether the rows come to have that many cells: painting waits until all else is done.
-    static ::testing::AssertionResult ShowsCells(Program& program, int cells) {
+    /// Whether the rows come to have that many cells. Polls, because painting comes after all
+    /// messages.
+    static testing::AssertionResult ShowsCells(Program& program, int cells) {
         if (WaitFor([&] { return CellsShown(program) == cells; })) {
-            return ::testing::AssertionSuccess();
+            return testing::AssertionSuccess();
         }
-        return ::testing::AssertionFailure() << CellsShown(program) << " cells are shown";
+        return testing::AssertionFailure() << CellsShown(program) << " cells are shown";
     }
 };
 
@@ -71,7 +74,7 @@ TEST_F(Commands, DiaryItemsAreToggledFromMenuAndMenuBar) {
     EXPECT_TRUE(program.Exit());
 }
 
-TEST_F(Commands, TheLastItemStays) {
+TEST_F(Commands, TheLastShownItemCannotBeHidden) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     for (const Show& item : DiaryItems) {
@@ -159,7 +162,7 @@ TEST_F(Commands, GraphShowsEitherBleedingOrTemperature) {
     expect(CommandShowTemperature, CommandShowBleeding);
     ASSERT_TRUE(SwitchByButton(program, CommandShowBleeding));
     expect(CommandShowBleeding, CommandShowTemperature);
-    // The menu offers the others, too, without effect here.
+    // The menu also offers the items that only the diary has; in the graph they do nothing.
     for (const UINT other :
          {CommandShowNotes, CommandShowPeriod, CommandShowOvulation, CommandShowPregnancy}) {
         ASSERT_TRUE(SwitchByMenu(program, other));
@@ -188,4 +191,4 @@ TEST_F(Commands, AboutHidesTheButtonsWhileItIsShown) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

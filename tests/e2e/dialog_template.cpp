@@ -3,14 +3,14 @@
 #include <array>
 #include <cstring>
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 constexpr WORD ExtendedVersion = 1;
 constexpr WORD ExtendedSignature = 0xFFFF;
-constexpr WORD OrdinalMark = 0xFFFF;  // before a number that stands where a text could
+constexpr WORD OrdinalMark = 0xFFFF;  // a number follows instead of a text
 
-/// Takes one value after the other; past the end everything is 0 and `IsComplete` false.
+/// Reads a sequence of values. Past the end every value is 0 and `IsComplete` turns false for good.
 class Reader {
   public:
     explicit Reader(std::span<const BYTE> toRead) : bytes(toRead) {}
@@ -33,9 +33,10 @@ class Reader {
         position = isComplete ? position + count : bytes.size();
     }
 
-    /// Items begin at multiples of four.
+    /// Skips to the next multiple of four, where an item begins.
     void Align() { Skip(((position + 3) & ~std::size_t{3}) - position); }
 
+    /// A text ended by 0; "#N" for a number in place of a text.
     std::wstring TakeText() {
         std::wstring text;
         for (WORD unit = Take<WORD>(); unit != 0; unit = Take<WORD>()) {
@@ -63,7 +64,7 @@ class Reader {
     bool isComplete = true;
 };
 
-/// The dialog manager's own classes go by numbers.
+/// The name of a class; the dialog manager's predefined ones are given by number.
 std::wstring ClassName(const std::wstring& name) {
     constexpr std::array<const WCHAR*, 6> Known = {L"Button",  L"Edit",      L"Static",
                                                    L"ListBox", L"ScrollBar", L"ComboBox"};
@@ -84,7 +85,7 @@ TemplateItem TakeItem(Reader& reader) {
     item.id = reader.Take<DWORD>();
     item.windowClass = ClassName(reader.TakeText());
     item.text = reader.TakeText();
-    reader.Skip(reader.Take<WORD>());  // what the control is given when it is created
+    reader.Skip(reader.Take<WORD>());  // creation data
     return item;
 }
 
@@ -113,4 +114,4 @@ std::optional<DialogTemplate> ReadDialogTemplate(std::span<const BYTE> bytes) {
     return reader.IsComplete() ? std::optional(dialog) : std::nullopt;
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

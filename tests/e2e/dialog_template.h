@@ -1,6 +1,6 @@
 #pragma once
 
-// A dialog resource taken apart, without making a dialog of it.
+// Parses a dialog resource without creating a dialog from it.
 
 #include <windows.h>
 
@@ -9,14 +9,14 @@
 #include <string>
 #include <vector>
 
-namespace lunara::e2e {
+namespace lunara::test {
 
 struct TemplateItem {
-    DWORD id;  // 0xFFFFFFFF for those that nobody asks for
+    DWORD id;  // 0xFFFFFFFF for controls without an id of their own
     DWORD style;
     RECT place;  // dialog units
     std::wstring windowClass;
-    std::wstring text;  // "#101" where a resource is named by its number
+    std::wstring text;  // "#101" for a resource given by its number
 };
 
 struct DialogTemplate {
@@ -25,8 +25,8 @@ struct DialogTemplate {
     std::vector<TemplateItem> items;
 };
 
-/// Reads a template of the extended kind (DIALOGEX); nothing when it is another kind, or when it
-/// ends before all its items do.
+/// Parses a template of the extended kind (DIALOGEX). Nothing for another kind, or when the bytes
+/// end before the last item does.
 std::optional<DialogTemplate> ReadDialogTemplate(std::span<const BYTE> bytes);
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

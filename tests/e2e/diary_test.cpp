@@ -1,17 +1,16 @@
-// The diary shows what the companion predicts from the same files, on the screen and in its
-// answers.
+// The diary shows what the companion predicts from the same files: in its answers to the agenda and
+// on the screen.
 
+#include "tests/driver/wait.h"
 #include "tests/e2e/expectation.h"
 #include "tests/e2e/fixture.h"
-#include "tests/e2e/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 class Diary : public EndToEnd {
   protected:
-    /// Regular cycles before today, and near today one day of everything that has a mark of its
-    /// own.
+    /// Regular cycles up to three weeks ago, then one day for each mark that the diary can show.
     void MakeMarkedDiary(const std::wstring& user) {
         std::string records;
         for (int cycle = 13; cycle >= 1; --cycle) {
@@ -74,4 +73,4 @@ TEST_F(Diary, ShowsDistantDaysAfterScrolling) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -1,16 +1,16 @@
-// Every way out saves the diary and the settings.
+// Every way to end the program saves the diary and the settings.
 
+#include "tests/driver/menus.h"
+#include "tests/driver/steps.h"
+#include "tests/driver/wait.h"
 #include "tests/e2e/fixture.h"
-#include "tests/e2e/menus.h"
-#include "tests/e2e/steps.h"
-#include "tests/e2e/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
-class Leaving : public EndToEnd {
+class Exit : public EndToEnd {
   protected:
-    /// A run with one note more; then `leave`; then what must be on disk.
+    /// Adds a note and hides an item, ends the program by `leave`, and checks what is on disk.
     template <typename Leave>
     void Check(Leave&& leave) {
         WriteNumber(L"CurrentView", ViewDiary);
@@ -29,7 +29,7 @@ class Leaving : public EndToEnd {
         EXPECT_EQ(ReadNumber(L"DiaryView_ShowFlags"), 27u);
     }
 
-    /// Where the window's frame answers that it is the close box.
+    /// Clicks the close box, found by the frame's own hit test.
     static bool ClickCloseBox(Program& program) {
         RECT frame{};
         ::GetWindowRect(program.Main(), &frame);
@@ -47,7 +47,7 @@ class Leaving : public EndToEnd {
     }
 };
 
-TEST_F(Leaving, ByTheMenuSaves) {
+TEST_F(Exit, ByTheMenuSaves) {
     Check([](Program& program) {
         ASSERT_TRUE(ChooseFromMenu(program, CommandExit));
         ASSERT_TRUE(program.WaitForEnd());
@@ -55,7 +55,7 @@ TEST_F(Leaving, ByTheMenuSaves) {
     });
 }
 
-TEST_F(Leaving, ByCtrlQSaves) {
+TEST_F(Exit, ByCtrlQSaves) {
     Check([](Program& program) {
         program.Press('Q', true);
         ASSERT_TRUE(program.WaitForEnd());
@@ -63,7 +63,7 @@ TEST_F(Leaving, ByCtrlQSaves) {
     });
 }
 
-TEST_F(Leaving, ByTheCloseBoxSaves) {
+TEST_F(Exit, ByTheCloseBoxSaves) {
     Check([](Program& program) {
         ASSERT_TRUE(ClickCloseBox(program));
         ASSERT_TRUE(program.WaitForEnd());
@@ -71,7 +71,7 @@ TEST_F(Leaving, ByTheCloseBoxSaves) {
     });
 }
 
-TEST_F(Leaving, ByTheEndOfTheSessionSaves) {
+TEST_F(Exit, ByTheEndOfTheSessionSaves) {
     Check([](Program& program) {
         DWORD_PTR answer = 0;
         ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_QUERYENDSESSION, 0, 0, SMTO_NORMAL,
@@ -81,12 +81,12 @@ TEST_F(Leaving, ByTheEndOfTheSessionSaves) {
         ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL,
                                         PatienceMs, &answer),
                   0);
-        // The system gives no more time than that.
+        // The system gives a program no more time after WM_ENDSESSION.
         program.Kill();
     });
 }
 
-TEST_F(Leaving, SessionThatDoesNotEndAfterAllGoesOn) {
+TEST_F(Exit, DoesNotHappenWhenTheEndOfTheSessionIsCancelled) {
     WriteNumber(L"CurrentView", ViewDiary);
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
@@ -98,4 +98,4 @@ TEST_F(Leaving, SessionThatDoesNotEndAfterAllGoesOn) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 constexpr COLORREF White = RGB(255, 255, 255);
@@ -10,6 +10,7 @@ constexpr COLORREF Blue = RGB(0, 0, 255);
 constexpr COLORREF Orange = RGB(255, 128, 0);
 constexpr COLORREF Green = RGB(0, 255, 0);
 
+/// The entry's number; 0 when it has none of that name.
 float Number(const nlohmann::json& entry, const char* key) {
     return entry.contains(key) ? entry[key].get<float>() : 0.0F;
 }
@@ -22,7 +23,7 @@ std::wstring Widen(const std::string& utf8) {
     return text;
 }
 
-/// Mar, 05
+/// "Mar, 05"
 std::wstring MonthDay(Day day) {
     static constexpr std::array<const WCHAR*, 12> Months = {L"Jan", L"Feb", L"Mar", L"Apr",
                                                             L"May", L"Jun", L"Jul", L"Aug",
@@ -34,7 +35,8 @@ std::wstring MonthDay(Day day) {
 
 bool IsBefore(Day a, Day b) { return IsoDate(a) < IsoDate(b); }
 
-/// The first `count` columns of a day's CSV row and the rest; empty without a row.
+/// Splits a day's CSV row into the first `count` columns and one string for the rest, which may
+/// contain commas. Empty when the day has no row.
 std::vector<std::string> ColumnsOf(const std::string& csv, Day day, std::size_t count) {
     std::string lineStart = "\n";
     lineStart += ToUtf8(IsoDate(day));
@@ -57,6 +59,7 @@ std::vector<std::string> ColumnsOf(const std::string& csv, Day day, std::size_t 
     return columns;
 }
 
+/// One channel of `Blend`. Rounds through float and double as the diary does, to the same last bit.
 BYTE Mix(int color, int ground, float share) {
     const float part = static_cast<float>(color) * share;
     return static_cast<BYTE>(
@@ -209,4 +212,4 @@ void CompareDiary(Program& program, const ProgramFolder& folder, const Expectati
     }
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

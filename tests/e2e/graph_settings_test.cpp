@@ -1,16 +1,17 @@
-// Changing over between charts, units and views: the date stays, and the next start finds
-// everything as it was left.
+// Switching between charts, units and views keeps the date, and the next start restores all
+// choices.
 
 #include <windows.h>
-// After windows.h, which it builds on.
+
+// commctrl.h requires windows.h.
 #include <commctrl.h>
 
-#include "tests/e2e/fields.h"
+#include "tests/driver/fields.h"
+#include "tests/driver/graph.h"
+#include "tests/driver/menus.h"
 #include "tests/e2e/fixture.h"
-#include "tests/e2e/graph.h"
-#include "tests/e2e/menus.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 constexpr int On = TBSTATE_ENABLED | TBSTATE_CHECKED;
@@ -26,7 +27,8 @@ class GraphSettings : public EndToEnd {
         EXPECT_EQ(ReadNumber(L"DiaryView_ShowFlags"), diaryItems);
     }
 
-    /// The row of fields, the unit buttons and the menu bar of the graph with that chart.
+    /// Checks the value field, the unit buttons and the menu bar for a chart of temperature or
+    /// bleeding.
     static void ExpectChart(Program& program, bool temperature, const std::wstring& value) {
         const GraphScreen graph(program);
         EXPECT_TRUE(program.IsOnTop(program.Graph()));
@@ -36,28 +38,28 @@ class GraphSettings : public EndToEnd {
         EXPECT_EQ(ButtonState(program, CommandShowBleeding), temperature ? Off : On);
     }
 
-    static ::testing::AssertionResult GraphShows(const GraphScreen& graph, Day day) {
+    /// Whether the day is on the chart.
+    static testing::AssertionResult GraphShows(const GraphScreen& graph, Day day) {
         constexpr int DaysShown = 15;
         const int column = DaysBetween(day, graph.FirstDay());
-        return (column >= 0 && column < DaysShown ? ::testing::AssertionSuccess()
-                                                  : ::testing::AssertionFailure())
+        return (column >= 0 && column < DaysShown ? testing::AssertionSuccess()
+                                                  : testing::AssertionFailure())
                << "column " << column;
     }
 
-    /// Whether the diary shows the day.
-    static ::testing::AssertionResult DiaryShows(Program& program, Day day) {
+    /// Whether the day has a row, perhaps a cut one, in the diary.
+    static testing::AssertionResult DiaryShows(Program& program, Day day) {
         RECT calendar{};
         ::GetClientRect(program.Calendar(), &calendar);
         const CalendarHit first = program.FirstCell(program.Calendar());
         const LONG rows = calendar.bottom / (first.cell.bottom - first.cell.top);
         const int row = DaysBetween(day, ToDay(first.date));
-        return (row >= 0 && row < rows ? ::testing::AssertionSuccess()
-                                       : ::testing::AssertionFailure())
+        return (row >= 0 && row < rows ? testing::AssertionSuccess() : testing::AssertionFailure())
                << "row " << row << " of " << rows;
     }
 };
 
-TEST_F(GraphSettings, ChartAndUnitKeepTheDate) {
+TEST_F(GraphSettings, ChangingChartOrUnitKeepsTheDate) {
     WriteNumber(L"CurrentView", ViewGraph);
     WriteNumber(L"GraphView_ShowFlags", 2);
     Program program(folder);
@@ -89,7 +91,7 @@ TEST_F(GraphSettings, ChartAndUnitKeepTheDate) {
     expectDate();
     ASSERT_TRUE(graph.ClickUnit(GraphFahrenheit));
     ExpectChart(program, true, L"97.6");
-    // The unit that is chosen already.
+    // A click on the unit that is already chosen changes nothing.
     ASSERT_TRUE(graph.ClickUnit(GraphFahrenheit));
     ExpectChart(program, true, L"97.6");
     EXPECT_TRUE(graph.IsUnit(GraphFahrenheit));
@@ -98,7 +100,7 @@ TEST_F(GraphSettings, ChartAndUnitKeepTheDate) {
     EXPECT_EQ(Export(L"Anna"), CsvHeader + "2005-12-24,,97.60,,,\r\n");
 }
 
-TEST_F(GraphSettings, ViewsKeepTheDate) {
+TEST_F(GraphSettings, SwitchingViewsKeepsTheDate) {
     WriteNumber(L"CurrentView", ViewGraph);
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
@@ -118,7 +120,7 @@ TEST_F(GraphSettings, ViewsKeepTheDate) {
     EXPECT_EQ(IsoDate(graph.CurrentDay()), IsoDate(LongAgo));
     EXPECT_EQ(IsoDate(graph.FirstDay()), IsoDate(first));
 
-    // A date that neither of them shows is brought into both.
+    // A date that neither view shows scrolls both.
     ASSERT_TRUE(PickFromCalendar(program, graph.Control(GraphDatePicker), Today));
     EXPECT_TRUE(GraphShows(graph, Today));
     ASSERT_TRUE(SwitchByMenu(program, CommandViewDiary));
@@ -127,11 +129,11 @@ TEST_F(GraphSettings, ViewsKeepTheDate) {
     EXPECT_TRUE(program.Exit());
 }
 
-TEST_F(GraphSettings, AFirstStartKeepsItsDefaults) {
+TEST_F(GraphSettings, TheFirstStartShowsAndSavesTheDefaults) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     program.Keep(L"first-start");
-    // Bleeding, although the chart is made for temperatures: nobody has chosen one yet.
+    // The default is bleeding, although the chart control itself starts with temperatures.
     ExpectChart(program, false, L"None");
     ASSERT_TRUE(program.Exit());
     ExpectSettings(ViewGraph, 1, 0, 31);
@@ -199,4 +201,4 @@ TEST_F(GraphSettings, PickedDatesAreWrittenTheUsersWayAndTheProgramsOwnAreNot) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -1,33 +1,33 @@
-// Values entered in the graph: by the arrows, by the keys and by dragging in the chart; in both
-// units, for bleeding, at the limits and for days to come.
+// Entering values in the graph, with the arrows, with keys and by dragging in the chart:
+// temperatures in both units, bleeding, the limits, and future days, which take no value.
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 
-#include "tests/e2e/fields.h"
+#include "tests/driver/fields.h"
+#include "tests/driver/graph.h"
+#include "tests/driver/wait.h"
 #include "tests/e2e/fixture.h"
-#include "tests/e2e/graph.h"
-#include "tests/e2e/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
-constexpr int NoTemperature = 9750;  // where a day without one is drawn
+constexpr int NoTemperature = 9750;  // a day without a temperature is drawn at this value
 constexpr Axis EmptyFahrenheit{9650, 9850};
 constexpr Axis EmptyCelsius{3550, 3750};
 
-/// "97.83"
+/// "97.83" for 9783, as the companion exports it.
 std::string Hundredths(int value) {
     std::array<char, 16> text{};
     std::snprintf(text.data(), text.size(), "%d.%02d", value / 100, value % 100);
     return text.data();
 }
 
-/// A stored temperature as the graph shows it: to a tenth.
+/// Rounds a temperature to a tenth of a degree, as the graph shows it. In and out in hundredths.
 int Shown(int value) { return (value + 5) / 10 * 10; }
 
-/// "97.8", as the field shows it
+/// "97.8" for 9783, as the value field shows it.
 std::wstring Tenths(int value) {
     const int tenths = Shown(value) / 10;
     return std::to_wstring(tenths / 10) + L"." + std::to_wstring(tenths % 10);
@@ -48,7 +48,7 @@ class Graph : public EndToEnd {
     static constexpr DWORD Fahrenheit = 0;
     static constexpr DWORD Celsius = 1;
 
-    /// The graph of an empty diary, with that chart in that unit.
+    /// Starts with an empty diary and the graph showing that chart in that unit.
     void StartIn(DWORD chart, DWORD unit) {
         WriteNumber(L"CurrentView", ViewGraph);
         WriteNumber(L"GraphView_ShowFlags", chart);
@@ -57,11 +57,13 @@ class Graph : public EndToEnd {
         ASSERT_TRUE(program.IsOnTop(program.Graph()));
     }
 
+    /// Clicks the arrow beside the value field once.
     bool Step(bool up) { return ClickArrow(program, graph.Control(GraphSpin), up); }
     bool Hold(bool up, const std::wstring& until) {
         return HoldArrow(program, graph.Control(GraphSpin), up,
                          [&] { return graph.Value() == until; });
     }
+    /// Picks the day from the drop-down calendar.
     bool Choose(Day day) {
         return PickFromCalendar(program, graph.Control(GraphDatePicker), day) &&
                graph.CurrentDay() == day;
@@ -93,7 +95,7 @@ TEST_F(Graph, FahrenheitIsSteppedByTheArrows) {
     ASSERT_TRUE(Step(false));
     EXPECT_EQ(graph.Value(), L"97.4");
 
-    // 97.5 is the same as none.
+    // 97.5 stands for no temperature, and is not stored.
     ASSERT_TRUE(Choose({2006, 3, 3}));
     ASSERT_TRUE(Step(true));
     ASSERT_TRUE(Step(false));
@@ -113,7 +115,7 @@ TEST_F(Graph, FahrenheitStopsAtItsLimits) {
     ASSERT_TRUE(Step(false));
     program.Keep(L"limits");
     ExpectShown({2006, 3, 4}, L"95.0");
-    // Back from there with one step.
+    // The extra click is not remembered: one step leads back from the limit.
     ASSERT_TRUE(Choose({2006, 3, 3}));
     ASSERT_TRUE(Hold(false, L"95.0"));
     ASSERT_TRUE(Step(false));
@@ -209,13 +211,13 @@ TEST_F(Graph, FahrenheitIsDraggedInTheChart) {
     EXPECT_NEAR(first, 9823, 1);
     ExpectShown({2006, 3, 2}, Tenths(first));
 
-    // From there down again; and another day, of which nobody has chosen the date.
+    // Another day is dragged without having been chosen first. Its temperature changes the axis.
     const Axis axis = TemperatureAxis(9700, std::max(9800, Shown(first)));
     const LONG cool = graph.PlaceOf(Today, 9721, axis).y;
     ASSERT_TRUE(graph.Drag(graph.PlaceOf(Today, NoTemperature, axis), cool));
     const int second = graph.ValueAt(cool, axis);
     ExpectShown(Today, Tenths(second));
-    // A mere tap selects.
+    // A tap without a move selects the day and stores nothing.
     const POINT tapped = graph.PlaceOf({2006, 3, 1}, NoTemperature, axis);
     ASSERT_TRUE(graph.Drag(tapped, tapped.y));
     ExpectShown({2006, 3, 1}, L"97.5");
@@ -232,7 +234,7 @@ TEST_F(Graph, CelsiusIsDraggedAndKeptInFahrenheit) {
     program.Keep(L"dragged");
     ExpectShown({2006, 3, 4}, L"37.0");
     ASSERT_TRUE(program.Exit());
-    // 37.02 or, a pixel lower, 37.01 degrees, to a tenth
+    // 37.02, or 37.01 when the pixel is the lower one, is rounded to 37.0.
     EXPECT_EQ(Export(L"Anna"), CsvHeader + TemperatureRow({2006, 3, 4}, "98.60"));
 }
 
@@ -241,7 +243,7 @@ TEST_F(Graph, DraggedTemperaturesStopAtTheLimits) {
     constexpr Day HotDay{2006, 3, 4};
     constexpr Day ColdDay{2006, 3, 2};
     constexpr LONG Beyond = 30;  // px outside the chart
-    // Each time as far as the chart reaches, which then makes more room.
+    // Each drag reaches as far as the axis, which then grows.
     int hottest = NoTemperature;
     for (int drags = 0; drags < 10; ++drags) {
         const Axis axis = TemperatureAxis(9700, std::max(9800, hottest));
@@ -269,7 +271,8 @@ TEST_F(Graph, DraggedTemperaturesStopAtTheLimits) {
 TEST_F(Graph, BleedingIsDraggedToEveryLevel) {
     ASSERT_NO_FATAL_FAILURE(StartIn(Bleeding, Fahrenheit));
     const auto drag = [&](Day day, int from, int to) {
-        // A little above the level's line: what lies below it belongs to the level below.
+        // Three pixels above the line of the level: below the line, the value truncates to the
+        // level below.
         return graph.Drag(graph.PlaceOf(day, from, BleedingAxis),
                           graph.PlaceOf(day, to, BleedingAxis).y - 3);
     };
@@ -280,7 +283,7 @@ TEST_F(Graph, BleedingIsDraggedToEveryLevel) {
     ASSERT_TRUE(drag({2006, 3, 3}, 0, 3));
     ExpectShown({2006, 3, 3}, L"Heavy");
     program.Keep(L"levels");
-    // Beyond both ends, and from one level to another.
+    // Drags beyond both ends stop at the highest and the lowest level.
     const POINT norm = graph.PlaceOf({2006, 3, 2}, 2, BleedingAxis);
     ASSERT_TRUE(graph.Drag(norm, -30));
     ExpectShown({2006, 3, 2}, L"Heavy");
@@ -294,12 +297,12 @@ TEST_F(Graph, BleedingIsDraggedToEveryLevel) {
               CsvHeader + BleedingRow({2006, 3, 2}, 3) + BleedingRow({2006, 3, 3}, 1));
 }
 
-// ---- Days to come ----
+// ---- Future days ----
 
-TEST_F(Graph, ADayToComeTakesNoTemperature) {
+TEST_F(Graph, AFutureDayTakesNoTemperature) {
     ASSERT_NO_FATAL_FAILURE(StartIn(Temperature, Fahrenheit));
     const Day tomorrow = AddDays(Today, 1);
-    // There is no point that could be dragged, and so no day that would be chosen by it.
+    // The chart has no point there to be dragged, so that the press does not even choose the day.
     const POINT place = graph.PlaceOf(tomorrow, NoTemperature, EmptyFahrenheit);
     ASSERT_TRUE(graph.Drag(place, place.y - 60));
     ExpectShown(Today, L"97.5");
@@ -319,7 +322,7 @@ TEST_F(Graph, ADayToComeTakesNoTemperature) {
     EXPECT_EQ(Export(L"Anna"), CsvHeader);
 }
 
-TEST_F(Graph, ADayToComeTakesNoBleeding) {
+TEST_F(Graph, AFutureDayTakesNoBleeding) {
     ASSERT_NO_FATAL_FAILURE(StartIn(Bleeding, Fahrenheit));
     const Day tomorrow = AddDays(Today, 1);
     const POINT place = graph.PlaceOf(tomorrow, 0, BleedingAxis);
@@ -336,4 +339,4 @@ TEST_F(Graph, ADayToComeTakesNoBleeding) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -1,14 +1,14 @@
-// Whole past periods entered in the history dialog: by dates and by length, normal and heavy; what
-// it refuses; and the prediction and its warning when it is closed.
+// The history dialog, which enters whole past periods: by dates and by length, normal and heavy;
+// what it refuses; and the prediction with its warning after it is closed.
 
+#include "tests/driver/fields.h"
+#include "tests/driver/menus.h"
+#include "tests/driver/remote.h"
+#include "tests/driver/wait.h"
 #include "tests/e2e/expectation.h"
-#include "tests/e2e/fields.h"
 #include "tests/e2e/fixture.h"
-#include "tests/e2e/menus.h"
-#include "tests/e2e/remote.h"
-#include "tests/e2e/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 constexpr WCHAR Title[] = L"Menstrual Period History";
@@ -16,10 +16,10 @@ constexpr WCHAR Exists[] = L"Bleeding entry for the period exists!";
 
 struct Period {
     Day start;
-    std::vector<int> levels;
+    std::vector<int> levels;  // of bleeding, one for each day
 };
 
-/// The days of the periods, the first one first, as the companion writes and reads them.
+/// The CSV records of the periods, without the header; the periods are in order of their days.
 std::string RecordsOf(const std::vector<Period>& periods) {
     std::string records;
     for (const Period& period : periods) {
@@ -34,7 +34,7 @@ std::string RecordsOf(const std::vector<Period>& periods) {
 
 std::string CsvOf(const std::vector<Period>& periods) { return CsvHeader + RecordsOf(periods); }
 
-/// The open dialog.
+/// Operates the open history dialog.
 class HistoryScreen {
   public:
     HistoryScreen(Program& shown, HWND window) : program(shown), dialog(window) {}
@@ -54,7 +54,8 @@ class HistoryScreen {
         return ClickArrowUntil(program, Item(HistoryBleedingSpin), heavy, Item(HistoryBleeding),
                                heavy ? L"Heavy" : L"Normal", 1);
     }
-    /// Clicks Add and waits until the program has done what it does about it.
+    /// Clicks Add and waits until that has been handled. True when Add is then disabled, as it is
+    /// after both an addition and a refusal.
     bool Add() { return program.Click(Item(ControlOk)) && program.Settle() && !MayAdd(); }
     bool Close() { return program.Leave(dialog, ControlCancel); }
 
@@ -75,27 +76,28 @@ class History : public EndToEnd {
   protected:
     void SetUp() override {
         EndToEnd::SetUp();
-        // The graph makes no prediction at the start, whose warning would be the hour's only one.
+        // The diary would predict at the start, and its warning would be the only one for an hour.
         WriteNumber(L"CurrentView", ViewGraph);
     }
 
     HistoryScreen Open() {
         ChooseFromMenu(program, CommandHistory);
         const HWND dialog = program.WaitForDialog(Title);
-        // It is seen before it is ready for keys.
+        // The dialog is visible before it is in the foreground and takes keys.
         EXPECT_TRUE(WaitFor([&] { return ::GetForegroundWindow() == dialog; }));
         program.Settle();
         return {program, dialog};
     }
 
-    /// Closes the dialog, puts the warning away that comes with it, and ends the program.
+    /// Closes the dialog, puts the warning that follows away, and ends the program.
     void CloseAndExit(HistoryScreen& history) {
         ASSERT_TRUE(history.Close());
         ASSERT_TRUE(program.PutWarningAway());
         ASSERT_TRUE(program.Exit());
     }
 
-    /// The refusal's box, of which the dialog knows nothing but that it is to stay.
+    /// Expects the box of a refusal, closes it with the Return key, and expects the dialog to stay
+    /// open.
     void ExpectExistsBox() {
         const HWND box = program.WaitForDialog(L"Warning");
         ASSERT_NE(box, nullptr);
@@ -107,8 +109,8 @@ class History : public EndToEnd {
         EXPECT_NE(program.FindDialog(Title), nullptr);
     }
 
-    /// What a diary shows that holds these periods and nothing else. The program keeps its own in
-    /// memory until its end, so that another one is made for the companion.
+    /// What a diary with these periods and nothing else must show. The companion cannot read the
+    /// diary under test, which is in memory until the program ends, so that it gets a copy.
     Expectation ExpectationOf(const std::vector<Period>& periods) {
         EXPECT_TRUE(Import(folder.UserFolder(L"Twin"), RecordsOf(periods)));
         return {folder, L"Twin", Password, Today};
@@ -147,7 +149,7 @@ TEST_F(History, PeriodsAreAddedByTheirDates) {
     program.Keep(L"normal");
     ASSERT_TRUE(history.Add());
 
-    // Over the end of the year, and back in its order.
+    // A period over the end of the year, added after a later one: the export is in order.
     ASSERT_TRUE(history.SetStart({2005, 12, 29}));
     history.Expect({2005, 12, 29}, {2006, 1, 5}, L"7", L"Normal", true);
     ASSERT_TRUE(history.SetEnd({2006, 1, 2}));
@@ -242,18 +244,18 @@ TEST_F(History, APeriodThatOverlapsIsRefusedWhole) {
     ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     HistoryScreen history = Open();
     ASSERT_TRUE(history.Add());
-    // Its last day is the first one of the other.
+    // The new period's last day is the first day of the other one.
     ASSERT_TRUE(history.SetStart({2006, 2, 24}));
     ASSERT_TRUE(history.SetHeavy(true));
     ASSERT_TRUE(history.Add());
     ExpectExistsBox();
     history.Expect({2006, 2, 24}, {2006, 3, 1}, L"5", L"Heavy", false);
-    // A day less is free.
+    // One day shorter, it does not overlap.
     ASSERT_TRUE(history.SetLength(4));
     history.Expect({2006, 2, 24}, {2006, 2, 28}, L"4", L"Heavy", true);
     ASSERT_TRUE(history.Add());
     EXPECT_EQ(program.FindDialog(L"Warning"), nullptr);
-    // Now it is there itself.
+    // The same period again overlaps itself.
     ASSERT_TRUE(history.SetHeavy(false));
     ASSERT_TRUE(history.Add());
     ExpectExistsBox();
@@ -276,7 +278,7 @@ TEST_F(History, NothingReachesPastToday) {
     ASSERT_TRUE(history.SetEnd({2006, 3, 6}));
     expectLastFiveDays();
     program.Keep(L"refused");
-    // The arrows, too, are where they were.
+    // The arrows go on from the value that stayed, not from the refused one.
     ASSERT_TRUE(ClickArrow(program, length, false));
     history.Expect({2006, 2, 28}, {2006, 3, 4}, L"4", L"Normal", true);
 
@@ -331,7 +333,7 @@ TEST_F(History, ClosingPredictsAndWarnsOnceWithinAnHour) {
     EXPECT_EQ(program.Warning(), L"");
     CompareDiary(program, folder, afterFirst);
 
-    // The diary shows another prediction, and no box says anything of it.
+    // Within the hour the diary shows the new prediction without a warning.
     periods.push_back({{2006, 2, 26}, levels});
     ASSERT_NO_FATAL_FAILURE(AddAndClose({2006, 2, 26}));
     const Expectation afterSecond = ExpectationOf(periods);
@@ -356,4 +358,4 @@ TEST_F(History, ClosingPredictsAndWarnsOnceWithinAnHour) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -2,12 +2,14 @@
 
 #include <cstdio>
 
-#include "tests/e2e/machine.h"
+#include "tests/driver/failure.h"
+#include "tests/driver/machine.h"
 
 int main(int argc, char** argv) {
-    ::testing::InitGoogleTest(&argc, argv);
-    // Without control over the date every expectation would be about some other day.
-    if (!lunara::e2e::SetToday({2006, 3, 5})) {
+    testing::InitGoogleTest(&argc, argv);
+    lunara::test::SetFailureHandler([](const std::string& what) { ADD_FAILURE() << what; });
+    // Without control over the date every expectation would be about another day.
+    if (!lunara::test::SetToday(lunara::test::Today)) {
         std::fputs("lunara_e2e: the date cannot be set; run it with scripts/e2e.sh\n", stderr);
         return 2;
     }

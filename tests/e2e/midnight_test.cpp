@@ -1,20 +1,21 @@
-// A day begins while the program runs.
+// A new day begins while the program runs. One test waits for the program's minute timer in real
+// time.
 
+#include "tests/driver/wait.h"
 #include "tests/e2e/expectation.h"
 #include "tests/e2e/fixture.h"
-#include "tests/e2e/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
-/// The program looks at the date once a minute.
+/// Longer than the minute after which the program's timer compares the date.
 constexpr DWORD TimerPatienceMs = 90000;
 
 class Midnight : public EndToEnd {};
 
 TEST_F(Midnight, TheNewDaysPredictionIsShownByItself) {
     MakeSampleDiary(L"Anna");
-    // A period is expected now, so that a day without it moves the whole prediction.
+    // A period is expected on this day, so that a day without it moves the whole prediction.
     const Day lateDay = AddDays(Today, 17);
     ASSERT_TRUE(SetToday(lateDay));
     Program program(folder);
@@ -33,13 +34,13 @@ TEST_F(Midnight, TheNewDaysPredictionIsShownByItself) {
     EXPECT_EQ(program.FindAnyDialog(), nullptr) << "the timer warns of nothing";
     CompareDiary(program, folder, Expectation(folder, L"Anna", Password, tomorrow));
 
-    // From then on it looks every minute, and finds nothing new.
+    // The next tick of the timer finds the same day and changes nothing.
     ::SendMessageW(program.Main(), WM_TIMER, DayTimer, 0);
     CompareDiary(program, folder, Expectation(folder, L"Anna", Password, tomorrow));
     EXPECT_TRUE(program.Exit());
 }
 
-TEST_F(Midnight, SeveralDaysMayHavePassed) {
+TEST_F(Midnight, SeveralDaysThatPassAtOnceAreCaughtUp) {
     MakeSampleDiary(L"Anna");
     ASSERT_TRUE(SetToday(AddDays(Today, 17)));
     Program program(folder);
@@ -56,4 +57,4 @@ TEST_F(Midnight, SeveralDaysMayHavePassed) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

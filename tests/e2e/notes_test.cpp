@@ -1,11 +1,11 @@
-// A day's note: opened by a tap on its cell, added, edited, cancelled, deleted, and found on disk.
+// The notes of a day: opened by a tap on the cell, added, edited, cancelled, deleted, saved.
 
+#include "tests/driver/steps.h"
+#include "tests/driver/wait.h"
 #include "tests/e2e/expectation.h"
 #include "tests/e2e/fixture.h"
-#include "tests/e2e/steps.h"
-#include "tests/e2e/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 class Notes : public EndToEnd {
@@ -24,7 +24,7 @@ class Notes : public EndToEnd {
     }
 };
 
-TEST_F(Notes, AddedEditedCancelledAndDeleted) {
+TEST_F(Notes, AreAddedEditedCancelledAndDeleted) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
 
@@ -71,7 +71,7 @@ TEST_F(Notes, AddedEditedCancelledAndDeleted) {
     EXPECT_EQ(Export(L"Anna"), CsvHeader + "2006-03-05,,,1,1,Gone by noon\r\n");
 }
 
-TEST_F(Notes, FutureDayTakesANote) {
+TEST_F(Notes, AreTakenByAFutureDay) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     const HWND dialog = OpenNote(program, TodaysRow + 5);
@@ -83,7 +83,7 @@ TEST_F(Notes, FutureDayTakesANote) {
     EXPECT_EQ(Export(L"Anna"), CsvHeader + "2006-03-10,,,,,Dentist\r\n");
 }
 
-TEST_F(Notes, TapOnOtherCellsOpensNothing) {
+TEST_F(Notes, AreNotOpenedByATapOnAnotherCell) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
     for (int column = 1; column <= 6; ++column) {
@@ -95,4 +95,4 @@ TEST_F(Notes, TapOnOtherCellsOpensNothing) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -1,18 +1,19 @@
-// What a random user does with mouse and keyboard.
+// The single mouse and keyboard actions of a random user (random_user.h).
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <vector>
 
-#include "tests/e2e/input.h"
-#include "tests/e2e/menus.h"
+#include "tests/driver/input.h"
+#include "tests/driver/menus.h"
+#include "tests/driver/steps.h"
 #include "tests/e2e/random_user.h"
-#include "tests/e2e/steps.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
+/// "what x,y"
 std::string At(const char* what, POINT point) {
     return std::string(what) + " " + std::to_string(point.x) + "," + std::to_string(point.y);
 }
@@ -64,7 +65,7 @@ void RandomUser::PressAnyKey() {
 }
 
 void RandomUser::PressHarmlessKey() {
-    // What neither confirms nor cancels.
+    // Keys that neither confirm nor cancel a dialog.
     static constexpr std::array<WORD, 14> Keys = {VK_UP,  VK_DOWN, VK_LEFT, VK_RIGHT,    VK_HOME,
                                                   VK_END, VK_TAB,  VK_BACK, VK_F1,       VK_F5,
                                                   'A',    'U',     '1',     VK_OEM_MINUS};
@@ -109,8 +110,9 @@ void RandomUser::ChooseAnyCommand() {
         CommandShowBleeding,    CommandShowPeriod,     CommandShowOvulation, CommandShowPregnancy,
         CommandShowTemperature, CommandChangePassword, CommandHelp,          CommandHistory,
         CommandBackup,          CommandRestore,        CommandBackup,        CommandRestore};
-    // A disabled window has no menu to choose from, and an open menu is chosen from by itself: a
-    // dialog that came while it still holds the mouse would get no clicks.
+    // No command while a menu is open: a dialog that opened while the menu has captured the mouse
+    // would get no clicks. None while the window is disabled either, as its menu could not be
+    // opened.
     if (const std::vector<HWND> menus = OpenMenus(*program); !menus.empty()) {
         Tap(AnyOf(menus));
     } else if (::IsWindowEnabled(program->Main()) != 0) {
@@ -129,9 +131,9 @@ void RandomUser::OpenMenu() {
 }
 
 POINT RandomUser::PointOnCurve(HWND chart) {
-    // In any column, one of the pixels that stand out from those beside them: of a marker, perhaps,
-    // of the line between two, or of a figure.
-    constexpr int Beside = 9;
+    // In a random column, picks a pixel that differs from those at both sides: part of a marker, of
+    // the curve, or of a figure.
+    constexpr int Beside = 9;  // px
     const Picture picture = Program::Look(chart);
     const int column = Beside + Below(std::max(1, picture.Width() - 2 * Beside));
     std::vector<int> rows;
@@ -173,7 +175,7 @@ void RandomUser::DragThumb() {
     info.cbSize = sizeof info;
     info.fMask = SIF_ALL;
     ::GetScrollInfo(bar, SB_CTL, &info);
-    // Where the thumb is, roughly: between the arrows, in proportion to the position.
+    // Estimates where the thumb is: between the arrows, in proportion to the position.
     const bool upright = place.bottom - place.top > place.right - place.left;
     const LONG arrow = ::GetSystemMetrics(upright ? SM_CYVSCROLL : SM_CXHSCROLL);
     const LONG length = upright ? place.bottom - place.top : place.right - place.left;
@@ -209,4 +211,4 @@ void RandomUser::Wheel(HWND window) {
     TurnWheel(point, notches);
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -5,20 +5,20 @@
 #include <algorithm>
 #include <array>
 
+#include "tests/driver/input.h"
+#include "tests/driver/menus.h"
+#include "tests/driver/steps.h"
+#include "tests/driver/wait.h"
 #include "tests/e2e/backups.h"
-#include "tests/e2e/input.h"
-#include "tests/e2e/menus.h"
-#include "tests/e2e/steps.h"
-#include "tests/e2e/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 constexpr std::size_t KeptActions = 60;
 constexpr std::array<const WCHAR*, 3> Passwords = {L"moonlight 4", L"neap tide", L"tide"};
 constexpr WCHAR SignInTitle[] = L"Login user";
 constexpr SIZE UsualSize{488, 667};
-constexpr DWORD LostClickMs = 5000;  // as Program::Leave
+constexpr DWORD LostClickMs = 5000;  // after that a click is taken for lost
 
 bool IsReadOnly(HWND edit) { return (::GetWindowLongPtrW(edit, GWL_STYLE) & ES_READONLY) != 0; }
 
@@ -52,7 +52,7 @@ POINT RandomUser::PointIn(HWND window) {
             place.top + Below(std::max<int>(1, place.bottom - place.top))};
 }
 
-// ---- Its life ----
+// ---- Beginning and end ----
 
 bool RandomUser::Begin() {
     program = std::make_unique<Program>(folder);
@@ -126,20 +126,20 @@ bool RandomUser::Leave() {
         Log("leave by the close box");
         ::PostMessageW(program->Main(), WM_SYSCOMMAND, SC_CLOSE, 0);
     } else if (way == 2 && ThreadState().hwndFocus == program->Main()) {
-        Log("leave by Ctrl+Q");  // which is for the window that has the focus
+        Log("leave by Ctrl+Q");  // the key goes to the window with the focus
         PressWith({VK_CONTROL}, 'Q');
     } else {
         Log("leave by the command");
         program->Post(CommandExit);
     }
-    // It ends, or asks for the password; what is asked is answered as any other dialog.
+    // The program ends or asks for the password. The next action answers the question.
     const bool left =
         WaitFor([&] { return !program->IsRunning() || program->FindAnyDialog() != nullptr; });
     EXPECT_TRUE(left) << "it does not end";
     return left;
 }
 
-// ---- What is in front ----
+// ---- Choices, by what is in front ----
 
 void RandomUser::CountWhatIsSeen(HWND dialog) {
     std::string what;
@@ -191,10 +191,11 @@ bool RandomUser::Act() {
 }
 
 bool RandomUser::Settle() {
-    // A dialog that comes paints what it covers; only behind a second fence it is there itself.
+    // Two fences: the first may be passed by the paint that an opening dialog causes. The dialog
+    // itself is complete after the second.
     for (int fence = 0; fence < 2; ++fence) {
         if (!IsComplete()) {
-            // On its way out; a box may still tell of a save that failed.
+            // The program is ending; a box may still report a save that failed.
             return WaitFor(
                 [&] { return !program->IsRunning() || program->FindAnyDialog() != nullptr; });
         }
@@ -213,7 +214,7 @@ bool RandomUser::BringBack() {
     const HWND main = program->Main();
     if (IsComplete() && ::IsIconic(main) != 0) {
         ++seen["minimised"];
-        ::ShowWindowAsync(main, SW_RESTORE);  // also when a dialog has disabled it
+        ::ShowWindowAsync(main, SW_RESTORE);  // works also while a dialog disables the window
         if (!WaitFor([&] { return ::IsIconic(main) == 0 || !IsComplete(); })) {
             ADD_FAILURE() << "it stays minimised";
             return false;
@@ -247,7 +248,7 @@ bool RandomUser::ActInMain() {
     const HWND main = program->Main();
     const int choice = Below(1000);
     if (IsTracking() && OpenMenus(*program).empty()) {
-        // A dialog that came meanwhile would get no clicks, and nobody can call one.
+        // Only keys end a move by the keyboard. A command would open a dialog that gets no clicks.
         ++seen["moved by the keyboard"];
         static constexpr std::array<WORD, 4> Keys = {VK_LEFT, VK_DOWN, VK_RETURN, VK_ESCAPE};
         program->Press(AnyOf(Keys));
@@ -281,7 +282,7 @@ bool RandomUser::ActInMain() {
 
 bool RandomUser::ActInDialog(HWND dialog) {
     const int choice = Below(100);
-    // Chance alone would hardly ever fill these in as they are meant.
+    // Random input would hardly ever fill these dialogs in so that they do their work.
     const std::wstring title = Program::TextOf(dialog);
     if (choice < 25 && title == L"Change password") {
         return ChangePassword(dialog);
@@ -407,7 +408,7 @@ bool RandomUser::Restore(HWND dialog) {
     if (!Settle()) {
         return false;
     }
-    // A click beside an open list only closes it.
+    // While the list is open, a click beside it only closes the list.
     ::SendDlgItemMessageW(dialog, RestoreList, CB_SHOWDROPDOWN, FALSE, 0);
     if (!program->Leave(dialog, ControlOk)) {
         return false;
@@ -432,11 +433,11 @@ bool RandomUser::PutEverythingAway() {
         const HWND dialog = program->FindAnyDialog();
         if (dialog == nullptr) {
             Log("Escape");
-            program->Press(VK_ESCAPE);  // a menu, or a move by the keyboard
+            program->Press(VK_ESCAPE);  // ends a menu or a move by the keyboard
             if (!Settle()) {
                 return false;
             }
-            // It may just have ended: a Close chosen from the menu saves first.
+            // The program may be ending just now: Close, chosen from a menu, saves first.
             if (program->IsRunning() && !IsTracking() && program->FindAnyDialog() == nullptr) {
                 return true;
             }
@@ -467,4 +468,4 @@ bool RandomUser::PutEverythingAway() {
     return false;
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -1,7 +1,8 @@
 #pragma once
 
-// Somebody who taps, types, drags and chooses without knowing what for, through every dialog and in
-// and out of the program; knows only the passwords, and keeps count of what was on the screen.
+// A monkey tester: taps, types, drags and chooses at random through every dialog and in and out of
+// the program. It knows the passwords and nothing else, and counts what was on the screen. Where
+// something is wrong the current test fails.
 
 #include <deque>
 #include <map>
@@ -9,41 +10,46 @@
 #include <random>
 #include <string>
 
-#include "tests/e2e/driver.h"
+#include "tests/driver/program.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 
 class RandomUser {
   public:
-    /// `diary` is a diary under the first of the passwords.
+    /// `diary` names a user whose diary exists under the first of the passwords. The same seed
+    /// gives the same choices, though not the same run: the timing of the program differs.
     RandomUser(const ProgramFolder& programFolder, const std::wstring& diary, unsigned seed);
 
-    /// Starts the program and signs in.
+    /// Starts the program and signs in; false when that fails.
     bool Begin();
-    /// Does one thing, or the next step of what the program asks. False when it cannot go on.
+    /// Does one random action, suited to what is in front, and waits until it has been handled.
+    /// Starts the program again when it has ended. False when the run cannot go on.
     bool Act();
-    /// Leaves dialogs and menus until nothing stands before the main window.
+    /// Closes dialogs and menus until the main window is in front and idle.
     bool PutEverythingAway();
-    /// Ends the program by its command, after a look at what it has kept, and answers its questions
-    /// so that everything is saved.
+    /// Ends the program by its command, after a check for leaked drawing objects, and answers its
+    /// question for the password, so that everything is saved.
     bool End();
 
-    /// How often each thing was on the screen or was done.
+    /// How often each screen was in front and each notable action was done.
     const std::map<std::string, int>& Seen() const { return seen; }
-    /// The last things done, one line each.
+    /// The last actions, one line each, the oldest first.
     std::string LastActions() const;
-    /// Whether the companion reads the diary in that folder under one of the passwords.
+    /// Whether the companion can read the diary in that folder under one of the passwords.
     bool Loads(const std::wstring& dataFolder) const;
-    /// The program that runs now; another one after every end.
+    /// The process of now; a reference is valid until the next `Begin` or `Act`.
     Program& TheProgram() { return *program; }
 
   private:
+    /// A random number in [0, limit).
     int Below(int limit) { return std::uniform_int_distribution(0, limit - 1)(random); }
     template <typename Table>
     const auto& AnyOf(const Table& table) {
         return table[static_cast<std::size_t>(Below(static_cast<int>(table.size())))];
     }
+    /// A random point of the window, in screen coordinates.
     POINT PointIn(HWND window);
+    /// Appends to the last actions; a repetition of the line before is left out.
     void Log(const std::string& action);
 
     // ---- Single actions ----
@@ -64,39 +70,45 @@ class RandomUser {
     bool Restore(HWND dialog);
     bool Leave();
 
-    // ---- By what is in front ----
+    // ---- Choices, by what is in front ----
     bool ActInMain();
     bool ActInDialog(HWND dialog);
     bool ActInSignIn(HWND dialog);
+    /// Waits until the action has been handled and the dialog it opened, if any, is there.
     bool Settle();
-    /// Restores the window when it was minimised and moves it back when it was dragged off the
-    /// screen.
+    /// Restores the main window when it is minimised, and moves it back when a part of it
+    /// is off the screen.
     bool BringBack();
-    /// Whether it runs and has its main window.
+    /// Whether the process runs and its main window exists.
     bool IsComplete() const;
     GUITHREADINFO ThreadState() const;
-    /// Whether a menu or a move by the keyboard holds mouse and keyboard.
+    /// Whether a modal loop of the system has captured the input: a menu, or moving and sizing by
+    /// keys.
     bool IsTracking() const;
+    /// Tries the passwords one after the other until one opens the diary.
     bool GiveRightPassword();
-    /// Fills the sign-in in and waits until it closed or said something.
+    /// Fills the sign-in in, clicks OK and waits until the dialog closes or shows a warning.
     bool EnterUser(const std::wstring& name, const std::wstring& password);
-    /// 1 when it opened, 0 when it was refused, -1 when neither came about.
+    /// 1 when the password opened the diary, 0 when it was refused, -1 when neither happened.
     int TryPassword(const std::wstring& password);
 
+    /// Counts the screen in front. `dialog` is the dialog there; null when there is none.
     void CountWhatIsSeen(HWND dialog);
+    /// Shows both views, then compares the live drawing objects with those after the first start.
     bool CompareObjects();
+    /// Checks the exit code and that the diary can be read.
     bool AfterTheEnd();
 
     const ProgramFolder& folder;
     std::wstring user;
-    std::wstring current;  // the password that the program knows
+    std::wstring current;  // the password of the diary in the program
     std::mt19937 random;
     std::unique_ptr<Program> program;
     std::map<std::string, int> seen;
-    std::deque<std::string> log;
-    std::string lastSeen;
+    std::deque<std::string> log;  // the newest at the back
+    std::string lastSeen;         // the screen before the last action
     int actions = 0;
-    int objects = -1;  // alive in a program at rest; -1 until it was counted first
+    int objects = -1;  // live drawing objects of an idle program; -1 until first counted
 };
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

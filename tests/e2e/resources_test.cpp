@@ -1,9 +1,10 @@
-// What lies in the built program: strings, menu, menu bar, keys, dialogs and pictures, read out of
-// the file without starting it. The numbers and texts stand here once more on purpose: one changed
-// in the program by mistake must show.
+// The resources of the built program: strings, menu, menu bar, keys, dialogs and pictures, read
+// from the file without starting it. Numbers and texts are deliberately not taken from the
+// program's own headers: one changed there by mistake must fail a test.
 
 #include <windows.h>
-// After windows.h, which it builds on.
+
+// commctrl.h requires windows.h.
 #include <commctrl.h>
 
 #include <array>
@@ -14,10 +15,10 @@
 #include "tests/e2e/dialog_template.h"
 #include "tests/e2e/fixture.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
-class Resources : public ::testing::Test {
+class Resources : public testing::Test {
   protected:
     Resources() : folder(CurrentTestName()) {
         module = ::LoadLibraryExW(folder.Program().c_str(), nullptr,
@@ -33,7 +34,7 @@ class Resources : public ::testing::Test {
 
     void SetUp() override { ASSERT_NE(module, nullptr) << "error " << ::GetLastError(); }
 
-    /// Empty when there is none.
+    /// The bytes of a resource, valid as long as the module; empty when there is none of that id.
     std::span<const BYTE> Bytes(const WCHAR* type, WORD id) const {
         const HRSRC found = ::FindResourceW(module, MAKEINTRESOURCEW(id), type);
         const HGLOBAL loaded = found == nullptr ? nullptr : ::LoadResource(module, found);
@@ -43,7 +44,7 @@ class Resources : public ::testing::Test {
         return {static_cast<const BYTE*>(::LockResource(loaded)), ::SizeofResource(module, found)};
     }
 
-    /// The ids of all resources of a type; 0 for one that has a name instead.
+    /// The ids of all resources of a type; 0 stands for those that have names instead.
     std::set<WORD> Ids(const WCHAR* type) const {
         std::set<WORD> ids;
         ::EnumResourceNamesW(
@@ -63,10 +64,10 @@ class Resources : public ::testing::Test {
 
 // ---- Strings ----
 
-// Trailing blanks, "corupted", "loose" and "meaningfull" are meant.
+// Trailing blanks and the spellings "corupted", "loose" and "meaningfull" are deliberate.
 const std::map<UINT, std::wstring> Strings = {
     {1, L"Lunara"},
-    // Texts of a day's status bits
+    // Status texts of a day
     {5, L"Cycle start. "},
     {6, L"Period len %d. Cycle len %d. "},
     {7, L"Period end. "},
@@ -121,7 +122,7 @@ const std::map<UINT, std::wstring> Strings = {
     {57359, L"Restore is done!"},
 };
 
-TEST_F(Resources, StringsAreTheseAndNoOthers) {
+TEST_F(Resources, StringsAreCompleteAndThereAreNoOthers) {
     std::map<UINT, std::wstring> found;
     for (UINT id = 0; id <= 0xFFFF; ++id) {
         std::array<WCHAR, 512> text{};
@@ -136,13 +137,13 @@ TEST_F(Resources, StringsAreTheseAndNoOthers) {
         found.erase(id);
     }
     for (const auto& [id, text] : found) {
-        ADD_FAILURE() << "string " << id << " is nobody's: " << ToUtf8(text);
+        ADD_FAILURE() << "unexpected string " << id << ": " << ToUtf8(text);
     }
 }
 
 // ---- Menu, menu bar and keys ----
 
-/// A line per item, two blanks deeper for each pop-up that it is in.
+/// Appends one line for each item, indented by two blanks for each pop-up that it is in.
 void DescribeMenu(HMENU menu, const std::string& indent, std::string& lines) {
     for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
         std::array<WCHAR, 128> text{};
@@ -250,9 +251,9 @@ struct Item {
     DWORD id;
     const WCHAR* windowClass;
     const WCHAR* text;
-    DWORD style = 0;           // bits that it has,
-    DWORD without = 0;         // and that it has not
-    const WCHAR* label = L"";  // that stands above it
+    DWORD style = 0;           // bits that must be set
+    DWORD without = 0;         // bits that must not be set
+    const WCHAR* label = L"";  // text right above the control; empty for none
 };
 
 struct Dialog {
@@ -260,7 +261,7 @@ struct Dialog {
     WORD id;
     const WCHAR* title;
     std::vector<Item> items;
-    std::size_t ownStatics = 0;  // pictures and texts beside the labels
+    std::size_t ownStatics = 0;  // number of pictures and texts that are no labels
 };
 
 constexpr WCHAR Button[] = L"Button";
@@ -300,7 +301,7 @@ const std::vector<Dialog> Dialogs = {
      {{1019, DatePicker, L"", 0, DTS_UPDOWN | DTS_SHOWNONE, L"Start date:"},
       {1020, DatePicker, L"", 0, DTS_UPDOWN | DTS_SHOWNONE, L"End date:"},
       {1016, Edit, L"", 0, ES_PASSWORD | ES_MULTILINE, L"Period length:"},
-      // The program writes the texts itself: one of them is a word.
+      // Without UDS_SETBUDDYINT: the program writes the fields itself, because one shows words.
       {1021, UpDown, L"", UDS_AUTOBUDDY, UDS_SETBUDDYINT},
       {1017, Edit, L"", 0, ES_PASSWORD | ES_MULTILINE, L"Bleeding:"},
       {1022, UpDown, L"", UDS_AUTOBUDDY, UDS_SETBUDDYINT},
@@ -323,12 +324,13 @@ const std::vector<Dialog> Dialogs = {
       {2, Button, L"Cancel"}}},
 };
 
-/// Names of window classes are the same whatever their case, and the resource compiler changes it.
+/// Compares without regard to case: class names have none, and the resource compiler changes it.
 bool IsOfClass(const TemplateItem& item, const WCHAR* windowClass) {
     return ::lstrcmpiW(item.windowClass.c_str(), windowClass) == 0;
 }
 
-/// The kind of a button or a drop-down list is a number in the low bits, not a bit of its own.
+/// The bits that hold the kind of a button or combo box, which is a number and not a set of bits. 0
+/// for other controls.
 DWORD KindMask(const TemplateItem& item) {
     if (IsOfClass(item, Button)) {
         return BS_TYPEMASK;
@@ -380,7 +382,7 @@ TEST_F(Resources, DialogsHaveTheirControls) {
             continue;
         }
         EXPECT_EQ(ToUtf8(dialog->title), ToUtf8(wanted.title));
-        // The sheet shows the title; a frame would only have to be taken away again.
+        // No caption: the full-screen sheet shows the title itself.
         EXPECT_EQ(dialog->style & WS_CAPTION, 0u);
         std::size_t count = wanted.ownStatics;
         for (const Item& item : wanted.items) {
@@ -392,7 +394,8 @@ TEST_F(Resources, DialogsHaveTheirControls) {
     EXPECT_EQ(Ids(RT_DIALOG), ids);
 }
 
-/// Up-downs of this kind take the control before them as theirs.
+/// With UDS_AUTOBUDDY an up-down control belongs to the control before it in the z-order, which is
+/// the order of the template.
 TEST_F(Resources, UpDownsFollowTheirEdits) {
     const auto dialog = ReadDialogTemplate(Bytes(RT_DIALOG, 117));
     ASSERT_TRUE(dialog);
@@ -441,4 +444,4 @@ TEST_F(Resources, ProgramHasOneIcon) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -1,41 +1,41 @@
-// Restore: what was saved comes back whole, or the diary stays as it was. And the deletion of
-// backups.
+// Restore: the backup comes back whole, or the diary stays as it was. Also the deletion of backups.
 
+#include "tests/driver/menus.h"
 #include "tests/e2e/backup_fixture.h"
-#include "tests/e2e/menus.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
-class Restoring : public BackupTest {
+class Restore : public BackupTest {
   protected:
-    /// Has the backup restored. What becomes of that is left to the caller.
-    static void Restore(Program& program, const std::wstring& name) {
+    /// Has the backup restored and answers the question with Yes. What follows is left to the
+    /// caller.
+    static void RestoreBackup(Program& program, const std::wstring& name) {
         const HWND dialog = ChooseBackup(program, name);
         ASSERT_NE(dialog, nullptr);
         ASSERT_TRUE(program.Leave(dialog, ControlOk));
         EXPECT_EQ(AnswerBox(program, L"Warning", ControlYes), RestoreQuestion);
     }
 
-    /// Starts it, enters what the restore of another password's backup does away with, and has that
-    /// one restored.
+    /// Starts the program, makes an entry that the restore discards, and restores a backup under
+    /// another password.
     void RestoreForeignBackup(Program& program) {
         ASSERT_NO_FATAL_FAILURE(MakeSampleBackup(L"foreign", OtherPassword));
         foreignFiles = DataFilesIn(BackupFolder(L"foreign"));
         ASSERT_FALSE(FilesOf(User) == foreignFiles);
         ASSERT_TRUE(program.StartAndSignIn(User, Password));
         ASSERT_TRUE(WriteNote(program, TodaysRow, L"Lost by the restore"));
-        Restore(program, L"foreign");
+        RestoreBackup(program, L"foreign");
     }
 
-    std::string foreignFiles;
+    std::string foreignFiles;  // of the backup that RestoreForeignBackup restores
 };
 
-TEST_F(Restoring, RestoreBringsTheOlderDiaryOnceItIsAnsweredYes) {
+TEST_F(Restore, BringsTheOlderDiaryOnlyAfterTheAnswerYes) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Older"));
-    ASSERT_EQ(Backup(program, L"older"), L"Backup is done!");
+    ASSERT_EQ(MakeBackup(program, L"older"), L"Backup is done!");
     const std::string older = FilesOf(User);
     ASSERT_TRUE(WriteNote(program, TodaysRow, L"Newer"));
     ASSERT_TRUE(BeginBackup(program, L"newer", true));
@@ -56,7 +56,7 @@ TEST_F(Restoring, RestoreBringsTheOlderDiaryOnceItIsAnsweredYes) {
     EXPECT_TRUE(FilesOf(User) == newer);
     EXPECT_EQ(NoteOf(program, TodaysRow), L"Newer");
 
-    ASSERT_NO_FATAL_FAILURE(Restore(program, L"older"));
+    ASSERT_NO_FATAL_FAILURE(RestoreBackup(program, L"older"));
     ASSERT_NE(program.WaitForDialog(L"Login user"), nullptr);
     EXPECT_TRUE(FilesOf(User) == older);
     ASSERT_TRUE(program.SignIn(User, Password));
@@ -66,7 +66,7 @@ TEST_F(Restoring, RestoreBringsTheOlderDiaryOnceItIsAnsweredYes) {
     EXPECT_TRUE(FilesOf(User) == older);
 }
 
-TEST_F(Restoring, ABackupMadeUnderAnotherPasswordNeedsThatPassword) {
+TEST_F(Restore, ABackupMadeUnderAnotherPasswordNeedsThatPassword) {
     Program program(folder);
     ASSERT_NO_FATAL_FAILURE(RestoreForeignBackup(program));
     ASSERT_NO_FATAL_FAILURE(ExpectWrong(program, Password));
@@ -76,21 +76,22 @@ TEST_F(Restoring, ABackupMadeUnderAnotherPasswordNeedsThatPassword) {
     EXPECT_TRUE(FilesOf(User) == foreignFiles) << "nothing of the diary before it is saved over it";
 }
 
-TEST_F(Restoring, ABackupMadeOverAnOlderOneOfAnotherPasswordOpens) {
-    // The one collection that the diary has no more is the only one under the old password.
+TEST_F(Restore, ABackupMadeOverAnOlderOneOfAnotherPasswordOpens) {
+    // The old backup has a collection, the notes, that the diary no longer has. If its file stayed,
+    // it would be the only one under the old password.
     const std::wstring other = L"Berta";
     ASSERT_TRUE(Import(BackupRoot() + L"\\" + other + L"\\a", "2006-03-01,2,,,,Deleted later\r\n"));
     ASSERT_TRUE(Import(folder.UserFolder(other), "2006-03-01,2,,,,\r\n", OtherPassword));
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(other, OtherPassword));
-    ASSERT_EQ(Backup(program, L"a"), L"Backup is done!");
-    ASSERT_NO_FATAL_FAILURE(Restore(program, L"a"));
+    ASSERT_EQ(MakeBackup(program, L"a"), L"Backup is done!");
+    ASSERT_NO_FATAL_FAILURE(RestoreBackup(program, L"a"));
     ASSERT_TRUE(program.SignIn(other, OtherPassword));
     EXPECT_TRUE(program.Exit());
     EXPECT_EQ(Export(other, OtherPassword), CsvHeader + "2006-03-01,2,,,,\r\n");
 }
 
-TEST_F(Restoring, GivingUpTheSignInAfterARestoreEndsTheProgram) {
+TEST_F(Restore, GivingUpTheSignInAfterARestoreEndsTheProgram) {
     Program program(folder);
     ASSERT_NO_FATAL_FAILURE(RestoreForeignBackup(program));
     ASSERT_NO_FATAL_FAILURE(ExpectWrong(program, Password));
@@ -99,7 +100,7 @@ TEST_F(Restoring, GivingUpTheSignInAfterARestoreEndsTheProgram) {
     EXPECT_TRUE(FilesOf(User) == foreignFiles);
 }
 
-TEST_F(Restoring, TheEndOfTheSessionDuringThatSignInSavesNothingOverTheRestoredFiles) {
+TEST_F(Restore, TheEndOfTheSessionDuringTheSignInLeavesTheRestoredFiles) {
     Program program(folder);
     ASSERT_NO_FATAL_FAILURE(RestoreForeignBackup(program));
     ASSERT_NE(program.WaitForDialog(L"Login user"), nullptr);
@@ -107,11 +108,11 @@ TEST_F(Restoring, TheEndOfTheSessionDuringThatSignInSavesNothingOverTheRestoredF
     ASSERT_NE(::SendMessageTimeoutW(program.Main(), WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, PatienceMs,
                                     &answer),
               0);
-    program.Kill();  // the system gives no more time than that
+    program.Kill();  // the system gives a program no more time after WM_ENDSESSION
     EXPECT_TRUE(FilesOf(User) == foreignFiles);
 }
 
-TEST_F(Restoring, TheListOpensHighEnoughForItsNames) {
+TEST_F(Restore, TheListOpensHighEnoughForItsNames) {
     for (const WCHAR* name : {L"a", L"b", L"c", L"d"}) {
         MakeSampleBackup(name, Password);
     }
@@ -127,12 +128,12 @@ TEST_F(Restoring, TheListOpensHighEnoughForItsNames) {
     EXPECT_TRUE(::IsWindowVisible(list));
     EXPECT_GT(itemHeight, 0);
     EXPECT_GE(place.bottom - place.top, 4 * itemHeight);
-    program.Press(VK_ESCAPE);  // the list
+    program.Press(VK_ESCAPE);  // closes the list only
     ASSERT_TRUE(program.Leave(dialog, ControlCancel));
     EXPECT_TRUE(program.Exit());
 }
 
-TEST_F(Restoring, DeletingDownToTheLastClosesTheDialog) {
+TEST_F(Restore, DeletingDownToTheLastClosesTheDialog) {
     MakeSampleBackup(L"a", Password);
     MakeSampleBackup(L"b", Password);
     MakeSampleBackup(L"c", Password);
@@ -162,7 +163,7 @@ TEST_F(Restoring, DeletingDownToTheLastClosesTheDialog) {
     EXPECT_TRUE(FilesOf(User) == before);
 }
 
-TEST_F(Restoring, AFullDiskStopsTheRestoreAndLeavesTheDiary) {
+TEST_F(Restore, AFullDiskStopsTheRestoreAndLeavesTheDiary) {
     MakeSampleBackup(L"older", Password);
     const std::string before = FilesOf(User);
     const std::string older = DataFilesIn(BackupFolder(L"older"));
@@ -171,7 +172,7 @@ TEST_F(Restoring, AFullDiskStopsTheRestoreAndLeavesTheDiary) {
     ASSERT_TRUE(program.StartAndSignIn(User, Password));
     {
         const FullDisk full(CurrentTestName() + L"/" + User);
-        ASSERT_NO_FATAL_FAILURE(Restore(program, L"older"));
+        ASSERT_NO_FATAL_FAILURE(RestoreBackup(program, L"older"));
         ASSERT_TRUE(program.Settle());
         EXPECT_EQ(program.FindAnyDialog(), nullptr) << "nothing was restored, so nobody signs in";
     }
@@ -183,4 +184,4 @@ TEST_F(Restoring, AFullDiskStopsTheRestoreAndLeavesTheDiary) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

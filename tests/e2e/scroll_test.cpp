@@ -1,12 +1,12 @@
-// Scrolling the diary with its scroll bar: by line, by page, by the thumb, past both ends.
+// Scrolling the diary with its scroll bar: by line, by page, by the thumb, and past both ends.
 
+#include "tests/driver/wait.h"
 #include "tests/e2e/fixture.h"
-#include "tests/e2e/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
-class Scrolling : public EndToEnd {
+class Scroll : public EndToEnd {
   protected:
     void SetUp() override {
         EndToEnd::SetUp();
@@ -15,7 +15,7 @@ class Scrolling : public EndToEnd {
 
     enum class Part { LineUp, LineDown, PageUp, PageDown };
 
-    /// Clicks a part of the scroll bar: its arrows, or beside them, where the thumb is not.
+    /// Clicks an arrow of the scroll bar, or the track right beside it for a page.
     static bool ClickBar(Program& program, Part part) {
         RECT bar{};
         ::GetClientRect(program.ScrollBar(), &bar);
@@ -38,12 +38,13 @@ class Scrolling : public EndToEnd {
         return program.ClickAt(program.ScrollBar(), {bar.right / 2, y}) && program.Settle();
     }
 
+    /// Whether the day comes to be the first one that the diary shows.
     static bool Shows(Program& program, Day day) {
         return WaitFor([&] { return program.FirstDay() == day; });
     }
 };
 
-TEST_F(Scrolling, ByLineAndByPage) {
+TEST_F(Scroll, MovesByLineAndByPage) {
     MakeSampleDiary(L"Anna");
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
@@ -53,7 +54,7 @@ TEST_F(Scrolling, ByLineAndByPage) {
     struct Step {
         const char* label;
         Part part;
-        int days;  // from the start
+        int days;  // of the first day shown, counted from the start
     };
     const std::array<Step, 6> steps = {{
         {"line up", Part::LineUp, -1},
@@ -76,9 +77,9 @@ TEST_F(Scrolling, ByLineAndByPage) {
     EXPECT_TRUE(program.Exit());
 }
 
-TEST_F(Scrolling, PastTheFirstDayTheRangeGrowsAtItsStart) {
+TEST_F(Scroll, PastTheFirstDayTheRangeGrowsAtItsStart) {
     Program program(folder);
-    ASSERT_TRUE(program.StartAndSignIn(L"Anna", L""));  // no records: 0..365
+    ASSERT_TRUE(program.StartAndSignIn(L"Anna", L""));  // no records: the range is [0, 365]
     const SCROLLINFO before = program.Scroll();
     const Day first = program.FirstDay();
     EXPECT_EQ(before.nPos, 0);
@@ -88,7 +89,7 @@ TEST_F(Scrolling, PastTheFirstDayTheRangeGrowsAtItsStart) {
     EXPECT_EQ(now.nMin, 0);
     EXPECT_EQ(now.nMax, before.nMax + 1);
     EXPECT_EQ(now.nPos, 0);
-    // The thumb stands at the top, so there is nothing beside it to click for a page.
+    // The thumb is at the top and leaves no track above it to click for a page.
     ::SendMessageW(program.Diary(), WM_VSCROLL, SB_PAGEUP, 0);
     EXPECT_TRUE(Shows(program, AddDays(first, -11)));
     now = program.Scroll();
@@ -97,7 +98,7 @@ TEST_F(Scrolling, PastTheFirstDayTheRangeGrowsAtItsStart) {
     EXPECT_TRUE(program.Exit());
 }
 
-TEST_F(Scrolling, PastTheLastDayTheRangeGrowsAtItsEnd) {
+TEST_F(Scroll, PastTheLastDayTheRangeGrowsAtItsEnd) {
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(L"Anna", L""));
     const Day first = program.FirstDay();
@@ -116,7 +117,7 @@ TEST_F(Scrolling, PastTheLastDayTheRangeGrowsAtItsEnd) {
     EXPECT_TRUE(program.Exit());
 }
 
-TEST_F(Scrolling, ByTheThumbOnlyWhenItIsReleased) {
+TEST_F(Scroll, FollowsTheThumbOnlyWhenItIsReleased) {
     MakeSampleDiary(L"Anna");
     Program program(folder);
     ASSERT_TRUE(program.StartAndSignIn(L"Anna", Password));
@@ -141,4 +142,4 @@ TEST_F(Scrolling, ByTheThumbOnlyWhenItIsReleased) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -1,17 +1,17 @@
-// Signing in: new users, passwords right and wrong, changed passwords, files that cannot be read.
+// Signing in: new users, right and wrong passwords, changed passwords, files that cannot be read.
 
+#include "tests/driver/menus.h"
+#include "tests/driver/steps.h"
+#include "tests/driver/wait.h"
+#include "tests/driver/window_search.h"
 #include "tests/e2e/fixture.h"
-#include "tests/e2e/menus.h"
-#include "tests/e2e/steps.h"
-#include "tests/e2e/wait.h"
-#include "tests/e2e/window_search.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 class SignIn : public EndToEnd {
   protected:
-    /// Reads a box over the dialog and puts it away.
+    /// Waits for a warning and closes it with the Return key. Its text; empty when none comes.
     static std::wstring Dismiss(Program& program) {
         const HWND box = program.WaitForDialog(L"Warning");
         if (box == nullptr) {
@@ -23,7 +23,8 @@ class SignIn : public EndToEnd {
         return text;
     }
 
-    /// The sign-in says so, and then waits for another password.
+    /// Enters these, expects the warning, and then the sign-in with the name kept and the focus in
+    /// the password field.
     static void ExpectRefusal(Program& program, const std::wstring& user,
                               const std::wstring& password, const WCHAR* message) {
         ASSERT_TRUE(program.EnterUser(user, password));
@@ -202,4 +203,4 @@ TEST_F(SignIn, ChangedPasswordOpensTheDiaryAndTheOldOneDoesNot) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

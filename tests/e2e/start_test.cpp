@@ -1,14 +1,14 @@
-// Starting: the first time, again, and while it runs already.
+// Starting the program: for the first time, again, and while it is already running.
 
+#include "tests/driver/wait.h"
 #include "tests/e2e/fixture.h"
-#include "tests/e2e/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 class Start : public EndToEnd {};
 
-/// A window of somebody else, in front of everything.
+/// A window of this process, which is not the program's, in front of all others.
 class OtherWindow {
   public:
     OtherWindow()
@@ -20,7 +20,8 @@ class OtherWindow {
     OtherWindow& operator=(const OtherWindow&) = delete;
     ~OtherWindow() { ::DestroyWindow(window); }
 
-    /// Waits until this window is in front; it handles its messages meanwhile.
+    /// Waits until `wanted` is in the foreground. Handles this process's own messages meanwhile,
+    /// without which the foreground could not change.
     static bool WaitForFront(HWND wanted) {
         return WaitFor([&] {
             MSG message{};
@@ -144,4 +145,4 @@ TEST_F(Start, SecondStartDuringTheSignInBringsTheDialogForward) {
 }
 
 }  // namespace
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -1,9 +1,9 @@
-#include "tests/e2e/picture.h"
+#include "tests/driver/picture.h"
 
 #include <cstdint>
 #include <cstdio>
 
-namespace lunara::e2e {
+namespace lunara::test {
 
 Picture Picture::OfScreen(const RECT& area) {
     const HDC screen = ::GetDC(nullptr);
@@ -38,7 +38,7 @@ Picture Picture::OfDc(HDC source, int x, int y, int width, int height) {
     BITMAPINFO info{};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
     info.bmiHeader.biWidth = width;
-    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biHeight = -height;  // top row first
     info.bmiHeader.biPlanes = 1;
     info.bmiHeader.biBitCount = 32;
     void* bits = nullptr;
@@ -73,7 +73,7 @@ bool Picture::SaveAs(const std::wstring& path) const {
     BITMAPINFOHEADER info{};
     info.biSize = sizeof info;
     info.biWidth = width;
-    info.biHeight = -height;
+    info.biHeight = -height;  // top row first
     info.biPlanes = 1;
     info.biBitCount = 32;
     BITMAPFILEHEADER file{};
@@ -95,4 +95,4 @@ bool Picture::SaveAs(const std::wstring& path) const {
     return written;
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

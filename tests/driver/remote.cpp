@@ -1,4 +1,4 @@
-#include "tests/e2e/remote.h"
+#include "tests/driver/remote.h"
 
 #include <psapi.h>
 
@@ -7,12 +7,12 @@
 #include <cstdint>
 #include <cstring>
 
-#include "tests/e2e/wait.h"
+#include "tests/driver/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
-/// What the visiting thread reads and writes; the offsets stand in its code.
+/// The mailbox of the visiting thread. The machine code below relies on the offsets.
 struct Visit {
     std::uint64_t function;                  // 0x00
     std::array<std::uint64_t, 4> arguments;  // 0x08, 0x10, 0x18, 0x20
@@ -23,7 +23,8 @@ struct Visit {
     HANDLE done;                             // 0x48
 };
 
-// A thread procedure: its parameter (rcx) is the address of a Visit. It ends with its process.
+// A thread procedure that waits, calls, signals and repeats until its process ends. Its parameter
+// (rcx) is the address of a Visit.
 constexpr std::array<std::uint8_t, 51> ThreadCode = {
     0x53,                          // push rbx
     0x48, 0x83, 0xEC, 0x20,        // sub rsp, 32
@@ -41,11 +42,11 @@ constexpr std::array<std::uint8_t, 51> ThreadCode = {
     0xFF, 0x53, 0x38,              // call [rbx + 0x38]
     0xEB, 0xD5,                    // jmp next
 };
-constexpr std::size_t VisitOffset = 64;
+constexpr std::size_t VisitOffset = 64;  // of the Visit in the block, behind the code
 constexpr WCHAR SystemLibrary[] = L"kernelbase.dll";
 constexpr WCHAR WindowLibrary[] = L"user32.dll";
 
-// A function that answers the 32-bit tick count and some milliseconds more.
+// A function that returns the 32-bit tick count plus a number of milliseconds.
 constexpr std::array<std::uint8_t, 26> LaterTicksCode = {
     0x48, 0x83, 0xEC, 0x28,                    // sub rsp, 40
     0x48, 0xB8, 0,    0,    0, 0, 0, 0, 0, 0,  // mov rax, GetTickCount
@@ -57,15 +58,15 @@ constexpr std::array<std::uint8_t, 26> LaterTicksCode = {
 constexpr std::size_t LaterTicksFunction = 6;
 constexpr std::size_t LaterTicksMs = 17;
 
-// What takes the place of a function's beginning. Functions of system libraries are at least this
-// long: they begin on multiples of 16 bytes.
+// Overwrites the first bytes of a function. It cannot run into the next function: those of system
+// libraries are aligned to 16 bytes.
 constexpr std::array<std::uint8_t, 12> JumpCode = {
     0x48, 0xB8, 0, 0, 0, 0, 0, 0, 0, 0,  // mov rax, target
     0xFF, 0xE0,                          // jmp rax
 };
 constexpr std::size_t JumpTarget = 2;
 
-/// Where the process has the library; null when it is not found.
+/// The library's base address in the process; null when the process has not loaded it.
 HMODULE FindLibrary(HANDLE process, const WCHAR* library) {
     std::array<HMODULE, 256> modules{};
     DWORD bytes = 0;
@@ -82,8 +83,8 @@ HMODULE FindLibrary(HANDLE process, const WCHAR* library) {
     return nullptr;
 }
 
-/// A function's place in a process that has its library at `there`: libraries need not lie at the
-/// same place in every process. 0 when there is no such function.
+/// The function's address in a process that has the library at base address `there`. Base addresses
+/// differ between processes, offsets do not. 0 when there is no such function.
 std::uint64_t FindFunction(const WCHAR* library, HMODULE there, const char* name) {
     const HMODULE here = ::GetModuleHandleW(library);
     const FARPROC function = ::GetProcAddress(here, name);
@@ -94,7 +95,7 @@ std::uint64_t FindFunction(const WCHAR* library, HMODULE there, const char* name
            reinterpret_cast<std::uintptr_t>(there);
 }
 
-/// The event's handle in that process.
+/// Duplicates the event into that process; null when that fails.
 HANDLE GiveTo(HANDLE process, HANDLE event) {
     HANDLE given = nullptr;
     ::DuplicateHandle(::GetCurrentProcess(), event, process, &given, 0, FALSE,
@@ -173,7 +174,7 @@ bool Visitor::Call(const char* function, const std::array<std::uint64_t, 4>& arg
         return false;
     }
     ::SetEvent(request);
-    // A call that does not end keeps the thread: there is none for the next one.
+    // A call that does not return keeps the only thread, so that no further call is possible.
     const std::array<HANDLE, 2> ends = {done, process};
     isWaiting = ::WaitForMultipleObjects(static_cast<DWORD>(ends.size()), ends.data(), FALSE,
                                          PatienceMs) == WAIT_OBJECT_0;
@@ -193,12 +194,12 @@ bool Visitor::Send(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRES
 }
 
 bool AdvanceTicks(HANDLE process, DWORD ms) {
-    // The library that programs link: kernelbase may have functions of its own by these names.
+    // Programs link kernel32; kernelbase may hold other functions of the same names.
     constexpr WCHAR Library[] = L"kernel32.dll";
     const HMODULE there = FindLibrary(process, Library);
     const std::uint64_t asked = FindFunction(Library, there, "GetTickCount64");
     const std::uint64_t untouched = FindFunction(Library, there, "GetTickCount");
-    // Stays behind in that process, which goes on calling it.
+    // Not freed: the process calls this code until its end.
     void* const later = ::VirtualAllocEx(process, nullptr, LaterTicksCode.size(),
                                          MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE);
     if (asked == 0 || untouched == 0 || later == nullptr) {
@@ -219,4 +220,4 @@ bool AdvanceTicks(HANDLE process, DWORD ms) {
            ::FlushInstructionCache(process, entry, jump.size()) != 0;
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

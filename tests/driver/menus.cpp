@@ -1,18 +1,20 @@
-#include "tests/e2e/menus.h"
+#include "tests/driver/menus.h"
 
 #include <commctrl.h>
 
 #include <cstdint>
 
-#include "tests/e2e/remote.h"
-#include "tests/e2e/wait.h"
+#include "tests/driver/remote.h"
+#include "tests/driver/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 constexpr WCHAR MenuClass[] = L"#32768";
-constexpr UINT PopUp = 0xFFFFFFFF;  // what a pop-up, here Options, has for an id
+constexpr UINT PopUp = 0xFFFFFFFF;  // GetMenuItemID of an item that opens a sub-menu, here Options
 
+/// Clicks the first item with this id in an open menu; false when there is none. A remote call is
+/// needed for each item: the menu's handle and window belong to the program.
 bool ClickMenuItem(const Program& program, HWND menuWindow, UINT id) {
     const LRESULT menu = ::SendMessageW(menuWindow, MN_GETHMENU, 0, 0);
     constexpr int MostItems = 30;
@@ -64,7 +66,7 @@ bool ClickButton(Program& program, UINT command) {
         ::IsRectEmpty(&button) != 0) {
         return program.Fail(L"no such button on the menu bar");
     }
-    // Left of its middle: a drop-down may have an arrow of its own at the right.
+    // A third from the left: a drop-down button may have a separate arrow at its right.
     return program.ClickAt(program.MenuBar(), {(2 * button.left + button.right) / 3,
                                                (button.top + button.bottom) / 2});
 }
@@ -111,4 +113,4 @@ bool SwitchByMenu(Program& program, UINT command) {
     return ChooseFromMenu(program, command) && program.Settle();
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -1,8 +1,8 @@
-#include "tests/e2e/window_search.h"
+#include "tests/driver/window_search.h"
 
 #include <array>
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 struct Search {
@@ -13,7 +13,7 @@ struct Search {
     HWND found;
 };
 
-/// A title, without asking the window's own thread, which may be busy.
+/// Compares the title that the system keeps, without sending a message to the thread of the window.
 bool HasTitle(HWND window, const WCHAR* title) {
     std::array<WCHAR, 64> text{};
     ::InternalGetWindowText(window, text.data(), static_cast<int>(text.size()));
@@ -75,4 +75,4 @@ bool HasFocus(HWND window) {
     return info.hwndFocus == window || ::IsChild(window, info.hwndFocus) != 0;
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

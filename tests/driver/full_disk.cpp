@@ -1,9 +1,9 @@
-// A disk that is full, for the programs under test: preloaded into Wine (scripts/e2e.sh), it lets
-// writes to certain files fail the way the kernel does on a full disk. While the file that
-// LUNARA_E2E_FULL_DISK_HOST names is there, these are the files whose path contains its content.
+// Simulates a full disk for the programs under test. Preloaded into Wine by scripts/e2e.sh, it
+// fails writes to certain files with ENOSPC, as the kernel does on a full disk. While the file
+// named by LUNARA_E2E_FULL_DISK_HOST exists, these are the files whose path contains its content.
 //
-// Built for the host, not for Windows. To mount a small disk instead would take rights that not
-// every machine gives.
+// Built for the host, not for Windows. Mounting a small disk instead would take privileges that not
+// every machine grants.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -18,7 +18,7 @@
 
 namespace {
 
-/// What the paths contain; empty when no disk is full.
+/// The part of the paths, read into `buffer`; empty when no disk is full.
 std::string_view FullPart(std::array<char, 512>& buffer) {
     const char* path = std::getenv("LUNARA_E2E_FULL_DISK_HOST");
     const int file = path == nullptr ? -1 : ::open(path, O_RDONLY | O_CLOEXEC);
@@ -47,7 +47,7 @@ bool IsOnFullDisk(int file) {
     return full;
 }
 
-/// The function that this one stands in for.
+/// The next definition of a function in the search order: the one that ours interposes.
 template <typename Function>
 Function* Next(const char* name) {
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));

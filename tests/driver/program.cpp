@@ -1,19 +1,19 @@
-#include "tests/e2e/driver.h"
+#include "tests/driver/program.h"
 
 #include <commctrl.h>
-#include <gtest/gtest.h>
 
 #include <cstddef>
 #include <cstring>
 
-#include "tests/e2e/input.h"
-#include "tests/e2e/wait.h"
-#include "tests/e2e/window_search.h"
+#include "tests/driver/failure.h"
+#include "tests/driver/input.h"
+#include "tests/driver/wait.h"
+#include "tests/driver/window_search.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
-/// The agenda's request for a row, laid out as the control lays it out.
+/// The notification by which the agenda asks for a row. Has the layout of the control's own record.
 struct RowRequest {
     NMHDR header;
     std::int32_t index;
@@ -26,7 +26,7 @@ struct RowRequest {
 constexpr UINT CalendarHitTest = WM_USER + 3;
 
 constexpr WCHAR DialogClass[] = L"#32770";
-constexpr DWORD FocusPatienceMs = 5000;  // a dialog in the background never gets it
+constexpr DWORD FocusPatienceMs = 5000;  // a dialog of a background program never gets the focus
 
 }  // namespace
 
@@ -39,15 +39,19 @@ Program::~Program() {
 
 bool Program::Fail(const std::wstring& what) {
     const HWND dialog = FindAnyDialog();
-    ADD_FAILURE() << ToUtf8(what) << (IsRunning() ? "" : " (the program has ended)")
-                  << (dialog == nullptr
-                          ? ""
-                          : ToUtf8(L"; there is \"" + TextOf(dialog) + L"\": " + BoxText(dialog)));
+    std::wstring text = what;
+    if (!IsRunning()) {
+        text += L" (the program has ended)";
+    }
+    if (dialog != nullptr) {
+        text += L"; there is \"" + TextOf(dialog) + L"\": " + BoxText(dialog);
+    }
+    ReportFailure(ToUtf8(text));
     Keep(L"failed");
     return false;
 }
 
-// ---- Its life ----
+// ---- The process ----
 
 bool Program::Start(WORD showCommand) {
     STARTUPINFOW startup{};
@@ -109,7 +113,7 @@ HWND Program::WaitForDialog(const WCHAR* title) {
         Fail(std::wstring(L"no dialog \"") + title + L"\"");
         return nullptr;
     }
-    // A new dialog takes the focus as the last of all, and a click before that is lost on the way.
+    // Taking the focus is the last step of a dialog's creation; a click before it is lost.
     WaitFor([dialog] { return HasFocus(dialog); }, FocusPatienceMs);
     return dialog;
 }
@@ -137,7 +141,7 @@ HWND Program::MenuBar() const {
     return FindChild(main, process.dwProcessId, TOOLBARCLASSNAMEW, nullptr);
 }
 
-// ---- Entries ----
+// ---- Input ----
 
 std::wstring Program::TextOf(HWND window) {
     std::array<WCHAR, 1024> text{};
@@ -169,8 +173,8 @@ bool Program::WaitUntilUncovered(HWND window, POINT client, POINT& screen) {
             ::ClientToScreen(window, &screen);
             const HWND above = ::WindowFromPoint(screen);
             if (above == main && ::IsWindowEnabled(main) == 0) {
-                // Where a dialog was dragged and its owner went along, Wine's list of windows may
-                // have the owner above it, though the screen shows the dialog.
+                // After a dialog and its owner were dragged together, Wine's z-order may have the
+                // owner on top although the screen shows the dialog.
                 ::SetWindowPos(::GetAncestor(window, GA_ROOT), HWND_TOP, 0, 0, 0, 0,
                                SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_ASYNCWINDOWPOS);
             }
@@ -189,8 +193,9 @@ bool Program::ClickAt(HWND window, POINT client) {
 }
 
 bool Program::PutPointer(POINT screen) {
-    // The display reports where it last moved its own pointer some time later, as a move. Between a
-    // press and its release, that would take the click away from the window.
+    // The display moves its own pointer after ours and reports that as a mouse move some time
+    // later. Between press and release such a move would take the click away from the window, so
+    // that the position has to be right several times in a row.
     constexpr int Alike = 4;
     INPUT move = MouseInput(0, screen);
     int alike = 0;
@@ -222,9 +227,9 @@ bool Program::Drag(HWND window, POINT from, POINT to, const std::function<void()
     }
     ::ClientToScreen(window, &to);
     const auto send = [](INPUT input) { return ::SendInput(1, &input, sizeof input) == 1; };
-    // The display moves its own pointer after ours and reports that as a move of its own, some time
-    // later. It must not come between the last move and the release, where it would take the window
-    // back to the start.
+    // The display moves its own pointer after ours and reports that as a mouse move some time
+    // later. Settling after each step keeps a late report from coming between the last move and the
+    // release, where it would drag the window back to the start.
     if (!send(MouseInput(MOUSEEVENTF_LEFTDOWN, start)) || !Settle() || !send(MouseInput(0, to)) ||
         !Settle()) {
         return false;
@@ -272,7 +277,7 @@ void Program::Type(const std::wstring& text) {
 }
 
 bool Program::Leave(HWND dialog, int button) {
-    // A click before the display has the dialog in place may go to what lies below it.
+    // A click before the display has put the dialog in place may reach the window below it.
     constexpr int Attempts = 10;
     for (int attempt = 0; attempt < Attempts; ++attempt) {
         if (!Click(::GetDlgItem(dialog, button))) {
@@ -292,11 +297,12 @@ void Program::Send(UINT command) {
 void Program::Post(UINT command) { ::PostMessageW(main, WM_COMMAND, command, 0); }
 
 bool Program::Settle() {
-    // A window is asked to paint only when no message is left, posted or from mouse and keyboard.
-    // So one is made to paint itself, and when it has, all that came before is done. It is one that
-    // can be seen, since no other is asked, and one that nothing paints at once, in the middle of
-    // things: a view's scroll bar draws itself without that, a dialog's label does not change. Menu
-    // bar, fields and chart do not wait, and paint the windows that they lie in as well.
+    // The system generates WM_PAINT only when the queue holds no posted message and no input. An
+    // invalidated window is therefore a fence: once it has painted itself, everything queued before
+    // has been handled. The fence must be visible, because a hidden window is never asked to paint,
+    // and no other code may paint it out of turn: a view's scroll bar draws itself without
+    // WM_PAINT, and a dialog's label does not change. Menu bar, fields and chart do not qualify:
+    // they update themselves and their parents at once.
     const HWND dialog = FindAnyDialog();
     const HWND front = dialog != nullptr ? dialog : main;
     const HWND leaf = dialog != nullptr
@@ -304,7 +310,7 @@ bool Program::Settle() {
                           : ::GetDlgItem(IsOnTop(Graph()) ? Graph() : Diary(), ControlScrollBar);
     const HWND fence = leaf != nullptr ? leaf : front;
     ::RedrawWindow(fence, nullptr, nullptr, RDW_INVALIDATE);
-    // Then the others paint. Before they have, they look and may even act as they did.
+    // Then wait for the other windows: until they have painted they look, and may act, as before.
     if (!WaitFor([&] { return !NeedsPaint(fence) || !IsRunning(); }) ||
         !WaitFor([&] { return !HasUnpainted(front) || !IsRunning(); })) {
         return Fail(L"the program does not answer");
@@ -350,8 +356,8 @@ bool Program::WaitForViews() {
         !IsRunning()) {
         return Fail(L"no views");
     }
-    // The first fence is handled by the message loop, so the window is complete when it is; what
-    // the creation has posted lies before the second.
+    // Two fences. The message loop handles the first, and only runs once the window is complete;
+    // whatever the creation has posted is handled before the second, which PutWarningAway sets.
     return Settle() && PutWarningAway();
 }
 
@@ -386,7 +392,8 @@ bool Program::Exit() {
 
 Visitor& Program::Inside() const {
     if (!visitor) {
-        // An answer, so that the program is about to wait again.
+        // Once it has answered, the process is about to wait for its next message, which is when a
+        // visitor may enter.
         ::SendMessageTimeoutW(main, WM_NULL, 0, 0, SMTO_NORMAL, PatienceMs, nullptr);
         visitor = std::make_unique<Visitor>(process.hProcess);
     }
@@ -469,4 +476,4 @@ int Program::LiveGdiObjects() const {
            1;
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -1,11 +1,12 @@
 #pragma once
 
 // The numbers by which the program is known from outside: its window class, commands and controls.
-// They stand here once more on purpose: a number changed in the program by mistake must show.
+// Deliberately not taken from the program's own headers: a number changed there by mistake must
+// fail a test.
 
 #include <windows.h>
 
-namespace lunara::e2e {
+namespace lunara::test {
 
 inline constexpr WCHAR MainClass[] = L"wfcWnd_1_0";
 inline constexpr WCHAR MainTitle[] = L"Lunara";
@@ -36,7 +37,7 @@ enum Control : int {
     ControlYes = 6,
     ControlNo = 7,
     ControlUserName = 1002,
-    ControlPassword = 1003,  // of the sign-in; also the new one when the password is changed
+    ControlPassword = 1003,  // in the sign-in; in "Change password" the new one
     ControlConfirmation = 1004,
     ControlOldPassword = 1006,
     ControlCramps = 1014,
@@ -81,8 +82,8 @@ enum View : DWORD { ViewDiary = 3000, ViewGraph = 3001 };
 
 inline constexpr UINT_PTR DayTimer = 1;
 
-/// Asked of the main window: how many drawing objects are alive, plus 1 (so that no answer at all,
-/// 0, cannot pass for "none").
+/// Registered message to the main window. The result is the number of live drawing objects plus 1,
+/// so that 0, the result of a window that does not know the message, cannot pass for "none".
 inline constexpr WCHAR LiveGdiObjectsMessage[] = L"Lunara_LiveGdiObjects";
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -1,26 +1,27 @@
 #pragma once
 
-// What is on the screen, pixel by pixel.
+// Pixels of the screen and of bitmap resources, for comparison and for the pictures of a run.
 
 #include <windows.h>
 
 #include <string>
 #include <vector>
 
-namespace lunara::e2e {
+namespace lunara::test {
 
 class Picture {
   public:
-    /// A part of the screen as it is now.
+    /// An area of the screen, in screen coordinates. Empty when the area is empty or cannot be
+    /// read.
     static Picture OfScreen(const RECT& area);
-    /// Bitmap resource `id` of a program file; empty when it has none.
+    /// Bitmap resource `id` of a program file; empty when the file has none of that id.
     static Picture OfResource(const std::wstring& program, UINT id);
 
     int Width() const { return width; }
     int Height() const { return height; }
-    /// White outside the picture.
+    /// The colour of a pixel; white outside of the picture.
     COLORREF At(int x, int y) const;
-    /// As a 24-bit bitmap file.
+    /// Writes a bitmap file with 32 bits per pixel; false when that fails.
     bool SaveAs(const std::wstring& path) const;
 
     friend bool operator==(const Picture&, const Picture&) = default;
@@ -33,4 +34,4 @@ class Picture {
     std::vector<DWORD> pixels;  // 0x00RRGGBB, top row first
 };
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

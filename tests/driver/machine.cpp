@@ -1,13 +1,14 @@
-#include "tests/e2e/machine.h"
+#include "tests/driver/machine.h"
 
 #include <array>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
-#include "tests/e2e/wait.h"
+#include "tests/driver/failure.h"
+#include "tests/driver/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 namespace fs = std::filesystem;
@@ -15,6 +16,7 @@ namespace fs = std::filesystem;
 constexpr WCHAR FullDiskFile[] = L"LUNARA_E2E_FULL_DISK";
 constexpr WCHAR SettingsKey[] = L"SOFTWARE\\Apps\\Lunara";
 
+/// The variable's value; empty when it is not set or has 1024 characters or more.
 std::wstring Environment(const WCHAR* name) {
     std::array<WCHAR, 1024> value{};
     const DWORD length =
@@ -22,7 +24,8 @@ std::wstring Environment(const WCHAR* name) {
     return {value.data(), length < value.size() ? length : 0};
 }
 
-/// The folder above this program that holds the programs under test.
+/// The nearest folder at or above this program's own that holds Lunara.exe; the root of the path
+/// when there is none.
 fs::path BuildFolder() {
     std::array<WCHAR, MAX_PATH> own{};
     ::GetModuleFileNameW(nullptr, own.data(), static_cast<DWORD>(own.size()));
@@ -33,9 +36,15 @@ fs::path BuildFolder() {
     return folder;
 }
 
-constexpr LONGLONG TicksPerDay = 864000000000LL;
+/// Holds everything that one run leaves behind: "e2e", or "e2e-<name>" for a run with a name.
+fs::path RunFolder() {
+    const std::wstring run = Environment(L"LUNARA_E2E_RUN");
+    return BuildFolder() / (run.empty() ? L"e2e" : L"e2e-" + run);
+}
 
-/// Days since the system's first one.
+constexpr LONGLONG TicksPerDay = 864000000000LL;  // of 100 ns, as FILETIME counts
+
+/// Days since 1 January 1601, the epoch of FILETIME.
 LONGLONG ToDayNumber(Day day) {
     SYSTEMTIME date{};
     date.wYear = static_cast<WORD>(day.year);
@@ -60,7 +69,8 @@ Day FromDayNumber(LONGLONG number) {
     return ToDay(date);
 }
 
-/// A file as the standard output of a child.
+/// Creates a file that a child process can inherit as its standard output. INVALID_HANDLE_VALUE
+/// when that fails.
 HANDLE CreateOutput(const fs::path& path) {
     SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
     return ::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS, 0,
@@ -88,8 +98,8 @@ bool SetToday(Day day) {
     if (path.empty()) {
         return false;
     }
-    // Put in place whole: every look at the clock reads this file, and an empty one means the real
-    // time.
+    // Replaced atomically: every query of the clock reads this file, and an empty one means the
+    // real time.
     const std::wstring sibling = path + L".new";
     if (!WriteFile(sibling, ToUtf8(IsoDate(day)) + " 12:00:00\n") ||
         ::MoveFileExW(sibling.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING) == 0) {
@@ -156,8 +166,8 @@ ShortDateFormat::~ShortDateFormat() {
 
 ProgramFolder::ProgramFolder(const std::wstring& testName) {
     const fs::path build = BuildFolder();
-    const fs::path folder = build / L"e2e" / L"run" / testName;
-    const fs::path shots = build / L"e2e" / L"pictures";
+    const fs::path folder = RunFolder() / L"run" / testName;
+    const fs::path shots = RunFolder() / L"pictures";
     std::error_code ignored;
     fs::remove_all(folder, ignored);
     fs::create_directories(folder);
@@ -173,7 +183,7 @@ ProgramFolder::Answer ProgramFolder::RunCompanion(const std::wstring& arguments,
                                                   const std::wstring& password) const {
     const fs::path folder(path);
     const fs::path secret = folder / L"password.txt";
-    // A new file for every run: whatever inherited the last one's handle may still hold it.
+    // One file per call: a process that inherited the handle of an earlier call may still hold it.
     const fs::path output = folder / (L"companion-" + std::to_wstring(++runs) + L".txt");
     WriteFile(secret.native(), ToUtf8(password) + "\n");
     std::wstring command = L"\"" + path + L"lunara-cli.exe\" " + arguments +
@@ -199,6 +209,14 @@ ProgramFolder::Answer ProgramFolder::RunCompanion(const std::wstring& arguments,
     return answer;
 }
 
+bool ProgramFolder::MakeSampleDiary(const std::wstring& dataFolder, const std::wstring& password,
+                                    Day today) const {
+    const Answer made =
+        RunCompanion(L"sample \"" + dataFolder + L"\" --today " + IsoDate(today), password);
+    return made.exitCode == 0 ||
+           ReportFailure("the companion does not make a sample diary: " + made.output);
+}
+
 HeldFile::HeldFile(const std::wstring& path)
     : file(::CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)) {}
 
@@ -210,7 +228,9 @@ void HeldFile::Release() {
 }
 
 FullDisk::FullDisk(const std::wstring& partOfPath) {
-    WriteFile(Environment(FullDiskFile), ToUtf8(partOfPath));
+    if (!WriteFile(Environment(FullDiskFile), ToUtf8(partOfPath))) {
+        ReportFailure("no disk can be declared full");
+    }
 }
 
 void FullDisk::MakeRoom() { ::DeleteFileW(Environment(FullDiskFile).c_str()); }
@@ -242,4 +262,4 @@ std::string ToUtf8(const std::wstring& text) {
     return result;
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

@@ -1,16 +1,16 @@
-#include "tests/e2e/fields.h"
+#include "tests/driver/fields.h"
 
-#include <gtest/gtest.h>
-// After windows.h, which it builds on.
 #include <commctrl.h>
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <string_view>
 
-#include "tests/e2e/wait.h"
+#include "tests/driver/failure.h"
+#include "tests/driver/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 RECT ClientOf(HWND window) {
@@ -27,40 +27,74 @@ MCHITTESTINFO HitTest(const Program& program, HWND calendar, POINT point) {
     return hit;
 }
 
-/// The first of a drop-down calendar's whole months.
+/// The first day of the first month that a drop-down calendar shows whole.
 Day MonthShown(const Program& program, HWND calendar) {
     std::array<SYSTEMTIME, 2> range{};
     program.SendRecord(calendar, MCM_GETMONTHRANGE, GMR_VISIBLE, range.data(), sizeof range);
     return ToDay(range[0]);
 }
 
+/// Months since the year 0.
 int MonthNumber(Day day) { return day.year * 12 + day.month; }
 
-/// Looks for a place of the calendar for which `isIt` holds; (-1, -1) when there is none.
-POINT FindPlace(const Program& program, HWND calendar,
-                const std::function<bool(const MCHITTESTINFO&)>& isIt) {
-    constexpr LONG StepPx = 8;  // less than any part of a calendar is wide or high
-    const RECT client = ClientOf(calendar);
-    for (LONG y = StepPx; y < client.bottom; y += StepPx) {
-        for (LONG x = StepPx; x < client.right; x += StepPx) {
-            if (isIt(HitTest(program, calendar, {x, y}))) {
-                return {x, y};
-            }
+constexpr LONG StepPx = 8;  // smaller than every part of a calendar
+constexpr POINT Nowhere{-1, -1};
+
+bool IsNowhere(POINT point) { return point.x < 0; }
+
+/// The first place at height `y` whose hit test fulfils `isIt`; Nowhere when there is none.
+template <typename Condition>
+POINT FindInRow(const Program& program, HWND calendar, LONG y, Condition&& isIt) {
+    const LONG width = ClientOf(calendar).right;
+    for (LONG x = StepPx; x < width; x += StepPx) {
+        if (isIt(HitTest(program, calendar, {x, y}))) {
+            return {x, y};
         }
     }
-    return {-1, -1};
+    return Nowhere;
 }
 
+/// One of the two arrows beside the calendar's title; Nowhere when it shows none.
+POINT FindTitleArrow(const Program& program, HWND calendar, UINT arrow) {
+    const LONG height = ClientOf(calendar).bottom;
+    POINT place = Nowhere;
+    for (LONG y = StepPx; y < height && IsNowhere(place); y += StepPx) {
+        place = FindInRow(program, calendar, y,
+                          [&](const MCHITTESTINFO& hit) { return hit.uHit == arrow; });
+    }
+    return place;
+}
+
+/// The cell of a day of the month that the calendar shows; Nowhere when it shows another month.
+POINT FindDay(const Program& program, HWND calendar, Day day) {
+    constexpr int DaysPerWeek = 7;
+    const RECT client = ClientOf(calendar);
+    POINT place = Nowhere;
+    for (LONG y = StepPx; y < client.bottom && IsNowhere(place); y += StepPx) {
+        // Each hit test is a round trip to the other process. Only a row with a day in its middle
+        // that is less than a week away can hold the day; its own days before and after the month
+        // count.
+        const MCHITTESTINFO middle = HitTest(program, calendar, {client.right / 2, y});
+        if ((middle.uHit & MCHT_CALENDARDATE) == MCHT_CALENDARDATE &&
+            std::abs(DaysBetween(ToDay(middle.st), day)) < DaysPerWeek) {
+            place = FindInRow(program, calendar, y, [&](const MCHITTESTINFO& hit) {
+                return hit.uHit == MCHT_CALENDARDATE && ToDay(hit.st) == day;
+            });
+        }
+    }
+    return place;
+}
+
+/// Clicks the calendar's arrow, one month at a time, until it shows the month of `day`.
 bool TurnToMonth(Program& program, HWND calendar, Day day) {
     int away = MonthNumber(MonthShown(program, calendar)) - MonthNumber(day);
     if (away == 0) {
         return true;
     }
     const UINT arrow = away > 0 ? MCHT_TITLEBTNPREV : MCHT_TITLEBTNNEXT;
-    const POINT place =
-        FindPlace(program, calendar, [&](const MCHITTESTINFO& hit) { return hit.uHit == arrow; });
+    const POINT place = FindTitleArrow(program, calendar, arrow);
     while (away != 0) {
-        if (place.x < 0 || !program.ClickAt(calendar, place)) {
+        if (IsNowhere(place) || !program.ClickAt(calendar, place)) {
             return false;
         }
         const int before = away;
@@ -74,7 +108,7 @@ bool TurnToMonth(Program& program, HWND calendar, Day day) {
     return true;
 }
 
-/// "MDY", "DMY" or "YMD".
+/// Order of day, month and year in the user's short dates: "MDY", "DMY" or "YMD".
 std::string_view LocaleOrder() {
     std::array<WCHAR, 4> order{};
     ::GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_IDATE, order.data(),
@@ -101,24 +135,18 @@ bool PickFromCalendar(Program& program, HWND picker, Day day) {
     const auto calendar = reinterpret_cast<HWND>(::SendMessageW(picker, DTM_GETMONTHCAL, 0, 0));
     if (!program.ClickAt(picker, {client.right - 6, client.bottom / 2}) ||
         !WaitFor([&] { return ::IsWindowVisible(calendar) != 0; })) {
-        ADD_FAILURE() << "the calendar does not drop down";
-        return false;
+        return ReportFailure("the calendar does not drop down");
     }
     if (!TurnToMonth(program, calendar, day)) {
-        ADD_FAILURE() << "the calendar does not turn";
-        return false;
+        return ReportFailure("the calendar does not turn to the month");
     }
-    const POINT cell = FindPlace(program, calendar, [&](const MCHITTESTINFO& hit) {
-        return hit.uHit == MCHT_CALENDARDATE && ToDay(hit.st) == day;
-    });
-    if (cell.x < 0) {
-        ADD_FAILURE() << "the calendar does not show " << ToUtf8(IsoDate(day));
-        return false;
+    const POINT cell = FindDay(program, calendar, day);
+    if (IsNowhere(cell)) {
+        return ReportFailure("the calendar does not show " + ToUtf8(IsoDate(day)));
     }
     if (!program.ClickAt(calendar, cell) ||
         !WaitFor([&] { return ::IsWindowVisible(calendar) == 0; })) {
-        ADD_FAILURE() << "the calendar does not take the click";
-        return false;
+        return ReportFailure("the calendar does not take the click");
     }
     return program.Settle();
 }
@@ -150,12 +178,11 @@ bool ClickArrowUntil(Program& program, HWND spin, bool up, HWND field, const std
                      int most) {
     for (int clicks = 0; Program::TextOf(field) != text; ++clicks) {
         if (clicks == most || !ClickArrow(program, spin, up)) {
-            ADD_FAILURE() << "the field comes to show \"" << ToUtf8(Program::TextOf(field))
-                          << "\" instead of \"" << ToUtf8(text) << "\"";
-            return false;
+            return ReportFailure("the field comes to show \"" + ToUtf8(Program::TextOf(field)) +
+                                 "\" instead of \"" + ToUtf8(text) + "\"");
         }
     }
     return true;
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

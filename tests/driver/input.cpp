@@ -1,8 +1,8 @@
-#include "tests/e2e/input.h"
+#include "tests/driver/input.h"
 
 #include <vector>
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
 void Send(std::vector<INPUT>& inputs) {
@@ -21,7 +21,7 @@ INPUT KeyInput(WORD key, WORD scan, DWORD flags) {
 }
 
 INPUT MouseInput(DWORD button, POINT screen) {
-    constexpr LONG Span = 65536;  // the screen's width and height in the event's units
+    constexpr LONG Span = 65536;  // absolute coordinates: the screen's width and height in units
     const LONG width = ::GetSystemMetrics(SM_CXSCREEN);
     const LONG height = ::GetSystemMetrics(SM_CYSCREEN);
     INPUT input{};
@@ -61,4 +61,4 @@ void TurnWheel(POINT screen, int notches) {
     Send(inputs);
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

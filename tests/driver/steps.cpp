@@ -1,20 +1,20 @@
-#include "tests/e2e/steps.h"
+#include "tests/driver/steps.h"
 
 #include <utility>
 
-#include "tests/e2e/wait.h"
+#include "tests/driver/wait.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 
 bool TypeInto(Program& program, HWND field, const std::wstring& text) {
     if (!program.Click(field) ||
-        !program.Settle()) {  // a message sent now would overtake the click
+        !program.Settle()) {  // a message sent before would overtake the click
         return false;
     }
     ::SendMessageW(field, EM_SETSEL, 0, -1);
     program.Press(VK_DELETE);
     program.Type(text);
-    // A field for passwords does not tell its text to other programs.
+    // A password field does not give its text to another process; its length has to do.
     const bool secret = (::GetWindowLongPtrW(field, GWL_STYLE) & ES_PASSWORD) != 0;
     return WaitFor([&] {
         return secret ? ::SendMessageW(field, WM_GETTEXTLENGTH, 0, 0) ==
@@ -64,4 +64,4 @@ std::wstring AnswerBox(Program& program, const WCHAR* title, int button) {
     return text;
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test

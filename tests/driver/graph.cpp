@@ -1,14 +1,14 @@
-#include "tests/e2e/graph.h"
+#include "tests/driver/graph.h"
 
 #include <array>
 #include <cmath>
 
-#include "tests/e2e/fields.h"
+#include "tests/driver/fields.h"
 
-namespace lunara::e2e {
+namespace lunara::test {
 namespace {
 
-constexpr LONG MarginPx = 34;  // beside the axis, where the labels stand
+constexpr LONG MarginPx = 34;  // left of the first day, for the labels of the axis
 
 }  // namespace
 
@@ -70,4 +70,4 @@ bool GraphScreen::ClickUnit(GraphControl button) const {
     return program.Click(Control(button)) && program.Settle();
 }
 
-}  // namespace lunara::e2e
+}  // namespace lunara::test
