@@ -231,11 +231,12 @@ template <typename Record, typename List>
 int LoadList(List& list, const WCHAR* path, const WCHAR* password) {
     list.Clear();
     list.dirty = false;
-    ::SetLastError(ERROR_SUCCESS);
+    ::SetLastError(ERROR_SUCCESS);  // on success, an earlier error must not remain
     const InputFile file(path);
     if (!file.IsOpen()) {
         const DWORD error = ::GetLastError();
         if (error != ERROR_FILE_NOT_FOUND && error != ERROR_PATH_NOT_FOUND) {
+            // The file exists. Taken for missing, it would be overwritten by the next save.
             return Refuse(DataFileCorrupt);
         }
         ::SetLastError(DataFileMissing);

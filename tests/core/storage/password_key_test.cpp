@@ -70,7 +70,7 @@ TEST(DataKeyTest, CutsUtf8InTheMiddleOfACharacterToo) {
 }
 
 TEST(DataKeyTest, CharacterPastTheCutStillDecidesForUtf8) {
-    // The password is judged whole: the first 55 bytes of its UTF-8 are the key.
+    // The last character, far behind byte 55, is not in Windows-1252, so the key is UTF-8.
     const WideString password = WideString(60, u'\u00FC') + TEXT("\u044F");
     const std::string bytes = DataKey(password.c_str()).Bytes();
     EXPECT_EQ(bytes.size(), 55U);
