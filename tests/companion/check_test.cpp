@@ -1,7 +1,7 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 class Check : public CompanionTest {};
@@ -133,4 +133,4 @@ TEST_F(Check, StopsAtTheFirstBadFile) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

@@ -5,7 +5,7 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 class Export : public CompanionTest {};
@@ -179,4 +179,4 @@ TEST_F(Export, LocaleChangesNothing) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

@@ -8,7 +8,7 @@
 #include "platform/arguments.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 constexpr std::string_view FileHeader("LU\x01\x00", 4);
@@ -115,4 +115,4 @@ std::string Shown(const std::string& folder, const std::string& name) {
     return folder + PathSeparator + name;
 }
 
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

@@ -10,7 +10,7 @@
 
 #include "diary/user_data.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 
 /// What one run of the companion left.
 struct Outcome {
@@ -68,4 +68,4 @@ std::string Shown(const std::string& folder, const std::string& name);
 
 inline constexpr char Header[] = "date,bleeding,temperature_f,cramps,pms,note\r\n";
 
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

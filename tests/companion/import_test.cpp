@@ -2,7 +2,7 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 class Import : public CompanionTest {
@@ -329,4 +329,4 @@ TEST_F(Import, DataFileThatIsAFolderIsRefused) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

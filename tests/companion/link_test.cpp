@@ -3,7 +3,7 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 class Link : public CompanionTest {};
@@ -29,4 +29,4 @@ TEST_F(Link, IsWrittenThrough) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

@@ -1,7 +1,7 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 class Password : public CompanionTest {
@@ -111,4 +111,4 @@ TEST_F(Password, MissingFileIsRefused) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

@@ -11,7 +11,7 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -274,4 +274,4 @@ TEST_F(Predict, ClockIsGivenBackToTheSystem) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

@@ -6,7 +6,7 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 /// Runs the built program through the system's shell, in the test's folder.
@@ -67,4 +67,4 @@ TEST_F(Program, LineEndsPassTheStandardStreamsUnchanged) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

@@ -7,7 +7,7 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 class Sample : public CompanionTest {};
@@ -156,4 +156,4 @@ TEST_F(Sample, SurvivesExportAndImport) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test
