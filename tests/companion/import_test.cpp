@@ -1,5 +1,5 @@
-#include "storage/replacement_file.h"
 #include "tests/companion/fixture.h"
+#include "tests/support/failing_file_calls.h"
 #include "tools/lunara-cli/companion.h"
 
 namespace lunara::test {
@@ -115,69 +115,20 @@ TEST_F(Import, ChangedNoteMovesToTheEndAndOthersKeepTheirOrder) {
               PageFile({Page(Day + 2, "c"), Page(Day + 1, "b"), Page(Day, "new")}));
 }
 
-/// File calls of which one step fails, for the files whose names end in `name`.
-class FailingCalls : public FileCalls {
-  public:
-    enum class Step { Create, Write, Flush, Close, Rename, Remove };
-
-    FailingCalls(Step failingStep, WideView failingName) : step(failingStep), name(failingName) {
-        UseFileCalls(this);
-    }
-    FailingCalls(const FailingCalls&) = delete;
-    FailingCalls& operator=(const FailingCalls&) = delete;
-    ~FailingCalls() override { UseFileCalls(nullptr); }
-
-    HANDLE Create(const WCHAR* path) override {
-        isTarget = (isTarget && staysFull) || WideView(path).ends_with(name);
-        return Fails(Step::Create) ? INVALID_HANDLE_VALUE : FileCalls::Create(path);
-    }
-    BOOL Write(HANDLE file, const void* bytes, DWORD count, DWORD& written) override {
-        return Fails(Step::Write) ? FALSE : FileCalls::Write(file, bytes, count, written);
-    }
-    BOOL Flush(HANDLE file) override { return Fails(Step::Flush) ? FALSE : FileCalls::Flush(file); }
-    BOOL Close(HANDLE file) override {
-        const BOOL closed = FileCalls::Close(file);
-        return Fails(Step::Close) ? FALSE : closed;
-    }
-    BOOL Rename(const WCHAR* from, const WCHAR* to) override {
-        isTarget = WideView(from).ends_with(name);
-        return Fails(Step::Rename) ? FALSE : FileCalls::Rename(from, to);
-    }
-    BOOL Remove(const WCHAR* path) override {
-        const bool fails = step == Step::Remove && WideView(path).ends_with(name);
-        return fails ? FALSE : FileCalls::Remove(path);
-    }
-
-    bool staysFull = false;
-
-  private:
-    bool Fails(Step now) const {
-        if (!isTarget || now != step) {
-            return false;
-        }
-        ::SetLastError(ERROR_DISK_FULL);
-        return true;
-    }
-
-    Step step;
-    WideView name;
-    bool isTarget = false;
-};
-
 TEST_F(Import, SaveThatFailsAtAnyStepPutsEveryFileBack) {
     PutInDiary("Temperature.dat", DayFile({{Day, 9800}}));
     PutInDiary("Bleeding.dat", DayFile({{Day, 1}}));
     PutInDiary("Notes.dat", DayFile({{Day, 1}}));
     const auto before = Snapshot();
-    using Step = FailingCalls::Step;
-    for (const Step step : {Step::Create, Step::Write, Step::Flush, Step::Close, Step::Rename}) {
-        const FailingCalls calls(step, TEXT("NotePages.new"));
+    for (const unsigned kind : {CreateCall, WriteCall, FlushCall, CloseCall, RenameCall}) {
+        const FailingFileCalls calls(
+            {.kinds = kind, .pathEnd = TEXT("NotePages.new"), .times = FromThereOn});
         const Outcome outcome = CompanionTest::Import(
             "date,bleeding,temperature_f,cramps,note\n2006-01-02,2,97.5,0,note\n");
         EXPECT_EQ(outcome.code, ExitData);
         EXPECT_EQ(outcome.err,
                   Shown(Diary(), "NotePages.dat") + ": there is no room left on the disk\n");
-        EXPECT_EQ(Snapshot(), before) << static_cast<int>(step);
+        EXPECT_EQ(Snapshot(), before) << calls.Steps().back();
     }
 }
 
@@ -185,8 +136,10 @@ TEST_F(Import, SaveOnADiskThatIsFullFromThereOnChangesNothing) {
     PutInDiary("Temperature.dat", DayFile({{Day, 9800}}));
     PutInDiary("Bleeding.dat", DayFile({{Day, 1}}));
     const auto before = Snapshot();
-    FailingCalls calls(FailingCalls::Step::Create, TEXT("NotePages.new"));
-    calls.staysFull = true;  // nothing can be created any more, to put files back neither
+    const FailingFileCalls calls({.kinds = CreateCall,
+                                  .pathEnd = TEXT("NotePages.new"),
+                                  .times = FromThereOn,
+                                  .spreadsToAllFiles = true});
     const Outcome outcome =
         CompanionTest::Import("date,bleeding,temperature_f,note\n2006-01-02,2,99,note\n");
     EXPECT_EQ(outcome.code, ExitData);
@@ -209,7 +162,10 @@ TEST_F(Import, FileThatCannotBeDeletedIsNamed) {
     PutInDiary("Temperature.dat", DayFile({{Day, 9800}}));
     PutInDiary("Notes.dat", DayFile({{Day, 1}}));
     const auto before = Snapshot();
-    const FailingCalls calls(FailingCalls::Step::Remove, TEXT("Notes.dat"));
+    const FailingFileCalls calls({.kinds = RemoveCall,
+                                  .pathEnd = TEXT("Notes.dat"),
+                                  .times = FromThereOn,
+                                  .error = ERROR_SUCCESS});
     const Outcome outcome = CompanionTest::Import("date,temperature_f,cramps\n2006-01-02,99,0\n");
     EXPECT_EQ(outcome.code, ExitData);
     EXPECT_EQ(outcome.err, Shown(Diary(), "Notes.dat") + ": it could not be deleted\n");

@@ -3,70 +3,10 @@
 #include "storage/data_file.h"
 #include "storage/replacement_file.h"
 #include "tests/core/storage/file_support.h"
+#include "tests/support/failing_file_calls.h"
 
 namespace lunara::test {
 namespace {
-
-/// Calls of the system that count their steps and let one fail.
-class FailingCalls : public FileCalls {
-  public:
-    enum class Way { WithError, WithoutError, HalfWritten };
-
-    FailingCalls() { UseFileCalls(this); }
-    FailingCalls(const FailingCalls&) = delete;
-    FailingCalls& operator=(const FailingCalls&) = delete;
-    ~FailingCalls() override { UseFileCalls(nullptr); }
-
-    HANDLE Create(const WCHAR* path) override {
-        return Fails("create") ? INVALID_HANDLE_VALUE : Opened(FileCalls::Create(path));
-    }
-    BOOL Write(HANDLE file, const void* bytes, DWORD count, DWORD& written) override {
-        const bool isHalf = way == Way::HalfWritten;
-        if (!Fails("write")) {
-            return FileCalls::Write(file, bytes, count, written);
-        }
-        FileCalls::Write(file, bytes, count / 2, written);
-        return isHalf ? TRUE : FALSE;
-    }
-    BOOL Flush(HANDLE file) override { return Fails("flush") ? FALSE : FileCalls::Flush(file); }
-    BOOL Close(HANDLE file) override {
-        --open;
-        const BOOL closed = FileCalls::Close(file);
-        return Fails("close") ? FALSE : closed;
-    }
-    BOOL Replace(const WCHAR* from, const WCHAR* to) override {
-        return Fails("replace") ? FALSE : FileCalls::Replace(from, to);
-    }
-    BOOL Remove(const WCHAR* path) override {
-        const BOOL removed = FileCalls::Remove(path);
-        ::SetLastError(ERROR_FILE_NOT_FOUND);  // must not hide the failure before it
-        return removed;
-    }
-
-    /// The step to fail, from 0; none when negative.
-    int failAt = -1;
-    Way way = Way::WithError;
-
-    std::vector<std::string> steps;
-    int open = 0;
-
-  private:
-    HANDLE Opened(HANDLE file) {
-        ++open;
-        return file;
-    }
-
-    bool Fails(const char* step) {
-        const bool isThis = static_cast<int>(steps.size()) == failAt;
-        steps.emplace_back(step);
-        if (!isThis) {
-            ::SetLastError(ERROR_ACCESS_DENIED);  // a call that works may leave one
-        } else if (way == Way::WithError) {
-            ::SetLastError(ERROR_DISK_FULL);
-        }
-        return isThis;
-    }
-};
 
 class SaveTest : public ::testing::Test {
   protected:
@@ -98,10 +38,10 @@ TEST_F(SaveTest, CleanListLeavesTheFileAlone) {
     WriteBytes(file, oldBytes);
     days.dirty = false;
     pages.dirty = false;
-    FailingCalls calls;
+    const FailingFileCalls calls;
     EXPECT_EQ(SaveDays(TEXT("secret")), 1);
     EXPECT_EQ(SaveNotePages(pages, Wide(file).c_str(), TEXT("secret")), 1);
-    EXPECT_TRUE(calls.steps.empty());
+    EXPECT_EQ(calls.Count(), 0);
     EXPECT_EQ(ReadBytes(file), oldBytes);
 }
 
@@ -120,11 +60,13 @@ TEST_F(SaveTest, EmptyListDeletesTheFileAndWhatACrashLeftBesideIt) {
 }
 
 TEST_F(SaveTest, StepsAreTakenInTheOrderThatKeepsOneOfTheFiles) {
-    FailingCalls calls;
+    const FailingFileCalls calls;
     ASSERT_EQ(SaveDays(TEXT("")), 1);
-    EXPECT_EQ(calls.steps,
-              (std::vector<std::string>{"create", "write", "write", "flush", "close", "replace"}));
-    EXPECT_EQ(calls.open, 0);
+    EXPECT_EQ(calls.Steps(),
+              (std::vector<std::string>{"create Bleeding.new", "write Bleeding.new",
+                                        "write Bleeding.new", "flush Bleeding.new",
+                                        "close Bleeding.new", "replace Bleeding.new"}));
+    EXPECT_EQ(calls.OpenFiles(), 0);
     EXPECT_EQ(scratch.Names(), std::vector<std::string>{"Bleeding.dat"});
 }
 
@@ -178,26 +120,30 @@ void ExpectEveryStepsFailureKeepsTheOldFile(const ScratchFolder& scratch,
                                             const std::filesystem::path& file,
                                             const Bytes& oldBytes, SaveIt save) {
     const struct {
-        FailingCalls::Way way;
+        const char* label;
+        FileFault fault;
         DWORD error;
     } ways[] = {
-        {FailingCalls::Way::WithError, ERROR_DISK_FULL},
-        {FailingCalls::Way::WithoutError, ERROR_WRITE_FAULT},
-        {FailingCalls::Way::HalfWritten, ERROR_WRITE_FAULT},
+        {"with an error", {.error = ERROR_DISK_FULL}, ERROR_DISK_FULL},
+        {"without an error", {.error = ERROR_SUCCESS}, ERROR_WRITE_FAULT},
+        {"half written",
+         {.error = ERROR_SUCCESS, .write = StruckWrite::HalfAsSuccess},
+         ERROR_WRITE_FAULT},
     };
-    for (const auto& [way, error] : ways) {
+    for (const auto& [way, fault, error] : ways) {
         int step = 0;
         for (int result = 0; result == 0; ++step) {
             WriteBytes(file, oldBytes);
-            FailingCalls calls;
-            calls.failAt = step;
-            calls.way = way;
+            FileFault atStep = fault;
+            atStep.at = step;
+            const FailingFileCalls calls(atStep);
             ::SetLastError(ERROR_SUCCESS);
             const auto [saved, isDirty] = save();
             result = saved;
             const DWORD lastError = ::GetLastError();
-            const std::string label = "step " + std::to_string(step) + ' ' + calls.steps.back();
-            EXPECT_EQ(calls.open, 0) << label;
+            const std::string label =
+                std::string(way) + ", step " + std::to_string(step) + ' ' + calls.Steps().back();
+            EXPECT_EQ(calls.OpenFiles(), 0) << label;
             EXPECT_EQ(scratch.Names(), std::vector<std::string>{"Bleeding.dat"}) << label;
             EXPECT_EQ(isDirty, saved == 0) << label;
             if (saved == 0) {
@@ -205,7 +151,7 @@ void ExpectEveryStepsFailureKeepsTheOldFile(const ScratchFolder& scratch,
                 EXPECT_EQ(ReadBytes(file), oldBytes) << label;
             } else {
                 EXPECT_NE(ReadBytes(file), oldBytes);
-                EXPECT_EQ(step, static_cast<int>(calls.steps.size())) << "a failure went unnoticed";
+                EXPECT_EQ(step, calls.Count()) << "a failure went unnoticed";
             }
         }
         EXPECT_GE(step, 6) << "create, two writes, flush, close, replace";
@@ -227,9 +173,9 @@ TEST_F(SaveTest, FailureOfAnyStepKeepsTheOldFileAndTheDirtyFlag) {
 }
 
 TEST_F(SaveTest, EncipheredRecordsAreNotWrittenOneByOne) {
-    FailingCalls calls;
+    const FailingFileCalls calls;
     ASSERT_EQ(SaveNotePages(pages, Wide(file).c_str(), TEXT("secret")), 1);
-    EXPECT_LE(calls.steps.size(), 10U);
+    EXPECT_LE(calls.Count(), 10);
 }
 
 TEST_F(SaveTest, FolderThatIsNotThereFailsAndStaysDirty) {

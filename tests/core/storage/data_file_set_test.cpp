@@ -7,78 +7,19 @@
 #include "storage/data_file.h"
 #include "tests/core/storage/file_support.h"
 #include "tests/core/test_support.h"
+#include "tests/support/failing_file_calls.h"
 
 namespace lunara::test {
 namespace {
 
-/// Calls of the system that write down their steps, and fail at one of them or from one on.
-class BrokenCalls : public FileCalls {
-  public:
-    enum class Way { OneStep, FromThereOn };
-
-    BrokenCalls() : before(CurrentFileCalls()) { UseFileCalls(this); }
-    BrokenCalls(const BrokenCalls&) = delete;
-    BrokenCalls& operator=(const BrokenCalls&) = delete;
-    ~BrokenCalls() override { UseFileCalls(&before); }
-
-    HANDLE Create(const WCHAR* path) override {
-        return Fails("create", path) ? INVALID_HANDLE_VALUE : FileCalls::Create(path);
-    }
-    BOOL Write(HANDLE file, const void* bytes, DWORD count, DWORD& written) override {
-        if (!Fails("write")) {
-            return FileCalls::Write(file, bytes, count, written);
-        }
-        FileCalls::Write(file, bytes, count / 2, written);
-        return FALSE;
-    }
-    // Waiting for the disk so often would only take time here.
-    BOOL Flush(HANDLE /*file*/) override { return Fails("flush") ? FALSE : TRUE; }
-    BOOL Close(HANDLE file) override {
-        const BOOL closed = FileCalls::Close(file);
-        return Fails("close") ? FALSE : closed;
-    }
-    BOOL Replace(const WCHAR* from, const WCHAR* to) override {
-        return Fails("replace", from) ? FALSE : FileCalls::Rename(from, to);
-    }
-    BOOL Rename(const WCHAR* from, const WCHAR* to) override {
-        return Fails("rename", from) ? FALSE : FileCalls::Rename(from, to);
-    }
-    BOOL Link(const WCHAR* path, const WCHAR* name) override {
-        if (Fails("link", path) || !hasLinks) {
-            ::SetLastError(ERROR_ACCESS_DENIED);
-            return FALSE;
-        }
-        return FileCalls::Link(path, name);
-    }
-    BOOL Remove(const WCHAR* path) override {
-        return Fails("remove", path) ? FALSE : FileCalls::Remove(path);
-    }
-
-    /// The step that fails, from 0; none when negative.
-    int failAt = -1;
-    Way way = Way::OneStep;
-    bool hasLinks = true;
-    std::vector<std::string> steps;
-
-  private:
-    FileCalls& before;
-
-    bool Fails(const std::string& step, WideView path = {}) {
-        const int number = static_cast<int>(steps.size());
-        const std::size_t separator = path.find_last_of(TEXT("\\/"));
-        steps.push_back(path.empty() ? step : step + ' ' + ToUtf8(path.substr(separator + 1)));
-        const bool fails =
-            failAt >= 0 && (way == Way::OneStep ? number == failAt : number >= failAt);
-        if (fails) {
-            ::SetLastError(ERROR_DISK_FULL);
-        }
-        return fails;
-    }
-};
-
 constexpr DateKey First = MakeDateKey(2006, 1, 2);
 constexpr const WCHAR* OldPassword = TEXT("before");
 constexpr const WCHAR* NewPassword = TEXT("afterwards");
+
+/// A file system without second names for files: every Link fails.
+FileFault NoLinks() {
+    return {.kinds = LinkCall, .times = FromThereOn, .error = ERROR_ACCESS_DENIED};
+}
 
 /// A diary as text, for comparison.
 std::string Describe(const UserData& data) {
@@ -119,7 +60,7 @@ class DataFileSetTest : public ::testing::TestWithParam<Story> {
 
     /// Saves the old diary and changes it and the password in memory.
     void Begin() {
-        const BrokenCalls calls;
+        const FailingFileCalls calls;
         std::filesystem::remove_all(scratch.Root());
         data = std::make_unique<UserData>();
         const WideString text(40, 'n');
@@ -182,8 +123,10 @@ INSTANTIATE_TEST_SUITE_P(Changes, DataFileSetTest, ::testing::ValuesIn(Stories),
 TEST_P(DataFileSetTest, PasswordChangeReachesEveryFile) {
     for (const bool hasLinks : {true, false}) {
         Begin();
-        BrokenCalls calls;
-        calls.hasLinks = hasLinks;
+        FailingFileCalls calls;
+        if (!hasLinks) {
+            calls.Fail(NoLinks());
+        }
         ASSERT_EQ(Save(), 1);
         EXPECT_FALSE(data->IsDirty());
         EXPECT_TRUE(IsTidy());
@@ -193,17 +136,18 @@ TEST_P(DataFileSetTest, PasswordChangeReachesEveryFile) {
 
 TEST_P(DataFileSetTest, NothingIsPutInPlaceBeforeAllIsComplete) {
     Begin();
-    BrokenCalls calls;
+    const FailingFileCalls calls;
     ASSERT_EQ(Save(), 1);
+    const std::vector<std::string> steps = calls.Steps();
     const auto isStep = [](const char* name) {
         return [name](const std::string& step) { return step.rfind(name, 0) == 0; };
     };
-    const auto firstRename = std::find_if(calls.steps.begin(), calls.steps.end(), isStep("rename"));
+    const auto firstRename = std::find_if(steps.begin(), steps.end(), isStep("rename"));
     const auto files = GetParam().isRemovedNow ? 3 : 4;
-    EXPECT_EQ(std::count_if(calls.steps.begin(), firstRename, isStep("flush")), files + 1);
-    EXPECT_EQ(std::count_if(firstRename, calls.steps.end(), isStep("flush")), 0);
-    EXPECT_EQ(std::count_if(firstRename, calls.steps.end(), isStep("create")), 0);
-    EXPECT_EQ(std::count_if(calls.steps.begin(), calls.steps.end(), isStep("replace")), 1);
+    EXPECT_EQ(std::count_if(steps.begin(), firstRename, isStep("flush")), files + 1);
+    EXPECT_EQ(std::count_if(firstRename, steps.end(), isStep("flush")), 0);
+    EXPECT_EQ(std::count_if(firstRename, steps.end(), isStep("create")), 0);
+    EXPECT_EQ(std::count_if(steps.begin(), steps.end(), isStep("replace")), 1);
 }
 
 TEST_P(DataFileSetTest, FailureOfAnyStepLeavesAllFilesUnderTheOldPassword) {
@@ -215,12 +159,14 @@ TEST_P(DataFileSetTest, FailureOfAnyStepLeavesAllFilesUnderTheOldPassword) {
             int saved = 0;
             DWORD error = 0;
             {
-                BrokenCalls calls;
-                calls.hasLinks = hasLinks;
-                calls.failAt = step;
+                FailingFileCalls calls;
+                if (!hasLinks) {
+                    calls.Fail(NoLinks());
+                }
+                calls.Fail({.at = step});
                 saved = Save();
                 error = ::GetLastError();
-                wasBroken = static_cast<int>(calls.steps.size()) > step;
+                wasBroken = calls.Count() > step;
                 SCOPED_TRACE("step " + std::to_string(step));
                 if (saved == 0) {
                     ++failures;
@@ -252,12 +198,13 @@ TEST_P(DataFileSetTest, WhateverIsLeftWhenTheProgramStopsOneWholeDiaryOpens) {
             Begin();
             int saved = 0;
             {
-                BrokenCalls calls;
-                calls.hasLinks = hasLinks;
-                calls.way = BrokenCalls::Way::FromThereOn;
-                calls.failAt = step;
+                FailingFileCalls calls;
+                if (!hasLinks) {
+                    calls.Fail(NoLinks());
+                }
+                calls.Fail({.at = step, .times = FromThereOn});
                 saved = Save();
-                wasBroken = static_cast<int>(calls.steps.size()) > step;
+                wasBroken = calls.Count() > step;
             }
             ++stops[saved];
             const std::string label = "step " + std::to_string(step);
@@ -274,19 +221,16 @@ TEST_P(DataFileSetTest, WhateverIsLeftWhenTheProgramStopsOneWholeDiaryOpens) {
 
 TEST_P(DataFileSetTest, SaveThatCouldNotBeUndoneIsUndoneByTheNextOne) {
     Begin();
-    BrokenCalls calls;
+    FailingFileCalls calls;
     ASSERT_EQ(Save(), 1);
-    const auto last = std::find(calls.steps.begin(), calls.steps.end(), "rename NotePages.new");
-    ASSERT_NE(last, calls.steps.end());
-    const auto lastRename = static_cast<int>(last - calls.steps.begin());
+    const int lastRename = IndexOfStep(calls.Steps(), "rename NotePages.new");
+    ASSERT_GE(lastRename, 0);
     Begin();
-    calls.steps.clear();
-    calls.way = BrokenCalls::Way::FromThereOn;
-    calls.failAt = lastRename;
+    calls.Fail({.at = lastRename, .times = FromThereOn});
     EXPECT_EQ(Save(), 0);
     EXPECT_TRUE(AllDirty());
     EXPECT_TRUE(std::filesystem::exists(scratch.File("Save.set")));
-    calls.failAt = -1;
+    calls.Mend();
     EXPECT_EQ(Save(), 1);
     EXPECT_TRUE(IsTidy());
     ExpectNewDiary(GetParam().label);
@@ -305,16 +249,15 @@ TEST_P(DataFileSetTest, FileThatCannotBeWrittenIsNamed) {
     Begin();
     std::vector<std::string> steps;
     {
-        BrokenCalls calls;
+        const FailingFileCalls calls;
         ASSERT_EQ(Save(), 1);
-        steps = calls.steps;
+        steps = calls.Steps();
     }
     for (const auto& [step, file] : cases) {
-        const auto found = std::find(steps.begin(), steps.end(), step);
-        ASSERT_NE(found, steps.end()) << step;
+        const int index = IndexOfStep(steps, step);
+        ASSERT_GE(index, 0) << step;
         Begin();
-        BrokenCalls calls;
-        calls.failAt = static_cast<int>(found - steps.begin());
+        const FailingFileCalls calls({.at = index});
         EXPECT_EQ(Save(), 0) << step;
         EXPECT_EQ(::GetLastError(), DWORD{ERROR_DISK_FULL}) << step;
         EXPECT_EQ(ToUtf8(data->FailedPath()), ToUtf8(folder) + '\\' + file) << step;
@@ -382,15 +325,13 @@ TEST_F(DataFileRecordTest, OldFileThatCannotBePutBackRefusesLoadingAndSaving) {
     WriteBytes(scratch.File("Bleeding.old"), ReadBytes(scratch.File("Bleeding.dat")));
     UserData data;
     {
-        BrokenCalls calls;
-        calls.failAt = 0;
+        const FailingFileCalls calls({.at = 0});
         EXPECT_EQ(data.LoadFolder(folder.c_str(), TEXT("")), 0);
         EXPECT_EQ(::GetLastError(), DWORD{DataFileCorrupt});
         EXPECT_FALSE(data.IsLoaded());
     }
     {
-        BrokenCalls calls;
-        calls.failAt = 0;
+        const FailingFileCalls calls({.at = 0});
         data.MarkAllDirty();
         EXPECT_EQ(data.SaveFolder(folder.c_str(), TEXT("")), 0);
         EXPECT_EQ(data.FailedPath(), folder);
@@ -404,19 +345,22 @@ TEST_F(DataFileRecordTest, TwoFilesAreTogetherOnlyWithARecord) {
     data.bleeding.Set(First, 2);
     data.temperature.Set(First, 9900);
     data.bleeding.dirty = data.temperature.dirty = true;
-    BrokenCalls calls;
+    const FailingFileCalls calls;
     ASSERT_EQ(data.SaveFolder(folder.c_str(), TEXT("")), 1);
-    EXPECT_EQ(std::count(calls.steps.begin(), calls.steps.end(), "create Save.set"), 1);
+    const std::vector<std::string> steps = calls.Steps();
+    EXPECT_EQ(std::count(steps.begin(), steps.end(), "create Save.set"), 1);
 }
 
 TEST_F(DataFileRecordTest, SingleFileIsSavedWithoutARecord) {
     UserData data;
     data.bleeding.Set(First, 2);
     data.bleeding.dirty = true;
-    BrokenCalls calls;
+    const FailingFileCalls calls;
     ASSERT_EQ(data.SaveFolder(folder.c_str(), TEXT("")), 1);
-    EXPECT_EQ(calls.steps, (std::vector<std::string>{"create Bleeding.new", "write", "write",
-                                                     "flush", "close", "replace Bleeding.new"}));
+    EXPECT_EQ(calls.Steps(),
+              (std::vector<std::string>{"create Bleeding.new", "write Bleeding.new",
+                                        "write Bleeding.new", "flush Bleeding.new",
+                                        "close Bleeding.new", "replace Bleeding.new"}));
 }
 
 }  // namespace
