@@ -25,7 +25,7 @@ TEST_F(Check, OneLineForEachFileInLoadOrder) {
 TEST_F(Check, EmptyFolderIsAnEmptyDiary) {
     std::filesystem::create_directory(root / "diary");
     EXPECT_EQ(RunCli({"check", Diary()}).code, ExitDone);
-    EXPECT_EQ(Export(), Header);
+    EXPECT_EQ(ExportCsv(), Header);
 }
 
 TEST_F(Check, FolderThatDoesNotExistIsSaidSo) {

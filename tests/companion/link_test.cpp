@@ -6,11 +6,11 @@
 namespace lunara::test {
 namespace {
 
-class Link : public CompanionTest {};
+class SymbolicLink : public CompanionTest {};
 
 constexpr DateKey Day = MakeDateKey(2006, 1, 2);
 
-TEST_F(Link, IsWrittenThrough) {
+TEST_F(SymbolicLink, IsWrittenThrough) {
     PutInDiary("Bleeding.dat", DayFile({{Day, 3}}));
     std::filesystem::create_directories(root / "elsewhere");
     std::filesystem::create_symlink("second.csv", root / "first.csv");

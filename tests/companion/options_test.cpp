@@ -4,7 +4,7 @@
 
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 TEST(Options, EveryCommandTakesAFolder) {
@@ -123,4 +123,4 @@ TEST(Options, HelpIsNoError) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

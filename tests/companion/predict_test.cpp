@@ -34,7 +34,7 @@ class Predict : public CompanionTest {
                 csv += IsoDate(KeyOfDayNumber(day)) + ",2\n";
             }
         }
-        const Outcome outcome = Import(csv);
+        const Outcome outcome = ImportCsv(csv);
         ASSERT_EQ(outcome.code, ExitDone) << outcome.err;
     }
 };
@@ -192,7 +192,7 @@ TEST_F(Predict, ValidCyclesAreListedWithoutAPrediction) {
 }
 
 TEST_F(Predict, DiscardedDaysAreMarked) {
-    Import("date,bleeding\n2006-01-02,1\n");
+    ImportCsv("date,bleeding\n2006-01-02,1\n");
     const Json report = PredictJson("2006-01-10");
     EXPECT_EQ(report["discardedPeriods"], 1);
     EXPECT_EQ(report["invalidCycles"], 0);

@@ -105,8 +105,8 @@ TEST_F(Sample, WithoutTodayItEndsOnTheClocksDay) {
     SetLocalNow(now);
     EXPECT_EQ(RunCli({"sample", Diary()}).code, ExitDone);
     ReleaseClock();
-    EXPECT_NE(Export().find("\r\n2020-02-29,"), std::string::npos);
-    EXPECT_EQ(Export().find("\r\n2020-03-01,"), std::string::npos);
+    EXPECT_NE(ExportCsv().find("\r\n2020-02-29,"), std::string::npos);
+    EXPECT_EQ(ExportCsv().find("\r\n2020-03-01,"), std::string::npos);
 }
 
 TEST_F(Sample, DiaryWhoseSaveWasBrokenOffIsADiary) {
@@ -146,7 +146,7 @@ TEST_F(Sample, IsEncipheredWithThePassword) {
 
 TEST_F(Sample, SurvivesExportAndImport) {
     ASSERT_EQ(RunCli({"sample", Diary(), "--today", TodayText}).code, ExitDone);
-    const std::string csv = Export();
+    const std::string csv = ExportCsv();
     const std::string copy = Utf8(root / "copy");
     ASSERT_EQ(RunCli({"import", copy, "--csv", "-"}, csv).code, ExitDone);
     EXPECT_EQ(RunCli({"export", copy, "--csv", "-"}).out, csv);

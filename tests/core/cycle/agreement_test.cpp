@@ -198,7 +198,7 @@ int ForEachRealDay(Visit visit) {
     return days;
 }
 
-TEST(AgreementTest, RealDiariesOnEveryCyclesFirstMiddleAndLastDay) {
+TEST(PredictionAgreement, RealDiariesOnEveryCyclesFirstMiddleAndLastDay) {
     const int days = ForEachRealDay([](Diary& diary, const SYSTEMTIME& today) {
         SCOPED_TRACE(std::to_string(ToDateKey(today)));
         ExpectAgreement(diary, today);
@@ -206,7 +206,7 @@ TEST(AgreementTest, RealDiariesOnEveryCyclesFirstMiddleAndLastDay) {
     EXPECT_EQ(days, 3 * 809);
 }
 
-TEST(AgreementTest, EveryTargetComputesTheSameBits) {
+TEST(PredictionAgreement, EveryTargetComputesTheSameBits) {
     Digest digest;
     ForEachRealDay([&digest](Diary& diary, const SYSTEMTIME& today) {
         const std::string warning = diary.Predict(today);
@@ -219,7 +219,7 @@ TEST(AgreementTest, EveryTargetComputesTheSameBits) {
 
 // ---- Diaries that nobody keeps ----
 
-TEST(AgreementTest, RandomDiaries) {
+TEST(PredictionAgreement, RandomDiaries) {
     std::mt19937 random(20'240'229);
     const auto upTo = [&random](std::uint32_t most) {
         return static_cast<std::int32_t>(random() % (most + 1));
@@ -244,7 +244,7 @@ TEST(AgreementTest, RandomDiaries) {
     }
 }
 
-TEST(AgreementTest, OneDayPeriodTodayAfterEachLength) {
+TEST(PredictionAgreement, OneDayPeriodTodayAfterEachLength) {
     for (std::int32_t length = 19; length <= 38; ++length) {
         SCOPED_TRACE(length);
         Diary diary;
@@ -255,7 +255,7 @@ TEST(AgreementTest, OneDayPeriodTodayAfterEachLength) {
     }
 }
 
-TEST(AgreementTest, DatesThatDoNotExist) {
+TEST(PredictionAgreement, DatesThatDoNotExist) {
     std::mt19937 random(31);
     const auto upTo = [&random](std::uint32_t most) {
         return static_cast<std::uint32_t>(random() % (most + 1));
@@ -281,7 +281,7 @@ TEST(AgreementTest, DatesThatDoNotExist) {
     }
 }
 
-TEST(AgreementTest, NegativeAndLargeKeys) {
+TEST(PredictionAgreement, NegativeAndLargeKeys) {
     for (const DateKey key : {0U, 1U, 0x7FFF'FFFFU, 0x8000'0000U, 0xFFFF'FFFFU, 0x7821'0C1FU}) {
         SCOPED_TRACE(key);
         Diary diary;

@@ -27,7 +27,7 @@ void Fill(DayValueList& list, const std::vector<int>& days) {
 
 using Runs = std::vector<std::pair<int, int>>;
 
-TEST(DayRunsTest, JoinsDaysUpToTheGap) {
+TEST(DayRuns, JoinsDaysUpToTheGap) {
     struct Case {
         const char* label;
         std::vector<int> days;
@@ -54,7 +54,7 @@ TEST(DayRunsTest, JoinsDaysUpToTheGap) {
     }
 }
 
-TEST(DayRunsTest, KnownRunsAreTakenOverOnlyBeforeTheDate) {
+TEST(DayRuns, KnownRunsAreTakenOverOnlyBeforeTheDate) {
     DayValueList list;
     Fill(list, {3, 4, 10, 11, 12, 20});
     const auto key = [](int day) { return KeyOfDayNumber(SomeNumber + day); };
@@ -85,7 +85,7 @@ void ForEachKey(Visit visit) {
     }
 }
 
-TEST(DayStepTest, DaysAfterIsTheSumOfDayNumbers) {
+TEST(DayStep, DaysAfterIsTheSumOfDayNumbers) {
     ForEachKey([](DateKey key) {
         const DaysAfter after(key);
         for (std::int32_t days = 0; days <= 28; ++days) {
@@ -95,7 +95,7 @@ TEST(DayStepTest, DaysAfterIsTheSumOfDayNumbers) {
     });
 }
 
-TEST(DayStepTest, AreWithinIsTheDifferenceOfDayNumbers) {
+TEST(DayStep, AreWithinIsTheDifferenceOfDayNumbers) {
     ForEachKey([](DateKey key) {
         for (DateKey later = key + 1; later < key + 0x300; ++later) {
             for (const DateKey days : {1U, 2U, 28U}) {
@@ -109,7 +109,7 @@ TEST(DayStepTest, AreWithinIsTheDifferenceOfDayNumbers) {
     EXPECT_FALSE(AreWithin(MakeDateKey(2023, 12, 31), MakeDateKey(2025, 1, 1), 2));
 }
 
-TEST(DayStepTest, NumberingIsDayNumber) {
+TEST(DayStep, NumberingIsDayNumber) {
     for (const unsigned seed : {1U, 2U, 3U}) {
         std::mt19937 random(seed);
         DayNumbering numbering;

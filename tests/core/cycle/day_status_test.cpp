@@ -15,7 +15,7 @@ std::uint32_t FlagsOf(Diary& diary, const SYSTEMTIME& date) {
 
 // ---- Marks ----
 
-TEST(DayStatusTest, RecordedPeriodHasFirstAndLastDay) {
+TEST(DayStatus, RecordedPeriodHasFirstAndLastDay) {
     Diary diary;
     diary.Bleed(Start, "33211");
     diary.Predict(Later(Start, 9));
@@ -25,7 +25,7 @@ TEST(DayStatusTest, RecordedPeriodHasFirstAndLastDay) {
     EXPECT_EQ(diary.StatusOf(Later(Start, 5)), "");
 }
 
-TEST(DayStatusTest, SingleBleedingDay) {
+TEST(DayStatus, SingleBleedingDay) {
     Diary diary;
     diary.Bleed(Start, "1").Bleed(Later(Start, 9), "1");
     diary.Predict(Later(Start, 9));
@@ -33,7 +33,7 @@ TEST(DayStatusTest, SingleBleedingDay) {
     EXPECT_EQ(diary.StatusOf(Later(Start, 9)), "Bleeding. ");  // recorded, though it is today
 }
 
-TEST(DayStatusTest, CycleMarksReplaceTheBleedingMarks) {
+TEST(DayStatus, CycleMarksReplaceTheBleedingMarks) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 30, 50});
     diary.Predict(Later(last, 5));
@@ -48,7 +48,7 @@ TEST(DayStatusTest, CycleMarksReplaceTheBleedingMarks) {
     EXPECT_EQ(diary.StatusOf(Later(last, 4)), "Bleeding end. ");
 }
 
-TEST(DayStatusTest, PastOvulationAndFertileDays) {
+TEST(DayStatus, PastOvulationAndFertileDays) {
     Diary diary;
     diary.BleedCycles(Start, {28, 29});
     diary.Predict(Later(Start, 100));
@@ -62,7 +62,7 @@ TEST(DayStatusTest, PastOvulationAndFertileDays) {
     EXPECT_EQ(diary.StatusOf(Later(Start, 28 + 17)), "Last day pregnancy possible. ");
 }
 
-TEST(DayStatusTest, ComingDaysArePossible) {
+TEST(DayStatus, ComingDaysArePossible) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28});
     diary.Predict(Later(last, 14));
@@ -75,7 +75,7 @@ TEST(DayStatusTest, ComingDaysArePossible) {
     EXPECT_EQ(diary.StatusOf(Later(last, 14)), "Ovulation. ");
 }
 
-TEST(DayStatusTest, StretchesOfPossibleOvulation) {
+TEST(DayStatus, StretchesOfPossibleOvulation) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {29, 29, 29, 29}, "1010");
     diary.Predict(Later(last, 10));
@@ -85,7 +85,7 @@ TEST(DayStatusTest, StretchesOfPossibleOvulation) {
     EXPECT_EQ(diary.StatusOf(Later(last, 31)), "Last day bleeding possible. ");  // gap of 2
 }
 
-TEST(DayStatusTest, PredictedStretchThatStartsToday) {
+TEST(DayStatus, PredictedStretchThatStartsToday) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28});
     diary.Predict(Later(last, 28));
@@ -97,7 +97,7 @@ TEST(DayStatusTest, PredictedStretchThatStartsToday) {
     EXPECT_EQ(diary.StatusOf(Later(last, 32)), "Last day bleeding possible. ");
 }
 
-TEST(DayStatusTest, TodayAtTheEndOfABleeding) {
+TEST(DayStatus, TodayAtTheEndOfABleeding) {
     Diary diary;
     diary.Bleed(Start, "332");
     diary.Predict(Later(Start, 2));
@@ -111,7 +111,7 @@ struct AlertCase {
     const char* text;
 };
 
-TEST(DayStatusTest, AlertsByTheDaysSinceTheLastStart) {
+TEST(DayStatus, AlertsByTheDaysSinceTheLastStart) {
     constexpr std::uint32_t Doctor = DAY_MAY_BE_PREGNANT | DAY_SEE_DOCTOR;
     constexpr AlertCase Cases[] = {
         {"as long as the longest", 30, 0, ""},
@@ -134,14 +134,14 @@ TEST(DayStatusTest, AlertsByTheDaysSinceTheLastStart) {
     }
 }
 
-TEST(DayStatusTest, NoAlertWithoutAValidCycle) {
+TEST(DayStatus, NoAlertWithoutAValidCycle) {
     Diary diary;
     diary.Bleed(Start, "33211");
     diary.Predict(Later(Start, 40));
     EXPECT_EQ(FlagsOf(diary, Later(Start, 40)), 0U);
 }
 
-TEST(DayStatusTest, NeverSetBitsAreNeverSet) {
+TEST(DayStatus, NeverSetBitsAreNeverSet) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 29, 30, 27, 40, 21});
     diary.Predict(Later(last, 31));
@@ -154,7 +154,7 @@ TEST(DayStatusTest, NeverSetBitsAreNeverSet) {
 
 // ---- SetDayFlags ----
 
-TEST(SetDayFlagsTest, ClearsThenSets) {
+TEST(SetDayFlags, ClearsThenSets) {
     CyclePredictor state;
     const DateKey date = MakeDateKey(2024, 5, 6);
     SetDayFlags(state, 0x9, 0x1, date);  // no entry yet: clearing plays no part
@@ -165,7 +165,7 @@ TEST(SetDayFlagsTest, ClearsThenSets) {
     EXPECT_EQ(state.dayFlagArgs.Count(), 0);
 }
 
-TEST(SetDayFlagsTest, ArgumentsAreAppended) {
+TEST(SetDayFlags, ArgumentsAreAppended) {
     CyclePredictor state;
     SetDayFlags(state, 2, 0, MakeDateKey(2024, 5, 6), {5, 28});
     SetDayFlags(state, 2, 0, MakeDateKey(2024, 5, 1), {4, 30});
@@ -180,7 +180,7 @@ TEST(SetDayFlagsTest, ArgumentsAreAppended) {
 
 // ---- Texts ----
 
-TEST(DayStatusTextTest, FollowsTheMaskInBitOrder) {
+TEST(DayStatusText, FollowsTheMaskInBitOrder) {
     Diary diary;
     const DateKey date = ToDateKey(Start);
     SetDayFlags(diary.data.predictor, DAY_SEE_DOCTOR, 0, date);
@@ -195,7 +195,7 @@ TEST(DayStatusTextTest, FollowsTheMaskInBitOrder) {
     EXPECT_EQ(diary.StatusOf(Later(Start, 1)), "");
 }
 
-TEST(DayStatusTextTest, BitsWithoutATextAreSkipped) {
+TEST(DayStatusText, BitsWithoutATextAreSkipped) {
     Diary diary;
     SetDayFlags(diary.data.predictor, 0xFE00'0000 | DAY_BLEEDING, 0, ToDateKey(Start));
     EXPECT_EQ(diary.StatusOf(Start), "Bleeding. ");
@@ -203,7 +203,7 @@ TEST(DayStatusTextTest, BitsWithoutATextAreSkipped) {
     EXPECT_EQ(diary.StatusOf(Later(Start, 1)), "");
 }
 
-TEST(DayStatusTextTest, EveryBitHasItsText) {
+TEST(DayStatusText, EveryBitHasItsText) {
     const char* const texts[] = {"Cycle start. ",
                                  "Period len 7. Cycle len 36. ",
                                  "Period end. ",
@@ -236,12 +236,12 @@ TEST(DayStatusTextTest, EveryBitHasItsText) {
     }
 }
 
-TEST(DayStatusTextTest, TextThatDoesNotFitIsNone) {
+TEST(DayStatusText, TextThatDoesNotFitIsNone) {
     Diary diary;
     SetDayFlags(diary.data.predictor, DAY_BLEEDING, 0, ToDateKey(Start));
     WCHAR text[12] = {};
     EXPECT_EQ(GetDayStatusText(diary.data, Start, text, 11, AllBits), 1);
-    EXPECT_EQ(Utf8(text), "Bleeding. ");
+    EXPECT_EQ(ToUtf8(text), "Bleeding. ");
     EXPECT_EQ(GetDayStatusText(diary.data, Start, text, 10, AllBits), 0);
     EXPECT_EQ(text[0], 0);
 }
@@ -253,7 +253,7 @@ struct PlaceholderCase {
     bool succeeds;
 };
 
-TEST(NumberPlaceholdersTest, RewritesInserts) {
+TEST(NumberPlaceholders, RewritesInserts) {
     const PlaceholderCase cases[] = {
         {"empty", TEXT(""), "", true},
         {"none", TEXT("Period end. "), "Period end. ", true},
@@ -270,18 +270,18 @@ TEST(NumberPlaceholdersTest, RewritesInserts) {
         SCOPED_TRACE(test.label);
         WCHAR target[100];
         EXPECT_EQ(NumberPlaceholders(test.source, target, 100), test.succeeds);
-        EXPECT_EQ(Utf8(target), test.target);
+        EXPECT_EQ(ToUtf8(target), test.target);
     }
 }
 
-TEST(NumberPlaceholdersTest, ResultIsCut) {
+TEST(NumberPlaceholders, ResultIsCut) {
     WCHAR target[8];
     target[7] = 'x';
     EXPECT_TRUE(NumberPlaceholders(TEXT("ab%dcd"), target, 7));
-    EXPECT_EQ(Utf8(target), "ab%1!d");
+    EXPECT_EQ(ToUtf8(target), "ab%1!d");
     EXPECT_EQ(target[7], 'x');
     EXPECT_FALSE(NumberPlaceholders(TEXT("abcdefghi%"), target, 7));
-    EXPECT_EQ(Utf8(target), "abcdef");
+    EXPECT_EQ(ToUtf8(target), "abcdef");
     EXPECT_EQ(target[7], 'x');
 }
 

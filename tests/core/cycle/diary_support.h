@@ -10,7 +10,8 @@
 
 #include "cycle/day_status.h"
 #include "cycle/predictor.h"
-#include "tests/core/test_support.h"
+#include "platform/text.h"
+#include "tests/support/dates.h"
 
 namespace lunara::test {
 
@@ -19,7 +20,7 @@ inline constexpr std::uint32_t AllBits = 0xFFFF'FFFF;
 /// Keeps what would be shown.
 class WarningRecorder : public WarningSink {
   public:
-    void PostPredictionWarning(const WCHAR* text) override { warnings.push_back(Utf8(text)); }
+    void PostPredictionWarning(const WCHAR* text) override { warnings.push_back(ToUtf8(text)); }
 
     std::vector<std::string> warnings;
 };
@@ -79,7 +80,7 @@ class Diary {
         WCHAR text[128];
         const int found = GetDayStatusText(data, date, text, 128, mask);
         EXPECT_EQ(found != 0, text[0] != 0);
-        return Utf8(text);
+        return ToUtf8(text);
     }
 
     std::vector<std::pair<std::int32_t, std::int32_t>> ValidCycles() const {

@@ -22,7 +22,7 @@ std::vector<CycleRecord> CyclesOfLengths(const std::vector<std::int32_t>& length
 
 // ---- Each step ----
 
-TEST(LengthSharesTest, ReciprocalIsRoundedFirst) {
+TEST(LengthShares, ReciprocalIsRoundedFirst) {
     const LengthShares shares = MeasureLengthShares(CyclesOfLengths(
         {21, 36, 36, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28,
          28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28}));
@@ -34,7 +34,7 @@ TEST(LengthSharesTest, ReciprocalIsRoundedFirst) {
     EXPECT_EQ(shares[6], 0);
 }
 
-TEST(PredictStartsTest, UnconditionedUpToDay21) {
+TEST(PredictStarts, UnconditionedUpToDay21) {
     const LengthShares shares = MeasureLengthShares(CyclesOfLengths({21, 28}));
     HorizonValues starts{};
     ASSERT_TRUE(PredictStarts(shares, 21, starts));
@@ -46,7 +46,7 @@ TEST(PredictStartsTest, UnconditionedUpToDay21) {
     EXPECT_EQ(starts[56], 0.25F);
 }
 
-TEST(PredictStartsTest, PassedDaysLendTheirShareToTheComingOnes) {
+TEST(PredictStarts, PassedDaysLendTheirShareToTheComingOnes) {
     const LengthShares shares = MeasureLengthShares(CyclesOfLengths({21, 28}));
     HorizonValues starts{};
     ASSERT_TRUE(PredictStarts(shares, 22, starts));
@@ -56,7 +56,7 @@ TEST(PredictStartsTest, PassedDaysLendTheirShareToTheComingOnes) {
     EXPECT_EQ(starts[49], 0.5F);
 }
 
-TEST(PredictStartsTest, FailsWhenNoShareIsLeft) {
+TEST(PredictStarts, FailsWhenNoShareIsLeft) {
     const LengthShares shares = MeasureLengthShares(CyclesOfLengths({21, 28}));
     HorizonValues starts{};
     EXPECT_TRUE(PredictStarts(shares, 28, starts));
@@ -65,7 +65,7 @@ TEST(PredictStartsTest, FailsWhenNoShareIsLeft) {
     EXPECT_TRUE(PredictStarts(MeasureLengthShares(CyclesOfLengths({36})), 36, starts));
 }
 
-TEST(SpreadOverPeriodTest, BeginsOnTheFirstDay) {
+TEST(SpreadOverPeriod, BeginsOnTheFirstDay) {
     HorizonValues starts{};
     starts[0] = 1.0F;
     starts[3] = 0.5F;
@@ -78,7 +78,7 @@ TEST(SpreadOverPeriodTest, BeginsOnTheFirstDay) {
     }
 }
 
-TEST(OvulationOffsetsTest, ShortestAndLongestCycleReachTheEnds) {
+TEST(OvulationOffsets, ShortestAndLongestCycleReachTheEnds) {
     LengthShares shares{};
     shares[0] = 0.5F;
     shares[15] = 0.5F;
@@ -87,7 +87,7 @@ TEST(OvulationOffsetsTest, ShortestAndLongestCycleReachTheEnds) {
     EXPECT_EQ(offsets, expected);  // days 10 and 11, and day 18
 }
 
-TEST(PredictOvulationTest, LastStartCountsAsCertain) {
+TEST(PredictOvulation, LastStartCountsAsCertain) {
     HorizonValues starts{};
     starts[28] = 0.5F;
     starts[356] = 1.0F;
@@ -104,7 +104,7 @@ TEST(PredictOvulationTest, LastStartCountsAsCertain) {
     EXPECT_EQ(starts[0], 0);
 }
 
-TEST(PredictPregnancyTest, FertileDaysAroundAnOvulation) {
+TEST(PredictPregnancy, FertileDaysAroundAnOvulation) {
     HorizonValues ovulation{};
     ovulation[10] = 1.0F;
     ovulation[364] = 0.5F;
@@ -157,7 +157,7 @@ struct WorkedExample {
     HorizonValues pregnancy{};
 };
 
-TEST(WorkedExampleTest, EveryBitIsThatOfTheIndependentCalculation) {
+TEST(WorkedExample, EveryBitIsThatOfTheIndependentCalculation) {
     const WorkedExample example;
     std::uint64_t digest = 0xCBF2'9CE4'8422'2325;
     for (const HorizonValues* values :
@@ -173,7 +173,7 @@ TEST(WorkedExampleTest, EveryBitIsThatOfTheIndependentCalculation) {
     EXPECT_EQ(digest, 0x4301'0E91'6B6D'1200U);  // printed by worked_example.py
 }
 
-TEST(WorkedExampleTest, ChosenValuesToTheBit) {
+TEST(WorkedExample, ChosenValuesToTheBit) {
     const WorkedExample example;
     struct Value {
         const char* label;
@@ -197,7 +197,7 @@ TEST(WorkedExampleTest, ChosenValuesToTheBit) {
     }
 }
 
-TEST(WorkedExampleTest, DocumentShowsTheProgramsNumbers) {
+TEST(WorkedExample, DocumentShowsTheProgramsNumbers) {
     WorkedExample example;
     std::ifstream document(LUNARA_TEST_DATA "/../../docs/predictions.md");
     ASSERT_TRUE(document.is_open());

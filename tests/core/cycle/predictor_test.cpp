@@ -12,7 +12,7 @@ const SYSTEMTIME Start = Day(2024, 1, 1);
 
 // ---- Periods and cycles ----
 
-TEST(PeriodsTest, OneDayWithoutBleedingIsBridged) {
+TEST(Periods, OneDayWithoutBleedingIsBridged) {
     Diary diary;
     const SYSTEMTIME second = Later(Start, 28);
     diary.Bleed(Start, "1101").Bleed(second, "11");
@@ -20,7 +20,7 @@ TEST(PeriodsTest, OneDayWithoutBleedingIsBridged) {
     EXPECT_EQ(diary.ValidCycles(), (Cycles{{4, 28}}));
 }
 
-TEST(PeriodsTest, GapOfThreeDaysStartsNewPeriod) {
+TEST(Periods, GapOfThreeDaysStartsNewPeriod) {
     Diary diary;
     diary.Bleed(Start, "11").Bleed(Later(Start, 4), "11").Bleed(Later(Start, 30), "11");
     diary.Predict(Later(Start, 33));
@@ -29,7 +29,7 @@ TEST(PeriodsTest, GapOfThreeDaysStartsNewPeriod) {
     EXPECT_EQ(diary.data.predictor.discardedPeriods, 0);
 }
 
-TEST(PeriodsTest, SingleDayYesterdayIsKept) {
+TEST(Periods, SingleDayYesterdayIsKept) {
     Diary diary;
     diary.Bleed(Start, "221").Bleed(Later(Start, 28), "1");
     diary.Predict(Later(Start, 29));
@@ -40,7 +40,7 @@ TEST(PeriodsTest, SingleDayYesterdayIsKept) {
     EXPECT_EQ(IsSameDay(diary.data.LastValidPeriodStart(), Start), 1);
 }
 
-TEST(PeriodsTest, SingleDayIsDiscardedAndItsCycleBridged) {
+TEST(Periods, SingleDayIsDiscardedAndItsCycleBridged) {
     Diary diary;
     diary.Bleed(Start, "221").Bleed(Later(Start, 12), "1").Bleed(Later(Start, 28), "221");
     diary.Predict(Later(Start, 30));
@@ -51,7 +51,7 @@ TEST(PeriodsTest, SingleDayIsDiscardedAndItsCycleBridged) {
     EXPECT_EQ(IsBleedingDayCounted(diary.data, Later(Start, 13)), 1);
 }
 
-TEST(PeriodsTest, DiscardedOpenPeriodMakesTheCycleBeforeItTooLong) {
+TEST(Periods, DiscardedOpenPeriodMakesTheCycleBeforeItTooLong) {
     Diary diary;
     diary.Bleed(Start, "221").Bleed(Later(Start, 28), "1");
     diary.Predict(Later(Start, 30));
@@ -60,7 +60,7 @@ TEST(PeriodsTest, DiscardedOpenPeriodMakesTheCycleBeforeItTooLong) {
     EXPECT_EQ(diary.data.predictor.invalidCycles, 1);
 }
 
-TEST(PeriodsTest, PeriodOfEightDaysIsDiscarded) {
+TEST(Periods, PeriodOfEightDaysIsDiscarded) {
     Diary diary;
     diary.Bleed(Start, "3322111").Bleed(Later(Start, 26), "22222222");
     diary.Predict(Later(Start, 40));
@@ -73,7 +73,7 @@ TEST(PeriodsTest, PeriodOfEightDaysIsDiscarded) {
     EXPECT_EQ(IsSameDay(diary.data.LastValidPeriodStart(), Start), 1);
 }
 
-TEST(PeriodsTest, DaysWithoutBleedingInsideADiscardedPeriodAreDiscardedToo) {
+TEST(Periods, DaysWithoutBleedingInsideADiscardedPeriodAreDiscardedToo) {
     Diary diary;
     diary.Bleed(Start, "221").Bleed(Later(Start, 28), "1010101011");
     diary.Predict(Later(Start, 45));
@@ -87,7 +87,7 @@ struct LengthCase {
     bool isValid;
 };
 
-TEST(PeriodsTest, CyclesOf21To36DaysAreValid) {
+TEST(Periods, CyclesOf21To36DaysAreValid) {
     constexpr LengthCase Cases[] = {{"just too short", 20, false},
                                     {"shortest", 21, true},
                                     {"longest", 36, true},
@@ -102,7 +102,7 @@ TEST(PeriodsTest, CyclesOf21To36DaysAreValid) {
     }
 }
 
-TEST(PeriodsTest, RecordsAfterTodayChangeNothing) {
+TEST(Periods, RecordsAfterTodayChangeNothing) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
     const SYSTEMTIME today = Later(last, 3);
@@ -117,7 +117,7 @@ TEST(PeriodsTest, RecordsAfterTodayChangeNothing) {
     EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 28)), level);
 }
 
-TEST(PeriodsTest, FirstRecordAfterTodayMeansNothingIsKnown) {
+TEST(Periods, FirstRecordAfterTodayMeansNothingIsKnown) {
     Diary diary;
     diary.Bleed(Later(Start, 1), "33211");
     EXPECT_EQ(diary.Predict(Start), "Insufficient statistical data. Prediction not available! ");
@@ -129,7 +129,7 @@ TEST(PeriodsTest, FirstRecordAfterTodayMeansNothingIsKnown) {
 
 // ---- Warnings ----
 
-TEST(WarningTest, EmptyDiary) {
+TEST(PredictionWarning, EmptyDiary) {
     Diary diary;
     EXPECT_EQ(diary.Predict(Start), "No statistical data. ");
     EXPECT_TRUE(diary.data.predictor.predictionUpToDate);
@@ -142,7 +142,7 @@ struct WarningCase {
     const char* warning;
 };
 
-TEST(WarningTest, ByCyclesAndDay) {
+TEST(PredictionWarning, ByCyclesAndDay) {
     const WarningCase cases[] = {
         {"four cycles", {28, 27, 29, 30}, 5, ""},
         {"three cycles", {28, 27, 29}, 5, "Too few valid cycles for stable prediction. "},
@@ -176,14 +176,14 @@ TEST(WarningTest, ByCyclesAndDay) {
     }
 }
 
-TEST(WarningTest, DiscardedPeriodBringsBothCounts) {
+TEST(PredictionWarning, DiscardedPeriodBringsBothCounts) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30, 40});
     diary.Bleed(Later(Start, 14), "1");
     EXPECT_EQ(diary.Predict(Later(last, 5)), "1 discarded period(s). 2 invalid cycle(s). ");
 }
 
-TEST(WarningTest, CountsStandBetweenTheOthers) {
+TEST(PredictionWarning, CountsStandBetweenTheOthers) {
     Diary diary;
     diary.Bleed(Start, "33211").Bleed(Later(Start, 10), "1");
     EXPECT_EQ(diary.Predict(Later(Start, 20)),
@@ -191,7 +191,7 @@ TEST(WarningTest, CountsStandBetweenTheOthers) {
               "Prediction not available! ");
 }
 
-TEST(WarningTest, NoInvalidCycleIsLeftWhenEveryPeriodWasDiscarded) {
+TEST(PredictionWarning, NoInvalidCycleIsLeftWhenEveryPeriodWasDiscarded) {
     Diary diary;
     diary.Bleed(Start, "1").Bleed(Later(Start, 28), "22222222");
     EXPECT_EQ(diary.Predict(Later(Start, 50)),
@@ -200,7 +200,7 @@ TEST(WarningTest, NoInvalidCycleIsLeftWhenEveryPeriodWasDiscarded) {
     EXPECT_EQ(diary.data.LastValidPeriodStart().wYear, 0);
 }
 
-TEST(WarningTest, IsNotPostedWithoutBeingAskedFor) {
+TEST(PredictionWarning, IsNotPostedWithoutBeingAskedFor) {
     Diary diary;
     diary.Bleed(Start, "33211");
     SetLocalNow(Start);
@@ -209,13 +209,13 @@ TEST(WarningTest, IsNotPostedWithoutBeingAskedFor) {
     EXPECT_TRUE(diary.data.predictor.predictionUpToDate);
 }
 
-TEST(WarningTest, NobodyNeedsToListen) {
+TEST(PredictionWarning, NobodyNeedsToListen) {
     Diary diary;
     diary.data.predictor.warningSink = nullptr;
     EXPECT_EQ(diary.Predict(Start), "");
 }
 
-TEST(WarningTest, OneBoxAnHour) {
+TEST(PredictionWarning, OneBoxAnHour) {
     struct Turn {
         const char* label;
         DWORD tick;
@@ -239,7 +239,7 @@ TEST(WarningTest, OneBoxAnHour) {
 
 // ---- When it is computed ----
 
-TEST(UpdateTest, ReturnsAtOnceWhileNothingChanged) {
+TEST(UpdatePrediction, ReturnsAtOnceWhileNothingChanged) {
     Diary diary;
     diary.Predict(Start);
     diary.recorder.warnings.clear();
@@ -247,7 +247,7 @@ TEST(UpdateTest, ReturnsAtOnceWhileNothingChanged) {
     EXPECT_TRUE(diary.recorder.warnings.empty());
 }
 
-TEST(UpdateTest, AnotherDayIsComputedAnew) {
+TEST(UpdatePrediction, AnotherDayIsComputedAnew) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
     diary.Predict(Later(last, 4));
@@ -264,7 +264,7 @@ TEST(UpdateTest, AnotherDayIsComputedAnew) {
     EXPECT_EQ(diary.data.predictor.computedFor, ToDateKey(Later(last, 31)));
 }
 
-TEST(UpdateTest, ChangeOfBleedingIsComputedAnew) {
+TEST(UpdatePrediction, ChangeOfBleedingIsComputedAnew) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
     diary.Predict(Later(last, 5));
@@ -275,7 +275,7 @@ TEST(UpdateTest, ChangeOfBleedingIsComputedAnew) {
     EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 4)), 0);
 }
 
-TEST(UpdateTest, WithoutRecordsNothingIsLeftOfTheLastResult) {
+TEST(UpdatePrediction, WithoutRecordsNothingIsLeftOfTheLastResult) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
     diary.Bleed(Later(Start, 14), "1");
@@ -300,7 +300,7 @@ TEST(UpdateTest, WithoutRecordsNothingIsLeftOfTheLastResult) {
     }
 }
 
-TEST(UpdateTest, RecordsNeedNotBeInOrder) {
+TEST(UpdatePrediction, RecordsNeedNotBeInOrder) {
     Diary diary;
     diary.Bleed(Later(Start, 28), "33211").Bleed(Start, "33211");
     diary.Predict(Later(Start, 33));
@@ -309,7 +309,7 @@ TEST(UpdateTest, RecordsNeedNotBeInOrder) {
 
 // ---- The day lists ----
 
-TEST(DayListsTest, RecordedDaysHaveTheirLevelAndAreCertain) {
+TEST(DayLists, RecordedDaysHaveTheirLevelAndAreCertain) {
     Diary diary;
     diary.Bleed(Start, "3021");
     diary.data.bleeding.Set(ToDateKey(Later(Start, 3)), -2);
@@ -322,7 +322,7 @@ TEST(DayListsTest, RecordedDaysHaveTheirLevelAndAreCertain) {
     }
 }
 
-TEST(DayListsTest, RecordOfLevelZeroIsKeptAsImprobable) {
+TEST(DayLists, RecordOfLevelZeroIsKeptAsImprobable) {
     Diary diary;
     diary.data.bleeding.Set(ToDateKey(Start), 0);
     diary.Predict(Start);
@@ -331,7 +331,7 @@ TEST(DayListsTest, RecordOfLevelZeroIsKeptAsImprobable) {
     EXPECT_TRUE(diary.data.predictor.todayIsBleeding);
 }
 
-TEST(DayListsTest, EvenCycleOvulatesInItsMiddle) {
+TEST(DayLists, EvenCycleOvulatesInItsMiddle) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28});
     diary.Predict(Later(last, 40));
@@ -344,7 +344,7 @@ TEST(DayListsTest, EvenCycleOvulatesInItsMiddle) {
     EXPECT_EQ(diary.data.predictor.pregnancyProbabilities.Count(), 4);
 }
 
-TEST(DayListsTest, OddCycleOvulatesOnEitherOfTwoDays) {
+TEST(DayLists, OddCycleOvulatesOnEitherOfTwoDays) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {29});
     diary.Predict(Later(last, 40));
@@ -357,7 +357,7 @@ TEST(DayListsTest, OddCycleOvulatesOnEitherOfTwoDays) {
     }
 }
 
-TEST(DayListsTest, PredictionCoversAYearFromTheLastStart) {
+TEST(DayLists, PredictionCoversAYearFromTheLastStart) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28}, "22");
     const SYSTEMTIME today = Later(last, 10);
@@ -374,7 +374,7 @@ TEST(DayListsTest, PredictionCoversAYearFromTheLastStart) {
     EXPECT_EQ(GetOvulationProbability(diary.data, Later(last, 14)), 1.0F);
 }
 
-TEST(DayListsTest, RecordedTodayGoesBeforeItsPrediction) {
+TEST(DayLists, RecordedTodayGoesBeforeItsPrediction) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28}, "33");
     diary.Bleed(Later(last, 28), "1");
@@ -383,7 +383,7 @@ TEST(DayListsTest, RecordedTodayGoesBeforeItsPrediction) {
     EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 29)), 3.0F);
 }
 
-TEST(DayListsTest, EndedCycleGoesBeforeThePredictionOfItsOvulation) {
+TEST(DayLists, EndedCycleGoesBeforeThePredictionOfItsOvulation) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 30, 28, 30});
     diary.Bleed(Later(last, 26), "1");  // today: kept, and ends a cycle of 26 days
@@ -395,7 +395,7 @@ TEST(DayListsTest, EndedCycleGoesBeforeThePredictionOfItsOvulation) {
     EXPECT_LT(GetOvulationProbability(diary.data, Later(last, 15)), 0.5F);
 }
 
-TEST(DayListsTest, ValuesUnderAHundredthLeaveNoEntry) {
+TEST(DayLists, ValuesUnderAHundredthLeaveNoEntry) {
     Diary diary;
     std::vector<std::int32_t> lengths(100, 28);
     lengths[50] = 33;
@@ -409,7 +409,7 @@ TEST(DayListsTest, ValuesUnderAHundredthLeaveNoEntry) {
     EXPECT_LT(longer.data.predictor.periodProbabilities.Find(ToDateKey(Later(end, 33))), 0);
 }
 
-TEST(DayListsTest, ProfileCountsBleedingOfDiscardedPeriods) {
+TEST(DayLists, ProfileCountsBleedingOfDiscardedPeriods) {
     Diary diary;
     // Bleeding on days 0 and 1 and, apart from that period, on day 5.
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28}, "220001");
@@ -421,7 +421,7 @@ TEST(DayListsTest, ProfileCountsBleedingOfDiscardedPeriods) {
     EXPECT_EQ(GetPeriodProbability(diary.data, Later(last, 33)), 1.0F);
 }
 
-TEST(DayListsTest, LevelsAreSigned) {
+TEST(DayLists, LevelsAreSigned) {
     Diary diary;
     SYSTEMTIME start = Start;
     for (int cycle = 0; cycle < 5; ++cycle, start = Later(start, 28)) {
@@ -435,7 +435,7 @@ TEST(DayListsTest, LevelsAreSigned) {
     EXPECT_EQ(GetPeriodProbability(diary.data, Later(last, 29)), 1.0F);
 }
 
-TEST(DayListsTest, NothingIsPredictedAfterEveryObservedLength) {
+TEST(DayLists, NothingIsPredictedAfterEveryObservedLength) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 27, 29, 30});
     diary.Predict(Later(last, 31));
@@ -449,7 +449,7 @@ TEST(DayListsTest, NothingIsPredictedAfterEveryObservedLength) {
 
 // ---- Record dates ----
 
-TEST(RecordDatesTest, SpanBleedingAndTemperature) {
+TEST(RecordDates, SpanBleedingAndTemperature) {
     Diary diary;
     SYSTEMTIME date = Day(1999, 9, 9);
     EXPECT_EQ(GetFirstRecordDate(diary.data, date), 0);
@@ -474,7 +474,7 @@ TEST(RecordDatesTest, SpanBleedingAndTemperature) {
     EXPECT_EQ(IsSameDay(date, Later(Start, 40)), 1);
 }
 
-TEST(RecordDatesTest, DayThatTheCalendarDoesNotHaveIsNoFirstRealRecord) {
+TEST(RecordDates, DayThatTheCalendarDoesNotHaveIsNoFirstRealRecord) {
     Diary diary;
     SYSTEMTIME date = Day(1999, 9, 9);
     diary.data.bleeding.Set(MakeDateKey(2006, 2, 31), 1);

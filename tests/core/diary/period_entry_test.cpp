@@ -3,13 +3,10 @@
 #include <string>
 #include <vector>
 
-#include "tests/core/test_support.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::ClockScope;
-using test::Day;
 
 struct LevelRow {
     const char* label;
@@ -41,7 +38,7 @@ TEST(BleedingLevelOfDay, FallsOffTowardsTheEnd) {
     }
 }
 
-class PeriodEntryTest : public ::testing::Test {
+class PeriodEntryTest : public testing::Test {
   protected:
     ClockScope clock{Day(2006, 3, 15)};
     PeriodEntry entry;
@@ -176,7 +173,7 @@ TEST(PeriodEntryListeners, AreAllAskedInOrderAndOneRefusalIsEnough) {
 
 // ---- Adding ----
 
-class AddPeriodTest : public ::testing::Test {
+class AddPeriodTest : public testing::Test {
   protected:
     ClockScope clock{Day(2006, 3, 15)};
     UserData data;
@@ -245,4 +242,4 @@ TEST_F(AddPeriodTest, StopsAtARefusedValueAndKeepsTheDaysBefore) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

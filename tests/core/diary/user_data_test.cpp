@@ -1,12 +1,14 @@
 #include "diary/user_data.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "storage/data_file.h"
-#include "tests/core/test_support.h"
+#include "tests/support/dates.h"
+#include "tests/support/scratch_folder.h"
 
 namespace {
 
@@ -26,11 +28,8 @@ extern "C" void* __wrap_realloc(void* block, std::size_t bytes) {
 }
 // NOLINTEND(bugprone-reserved-identifier)
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::ClockScope;
-using test::Day;
 
 /// Writes down every call in the order of the calls, under its own name.
 class RecordingObserver : public DataObserver {
@@ -89,7 +88,7 @@ class RecordingObserver : public DataObserver {
 
 using Calls = std::vector<std::string>;
 
-class UserDataTest : public ::testing::Test {
+class UserDataTest : public testing::Test {
   protected:
     ClockScope clock{Day(2006, 3, 15)};
     UserData data;
@@ -353,17 +352,8 @@ TEST_F(UserDataTest, ValueThatCannotBeStoredChangesNothing) {
 
 // ---- Folders ----
 
-class UserDataFolderTest : public UserDataTest {
+class UserDataFolder : public UserDataTest {
   protected:
-    void SetUp() override {
-        UserDataTest::SetUp();
-        const std::string name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
-        folder = std::filesystem::temp_directory_path() / ("lunara-" + name);
-        std::filesystem::remove_all(folder);
-        path = *FromUtf8(folder.string());
-    }
-    void TearDown() override { std::filesystem::remove_all(folder); }
-
     std::vector<std::string> Files() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(folder)) {
@@ -373,11 +363,12 @@ class UserDataFolderTest : public UserDataTest {
         return names;
     }
 
-    std::filesystem::path folder;
-    WideString path;
+    ScratchFolder scratch;
+    const std::filesystem::path folder = scratch.File("diary");  // does not exist at first
+    const WideString path = Wide(folder);
 };
 
-TEST_F(UserDataFolderTest, ANewUserLoadsEmptyWithTheMissingFileNoted) {
+TEST_F(UserDataFolder, ANewUserLoadsEmptyWithTheMissingFileNoted) {
     ::SetLastError(0);
     EXPECT_EQ(data.LoadFolder(path.c_str(), TEXT("")), 1);
     EXPECT_EQ(::GetLastError(), DWORD{DataFileMissing});
@@ -385,14 +376,14 @@ TEST_F(UserDataFolderTest, ANewUserLoadsEmptyWithTheMissingFileNoted) {
     EXPECT_FALSE(data.predictor.predictionUpToDate);
 }
 
-TEST_F(UserDataFolderTest, SaveCreatesTheFolderAndItsParents) {
+TEST_F(UserDataFolder, SaveCreatesTheFolderAndItsParents) {
     data.SetBleeding(2);
     const WideString nested = path + TEXT("\\one\\two");
     ASSERT_EQ(data.SaveFolder(nested.c_str(), TEXT("")), 1);
     EXPECT_TRUE(std::filesystem::exists(folder / "one" / "two" / "Bleeding.dat"));
 }
 
-TEST_F(UserDataFolderTest, SavesWhatChangedAndLoadsItBack) {
+TEST_F(UserDataFolder, SavesWhatChangedAndLoadsItBack) {
     data.SetBleeding(2);
     data.SetNoteText(TEXT("a note"));
     ASSERT_EQ(data.SaveFolder(path.c_str(), TEXT("secret")), 1);
@@ -406,7 +397,7 @@ TEST_F(UserDataFolderTest, SavesWhatChangedAndLoadsItBack) {
     EXPECT_EQ(ToUtf8(text.get()), "a note");
 }
 
-TEST_F(UserDataFolderTest, SaveWithNothingChangedTouchesNoFile) {
+TEST_F(UserDataFolder, SaveWithNothingChangedTouchesNoFile) {
     data.SetBleeding(2);
     ASSERT_EQ(data.SaveFolder(path.c_str(), TEXT("")), 1);
     std::filesystem::remove(folder / "Bleeding.dat");
@@ -414,7 +405,7 @@ TEST_F(UserDataFolderTest, SaveWithNothingChangedTouchesNoFile) {
     EXPECT_TRUE(Files().empty());
 }
 
-TEST_F(UserDataFolderTest, LoadStopsAtTheFirstBadFileAndKeepsWhatCameBefore) {
+TEST_F(UserDataFolder, LoadStopsAtTheFirstBadFileAndKeepsWhatCameBefore) {
     data.SetTemperature(9800);
     data.SetBleeding(2);
     data.SetNoteFlags(1);
@@ -429,7 +420,7 @@ TEST_F(UserDataFolderTest, LoadStopsAtTheFirstBadFileAndKeepsWhatCameBefore) {
     EXPECT_EQ(other.noteFlags.Count(), 0);
 }
 
-TEST_F(UserDataFolderTest, UnloadEmptiesEverythingAndTheFlags) {
+TEST_F(UserDataFolder, UnloadEmptiesEverythingAndTheFlags) {
     data.SetTemperature(9800);
     data.SetBleeding(2);
     data.SetNoteFlags(1);
@@ -446,14 +437,14 @@ TEST_F(UserDataFolderTest, UnloadEmptiesEverythingAndTheFlags) {
                  data.notePages.dirty);
 }
 
-TEST_F(UserDataFolderTest, APathThatDoesNotFitIsRefusedRatherThanCut) {
+TEST_F(UserDataFolder, APathThatDoesNotFitIsRefusedRatherThanCut) {
     const WideString longFolder = path + TEXT("\\") + WideString(PathCapacity - path.size(), 'x');
     EXPECT_EQ(data.LoadFolder(longFolder.c_str(), TEXT("")), 0);
     EXPECT_EQ(::GetLastError(), DWORD{DataFileMissing});
     EXPECT_FALSE(data.IsLoaded());
 }
 
-TEST_F(UserDataFolderTest, AFailedSaveKeepsTheDirtyFlag) {
+TEST_F(UserDataFolder, AFailedSaveKeepsTheDirtyFlag) {
     data.SetBleeding(2);
     std::filesystem::create_directories(folder);
     std::filesystem::create_directory(folder / "Bleeding.dat");
@@ -462,4 +453,4 @@ TEST_F(UserDataFolderTest, AFailedSaveKeepsTheDirtyFlag) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

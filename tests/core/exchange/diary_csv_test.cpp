@@ -6,7 +6,7 @@
 
 #include "exchange/iso_date.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 DayChange OnlyChange(const std::string& text) {
@@ -272,4 +272,4 @@ TEST(DiaryCsv, EveryDateOfADataFileIsReadBack) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -7,7 +7,7 @@
 #include "platform/clock.h"
 #include "platform/string_table.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 struct Utf8Case {
@@ -165,4 +165,4 @@ TEST(Clock, StandsWhereItWasSetUntilReleased) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -6,9 +6,10 @@
 #include <random>
 #include <vector>
 
-#include "tests/core/test_support.h"
+#include "platform/text.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr DateKey FirstDay = MakeDateKey(2006, 1, 1);
@@ -286,7 +287,7 @@ struct PagedNote {
     std::int32_t pages;
 };
 
-TEST(NotePages, LastPageAlwaysHoldsATerminator) {
+TEST(NotePageList, LastPageAlwaysHoldsATerminator) {
     constexpr PagedNote Notes[] = {
         {"one unit", 1, 1},         {"a page less one", 33, 1},
         {"a whole page", 34, 2},    {"two pages less one", 67, 2},
@@ -304,7 +305,7 @@ TEST(NotePages, LastPageAlwaysHoldsATerminator) {
     }
 }
 
-TEST(NotePages, FetchStopsAtTheNextDaysPages) {
+TEST(NotePageList, FetchStopsAtTheNextDaysPages) {
     NotePageList pages(10);
     pages.AppendText(FirstDay, TextOf(40).c_str(), 40);
     pages.AppendText(FirstDay + 1, TEXT("next"), 4);
@@ -313,7 +314,7 @@ TEST(NotePages, FetchStopsAtTheNextDaysPages) {
     EXPECT_EQ(Fetch(pages, FirstDay + 2), TEXT("(none)"));
 }
 
-TEST(NotePages, LastUnitReadsAsTerminatorEvenInAFullPage) {
+TEST(NotePageList, LastUnitReadsAsTerminatorEvenInAFullPage) {
     NotePageList pages(10);
     NotePage page{};
     page.date = FirstDay;
@@ -322,7 +323,7 @@ TEST(NotePages, LastUnitReadsAsTerminatorEvenInAFullPage) {
     EXPECT_EQ(Fetch(pages, FirstDay).size(), 33U);
 }
 
-TEST(NotePages, RemoveTakesOnlyThatDaysPages) {
+TEST(NotePageList, RemoveTakesOnlyThatDaysPages) {
     NotePageList pages(10);
     pages.AppendText(FirstDay, TEXT("first"), 5);
     pages.AppendText(FirstDay + 1, TextOf(70).c_str(), 70);
@@ -334,7 +335,7 @@ TEST(NotePages, RemoveTakesOnlyThatDaysPages) {
     EXPECT_EQ(Fetch(pages, FirstDay + 2), TEXT("third"));
 }
 
-TEST(NotePages, StayInOrderOfEntry) {
+TEST(NotePageList, StayInOrderOfEntry) {
     NotePageList pages(10);
     pages.AppendText(FirstDay + 5, TEXT("later"), 5);
     pages.AppendText(FirstDay, TEXT("earlier"), 7);
@@ -345,4 +346,4 @@ TEST(NotePages, StayInOrderOfEntry) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

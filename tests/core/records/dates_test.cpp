@@ -3,14 +3,11 @@
 #include <array>
 #include <limits>
 
-#include "tests/core/test_support.h"
+#include "platform/text.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::Day;
-using test::RawDate;
-using test::Utf8;
 
 constexpr std::int32_t DaysTo2501 = 328'718;      // 1 January 1601 to 1 January 2501
 constexpr std::int32_t DaysTo30828 = 10'674'942;  // the end of the platform's conversions
@@ -233,27 +230,27 @@ SYSTEMTIME SecondOfJanuary() {
 TEST(FormatDateTime, PrintsEveryPart) {
     std::array<WCHAR, 32> text{};
     FormatDateTime(SecondOfJanuary(), text.data(), 32);
-    EXPECT_EQ(Utf8(text.data()), "Mon Jan 02 09:05:07 2006");
+    EXPECT_EQ(ToUtf8(text.data()), "Mon Jan 02 09:05:07 2006");
 }
 
 TEST(FormatDateTime, IsCutAndTerminatedAtTheGivenLength) {
     std::array<WCHAR, 12> text{};
     text.fill('#');
     FormatDateTime(SecondOfJanuary(), text.data(), 11);
-    EXPECT_EQ(Utf8(text.data()), "Mon Jan 02");
+    EXPECT_EQ(ToUtf8(text.data()), "Mon Jan 02");
     EXPECT_EQ(text[11], '#');
 }
 
 TEST(FormatMonthDay, KeepsTheCommaOfTheMonth) {
     std::array<WCHAR, 16> text{};
     FormatMonthDay(Day(2006, 3, 5), text.data(), 16);
-    EXPECT_EQ(Utf8(text.data()), "Mar, 05");
+    EXPECT_EQ(ToUtf8(text.data()), "Mar, 05");
 }
 
 TEST(FormatDateStamp, CanNameAFile) {
     std::array<WCHAR, DateStampCapacity> text{};
     FormatDateStamp(SecondOfJanuary(), text.data());
-    EXPECT_EQ(Utf8(text.data()), "02-Jan-2006 09-05");
+    EXPECT_EQ(ToUtf8(text.data()), "02-Jan-2006 09-05");
 }
 
 TEST(FormatDateStamp, FitsItsCapacityWhateverTheFields) {
@@ -262,8 +259,8 @@ TEST(FormatDateStamp, FitsItsCapacityWhateverTheFields) {
     date.wMinute = 65535;
     std::array<WCHAR, DateStampCapacity> text{};
     FormatDateStamp(date, text.data());
-    EXPECT_EQ(Utf8(text.data()), "65535-   -65535 65535-65535");
+    EXPECT_EQ(ToUtf8(text.data()), "65535-   -65535 65535-65535");
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

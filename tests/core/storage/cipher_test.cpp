@@ -76,7 +76,7 @@ FixedPoint ArctanOfInverse(std::uint32_t factor, std::uint32_t x) {
     return sum;
 }
 
-TEST(CipherTablesTest, AreTheHexadecimalDigitsOfPi) {
+TEST(CipherTables, AreTheHexadecimalDigitsOfPi) {
     FixedPoint pi = ArctanOfInverse(16, 5);
     pi.Subtract(ArctanOfInverse(4, 239));
     ASSERT_EQ(pi.Limb(0), 3U);
@@ -105,7 +105,7 @@ ReferenceCipher::Block BlockFromHex(const std::string& digits) {
 
 // Published with the algorithm: key, plain text, cipher text. They prove the tables and the
 // reference, from which the program's cipher differs in nothing but the three switches.
-TEST(ReferenceCipherTest, GivesThePublishedVectorsWithoutDeviations) {
+TEST(ReferenceCipher, GivesThePublishedVectorsWithoutDeviations) {
     const char* const vectors[][3] = {
         {"0000000000000000", "0000000000000000", "4EF997456198DD78"},
         {"FFFFFFFFFFFFFFFF", "FFFFFFFFFFFFFFFF", "51866FD5B85ECB8A"},
@@ -151,7 +151,7 @@ Bytes EncipheredByReference(const std::string& key, Bytes bytes) {
     return bytes;
 }
 
-TEST(CipherTest, KeyedStateIsThatOfTheReference) {
+TEST(Cipher, KeyedStateIsThatOfTheReference) {
     for (const std::string& key :
          {std::string("a"), std::string("secret"), std::string("\xFF\x80\x81"),
           std::string(17, 'x'), std::string(55, 'k'), std::string(71, 'l'), std::string(72, 'm'),
@@ -163,7 +163,7 @@ TEST(CipherTest, KeyedStateIsThatOfTheReference) {
     }
 }
 
-TEST(CipherTest, EnciphersEveryLengthAsTheReferenceDoesAndLeavesTheRemainder) {
+TEST(Cipher, EnciphersEveryLengthAsTheReferenceDoesAndLeavesTheRemainder) {
     CipherState state{};
     InitCipher(state, "secret");
     // Past twice the most blocks that are taken together, with every remainder, and unaligned.
@@ -175,7 +175,7 @@ TEST(CipherTest, EnciphersEveryLengthAsTheReferenceDoesAndLeavesTheRemainder) {
     }
 }
 
-TEST(CipherTest, DecipheringReturnsWhatWasEnciphered) {
+TEST(Cipher, DecipheringReturnsWhatWasEnciphered) {
     CipherState state{};
     InitCipher(state,
                "Gr\xFC\xDF"
@@ -193,7 +193,7 @@ TEST(CipherTest, DecipheringReturnsWhatWasEnciphered) {
 }
 
 // Whichever way this processor is faster with, both are right on it.
-TEST(CipherTest, GatheredBlocksAreThoseOfTheReference) {
+TEST(Cipher, GatheredBlocksAreThoseOfTheReference) {
     const std::size_t blocksOfGroup = HasGathers() ? GatherBlocks : 0;
     CipherState state{};
     InitCipher(state, "secret");
@@ -212,7 +212,7 @@ TEST(CipherTest, GatheredBlocksAreThoseOfTheReference) {
     }
 }
 
-TEST(CipherTest, BlocksDoNotDependOnEachOther) {
+TEST(Cipher, BlocksDoNotDependOnEachOther) {
     CipherState state{};
     InitCipher(state, "secret");
     Bytes together(std::size_t{72} * 5, 0x5A);
@@ -224,7 +224,7 @@ TEST(CipherTest, BlocksDoNotDependOnEachOther) {
     }
 }
 
-TEST(CipherTest, EachDeviationMatters) {
+TEST(Cipher, EachDeviationMatters) {
     const struct {
         const char* label = nullptr;
         Deviations deviations;
@@ -244,7 +244,7 @@ TEST(CipherTest, EachDeviationMatters) {
     }
 }
 
-TEST(CipherTest, BytesOfTheKeyPastThe72ndHaveNoEffect) {
+TEST(Cipher, BytesOfTheKeyPastThe72ndHaveNoEffect) {
     CipherState shorter{};
     CipherState longer{};
     InitCipher(shorter, std::string(72, 'm').c_str());
@@ -252,7 +252,7 @@ TEST(CipherTest, BytesOfTheKeyPastThe72ndHaveNoEffect) {
     EXPECT_TRUE(IsSameState(shorter, longer));
 }
 
-TEST(CipherTest, EmptyKeyLeavesThePublishedTables) {
+TEST(Cipher, EmptyKeyLeavesThePublishedTables) {
     for (const char* key : {"", static_cast<const char*>(nullptr)}) {
         CipherState state{};
         std::memset(&state, 0xAB, sizeof(state));
@@ -261,7 +261,7 @@ TEST(CipherTest, EmptyKeyLeavesThePublishedTables) {
     }
 }
 
-TEST(CipherTest, ResetLeavesNothingOfTheKey) {
+TEST(Cipher, ResetLeavesNothingOfTheKey) {
     CipherState state{};
     InitCipher(state, "secret");
     ASSERT_FALSE(IsSameState(state, PublishedTables));

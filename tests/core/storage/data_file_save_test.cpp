@@ -8,9 +8,9 @@
 namespace lunara::test {
 namespace {
 
-class SaveTest : public ::testing::Test {
+class DataFileSave : public testing::Test {
   protected:
-    SaveTest() {
+    DataFileSave() {
         for (int i = 0; i < 10'000; ++i) {  // more than goes through the scratch buffer at once
             const auto day = static_cast<unsigned>(i);
             days.Set(MakeDateKey(1700 + day / 336, 1 + day / 28 % 12, 1 + day % 28), i);
@@ -34,7 +34,7 @@ class SaveTest : public ::testing::Test {
     NotePageList pages{10};
 };
 
-TEST_F(SaveTest, CleanListLeavesTheFileAlone) {
+TEST_F(DataFileSave, CleanListLeavesTheFileAlone) {
     WriteBytes(file, oldBytes);
     days.dirty = false;
     pages.dirty = false;
@@ -45,7 +45,7 @@ TEST_F(SaveTest, CleanListLeavesTheFileAlone) {
     EXPECT_EQ(ReadBytes(file), oldBytes);
 }
 
-TEST_F(SaveTest, EmptyListDeletesTheFileAndWhatACrashLeftBesideIt) {
+TEST_F(DataFileSave, EmptyListDeletesTheFileAndWhatACrashLeftBesideIt) {
     WriteBytes(file, oldBytes);
     WriteBytes(scratch.File("Bleeding.new"), oldBytes);
     days.Clear();
@@ -59,7 +59,7 @@ TEST_F(SaveTest, EmptyListDeletesTheFileAndWhatACrashLeftBesideIt) {
     EXPECT_FALSE(pages.dirty);
 }
 
-TEST_F(SaveTest, StepsAreTakenInTheOrderThatKeepsOneOfTheFiles) {
+TEST_F(DataFileSave, StepsAreTakenInTheOrderThatKeepsOneOfTheFiles) {
     const FailingFileCalls calls;
     ASSERT_EQ(SaveDays(TEXT("")), 1);
     EXPECT_EQ(calls.Steps(),
@@ -70,7 +70,7 @@ TEST_F(SaveTest, StepsAreTakenInTheOrderThatKeepsOneOfTheFiles) {
     EXPECT_EQ(scratch.Names(), std::vector<std::string>{"Bleeding.dat"});
 }
 
-TEST_F(SaveTest, UnsortedListIsSortedFirst) {
+TEST_F(DataFileSave, UnsortedListIsSortedFirst) {
     days.Set(MakeDateKey(1650, 1, 1), 7);
     ASSERT_TRUE(days.IsUnsorted());
     ASSERT_EQ(SaveDays(TEXT("secret")), 1);
@@ -81,7 +81,7 @@ TEST_F(SaveTest, UnsortedListIsSortedFirst) {
     EXPECT_EQ(loaded.At(0).date, MakeDateKey(1650, 1, 1));
 }
 
-TEST_F(SaveTest, ListInMemoryStaysPlain) {
+TEST_F(DataFileSave, ListInMemoryStaysPlain) {
     const DayValue before = days.At(0);
     const NotePage pageBefore = pages.At(0);
     ASSERT_EQ(SaveDays(TEXT("secret")), 1);
@@ -90,7 +90,7 @@ TEST_F(SaveTest, ListInMemoryStaysPlain) {
     EXPECT_EQ(std::memcmp(&pages.At(0), &pageBefore, sizeof(pageBefore)), 0);
 }
 
-TEST_F(SaveTest, LargeListsComeBackWhole) {
+TEST_F(DataFileSave, LargeListsComeBackWhole) {
     for (const WCHAR* password : {TEXT(""), TEXT("secret")}) {
         days.dirty = true;
         pages.dirty = true;
@@ -108,7 +108,7 @@ TEST_F(SaveTest, LargeListsComeBackWhole) {
     }
 }
 
-TEST_F(SaveTest, FileOfAnEarlierCrashIsWrittenOver) {
+TEST_F(DataFileSave, FileOfAnEarlierCrashIsWrittenOver) {
     WriteBytes(scratch.File("Bleeding.new"), Bytes(500'000, 0xEE));
     ASSERT_EQ(SaveDays(TEXT("")), 1);
     EXPECT_EQ(ReadBytes(file).size(), 4U + 8 * 10'000);
@@ -158,7 +158,7 @@ void ExpectEveryStepsFailureKeepsTheOldFile(const ScratchFolder& scratch,
     }
 }
 
-TEST_F(SaveTest, FailureOfAnyStepKeepsTheOldFileAndTheDirtyFlag) {
+TEST_F(DataFileSave, FailureOfAnyStepKeepsTheOldFileAndTheDirtyFlag) {
     for (const WCHAR* password : {TEXT(""), TEXT("secret")}) {
         days.dirty = true;
         ExpectEveryStepsFailureKeepsTheOldFile(scratch, file, oldBytes, [&] {
@@ -172,13 +172,13 @@ TEST_F(SaveTest, FailureOfAnyStepKeepsTheOldFileAndTheDirtyFlag) {
     }
 }
 
-TEST_F(SaveTest, EncipheredRecordsAreNotWrittenOneByOne) {
+TEST_F(DataFileSave, EncipheredRecordsAreNotWrittenOneByOne) {
     const FailingFileCalls calls;
     ASSERT_EQ(SaveNotePages(pages, Wide(file).c_str(), TEXT("secret")), 1);
     EXPECT_LE(calls.Count(), 10);
 }
 
-TEST_F(SaveTest, FolderThatIsNotThereFailsAndStaysDirty) {
+TEST_F(DataFileSave, FolderThatIsNotThereFailsAndStaysDirty) {
     const std::filesystem::path missing = scratch.File("none") / "Bleeding.dat";
     ::SetLastError(ERROR_SUCCESS);
     EXPECT_EQ(SaveDayValues(days, Wide(missing).c_str(), TEXT("")), 0);
@@ -186,7 +186,7 @@ TEST_F(SaveTest, FolderThatIsNotThereFailsAndStaysDirty) {
     EXPECT_TRUE(days.dirty);
 }
 
-TEST_F(SaveTest, FolderInTheFilesPlaceFailsAndStays) {
+TEST_F(DataFileSave, FolderInTheFilesPlaceFailsAndStays) {
     std::filesystem::create_directory(file);
     WriteBytes(file / "kept", oldBytes);
     ::SetLastError(ERROR_SUCCESS);
@@ -197,7 +197,7 @@ TEST_F(SaveTest, FolderInTheFilesPlaceFailsAndStays) {
     EXPECT_EQ(scratch.Names(), std::vector<std::string>{"Bleeding.dat"});
 }
 
-TEST(SiblingPathTest, IsNoLongerThanADataFilesPath) {
+TEST(SiblingPath, IsNoLongerThanADataFilesPath) {
     const struct {
         const WCHAR* path;
         const char* sibling;

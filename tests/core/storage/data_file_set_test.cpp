@@ -6,7 +6,7 @@
 #include "diary/user_data.h"
 #include "storage/data_file.h"
 #include "tests/core/storage/file_support.h"
-#include "tests/core/test_support.h"
+#include "tests/support/dates.h"
 #include "tests/support/failing_file_calls.h"
 
 namespace lunara::test {
@@ -54,9 +54,9 @@ constexpr Story Stories[] = {
     {"one deleted, one added", true, true},
 };
 
-class DataFileSetTest : public ::testing::TestWithParam<Story> {
+class DataFileSet : public testing::TestWithParam<Story> {
   protected:
-    DataFileSetTest() : folder(Wide(scratch.Root())) {}
+    DataFileSet() : folder(Wide(scratch.Root())) {}
 
     /// Saves the old diary and changes it and the password in memory.
     void Begin() {
@@ -115,12 +115,11 @@ class DataFileSetTest : public ::testing::TestWithParam<Story> {
     std::string newDiary;
 };
 
-INSTANTIATE_TEST_SUITE_P(Changes, DataFileSetTest, ::testing::ValuesIn(Stories),
-                         [](const auto& story) {
-                             return story.param.isAddedNow ? "Mixed" : "All";
-                         });
+INSTANTIATE_TEST_SUITE_P(Changes, DataFileSet, ::testing::ValuesIn(Stories), [](const auto& story) {
+    return story.param.isAddedNow ? "Mixed" : "All";
+});
 
-TEST_P(DataFileSetTest, PasswordChangeReachesEveryFile) {
+TEST_P(DataFileSet, PasswordChangeReachesEveryFile) {
     for (const bool hasLinks : {true, false}) {
         Begin();
         FailingFileCalls calls;
@@ -134,7 +133,7 @@ TEST_P(DataFileSetTest, PasswordChangeReachesEveryFile) {
     }
 }
 
-TEST_P(DataFileSetTest, NothingIsPutInPlaceBeforeAllIsComplete) {
+TEST_P(DataFileSet, NothingIsPutInPlaceBeforeAllIsComplete) {
     Begin();
     const FailingFileCalls calls;
     ASSERT_EQ(Save(), 1);
@@ -150,7 +149,7 @@ TEST_P(DataFileSetTest, NothingIsPutInPlaceBeforeAllIsComplete) {
     EXPECT_EQ(std::count_if(steps.begin(), steps.end(), isStep("replace")), 1);
 }
 
-TEST_P(DataFileSetTest, FailureOfAnyStepLeavesAllFilesUnderTheOldPassword) {
+TEST_P(DataFileSet, FailureOfAnyStepLeavesAllFilesUnderTheOldPassword) {
     for (const bool hasLinks : {true, false}) {
         int failures = 0;
         bool wasBroken = true;
@@ -190,7 +189,7 @@ TEST_P(DataFileSetTest, FailureOfAnyStepLeavesAllFilesUnderTheOldPassword) {
     }
 }
 
-TEST_P(DataFileSetTest, WhateverIsLeftWhenTheProgramStopsOneWholeDiaryOpens) {
+TEST_P(DataFileSet, WhateverIsLeftWhenTheProgramStopsOneWholeDiaryOpens) {
     for (const bool hasLinks : {true, false}) {
         int stops[2] = {};
         bool wasBroken = true;
@@ -219,7 +218,7 @@ TEST_P(DataFileSetTest, WhateverIsLeftWhenTheProgramStopsOneWholeDiaryOpens) {
     }
 }
 
-TEST_P(DataFileSetTest, SaveThatCouldNotBeUndoneIsUndoneByTheNextOne) {
+TEST_P(DataFileSet, SaveThatCouldNotBeUndoneIsUndoneByTheNextOne) {
     Begin();
     FailingFileCalls calls;
     ASSERT_EQ(Save(), 1);
@@ -236,7 +235,7 @@ TEST_P(DataFileSetTest, SaveThatCouldNotBeUndoneIsUndoneByTheNextOne) {
     ExpectNewDiary(GetParam().label);
 }
 
-TEST_P(DataFileSetTest, FileThatCannotBeWrittenIsNamed) {
+TEST_P(DataFileSet, FileThatCannotBeWrittenIsNamed) {
     const struct {
         const char* step;
         const char* file;
@@ -264,7 +263,7 @@ TEST_P(DataFileSetTest, FileThatCannotBeWrittenIsNamed) {
     }
 }
 
-TEST_P(DataFileSetTest, FileWhosePathDoesNotFitIsNamedAndNothingIsWritten) {
+TEST_P(DataFileSet, FileWhosePathDoesNotFitIsNamedAndNothingIsWritten) {
     Begin();
     // Bleeding.dat would fit, Temperature.dat does not.
     constexpr std::size_t FolderLength = PathCapacity - 15;
@@ -277,7 +276,7 @@ TEST_P(DataFileSetTest, FileWhosePathDoesNotFitIsNamedAndNothingIsWritten) {
     EXPECT_TRUE(std::filesystem::is_empty(longFolder));
 }
 
-TEST(DataFilePathTest, HoldsAllButTheTerminatorOfAPath) {
+TEST(DataFilePath, HoldsAllButTheTerminatorOfAPath) {
     const std::size_t nameLength = WideView(TEXT("\\Temperature.dat")).size();
     const WideString longest(PathCapacity - 1 - nameLength, 'x');
     WideString path;
@@ -286,9 +285,9 @@ TEST(DataFilePathTest, HoldsAllButTheTerminatorOfAPath) {
     EXPECT_FALSE(DataFilePath((longest + TEXT("x")).c_str(), DataFile::Temperature, path));
 }
 
-class DataFileRecordTest : public ::testing::Test {
+class DataFileSetRecord : public testing::Test {
   protected:
-    DataFileRecordTest() : folder(Wide(scratch.Root())) {
+    DataFileSetRecord() : folder(Wide(scratch.Root())) {
         UserData data;
         data.temperature.Set(First, 9800);
         data.bleeding.Set(First, 1);
@@ -302,7 +301,7 @@ class DataFileRecordTest : public ::testing::Test {
     std::string diary;
 };
 
-TEST_F(DataFileRecordTest, RecordThatIsNotWholeWasNeverInForce) {
+TEST_F(DataFileSetRecord, RecordThatIsNotWholeWasNeverInForce) {
     const Bytes wholeRecord{'L', 'U', 'S', '1', 'r', 'r', '.', '.'};
     for (std::size_t length = 0; length < wholeRecord.size(); ++length) {
         WriteBytes(scratch.File("Save.set"),
@@ -315,12 +314,12 @@ TEST_F(DataFileRecordTest, RecordThatIsNotWholeWasNeverInForce) {
     EXPECT_EQ(Loaded(folder, TEXT("")), diary);
 }
 
-TEST_F(DataFileRecordTest, RecordWithoutOldFilesChangesNothing) {
+TEST_F(DataFileSetRecord, RecordWithoutOldFilesChangesNothing) {
     WriteBytes(scratch.File("Save.set"), {'L', 'U', 'S', '1', 'r', 'd', 'r', 'd'});
     EXPECT_EQ(Loaded(folder, TEXT("")), diary);
 }
 
-TEST_F(DataFileRecordTest, OldFileThatCannotBePutBackRefusesLoadingAndSaving) {
+TEST_F(DataFileSetRecord, OldFileThatCannotBePutBackRefusesLoadingAndSaving) {
     WriteBytes(scratch.File("Save.set"), {'L', 'U', 'S', '1', '.', 'r', '.', '.'});
     WriteBytes(scratch.File("Bleeding.old"), ReadBytes(scratch.File("Bleeding.dat")));
     UserData data;
@@ -340,7 +339,7 @@ TEST_F(DataFileRecordTest, OldFileThatCannotBePutBackRefusesLoadingAndSaving) {
     EXPECT_EQ(Loaded(folder, TEXT("")), diary);
 }
 
-TEST_F(DataFileRecordTest, TwoFilesAreTogetherOnlyWithARecord) {
+TEST_F(DataFileSetRecord, TwoFilesAreTogetherOnlyWithARecord) {
     UserData data;
     data.bleeding.Set(First, 2);
     data.temperature.Set(First, 9900);
@@ -351,7 +350,7 @@ TEST_F(DataFileRecordTest, TwoFilesAreTogetherOnlyWithARecord) {
     EXPECT_EQ(std::count(steps.begin(), steps.end(), "create Save.set"), 1);
 }
 
-TEST_F(DataFileRecordTest, SingleFileIsSavedWithoutARecord) {
+TEST_F(DataFileSetRecord, SingleFileIsSavedWithoutARecord) {
     UserData data;
     data.bleeding.Set(First, 2);
     data.bleeding.dirty = true;

@@ -79,9 +79,9 @@ int Save(NotePageList& list, const path& file, const WCHAR* password) {
     return SaveNotePages(list, Wide(file).c_str(), password);
 }
 
-class DataFileTest : public ::testing::Test {
+class DataFile : public testing::Test {
   protected:
-    DataFileTest() {
+    DataFile() {
         days.Set(MakeDateKey(1999, 9, 9), 9);  // a load must clear it
         days.dirty = true;
         const NotePage page{MakeDateKey(1999, 9, 9), {}};
@@ -140,7 +140,7 @@ void FillWithGoldenPages(NotePageList& pages) {
     pages.AppendText(MakeDateKey(2006, 2, 28), second.c_str(), static_cast<int>(second.size()));
 }
 
-TEST_F(DataFileTest, SavedDaysAreTheGoldenBytes) {
+TEST_F(DataFile, SavedDaysAreTheGoldenBytes) {
     for (const auto& [name, password] : GoldenDays) {
         DayValueList list;
         for (const DayValue& record : GoldenRecords) {
@@ -153,7 +153,7 @@ TEST_F(DataFileTest, SavedDaysAreTheGoldenBytes) {
     }
 }
 
-TEST_F(DataFileTest, GoldenDaysAreRead) {
+TEST_F(DataFile, GoldenDaysAreRead) {
     for (const auto& [name, password] : GoldenDays) {
         ASSERT_EQ(LoadDays(GoldenBytes(name), password), Loaded) << name;
         ASSERT_EQ(days.Count(), 5) << name;
@@ -166,7 +166,7 @@ TEST_F(DataFileTest, GoldenDaysAreRead) {
     }
 }
 
-TEST_F(DataFileTest, SavedPagesAreTheGoldenBytes) {
+TEST_F(DataFile, SavedPagesAreTheGoldenBytes) {
     for (const auto& [name, password] :
          {std::pair{"pages_plain", NoPassword}, std::pair{"pages_secret", SecretPassword}}) {
         NotePageList list{10};
@@ -178,7 +178,7 @@ TEST_F(DataFileTest, SavedPagesAreTheGoldenBytes) {
     }
 }
 
-TEST_F(DataFileTest, GoldenPagesAreReadInOrderOfEntry) {
+TEST_F(DataFile, GoldenPagesAreReadInOrderOfEntry) {
     NotePageList expected{10};
     FillWithGoldenPages(expected);
     for (const auto& [name, password] :
@@ -190,7 +190,7 @@ TEST_F(DataFileTest, GoldenPagesAreReadInOrderOfEntry) {
     }
 }
 
-TEST_F(DataFileTest, PasswordsThatAgreeIn55BytesOpenTheSameFile) {
+TEST_F(DataFile, PasswordsThatAgreeIn55BytesOpenTheSameFile) {
     const Bytes golden = GoldenBytes("days_55_bytes");
     const WideString key = GoldenDays[5].password;
     EXPECT_EQ(LoadDays(golden, (key + TEXT("f")).c_str()), Loaded);
@@ -202,7 +202,7 @@ TEST_F(DataFileTest, PasswordsThatAgreeIn55BytesOpenTheSameFile) {
 
 // ---- Loading ----
 
-TEST_F(DataFileTest, MissingFileIsAnEmptyCollectionForAnyPassword) {
+TEST_F(DataFile, MissingFileIsAnEmptyCollectionForAnyPassword) {
     for (const WCHAR* password : {NoPassword, SecretPassword}) {
         EXPECT_EQ(Load(days, scratch.File("none.dat"), password), (Outcome{1, DataFileMissing}));
         EXPECT_EQ(Load(pages, scratch.File("none.dat"), password), (Outcome{1, DataFileMissing}));
@@ -213,7 +213,7 @@ TEST_F(DataFileTest, MissingFileIsAnEmptyCollectionForAnyPassword) {
     }
 }
 
-TEST_F(DataFileTest, HeaderAloneIsAnEmptyCollectionForAnyPassword) {
+TEST_F(DataFile, HeaderAloneIsAnEmptyCollectionForAnyPassword) {
     for (const WCHAR* password : {NoPassword, SecretPassword}) {
         EXPECT_EQ(LoadDays(Header(), password), Loaded);
         EXPECT_EQ(LoadPages(Header(), password), Loaded);
@@ -227,7 +227,7 @@ TEST_F(DataFileTest, HeaderAloneIsAnEmptyCollectionForAnyPassword) {
     EXPECT_FALSE(std::filesystem::exists(file));
 }
 
-TEST_F(DataFileTest, ShortHeaderLeavesNoErrorCode) {
+TEST_F(DataFile, ShortHeaderLeavesNoErrorCode) {
     for (std::size_t length = 0; length < 4; ++length) {
         const Bytes whole = Header();
         const Bytes bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
@@ -237,7 +237,7 @@ TEST_F(DataFileTest, ShortHeaderLeavesNoErrorCode) {
     }
 }
 
-TEST_F(DataFileTest, HeadersAreAcceptedUpToTheCurrentVersion) {
+TEST_F(DataFile, HeadersAreAcceptedUpToTheCurrentVersion) {
     const struct {
         const char* label;
         Bytes header;
@@ -261,7 +261,7 @@ TEST_F(DataFileTest, HeadersAreAcceptedUpToTheCurrentVersion) {
     }
 }
 
-TEST_F(DataFileTest, WrongLengthForItsKindIsCorruptWhateverThePassword) {
+TEST_F(DataFile, WrongLengthForItsKindIsCorruptWhateverThePassword) {
     for (const WCHAR* password : {NoPassword, SecretPassword}) {
         for (std::size_t length = 4; length <= 4 + 3 * 72; ++length) {
             Bytes bytes = PlainPages(
@@ -275,14 +275,14 @@ TEST_F(DataFileTest, WrongLengthForItsKindIsCorruptWhateverThePassword) {
               (Outcome{0, DataFileCorrupt}));
 }
 
-TEST_F(DataFileTest, HundredAndFortyFourBytesAreTwoPages) {
+TEST_F(DataFile, HundredAndFortyFourBytesAreTwoPages) {
     EXPECT_EQ(LoadPages(PlainPages({MakeDateKey(2006, 5, 2), MakeDateKey(2006, 5, 1)})), Loaded);
     EXPECT_EQ(pages.Count(), 2);
     EXPECT_EQ(pages.At(0).date, MakeDateKey(2006, 5, 2));
     EXPECT_EQ(pages.At(1).date, MakeDateKey(2006, 5, 1));
 }
 
-TEST_F(DataFileTest, OnlyTheRangesOfADateAreTested) {
+TEST_F(DataFile, OnlyTheRangesOfADateAreTested) {
     const struct {
         const char* label;
         DateKey date;
@@ -311,7 +311,7 @@ TEST_F(DataFileTest, OnlyTheRangesOfADateAreTested) {
     }
 }
 
-TEST_F(DataFileTest, DayValuesMustAscendWhateverThePassword) {
+TEST_F(DataFile, DayValuesMustAscendWhateverThePassword) {
     const DateKey day = MakeDateKey(2006, 2, 28);
     const struct {
         const char* label;
@@ -341,7 +341,7 @@ void FillWithDays(DayValueList& list, std::int32_t count) {
     list.dirty = true;
 }
 
-TEST_F(DataFileTest, DisorderIsFoundAcrossThePiecesInWhichAFileIsRead) {
+TEST_F(DataFile, DisorderIsFoundAcrossThePiecesInWhichAFileIsRead) {
     DayValueList list;
     FillWithDays(list, 40'000);
     ASSERT_EQ(Save(list, file, NoPassword), 1);
@@ -355,7 +355,7 @@ TEST_F(DataFileTest, DisorderIsFoundAcrossThePiecesInWhichAFileIsRead) {
     EXPECT_EQ(days.Count(), 40'000);
 }
 
-TEST_F(DataFileTest, WrongPasswordIsRefusedOnEitherKindOfFile) {
+TEST_F(DataFile, WrongPasswordIsRefusedOnEitherKindOfFile) {
     const struct {
         const char* label;
         const char* golden;
@@ -382,7 +382,7 @@ TEST_F(DataFileTest, WrongPasswordIsRefusedOnEitherKindOfFile) {
     EXPECT_EQ(LoadDays(GoldenBytes("days_plain"), nullptr), Loaded);
 }
 
-TEST_F(DataFileTest, NoneOf100000WrongPasswordsOpensADiaryOf60Records) {
+TEST_F(DataFile, NoneOf100000WrongPasswordsOpensADiaryOf60Records) {
     DayValueList list;
     FillWithDays(list, 60);
     ASSERT_EQ(Save(list, file, SecretPassword), 1);
@@ -397,7 +397,7 @@ TEST_F(DataFileTest, NoneOf100000WrongPasswordsOpensADiaryOf60Records) {
     EXPECT_EQ(Load(days, file, SecretPassword), Loaded);
 }
 
-TEST_F(DataFileTest, CapacityGrowsByTheStepOfTheCollection) {
+TEST_F(DataFile, CapacityGrowsByTheStepOfTheCollection) {
     for (const std::int32_t count : {1, 9, 10, 11, 20, 21}) {
         DayValueList list;
         FillWithDays(list, count);
@@ -416,14 +416,14 @@ TEST_F(DataFileTest, CapacityGrowsByTheStepOfTheCollection) {
     EXPECT_EQ(free.date, 0U);  // new memory is zero
 }
 
-TEST_F(DataFileTest, FolderInTheFilesPlaceIsRefusedAndNotTakenAsMissing) {
+TEST_F(DataFile, FolderInTheFilesPlaceIsRefusedAndNotTakenAsMissing) {
     std::filesystem::create_directory(file);
     EXPECT_EQ(Load(days, file, NoPassword), (Outcome{0, DataFileCorrupt}));
     EXPECT_EQ(Load(pages, file, NoPassword), (Outcome{0, DataFileCorrupt}));
     EXPECT_EQ(days.Count() + pages.Count(), 0);
 }
 
-TEST_F(DataFileTest, FileThatCannotBeOpenedIsRefusedAndNotTakenAsMissing) {
+TEST_F(DataFile, FileThatCannotBeOpenedIsRefusedAndNotTakenAsMissing) {
     WriteBytes(file, GoldenBytes("days_plain"));
     const HANDLE lock = ::CreateFileW(Wide(file).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -447,7 +447,7 @@ void WriteEmptyRecords(const path& file, std::int64_t bytes) {
     EXPECT_TRUE(stream.flush());
 }
 
-TEST_F(DataFileTest, SizesBeyondAllSenseAreRefusedWithoutReading) {
+TEST_F(DataFile, SizesBeyondAllSenseAreRefusedWithoutReading) {
     const struct {
         const char* label;
         std::int64_t records;
@@ -491,7 +491,7 @@ bool Ascends(const DayValueList& list) {
     });
 }
 
-TEST_F(DataFileTest, EveryTruncationIsRefusedOrAPrefix) {
+TEST_F(DataFile, EveryTruncationIsRefusedOrAPrefix) {
     for (const auto& [name, password] :
          {std::pair{"days_plain", NoPassword}, std::pair{"days_secret", SecretPassword}}) {
         const Bytes whole = GoldenBytes(name);
@@ -518,7 +518,7 @@ TEST_F(DataFileTest, EveryTruncationIsRefusedOrAPrefix) {
     }
 }
 
-TEST_F(DataFileTest, EveryFlippedByteGivesADocumentedOutcome) {
+TEST_F(DataFile, EveryFlippedByteGivesADocumentedOutcome) {
     for (const auto& [name, password] :
          {std::pair{"days_plain", NoPassword}, std::pair{"days_secret", SecretPassword}}) {
         const Bytes whole = GoldenBytes(name);

@@ -4,15 +4,11 @@
 
 #include <algorithm>
 
-#include "tests/core/views/layout_test_support.h"
+#include "tests/support/box.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::Box;
-using test::BoxOf;
-using test::Spot;
-using test::SpotOf;
 
 constexpr RECT Client = {0, 0, 300, 600};
 constexpr LONG TextHeight = 15;  // padding 5
@@ -146,4 +142,4 @@ TEST(AgendaArrow, BetweenTheSamePointsThereIsNothing) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

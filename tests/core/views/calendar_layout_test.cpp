@@ -6,16 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "tests/core/views/layout_test_support.h"
+#include "tests/support/box.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::Box;
-using test::BoxOf;
-using test::Day;
-using test::Spot;
-using test::SpotOf;
 
 constexpr RECT Column = {0, 0, 60, 240};   // vertical: 20 cells of 12 px
 constexpr RECT Row = {0, 0, 240, 60};      // horizontal: 20 cells of 12 px
@@ -356,4 +351,4 @@ TEST(IsDateInStrip, IncludesTheDayAfterTheLastCell) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

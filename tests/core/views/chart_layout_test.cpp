@@ -7,15 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "tests/core/views/layout_test_support.h"
+#include "tests/support/box.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::Box;
-using test::BoxOf;
-using test::Spot;
-using test::SpotOf;
 
 constexpr ChartScale Temperature[] = {
     {100, 10, 10, 50, 1}, {200, 10, 50, 100, 1}, {300, 10, 50, 100, 1}, {400, 50, 0, 100, 1}};
@@ -321,4 +317,4 @@ TEST(RubberBand, RunsOverNeighboursOfValueZero) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -2,14 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/core/views/layout_test_support.h"
+#include "tests/support/box.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::Box;
-using test::BoxOf;
-using test::Day;
 
 TEST(DiaryLayout, PutsThePartsSideBySide) {
     const DiaryLayout layout = LayOutDiary({0, 0, 240, 268}, 13, 45);
@@ -111,4 +108,4 @@ TEST(StartToShow, PutsAnEarlierDateIntoTheThirdRow) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

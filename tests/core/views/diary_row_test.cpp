@@ -7,14 +7,12 @@
 
 #include "cycle/day_status.h"
 #include "diary/user_data.h"
-#include "tests/core/test_support.h"
+#include "platform/text.h"
+#include "tests/support/dates.h"
 #include "views/color_blend.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::Day;
-using test::Utf8;
 
 constexpr COLORREF White = RGB(255, 255, 255);
 constexpr COLORREF Blue = RGB(0, 0, 255);
@@ -68,7 +66,7 @@ TEST(CountDiaryItems, IgnoresBitsThatAreNoItems) {
     EXPECT_EQ(CountDiaryItems(0xFFFFFFE0 | 18), 2);
 }
 
-class DiaryRowTest : public ::testing::Test {
+class DiaryRowTest : public testing::Test {
   protected:
     static void Store(DayValueList& list, const SYSTEMTIME& day, float value) {
         list.Set(ToDateKey(day), std::bit_cast<std::int32_t>(value));
@@ -80,7 +78,7 @@ class DiaryRowTest : public ::testing::Test {
     const SYSTEMTIME today = Day(2026, 3, 15);
     const SYSTEMTIME yesterday = Day(2026, 3, 14);
     const SYSTEMTIME tomorrow = Day(2026, 3, 16);
-    test::ClockScope clock{Day(2026, 3, 15)};
+    ClockScope clock{Day(2026, 3, 15)};
     UserData data;
 };
 
@@ -183,14 +181,14 @@ TEST_F(DiaryRowTest, OvulationAndPregnancyAreExpectedAfterTheLastPeriodStart) {
 TEST_F(DiaryRowTest, TextIsTheDateAndTheStatus) {
     SetDayFlags(data.predictor, DAY_CYCLE_START, 0, ToDateKey(yesterday));
     const DiaryRow row = FillDiaryRow(data, AllDiaryItems, yesterday, today);
-    EXPECT_EQ(Utf8(row.text.data()), "Mar, 14\nCycle start. ");
+    EXPECT_EQ(ToUtf8(row.text.data()), "Mar, 14\nCycle start. ");
 }
 
 TEST_F(DiaryRowTest, DayWithoutStatusShowsNoDateEither) {
-    EXPECT_EQ(Utf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data()), "");
+    EXPECT_EQ(ToUtf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data()), "");
     // A status that goes with an item which is not shown.
     SetDayFlags(data.predictor, DAY_CYCLE_START, 0, ToDateKey(yesterday));
-    EXPECT_EQ(Utf8(FillDiaryRow(data, DiaryShowOvulation, yesterday, today).text.data()), "");
+    EXPECT_EQ(ToUtf8(FillDiaryRow(data, DiaryShowOvulation, yesterday, today).text.data()), "");
 }
 
 TEST_F(DiaryRowTest, LongTextsAreCutToTheRow) {
@@ -199,7 +197,7 @@ TEST_F(DiaryRowTest, LongTextsAreCutToTheRow) {
                 DAY_PERIOD_END | DAY_OVULATION_POSSIBLE_LAST | DAY_PREGNANCY_POSSIBLE_FIRST |
                     DAY_PREGNANCY_POSSIBLE_LAST | DAY_PREGNANCY_HIGHLY_PROBABLE,
                 0, ToDateKey(yesterday));
-    const std::string row = Utf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data());
+    const std::string row = ToUtf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data());
     EXPECT_EQ(row.size(), 127U);
     EXPECT_EQ(row.substr(row.find('\n')),
               "\nPeriod end. Last day ovulation possible. 1st day pregnancy possible. "
@@ -209,7 +207,7 @@ TEST_F(DiaryRowTest, LongTextsAreCutToTheRow) {
 TEST_F(DiaryRowTest, StatusThatDoesNotFitByItselfIsLeftOut) {
     SetDayFlags(data.predictor, 0x01FFFFFF & ~std::uint32_t{DAY_CYCLE_LENGTHS}, 0,
                 ToDateKey(yesterday));
-    EXPECT_EQ(Utf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data()), "");
+    EXPECT_EQ(ToUtf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data()), "");
 }
 
 TEST_F(DiaryRowTest, CellsFollowTheItemsShown) {
@@ -221,4 +219,4 @@ TEST_F(DiaryRowTest, CellsFollowTheItemsShown) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -4,13 +4,11 @@
 
 #include <vector>
 
-#include "tests/core/views/layout_test_support.h"
+#include "tests/support/box.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::Box;
-using test::BoxOf;
 
 // A device: 13 px lines, 17 px scroll bars.
 constexpr GraphMetrics Device = {13, 17, 17, {28, 13}, {48, 13}};
@@ -94,4 +92,4 @@ TEST(GraphColumns, CountsACutOffOne) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -6,14 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "tests/core/test_support.h"
+#include "platform/text.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::ClockScope;
-using test::Day;
-using test::Utf8;
 
 const GraphSeries Fahrenheit(GraphShowTemperature, MeasureFahrenheit);
 const GraphSeries Celsius(GraphShowTemperature, MeasureCelsius);
@@ -21,7 +18,7 @@ const GraphSeries Bleeding(GraphShowBleeding, MeasureFahrenheit);
 
 SYSTEMTIME Today() { return Day(2026, 3, 15); }
 
-class GraphSeriesTest : public ::testing::Test {
+class GraphSeriesTest : public testing::Test {
   protected:
     GraphSeriesTest() : clock(Today()) { data.SetCurrentDate(Today()); }
 
@@ -133,9 +130,9 @@ TEST_F(GraphSeriesTest, TextsOfValues) {
     for (const TextCase& c : cases) {
         std::array<WCHAR, 16> text{};
         c.series.FormatLabel(c.value, text.data(), text.size());
-        EXPECT_EQ(Utf8(text.data()), c.axisLabel) << c.label;
+        EXPECT_EQ(ToUtf8(text.data()), c.axisLabel) << c.label;
         c.series.FormatEntry(c.value, text.data(), text.size());
-        EXPECT_EQ(Utf8(text.data()), c.entry) << c.label;
+        EXPECT_EQ(ToUtf8(text.data()), c.entry) << c.label;
     }
 }
 
@@ -246,4 +243,4 @@ TEST_F(GraphSeriesTest, ARefusedChangeIsReported) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test
