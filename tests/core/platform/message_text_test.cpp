@@ -16,7 +16,7 @@ TEST(MessageText, StartsEmpty) {
     EXPECT_EQ(TextOf(text), "");
 }
 
-TEST(MessageText, SetAppendPrepend) {
+TEST(MessageText, SetReplacesWhileAppendAndPrependAdd) {
     MessageText text(16);
     text.Set(TEXT("middle"));
     text.Append(TEXT("-end"));
@@ -77,7 +77,7 @@ TEST(MessageText, ResizeKeepsWhatFits) {
     EXPECT_EQ(TextOf(text), "1234567");
     text.Append(TEXT("89"));
     EXPECT_EQ(TextOf(text), "123456789");
-    text.Resize(5);  // no dots: nothing was stored
+    text.Resize(5);  // no dots: resizing stores nothing
     EXPECT_EQ(TextOf(text), "1234");
     EXPECT_EQ(text.Capacity(), 5);
     text.Resize(0);

@@ -86,7 +86,7 @@ TEST(DayValueList, ShrinksOnlyWhenFifteenAreFree) {
     Fill(list, 17);
     ASSERT_EQ(list.Reserve(30), 1);
     EXPECT_EQ(list.Remove(list.At(0).date), 1);
-    EXPECT_EQ(list.Capacity(), 30);  // 14 free
+    EXPECT_EQ(list.Capacity(), 30);  // 14 records free
     EXPECT_EQ(list.Remove(list.At(0).date), 1);
     EXPECT_EQ(list.Capacity(), 20);
     EXPECT_EQ(list.Count(), 15);
@@ -142,8 +142,8 @@ TEST(DayValueList, ComparesDatesAsSignedNumbers) {
     EXPECT_EQ(list.Find(0x7FFFFFFF), 1);
 }
 
-// The shortcuts of Set and Sort must never show: any sequence of operations leaves what a plain map
-// and a plain scan would leave.
+// Set and Sort take shortcuts for records that arrive in date order. None may show: any sequence of
+// operations leaves what a map, and a vector in order of entry, would hold.
 TEST(DayValueList, BehavesLikeAMapUnderRandomUse) {
     std::mt19937 random(20060102);
     for (int round = 0; round < 200; ++round) {
@@ -206,7 +206,7 @@ TEST(SteppedList, GrowsToTheNextMultipleOfItsStepAboveTheIndex) {
     EXPECT_EQ(list.SetAt(10, 7), 11);
     EXPECT_EQ(list.Capacity(), 20);
     EXPECT_EQ(list.Count(), 11);
-    EXPECT_EQ(list.At(9), 0);  // never written: zero
+    EXPECT_EQ(list.At(9), 0);  // never set, so zero
     EXPECT_EQ(list.At(0), 5);
 }
 
