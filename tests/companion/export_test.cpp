@@ -12,7 +12,7 @@ class Export : public CompanionTest {};
 
 constexpr DateKey Day = MakeDateKey(2006, 1, 2);
 
-TEST_F(Export, OneRowForEveryDayWithARecordInDateOrder) {
+TEST_F(Export, WritesOneRowForEveryDayWithARecordInDateOrder) {
     PutInDiary("Bleeding.dat", DayFile({{Day, 3}, {Day + 3, 1}}));
     PutInDiary("Temperature.dat", DayFile({{Day + 1, 9860}, {Day + 3, 9700}}));
     PutInDiary("Notes.dat", DayFile({{Day + 2, 1}, {Day + 3, 2}, {Day + 4, 3}}));
@@ -48,8 +48,8 @@ TEST_F(Export, NoteOfSeveralPagesIsOneText) {
     PutInDiary("NotePages.dat",
                PageFile({Page(Day, full), Page(Day, "end"), Page(Day + 1, full), Page(Day + 1, ""),
                          Page(Day + 2, full), Page(Day, "again")}));
-    // The last unit of a day's last page is a terminator, whatever stands there; and pages of a day
-    // that stand apart from its first ones are not its note.
+    // The last unit of a day's last page reads as the terminator, whatever it holds. Pages of a day
+    // that do not follow its first ones directly are not part of its note.
     EXPECT_EQ(ExportCsv(), std::string(Header) + "2006-01-02,,,,," + full + "end\r\n" +
                                "2006-01-03,,,,," + full + "\r\n" + "2006-01-04,,,,," +
                                full.substr(1) + "\r\n");
@@ -140,7 +140,7 @@ TEST_F(Export, FilesBesideTheTargetStay) {
     EXPECT_EQ(Snapshot().size(), 5U);
 }
 
-/// Numbers as some countries write them.
+/// Numbers with a decimal comma and a point between thousands.
 class CommaNumbers : public std::numpunct<char> {
   protected:
     char do_decimal_point() const override { return ','; }
@@ -148,10 +148,11 @@ class CommaNumbers : public std::numpunct<char> {
     std::string do_grouping() const override { return "\3"; }
 };
 
+/// Makes such numbers the global locale until the end of the scope.
 class LocaleScope {
   public:
     LocaleScope() : before(std::locale::global(std::locale(std::locale(), new CommaNumbers))) {
-        std::setlocale(LC_ALL, "de_DE.UTF-8");  // where the system has it
+        std::setlocale(LC_ALL, "de_DE.UTF-8");  // no effect where the system lacks it
     }
     LocaleScope(const LocaleScope&) = delete;
     LocaleScope& operator=(const LocaleScope&) = delete;

@@ -49,15 +49,15 @@ class CompanionTest : public testing::Test {
     std::string Diary() const { return Utf8(root / "diary"); }
     std::filesystem::path InDiary(const std::string& name) const { return root / "diary" / name; }
 
-    /// Writes a file beside the diary's folder and returns its name for a command line.
+    /// Writes a file beside the diary's folder and returns its path for a command line.
     std::string Beside(const std::string& name, const std::string& bytes) const;
 
-    /// Puts a file into the diary's folder, which is created.
+    /// Writes a file into the diary's folder, which is created when missing.
     void PutInDiary(const std::string& name, const std::string& bytes) const;
 
     /// Imports `csv` into the diary.
     Outcome ImportCsv(const std::string& csv) const;
-    /// The diary as CSV; a failure fails the test.
+    /// The diary as CSV. An export that fails fails the test.
     std::string ExportCsv() const;
 
     /// The paths of all files and folders below the test's folder, in UTF-8, each file with its

@@ -7,7 +7,7 @@ namespace {
 
 class Import : public CompanionTest {
   protected:
-    /// The diary after importing `csv`, without the header.
+    /// Imports `csv` and returns the exported diary without its header line.
     std::string After(const std::string& csv) const {
         const Outcome outcome = ImportCsv(csv);
         EXPECT_EQ(outcome.code, ExitDone) << outcome.err;
@@ -91,7 +91,7 @@ TEST_F(Import, RowsInAnyOrderAreStoredInDateOrder) {
 }
 
 TEST_F(Import, OnlyCollectionsThatChangeAreWritten) {
-    // A version byte that a save would raise shows which file was written.
+    // A save writes the current version byte, so an older one shows that a file was left alone.
     std::string bleeding = DayFile({{Day, 3}});
     std::string temperature = DayFile({{Day, 9800}});
     std::string pages = PageFile({Page(Day, "note")});

@@ -1,4 +1,4 @@
-// Symbolic links, where the standard library can make them.
+// Exports through symbolic links. Not built for Windows, whose standard library makes none.
 
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
@@ -15,7 +15,7 @@ TEST_F(SymbolicLink, IsWrittenThrough) {
     std::filesystem::create_directories(root / "elsewhere");
     std::filesystem::create_symlink("second.csv", root / "first.csv");
     std::filesystem::create_symlink(root / "elsewhere" / "out.csv", root / "second.csv");
-    for (int i = 0; i < 2; ++i) {  // to a file that is not there, and to one that is
+    for (int i = 0; i < 2; ++i) {  // onto a missing file, then onto an existing one
         const Outcome outcome = RunCli({"export", Diary(), "--csv", Utf8(root / "first.csv")});
         EXPECT_EQ(outcome.code, ExitDone) << outcome.err;
         EXPECT_TRUE(std::filesystem::is_symlink(root / "first.csv"));

@@ -26,7 +26,7 @@ TEST(Options, EveryCommandTakesAFolder) {
     }
 }
 
-TEST(Options, AllOptionsOfPredict) {
+TEST(Options, PredictTakesAllItsOptions) {
     const ParsedOptions parsed =
         ParseOptions({"predict", "--json", "--today", "2004-02-29", "d", "--password-file", "p"});
     ASSERT_TRUE(parsed.options) << parsed.text;

@@ -49,7 +49,7 @@ struct PasswordPair {
     std::string read;
 };
 
-TEST_F(PasswordFile, FilesThatHoldTheSamePassword) {
+TEST_F(PasswordFile, DifferentBytesMayHoldTheSamePassword) {
     const PasswordPair pairs[] = {
         {"LF", "word", "word\n"},
         {"CR LF", "word", "word\r\n"},

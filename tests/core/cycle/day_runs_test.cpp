@@ -9,7 +9,7 @@
 namespace lunara::test {
 namespace {
 
-constexpr std::int32_t SomeNumber = 145'000;  // in 1997
+constexpr std::int32_t SomeNumber = 145'000;  // a day in 1997
 
 std::vector<std::pair<int, int>> Offsets(const DayRuns& runs) {
     std::vector<std::pair<int, int>> offsets;
@@ -64,7 +64,7 @@ TEST(DayRuns, KnownRunsAreTakenOverOnlyBeforeTheDate) {
         CompleteRuns(list, 2, key(known), runs);
         EXPECT_EQ(Offsets(runs), (Runs{{3, 4}, {10, 12}, {20, 20}}));
     }
-    // What is known may go on.
+    // The last known run may continue.
     DayRuns runs = {{key(3), key(4)}, {key(10), key(11)}};
     CompleteRuns(list, 2, key(20), runs);
     EXPECT_EQ(Offsets(runs), (Runs{{3, 4}, {10, 12}, {20, 20}}));
@@ -72,7 +72,8 @@ TEST(DayRuns, KnownRunsAreTakenOverOnlyBeforeTheDate) {
 
 // ---- Steps between near days ----
 
-/// Every key of the years around the ends of the calendar, a leap century and two common ones.
+/// Visits all keys, months 0 to 14 and days 0 to 33, of years at both ends of the calendar, of a
+/// common and a leap century, and of a common year before a leap year.
 template <typename Visit>
 void ForEachKey(Visit visit) {
     for (const unsigned year : {0U, 1600U, 1601U, 1602U, 1900U, 2000U, 2023U, 2024U, 30'826U,

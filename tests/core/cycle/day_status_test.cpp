@@ -25,12 +25,12 @@ TEST(DayStatus, RecordedPeriodHasFirstAndLastDay) {
     EXPECT_EQ(diary.StatusOf(Later(Start, 5)), "");
 }
 
-TEST(DayStatus, SingleBleedingDay) {
+TEST(DayStatus, SingleBleedingDayHasOneMark) {
     Diary diary;
     diary.Bleed(Start, "1").Bleed(Later(Start, 9), "1");
     diary.Predict(Later(Start, 9));
     EXPECT_EQ(diary.StatusOf(Start), "Bleeding. ");
-    EXPECT_EQ(diary.StatusOf(Later(Start, 9)), "Bleeding. ");  // recorded, though it is today
+    EXPECT_EQ(diary.StatusOf(Later(Start, 9)), "Bleeding. ");  // today, but recorded
 }
 
 TEST(DayStatus, CycleMarksReplaceTheBleedingMarks) {
@@ -41,14 +41,14 @@ TEST(DayStatus, CycleMarksReplaceTheBleedingMarks) {
     EXPECT_EQ(diary.StatusOf(Later(Start, 4)), "Period end. ");
     EXPECT_EQ(diary.StatusOf(Later(Start, 28)), "Cycle start. Period len 5. Cycle len 30. ");
     EXPECT_EQ(diary.StatusOf(Later(Start, 32)), "Period end. ");
-    // An invalid cycle's period and the open one's are just bleedings.
+    // The periods of the invalid cycle and of the open one keep the bleeding marks.
     EXPECT_EQ(diary.StatusOf(Later(Start, 58)), "Bleeding 1st day. ");
     EXPECT_EQ(diary.StatusOf(Later(Start, 62)), "Bleeding end. ");
     EXPECT_EQ(diary.StatusOf(last), "Bleeding 1st day. ");
     EXPECT_EQ(diary.StatusOf(Later(last, 4)), "Bleeding end. ");
 }
 
-TEST(DayStatus, PastOvulationAndFertileDays) {
+TEST(DayStatus, PastCyclesShowOvulationAndTheEndsOfTheFertileDays) {
     Diary diary;
     diary.BleedCycles(Start, {28, 29});
     diary.Predict(Later(Start, 100));
@@ -62,11 +62,12 @@ TEST(DayStatus, PastOvulationAndFertileDays) {
     EXPECT_EQ(diary.StatusOf(Later(Start, 28 + 17)), "Last day pregnancy possible. ");
 }
 
-TEST(DayStatus, ComingDaysArePossible) {
+TEST(DayStatus, ComingDaysAreMarkedPossible) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28});
     diary.Predict(Later(last, 14));
-    EXPECT_EQ(diary.StatusOf(Later(last, 14)), "Ovulation possible. ");  // today is not past
+    EXPECT_EQ(diary.StatusOf(Later(last, 14)),
+              "Ovulation possible. ");  // today counts as a coming day
     EXPECT_EQ(diary.StatusOf(Later(last, 13)), "1st day pregnancy possible. ");
     EXPECT_EQ(diary.StatusOf(Later(last, 28)), "1st day bleeding possible. ");
     EXPECT_EQ(diary.StatusOf(Later(last, 32)), "Last day bleeding possible. ");
@@ -75,17 +76,18 @@ TEST(DayStatus, ComingDaysArePossible) {
     EXPECT_EQ(diary.StatusOf(Later(last, 14)), "Ovulation. ");
 }
 
-TEST(DayStatus, StretchesOfPossibleOvulation) {
+TEST(DayStatus, PossibleStretchesHaveFirstAndLastDay) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {29, 29, 29, 29}, "1010");
     diary.Predict(Later(last, 10));
     EXPECT_EQ(diary.StatusOf(Later(last, 14)), "1st day ovulation possible. ");
     EXPECT_EQ(diary.StatusOf(Later(last, 15)), "Last day ovulation possible. ");
     EXPECT_EQ(diary.StatusOf(Later(last, 29)), "1st day bleeding possible. ");
-    EXPECT_EQ(diary.StatusOf(Later(last, 31)), "Last day bleeding possible. ");  // gap of 2
+    EXPECT_EQ(diary.StatusOf(Later(last, 31)),
+              "Last day bleeding possible. ");  // two days apart make one stretch
 }
 
-TEST(DayStatus, PredictedStretchThatStartsToday) {
+TEST(DayStatus, BleedingPredictedForTodayIsPossibleUntilItIsRecorded) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28});
     diary.Predict(Later(last, 28));
@@ -97,7 +99,7 @@ TEST(DayStatus, PredictedStretchThatStartsToday) {
     EXPECT_EQ(diary.StatusOf(Later(last, 32)), "Last day bleeding possible. ");
 }
 
-TEST(DayStatus, TodayAtTheEndOfABleeding) {
+TEST(DayStatus, BleedingRecordedUpToTodayEndsToday) {
     Diary diary;
     diary.Bleed(Start, "332");
     diary.Predict(Later(Start, 2));
@@ -111,7 +113,7 @@ struct AlertCase {
     const char* text;
 };
 
-TEST(DayStatus, AlertsByTheDaysSinceTheLastStart) {
+TEST(DayStatus, AlertsFollowTheDaysSinceTheLastStart) {
     constexpr std::uint32_t Doctor = DAY_MAY_BE_PREGNANT | DAY_SEE_DOCTOR;
     constexpr AlertCase Cases[] = {
         {"as long as the longest", 30, 0, ""},
@@ -134,14 +136,14 @@ TEST(DayStatus, AlertsByTheDaysSinceTheLastStart) {
     }
 }
 
-TEST(DayStatus, NoAlertWithoutAValidCycle) {
+TEST(DayStatus, AlertsNeedAValidCycle) {
     Diary diary;
     diary.Bleed(Start, "33211");
     diary.Predict(Later(Start, 40));
     EXPECT_EQ(FlagsOf(diary, Later(Start, 40)), 0U);
 }
 
-TEST(DayStatus, NeverSetBitsAreNeverSet) {
+TEST(DayStatus, BitsWithoutAUseStayClear) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 29, 30, 27, 40, 21});
     diary.Predict(Later(last, 31));
@@ -157,7 +159,7 @@ TEST(DayStatus, NeverSetBitsAreNeverSet) {
 TEST(SetDayFlags, ClearsThenSets) {
     CyclePredictor state;
     const DateKey date = MakeDateKey(2024, 5, 6);
-    SetDayFlags(state, 0x9, 0x1, date);  // no entry yet: clearing plays no part
+    SetDayFlags(state, 0x9, 0x1, date);  // a new entry has nothing to clear
     EXPECT_EQ(state.dayFlags.At(0).flags, 0x9U);
     SetDayFlags(state, 0x18, 0x9, date);
     EXPECT_EQ(state.dayFlags.At(0).flags, 0x18U);
@@ -253,7 +255,7 @@ struct PlaceholderCase {
     bool succeeds;
 };
 
-TEST(NumberPlaceholders, RewritesInserts) {
+TEST(NumberPlaceholders, NumbersEachConversion) {
     const PlaceholderCase cases[] = {
         {"empty", TEXT(""), "", true},
         {"none", TEXT("Period end. "), "Period end. ", true},
@@ -274,7 +276,7 @@ TEST(NumberPlaceholders, RewritesInserts) {
     }
 }
 
-TEST(NumberPlaceholders, ResultIsCut) {
+TEST(NumberPlaceholders, CutsTheResultToItsBuffer) {
     WCHAR target[8];
     target[7] = 'x';
     EXPECT_TRUE(NumberPlaceholders(TEXT("ab%dcd"), target, 7));

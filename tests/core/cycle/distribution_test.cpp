@@ -30,11 +30,11 @@ TEST(LengthShares, ReciprocalIsRoundedFirst) {
     EXPECT_EQ(shares[0], Reciprocal);
     EXPECT_EQ(shares[15], Reciprocal * 2.0F);
     EXPECT_EQ(shares[7], Reciprocal * 38.0F);
-    EXPECT_NE(shares[7], 38.0F / 41.0F);  // a division would have been another number
+    EXPECT_NE(shares[7], 38.0F / 41.0F);  // a direct division rounds differently
     EXPECT_EQ(shares[6], 0);
 }
 
-TEST(PredictStarts, UnconditionedUpToDay21) {
+TEST(PredictStarts, KeepsTheSharesUnconditionedUpToDay21) {
     const LengthShares shares = MeasureLengthShares(CyclesOfLengths({21, 28}));
     HorizonValues starts{};
     ASSERT_TRUE(PredictStarts(shares, 21, starts));
@@ -84,7 +84,7 @@ TEST(OvulationOffsets, ShortestAndLongestCycleReachTheEnds) {
     shares[15] = 0.5F;
     const OvulationOffsets offsets = MeasureOvulationOffsets(shares);
     const OvulationOffsets expected = {0, 0, 0.25F, 0.25F, 0, 0, 0, 0, 0, 0, 0.5F, 0, 0};
-    EXPECT_EQ(offsets, expected);  // days 10 and 11, and day 18
+    EXPECT_EQ(offsets, expected);  // offset 0 is day 8: days 10 and 11, and day 18
 }
 
 TEST(PredictOvulation, LastStartCountsAsCertain) {
@@ -104,7 +104,7 @@ TEST(PredictOvulation, LastStartCountsAsCertain) {
     EXPECT_EQ(starts[0], 0);
 }
 
-TEST(PredictPregnancy, FertileDaysAroundAnOvulation) {
+TEST(PredictPregnancy, WeighsTheDaysAroundAnOvulation) {
     HorizonValues ovulation{};
     ovulation[10] = 1.0F;
     ovulation[364] = 0.5F;
@@ -121,7 +121,7 @@ TEST(PredictPregnancy, FertileDaysAroundAnOvulation) {
 
 // ---- The worked example ----
 
-/// The diary of the worked example in docs/predictions.md, and all that is computed from it.
+/// The diary of the worked example in docs/predictions.md, and each value computed from it.
 struct WorkedExample {
     WorkedExample() {
         constexpr std::int32_t Lengths[] = {26, 28, 27, 29, 28};
@@ -173,7 +173,7 @@ TEST(WorkedExample, EveryBitIsThatOfTheIndependentCalculation) {
     EXPECT_EQ(digest, 0x4301'0E91'6B6D'1200U);  // printed by worked_example.py
 }
 
-TEST(WorkedExample, ChosenValuesToTheBit) {
+TEST(WorkedExample, ChosenValuesAreRightToTheBit) {
     const WorkedExample example;
     struct Value {
         const char* label;
@@ -223,7 +223,7 @@ TEST(WorkedExample, DocumentShowsTheProgramsNumbers) {
         EXPECT_EQ(cells[2], example.bleedingByDay[index]);
         EXPECT_EQ(cells[3], example.ovulation[index]);
         EXPECT_EQ(cells[4], example.pregnancy[index]);
-        // What the diary shows of it: values of a hundredth and more.
+        // Values below 0.01 are not stored, so the diary shows 0 for them.
         const auto shown = [](float value) { return value >= 0.01F ? value : 0.0F; };
         EXPECT_EQ(GetBleedingLevel(example.diary.data, date), shown(cells[1]));
         EXPECT_EQ(GetPeriodProbability(example.diary.data, date), shown(cells[2]));

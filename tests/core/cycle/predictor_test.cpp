@@ -25,7 +25,7 @@ TEST(Periods, GapOfThreeDaysStartsNewPeriod) {
     diary.Bleed(Start, "11").Bleed(Later(Start, 4), "11").Bleed(Later(Start, 30), "11");
     diary.Predict(Later(Start, 33));
     EXPECT_EQ(diary.ValidCycles(), (Cycles{{2, 26}}));
-    EXPECT_EQ(diary.data.predictor.invalidCycles, 2);  // 4 days, and the open one
+    EXPECT_EQ(diary.data.predictor.invalidCycles, 2);  // the cycle of 4 days, and the open one
     EXPECT_EQ(diary.data.predictor.discardedPeriods, 0);
 }
 
@@ -36,7 +36,7 @@ TEST(Periods, SingleDayYesterdayIsKept) {
     EXPECT_EQ(diary.ValidCycles(), (Cycles{{3, 28}}));
     EXPECT_EQ(diary.data.predictor.discardedPeriods, 0);
     EXPECT_EQ(IsBleedingDayCounted(diary.data, Later(Start, 28)), 1);
-    // It does not count as a start, though: it may yet turn out to be no period.
+    // A single day is no valid period start yet: it may turn out to be no period.
     EXPECT_EQ(IsSameDay(diary.data.LastValidPeriodStart(), Start), 1);
 }
 
@@ -55,7 +55,7 @@ TEST(Periods, DiscardedOpenPeriodMakesTheCycleBeforeItTooLong) {
     Diary diary;
     diary.Bleed(Start, "221").Bleed(Later(Start, 28), "1");
     diary.Predict(Later(Start, 30));
-    EXPECT_EQ(diary.ValidCycles(), Cycles{});  // 28 + 37 days
+    EXPECT_EQ(diary.ValidCycles(), Cycles{});  // the one left has 28 + 37 days
     EXPECT_EQ(diary.data.predictor.discardedPeriods, 1);
     EXPECT_EQ(diary.data.predictor.invalidCycles, 1);
 }
@@ -129,7 +129,7 @@ TEST(Periods, FirstRecordAfterTodayMeansNothingIsKnown) {
 
 // ---- Warnings ----
 
-TEST(PredictionWarning, EmptyDiary) {
+TEST(PredictionWarning, EmptyDiaryHasNoStatisticalData) {
     Diary diary;
     EXPECT_EQ(diary.Predict(Start), "No statistical data. ");
     EXPECT_TRUE(diary.data.predictor.predictionUpToDate);
@@ -142,7 +142,7 @@ struct WarningCase {
     const char* warning;
 };
 
-TEST(PredictionWarning, ByCyclesAndDay) {
+TEST(PredictionWarning, FollowsTheCyclesAndTheDay) {
     const WarningCase cases[] = {
         {"four cycles", {28, 27, 29, 30}, 5, ""},
         {"three cycles", {28, 27, 29}, 5, "Too few valid cycles for stable prediction. "},
@@ -209,13 +209,13 @@ TEST(PredictionWarning, IsNotPostedWithoutBeingAskedFor) {
     EXPECT_TRUE(diary.data.predictor.predictionUpToDate);
 }
 
-TEST(PredictionWarning, NobodyNeedsToListen) {
+TEST(PredictionWarning, IsDroppedWithoutASink) {
     Diary diary;
     diary.data.predictor.warningSink = nullptr;
     EXPECT_EQ(diary.Predict(Start), "");
 }
 
-TEST(PredictionWarning, OneBoxAnHour) {
+TEST(PredictionWarning, IsShownOnceAnHourAtMost) {
     struct Turn {
         const char* label;
         DWORD tick;
@@ -237,7 +237,7 @@ TEST(PredictionWarning, OneBoxAnHour) {
     }
 }
 
-// ---- When it is computed ----
+// ---- When a prediction is computed ----
 
 TEST(UpdatePrediction, ReturnsAtOnceWhileNothingChanged) {
     Diary diary;
@@ -370,8 +370,6 @@ TEST(DayLists, PredictionCoversAYearFromTheLastStart) {
                   k % 28 == 14 && k < 365 ? 1.0F : 0.0F)
             << k;
     }
-    // The ovulation of the running cycle lies before the last day of its prediction, too.
-    EXPECT_EQ(GetOvulationProbability(diary.data, Later(last, 14)), 1.0F);
 }
 
 TEST(DayLists, RecordedTodayGoesBeforeItsPrediction) {
@@ -386,11 +384,11 @@ TEST(DayLists, RecordedTodayGoesBeforeItsPrediction) {
 TEST(DayLists, EndedCycleGoesBeforeThePredictionOfItsOvulation) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 30, 28, 30});
-    diary.Bleed(Later(last, 26), "1");  // today: kept, and ends a cycle of 26 days
+    diary.Bleed(Later(last, 26), "1");  // today, so kept: ends a cycle of 26 days
     diary.Predict(Later(last, 26));
     EXPECT_EQ(diary.ValidCycles().back().second, 26);
     EXPECT_EQ(GetOvulationProbability(diary.data, Later(last, 13)), 1.0F);
-    // What the ended cycle says nothing of keeps its prediction.
+    // A day on which the ended cycle has no ovulation keeps its predicted value.
     EXPECT_GT(GetOvulationProbability(diary.data, Later(last, 15)), 0.3F);
     EXPECT_LT(GetOvulationProbability(diary.data, Later(last, 15)), 0.5F);
 }
@@ -401,7 +399,7 @@ TEST(DayLists, ValuesUnderAHundredthLeaveNoEntry) {
     lengths[50] = 33;
     const SYSTEMTIME last = diary.BleedCycles(Start, lengths, "11");
     diary.Predict(Later(last, 3));
-    EXPECT_EQ(GetPeriodProbability(diary.data, Later(last, 33)), 0.01F);  // one in a hundred
+    EXPECT_EQ(GetPeriodProbability(diary.data, Later(last, 33)), 0.01F);  // one cycle in a hundred
     lengths.push_back(28);
     Diary longer;
     const SYSTEMTIME end = longer.BleedCycles(Start, lengths, "11");
@@ -411,10 +409,10 @@ TEST(DayLists, ValuesUnderAHundredthLeaveNoEntry) {
 
 TEST(DayLists, ProfileCountsBleedingOfDiscardedPeriods) {
     Diary diary;
-    // Bleeding on days 0 and 1 and, apart from that period, on day 5.
+    // Bleeding on days 0 and 1 and, as a period of its own, on day 5.
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28}, "220001");
     diary.Predict(Later(last, 6));
-    EXPECT_EQ(diary.data.predictor.discardedPeriods, 4);  // today's neighbour may still go on
+    EXPECT_EQ(diary.data.predictor.discardedPeriods, 4);  // the fifth was yesterday, and may go on
     EXPECT_EQ(diary.ValidCycles(), (Cycles{{2, 28}, {2, 28}, {2, 28}, {2, 28}}));
     EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 28)), 2.0F);
     EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 33)), 1.0F);
@@ -431,7 +429,7 @@ TEST(DayLists, LevelsAreSigned) {
     const SYSTEMTIME last = Later(start, -28);
     diary.Predict(Later(last, 2));
     EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 28)), 1.0F);
-    EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 29)), 0.0F);  // -1 is less than 0.01
+    EXPECT_EQ(GetBleedingLevel(diary.data, Later(last, 29)), 0.0F);  // its mean of -1 is below 0.01
     EXPECT_EQ(GetPeriodProbability(diary.data, Later(last, 29)), 1.0F);
 }
 

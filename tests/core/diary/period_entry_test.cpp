@@ -113,7 +113,8 @@ TEST_F(PeriodEntryTest, TheOtherValuesMoveAlong) {
     EXPECT_EQ(entry.GetBleeding(), BleedingHeavy);
 }
 
-/// Notes the calls it gets and can refuse.
+/// Appends each call to a log that listeners share, as its name and a letter: lower case for a
+/// question, upper case for a notification. Can refuse changes.
 class NotingListener : public PeriodEntryListener {
   public:
     NotingListener(char ownName, std::string& log) : name(ownName), calls(log) {}
@@ -151,7 +152,7 @@ TEST(PeriodEntryListeners, AreAllAskedInOrderAndOneRefusalIsEnough) {
     NotingListener b('b', calls);
     EXPECT_EQ(entry.AddListener(a), 1);
     EXPECT_EQ(entry.AddListener(b), 1);
-    EXPECT_EQ(entry.AddListener(a), 1);  // is there already
+    EXPECT_EQ(entry.AddListener(a), 1);  // added already: nothing to do
     a.refuses = true;
     EXPECT_EQ(entry.SetStartDate(Day(2006, 3, 1), false), 0);
     EXPECT_EQ(calls, "as bs ");

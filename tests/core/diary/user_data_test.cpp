@@ -12,12 +12,12 @@
 
 namespace {
 
-/// How often memory may still grow; any number of times when negative.
+/// How many more calls of realloc succeed; negative for all.
 int growthsLeft = -1;
 
 }  // namespace
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the linker's names for a call that is stood in for.
+// NOLINTBEGIN(bugprone-reserved-identifier): the linker's names for a wrapped function.
 extern "C" void* __real_realloc(void* block, std::size_t bytes);
 extern "C" void* __wrap_realloc(void* block, std::size_t bytes) {
     if (growthsLeft == 0) {
@@ -31,7 +31,8 @@ extern "C" void* __wrap_realloc(void* block, std::size_t bytes) {
 namespace lunara::test {
 namespace {
 
-/// Writes down every call in the order of the calls, under its own name.
+/// Appends every call to a log, which several observers may share, behind the observer's name. Can
+/// refuse changes.
 class RecordingObserver : public DataObserver {
   public:
     RecordingObserver(std::string ownName, std::vector<std::string>& log)
@@ -315,7 +316,7 @@ TEST_F(UserDataTest, WeightsFromOneHundredthOnAreStored) {
 
 // ---- Without memory ----
 
-/// No list can grow until the end of the scope.
+/// No realloc succeeds until the end of the scope.
 class NoMemoryScope {
   public:
     NoMemoryScope() { growthsLeft = 0; }
@@ -333,7 +334,7 @@ TEST_F(UserDataTest, NoteThatCannotBeStoredLeavesTheOldOne) {
         const NoMemoryScope noMemory;
         EXPECT_EQ(data.SetNoteText(longText.c_str()), 0);
     }
-    EXPECT_EQ(calls.size(), 1U);  // asked, not told
+    EXPECT_EQ(calls.size(), 1U);  // the question, and no notification
     EXPECT_FALSE(data.notePages.dirty);
     EXPECT_EQ(data.notePages.Count(), 1);
     const std::unique_ptr<WCHAR[]> text(data.GetNoteText());

@@ -32,7 +32,7 @@ TEST(DiaryStatusMask, FollowsTheItemsShown) {
         {"bleeding", 2, 0x01E001FF},
         {"period", 4, 0x01E001FF},
         {"bleeding and period", 6, 0x01E001FF},
-        // Without the bits 0 to 10: those of a past ovulation's beginning (9, 10) are missing, too.
+        // Lacks bits 0 to 10, and among them past ovulation and its first day (9, 10).
         {"ovulation alone", 8, 0x01E07800},
         {"ovulation and notes", 9, 0x01E07800},
         {"ovulation and period", 12, 0x01E07FFF},
@@ -40,7 +40,7 @@ TEST(DiaryStatusMask, FollowsTheItemsShown) {
         {"ovulation, bleeding and period", 14, 0x01E07FFF},
         {"pregnancy", 16, 0x01FF1000},
         {"pregnancy and period", 20, 0x01FF11FF},
-        // Bit 12 is in both parts: united, not summed.
+        // Bit 12 belongs to both items: their masks are ORed, not added.
         {"pregnancy and ovulation", 24, 0x01FF7800},
         {"everything", 31, 0x01FF7FFF},
     };
@@ -105,7 +105,7 @@ TEST_F(DiaryRowTest, NoteCellShowsMarksAndText) {
     EXPECT_EQ(Cell(DiaryShowNotes, yesterday).overlay, NoPicture);
 }
 
-// Other bits of the stored flags are of no account.
+// Only bits 0 and 1 of the stored flags have a meaning.
 TEST_F(DiaryRowTest, NoteCellLooksAtItsTwoBitsOnly) {
     data.SetNoteFlags(4 | NoteFlagCramps, &today);
     EXPECT_EQ(Cell(DiaryShowNotes, today).color, RGB(255, 128, 128));
@@ -186,13 +186,13 @@ TEST_F(DiaryRowTest, TextIsTheDateAndTheStatus) {
 
 TEST_F(DiaryRowTest, DayWithoutStatusShowsNoDateEither) {
     EXPECT_EQ(ToUtf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data()), "");
-    // A status that goes with an item which is not shown.
+    // Cycle start belongs to bleeding and period, neither of which is shown here.
     SetDayFlags(data.predictor, DAY_CYCLE_START, 0, ToDateKey(yesterday));
     EXPECT_EQ(ToUtf8(FillDiaryRow(data, DiaryShowOvulation, yesterday, today).text.data()), "");
 }
 
 TEST_F(DiaryRowTest, LongTextsAreCutToTheRow) {
-    // A status of 125 units fits by itself, with the date before it only in part.
+    // The status of 125 UTF-16 units fits the row's 127 alone, but not behind the date.
     SetDayFlags(data.predictor,
                 DAY_PERIOD_END | DAY_OVULATION_POSSIBLE_LAST | DAY_PREGNANCY_POSSIBLE_FIRST |
                     DAY_PREGNANCY_POSSIBLE_LAST | DAY_PREGNANCY_HIGHLY_PROBABLE,
