@@ -1,14 +1,14 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 class Check : public CompanionTest {};
 
 constexpr DateKey Day = MakeDateKey(2006, 1, 2);
 
-TEST_F(Check, OneLineForEachFileInLoadOrder) {
+TEST_F(Check, PrintsOneLineForEachFileInLoadOrder) {
     PutInDiary("Temperature.dat", DayFile({{Day, 9800}, {Day + 1, 9810}}));
     PutInDiary("Bleeding.dat", DayFile({{Day, 3}}));
     PutInDiary("Notes.dat", DayFile({}));
@@ -25,10 +25,10 @@ TEST_F(Check, OneLineForEachFileInLoadOrder) {
 TEST_F(Check, EmptyFolderIsAnEmptyDiary) {
     std::filesystem::create_directory(root / "diary");
     EXPECT_EQ(RunCli({"check", Diary()}).code, ExitDone);
-    EXPECT_EQ(Export(), Header);
+    EXPECT_EQ(ExportCsv(), Header);
 }
 
-TEST_F(Check, FolderThatDoesNotExistIsSaidSo) {
+TEST_F(Check, FolderThatDoesNotExistIsReported) {
     const std::string file = Beside("file", "");
     const std::vector<std::string> commands[] = {
         {"check"}, {"predict"}, {"predict", "--json"}, {"export", "--csv", "-"}};
@@ -46,7 +46,7 @@ TEST_F(Check, FolderThatDoesNotExistIsSaidSo) {
 }
 
 TEST_F(Check, FolderWithATooLongPathIsRefused) {
-    // Cut paths would make one file of all four.
+    // Paths cut at the limit would name one file for all four data files.
     const std::string longName(250, 'd');
     const std::string folder = Utf8(root / longName);
     for (const char* command : {"import", "sample"}) {
@@ -133,4 +133,4 @@ TEST_F(Check, StopsAtTheFirstBadFile) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

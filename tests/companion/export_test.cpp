@@ -5,42 +5,42 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 class Export : public CompanionTest {};
 
 constexpr DateKey Day = MakeDateKey(2006, 1, 2);
 
-TEST_F(Export, OneRowForEveryDayWithARecordInDateOrder) {
+TEST_F(Export, WritesOneRowForEveryDayWithARecordInDateOrder) {
     PutInDiary("Bleeding.dat", DayFile({{Day, 3}, {Day + 3, 1}}));
     PutInDiary("Temperature.dat", DayFile({{Day + 1, 9860}, {Day + 3, 9700}}));
     PutInDiary("Notes.dat", DayFile({{Day + 2, 1}, {Day + 3, 2}, {Day + 4, 3}}));
     PutInDiary("NotePages.dat", PageFile({Page(Day + 5, "later"), Page(Day, "a, \"b\"")}));
-    EXPECT_EQ(CompanionTest::Export(), std::string(Header) +
-                                           "2006-01-02,3,,,,\"a, \"\"b\"\"\"\r\n"
-                                           "2006-01-03,,98.60,,,\r\n"
-                                           "2006-01-04,,,1,,\r\n"
-                                           "2006-01-05,1,97.00,,1,\r\n"
-                                           "2006-01-06,,,1,1,\r\n"
-                                           "2006-01-07,,,,,later\r\n");
+    EXPECT_EQ(ExportCsv(), std::string(Header) +
+                               "2006-01-02,3,,,,\"a, \"\"b\"\"\"\r\n"
+                               "2006-01-03,,98.60,,,\r\n"
+                               "2006-01-04,,,1,,\r\n"
+                               "2006-01-05,1,97.00,,1,\r\n"
+                               "2006-01-06,,,1,1,\r\n"
+                               "2006-01-07,,,,,later\r\n");
 }
 
 TEST_F(Export, StoredValuesAreWrittenAsTheyAre) {
     PutInDiary("Bleeding.dat", DayFile({{Day, 0}, {Day + 1, -1}, {Day + 2, 2147483647}}));
     PutInDiary("Temperature.dat", DayFile({{Day, NoTemperature}, {Day + 1, -5}}));
     PutInDiary("Notes.dat", DayFile({{Day + 3, 0}, {Day + 4, 7}}));
-    EXPECT_EQ(CompanionTest::Export(), std::string(Header) +
-                                           "2006-01-02,0,97.50,,,\r\n"
-                                           "2006-01-03,-1,-0.05,,,\r\n"
-                                           "2006-01-04,2147483647,,,,\r\n"
-                                           "2006-01-05,,,,,\r\n"
-                                           "2006-01-06,,,1,1,\r\n");
+    EXPECT_EQ(ExportCsv(), std::string(Header) +
+                               "2006-01-02,0,97.50,,,\r\n"
+                               "2006-01-03,-1,-0.05,,,\r\n"
+                               "2006-01-04,2147483647,,,,\r\n"
+                               "2006-01-05,,,,,\r\n"
+                               "2006-01-06,,,1,1,\r\n");
 }
 
 TEST_F(Export, ImpossibleStoredDateIsWrittenAsItIs) {
     PutInDiary("Bleeding.dat", DayFile({{MakeDateKey(2006, 2, 31), 2}}));
-    EXPECT_EQ(CompanionTest::Export(), std::string(Header) + "2006-02-31,2,,,,\r\n");
+    EXPECT_EQ(ExportCsv(), std::string(Header) + "2006-02-31,2,,,,\r\n");
 }
 
 TEST_F(Export, NoteOfSeveralPagesIsOneText) {
@@ -48,11 +48,11 @@ TEST_F(Export, NoteOfSeveralPagesIsOneText) {
     PutInDiary("NotePages.dat",
                PageFile({Page(Day, full), Page(Day, "end"), Page(Day + 1, full), Page(Day + 1, ""),
                          Page(Day + 2, full), Page(Day, "again")}));
-    // The last unit of a day's last page is a terminator, whatever stands there; and pages of a day
-    // that stand apart from its first ones are not its note.
-    EXPECT_EQ(CompanionTest::Export(), std::string(Header) + "2006-01-02,,,,," + full + "end\r\n" +
-                                           "2006-01-03,,,,," + full + "\r\n" + "2006-01-04,,,,," +
-                                           full.substr(1) + "\r\n");
+    // The last unit of a day's last page reads as the terminator, whatever it holds. Pages of a day
+    // that do not follow its first ones directly are not part of its note.
+    EXPECT_EQ(ExportCsv(), std::string(Header) + "2006-01-02,,,,," + full + "end\r\n" +
+                               "2006-01-03,,,,," + full + "\r\n" + "2006-01-04,,,,," +
+                               full.substr(1) + "\r\n");
 }
 
 TEST_F(Export, FileIsReplacedWhole) {
@@ -140,7 +140,7 @@ TEST_F(Export, FilesBesideTheTargetStay) {
     EXPECT_EQ(Snapshot().size(), 5U);
 }
 
-/// Numbers as some countries write them.
+/// Numbers with a decimal comma and a point between thousands.
 class CommaNumbers : public std::numpunct<char> {
   protected:
     char do_decimal_point() const override { return ','; }
@@ -148,10 +148,11 @@ class CommaNumbers : public std::numpunct<char> {
     std::string do_grouping() const override { return "\3"; }
 };
 
+/// Makes such numbers the global locale until the end of the scope.
 class LocaleScope {
   public:
     LocaleScope() : before(std::locale::global(std::locale(std::locale(), new CommaNumbers))) {
-        std::setlocale(LC_ALL, "de_DE.UTF-8");  // where the system has it
+        std::setlocale(LC_ALL, "de_DE.UTF-8");  // no effect where the system lacks it
     }
     LocaleScope(const LocaleScope&) = delete;
     LocaleScope& operator=(const LocaleScope&) = delete;
@@ -167,16 +168,16 @@ class LocaleScope {
 TEST_F(Export, LocaleChangesNothing) {
     const LocaleScope locale;
     const std::string csv = std::string(Header) + "2006-01-02,123456,98.65,,,\r\n";
-    const Outcome import = Import(csv);
+    const Outcome import = ImportCsv(csv);
     EXPECT_EQ(import.code, ExitDone) << import.err;
-    EXPECT_EQ(CompanionTest::Export(), csv);
+    EXPECT_EQ(ExportCsv(), csv);
     const Outcome json = RunCli({"predict", Diary(), "--json", "--today", "2006-01-02"});
     EXPECT_NE(json.out.find("\"bleedingLevel\": 123456.0"), std::string::npos) << json.out;
     const Outcome table = RunCli({"predict", Diary(), "--today", "2006-01-02"});
     EXPECT_NE(table.out.find(" 123456.00 "), std::string::npos) << table.out;
-    const Outcome bad = Import("date\n" + std::string(1233, '\n') + "x\n");
+    const Outcome bad = ImportCsv("date\n" + std::string(1233, '\n') + "x\n");
     EXPECT_NE(bad.err.find("line 1235, column 1"), std::string::npos) << bad.err;
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

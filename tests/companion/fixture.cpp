@@ -1,14 +1,12 @@
 #include "tests/companion/fixture.h"
 
-#include <chrono>
-#include <cstring>
 #include <fstream>
 #include <sstream>
 
 #include "platform/arguments.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 constexpr std::string_view FileHeader("LU\x01\x00", 4);
@@ -20,16 +18,6 @@ std::string FileOf(std::initializer_list<Record> records) {
         bytes.append(reinterpret_cast<const char*>(&record), sizeof record);
     }
     return bytes;
-}
-
-std::filesystem::path NewFolder() {
-    static int number = 0;
-    const auto ticks = std::chrono::steady_clock::now().time_since_epoch().count();
-    std::filesystem::path folder =
-        std::filesystem::temp_directory_path() /
-        ("lunara-companion-" + std::to_string(ticks) + "-" + std::to_string(++number));
-    std::filesystem::create_directories(folder);
-    return folder;
 }
 
 }  // namespace
@@ -76,13 +64,6 @@ NotePage Page(DateKey date, const std::string& text) {
     return page;
 }
 
-CompanionTest::CompanionTest() : root(NewFolder()) {}
-
-CompanionTest::~CompanionTest() {
-    std::error_code ignored;
-    std::filesystem::remove_all(root, ignored);
-}
-
 std::string CompanionTest::Beside(const std::string& name, const std::string& bytes) const {
     WriteBytes(root / name, bytes);
     return Utf8(root / name);
@@ -93,11 +74,11 @@ void CompanionTest::PutInDiary(const std::string& name, const std::string& bytes
     WriteBytes(InDiary(name), bytes);
 }
 
-Outcome CompanionTest::Import(const std::string& csv) const {
+Outcome CompanionTest::ImportCsv(const std::string& csv) const {
     return RunCli({"import", Diary(), "--csv", "-"}, csv);
 }
 
-std::string CompanionTest::Export() const {
+std::string CompanionTest::ExportCsv() const {
     const Outcome outcome = RunCli({"export", Diary(), "--csv", "-"});
     EXPECT_EQ(outcome.code, ExitDone) << outcome.err;
     return outcome.out;
@@ -115,4 +96,4 @@ std::string Shown(const std::string& folder, const std::string& name) {
     return folder + PathSeparator + name;
 }
 
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

@@ -1,17 +1,17 @@
-#include "storage/replacement_file.h"
 #include "tests/companion/fixture.h"
+#include "tests/support/failing_file_calls.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 class Import : public CompanionTest {
   protected:
-    /// The diary after importing `csv`, without the header.
+    /// Imports `csv` and returns the exported diary without its header line.
     std::string After(const std::string& csv) const {
-        const Outcome outcome = CompanionTest::Import(csv);
+        const Outcome outcome = ImportCsv(csv);
         EXPECT_EQ(outcome.code, ExitDone) << outcome.err;
-        return Export().substr(sizeof Header - 1);
+        return ExportCsv().substr(sizeof Header - 1);
     }
 };
 
@@ -91,7 +91,7 @@ TEST_F(Import, RowsInAnyOrderAreStoredInDateOrder) {
 }
 
 TEST_F(Import, OnlyCollectionsThatChangeAreWritten) {
-    // A version byte that a save would raise shows which file was written.
+    // A save writes the current version byte, so an older one shows that a file was left alone.
     std::string bleeding = DayFile({{Day, 3}});
     std::string temperature = DayFile({{Day, 9800}});
     std::string pages = PageFile({Page(Day, "note")});
@@ -115,69 +115,20 @@ TEST_F(Import, ChangedNoteMovesToTheEndAndOthersKeepTheirOrder) {
               PageFile({Page(Day + 2, "c"), Page(Day + 1, "b"), Page(Day, "new")}));
 }
 
-/// File calls of which one step fails, for the files whose names end in `name`.
-class FailingCalls : public FileCalls {
-  public:
-    enum class Step { Create, Write, Flush, Close, Rename, Remove };
-
-    FailingCalls(Step failingStep, WideView failingName) : step(failingStep), name(failingName) {
-        UseFileCalls(this);
-    }
-    FailingCalls(const FailingCalls&) = delete;
-    FailingCalls& operator=(const FailingCalls&) = delete;
-    ~FailingCalls() override { UseFileCalls(nullptr); }
-
-    HANDLE Create(const WCHAR* path) override {
-        isTarget = (isTarget && staysFull) || WideView(path).ends_with(name);
-        return Fails(Step::Create) ? INVALID_HANDLE_VALUE : FileCalls::Create(path);
-    }
-    BOOL Write(HANDLE file, const void* bytes, DWORD count, DWORD& written) override {
-        return Fails(Step::Write) ? FALSE : FileCalls::Write(file, bytes, count, written);
-    }
-    BOOL Flush(HANDLE file) override { return Fails(Step::Flush) ? FALSE : FileCalls::Flush(file); }
-    BOOL Close(HANDLE file) override {
-        const BOOL closed = FileCalls::Close(file);
-        return Fails(Step::Close) ? FALSE : closed;
-    }
-    BOOL Rename(const WCHAR* from, const WCHAR* to) override {
-        isTarget = WideView(from).ends_with(name);
-        return Fails(Step::Rename) ? FALSE : FileCalls::Rename(from, to);
-    }
-    BOOL Remove(const WCHAR* path) override {
-        const bool fails = step == Step::Remove && WideView(path).ends_with(name);
-        return fails ? FALSE : FileCalls::Remove(path);
-    }
-
-    bool staysFull = false;
-
-  private:
-    bool Fails(Step now) const {
-        if (!isTarget || now != step) {
-            return false;
-        }
-        ::SetLastError(ERROR_DISK_FULL);
-        return true;
-    }
-
-    Step step;
-    WideView name;
-    bool isTarget = false;
-};
-
 TEST_F(Import, SaveThatFailsAtAnyStepPutsEveryFileBack) {
     PutInDiary("Temperature.dat", DayFile({{Day, 9800}}));
     PutInDiary("Bleeding.dat", DayFile({{Day, 1}}));
     PutInDiary("Notes.dat", DayFile({{Day, 1}}));
     const auto before = Snapshot();
-    using Step = FailingCalls::Step;
-    for (const Step step : {Step::Create, Step::Write, Step::Flush, Step::Close, Step::Rename}) {
-        const FailingCalls calls(step, TEXT("NotePages.new"));
-        const Outcome outcome = CompanionTest::Import(
-            "date,bleeding,temperature_f,cramps,note\n2006-01-02,2,97.5,0,note\n");
+    for (const unsigned kind : {CreateCall, WriteCall, FlushCall, CloseCall, RenameCall}) {
+        const FailingFileCalls calls(
+            {.kinds = kind, .pathEnd = TEXT("NotePages.new"), .times = FromThereOn});
+        const Outcome outcome =
+            ImportCsv("date,bleeding,temperature_f,cramps,note\n2006-01-02,2,97.5,0,note\n");
         EXPECT_EQ(outcome.code, ExitData);
         EXPECT_EQ(outcome.err,
                   Shown(Diary(), "NotePages.dat") + ": there is no room left on the disk\n");
-        EXPECT_EQ(Snapshot(), before) << static_cast<int>(step);
+        EXPECT_EQ(Snapshot(), before) << calls.Steps().back();
     }
 }
 
@@ -185,10 +136,11 @@ TEST_F(Import, SaveOnADiskThatIsFullFromThereOnChangesNothing) {
     PutInDiary("Temperature.dat", DayFile({{Day, 9800}}));
     PutInDiary("Bleeding.dat", DayFile({{Day, 1}}));
     const auto before = Snapshot();
-    FailingCalls calls(FailingCalls::Step::Create, TEXT("NotePages.new"));
-    calls.staysFull = true;  // nothing can be created any more, to put files back neither
-    const Outcome outcome =
-        CompanionTest::Import("date,bleeding,temperature_f,note\n2006-01-02,2,99,note\n");
+    const FailingFileCalls calls({.kinds = CreateCall,
+                                  .pathEnd = TEXT("NotePages.new"),
+                                  .times = FromThereOn,
+                                  .spreadsToAllFiles = true});
+    const Outcome outcome = ImportCsv("date,bleeding,temperature_f,note\n2006-01-02,2,99,note\n");
     EXPECT_EQ(outcome.code, ExitData);
     EXPECT_EQ(Snapshot(), before);
 }
@@ -202,15 +154,18 @@ TEST_F(Import, SaveThatWasBrokenOffIsUndoneFirst) {
     EXPECT_EQ(Snapshot().size(), 2U);  // the folder and its file
     PutInDiary("Bleeding.old", DayFile({{Day, 3}}));
     PutInDiary("Save.set", "LUS1.r..");
-    EXPECT_EQ(CompanionTest::Export(), std::string(Header) + "2006-01-02,3,,,,\r\n");
+    EXPECT_EQ(ExportCsv(), std::string(Header) + "2006-01-02,3,,,,\r\n");
 }
 
 TEST_F(Import, FileThatCannotBeDeletedIsNamed) {
     PutInDiary("Temperature.dat", DayFile({{Day, 9800}}));
     PutInDiary("Notes.dat", DayFile({{Day, 1}}));
     const auto before = Snapshot();
-    const FailingCalls calls(FailingCalls::Step::Remove, TEXT("Notes.dat"));
-    const Outcome outcome = CompanionTest::Import("date,temperature_f,cramps\n2006-01-02,99,0\n");
+    const FailingFileCalls calls({.kinds = RemoveCall,
+                                  .pathEnd = TEXT("Notes.dat"),
+                                  .times = FromThereOn,
+                                  .error = ERROR_SUCCESS});
+    const Outcome outcome = ImportCsv("date,temperature_f,cramps\n2006-01-02,99,0\n");
     EXPECT_EQ(outcome.code, ExitData);
     EXPECT_EQ(outcome.err, Shown(Diary(), "Notes.dat") + ": it could not be deleted\n");
     EXPECT_EQ(Snapshot(), before);
@@ -220,7 +175,7 @@ TEST_F(Import, SiblingNameThatIsTakenByAFolderIsASaveThatFails) {
     PutInDiary("Temperature.dat", DayFile({{Day, 9800}}));
     std::filesystem::create_directories(InDiary("Bleeding.new"));
     const auto before = Snapshot();
-    const Outcome outcome = CompanionTest::Import("date,bleeding,temperature_f\n2006-01-02,1,99\n");
+    const Outcome outcome = ImportCsv("date,bleeding,temperature_f\n2006-01-02,1,99\n");
     EXPECT_EQ(outcome.code, ExitData);
     EXPECT_EQ(outcome.err, Shown(Diary(), "Bleeding.dat") + ": access is denied\n");
     EXPECT_EQ(Snapshot(), before);
@@ -260,9 +215,9 @@ TEST_F(Import, WhatOnlyADataFileHoldsIsNotAllKept) {
     PutInDiary("Notes.dat", DayFile({{Day, 0}, {Day + 1, 5}, {Day + 2, 4}}));
     PutInDiary("NotePages.dat", PageFile({Page(Day + 4, "late"), Page(Day, ""), Page(Day + 1, "a"),
                                           Page(Day + 3, "b"), Page(Day + 1, "again")}));
-    const std::string csv = CompanionTest::Export();
+    const std::string csv = ExportCsv();
     std::filesystem::remove_all(root / "diary");
-    ASSERT_EQ(CompanionTest::Import(csv).code, ExitDone);
+    ASSERT_EQ(ImportCsv(csv).code, ExitDone);
     EXPECT_EQ(ReadBytes(InDiary("Bleeding.dat")), DayFile({{Day + 1, 2}}));
     EXPECT_FALSE(std::filesystem::exists(InDiary("Temperature.dat")));
     EXPECT_EQ(ReadBytes(InDiary("Notes.dat")), DayFile({{Day + 1, 1}}));
@@ -274,14 +229,14 @@ TEST_F(Import, BareLineFeedsInANoteBecomeLineEnds) {
     EXPECT_EQ(After("date,note\n2006-01-02,\"\na\n\nb\r\nc\rd\n\"\n"),
               "2006-01-02,,,,,\"\r\na\r\n\r\nb\r\nc\rd\r\n\"\r\n");
     const std::string fits(125, 'n');
-    EXPECT_EQ(CompanionTest::Import("date,note\n2006-01-03,\"\n" + fits + "\"\n").code, ExitDone);
-    const Outcome outcome = CompanionTest::Import("date,note\n2006-01-03,\"\nn" + fits + "\"\n");
+    EXPECT_EQ(ImportCsv("date,note\n2006-01-03,\"\n" + fits + "\"\n").code, ExitDone);
+    const Outcome outcome = ImportCsv("date,note\n2006-01-03,\"\nn" + fits + "\"\n");
     EXPECT_EQ(outcome.code, ExitData);
     EXPECT_NE(outcome.err.find("longer than 127"), std::string::npos) << outcome.err;
 }
 
 TEST_F(Import, ProbableSlipsAreNamedAndTaken) {
-    const Outcome outcome = CompanionTest::Import("date,bleeding\n2006-02-31,33\n");
+    const Outcome outcome = ImportCsv("date,bleeding\n2006-02-31,33\n");
     EXPECT_EQ(outcome.code, ExitDone);
     EXPECT_EQ(outcome.err,
               "-: line 2, column 1: date: the calendar has no such day: \"2006-02-31\"\n"
@@ -291,18 +246,17 @@ TEST_F(Import, ProbableSlipsAreNamedAndTaken) {
 TEST_F(Import, BadCsvChangesNothing) {
     After("date,bleeding\n2006-01-02,3\n");
     const auto before = Snapshot();
-    const Outcome bad = CompanionTest::Import("date,bleeding\n2006-01-02,1\n2006-01-03,much\n");
+    const Outcome bad = ImportCsv("date,bleeding\n2006-01-02,1\n2006-01-03,much\n");
     EXPECT_EQ(bad.code, ExitData);
     EXPECT_EQ(bad.err, "-: line 3, column 2: bleeding: not a bleeding level: \"much\"\n");
-    const Outcome longNote =
-        CompanionTest::Import("date,note\n2006-01-02," + std::string(128, 'n') + "\n");
+    const Outcome longNote = ImportCsv("date,note\n2006-01-02," + std::string(128, 'n') + "\n");
     EXPECT_EQ(longNote.code, ExitData);
     EXPECT_NE(longNote.err.find("line 2, column 2: note: longer than 127"), std::string::npos);
     EXPECT_EQ(Snapshot(), before);
 }
 
 TEST_F(Import, BadCsvCreatesNoFolder) {
-    EXPECT_EQ(CompanionTest::Import("date,foo\n").code, ExitData);
+    EXPECT_EQ(ImportCsv("date,foo\n").code, ExitData);
     EXPECT_EQ(RunCli({"import", Diary(), "--csv", Utf8(root / "no.csv")}).err,
               Utf8(root / "no.csv") + ": The file does not exist\n");
     EXPECT_TRUE(Snapshot().empty());
@@ -321,7 +275,7 @@ TEST_F(Import, FolderThatCannotBeMadeIsNamed) {
 TEST_F(Import, DataFileThatIsAFolderIsRefused) {
     std::filesystem::create_directories(InDiary("Bleeding.dat"));
     const auto before = Snapshot();
-    const Outcome outcome = CompanionTest::Import("date,temperature_f\n2006-01-02,98.6\n");
+    const Outcome outcome = ImportCsv("date,temperature_f\n2006-01-02,98.6\n");
     EXPECT_EQ(outcome.code, ExitData);
     EXPECT_EQ(outcome.err,
               Shown(Diary(), "Bleeding.dat") + ": Data file is corupted or wrong type\n");
@@ -329,4 +283,4 @@ TEST_F(Import, DataFileThatIsAFolderIsRefused) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

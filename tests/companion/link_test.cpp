@@ -1,21 +1,21 @@
-// Symbolic links, where the standard library can make them.
+// Exports through symbolic links. Not built for Windows, whose standard library makes none.
 
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
-class Link : public CompanionTest {};
+class SymbolicLink : public CompanionTest {};
 
 constexpr DateKey Day = MakeDateKey(2006, 1, 2);
 
-TEST_F(Link, IsWrittenThrough) {
+TEST_F(SymbolicLink, IsWrittenThrough) {
     PutInDiary("Bleeding.dat", DayFile({{Day, 3}}));
     std::filesystem::create_directories(root / "elsewhere");
     std::filesystem::create_symlink("second.csv", root / "first.csv");
     std::filesystem::create_symlink(root / "elsewhere" / "out.csv", root / "second.csv");
-    for (int i = 0; i < 2; ++i) {  // to a file that is not there, and to one that is
+    for (int i = 0; i < 2; ++i) {  // onto a missing file, then onto an existing one
         const Outcome outcome = RunCli({"export", Diary(), "--csv", Utf8(root / "first.csv")});
         EXPECT_EQ(outcome.code, ExitDone) << outcome.err;
         EXPECT_TRUE(std::filesystem::is_symlink(root / "first.csv"));
@@ -29,4 +29,4 @@ TEST_F(Link, IsWrittenThrough) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

@@ -4,7 +4,7 @@
 
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 TEST(Options, EveryCommandTakesAFolder) {
@@ -26,7 +26,7 @@ TEST(Options, EveryCommandTakesAFolder) {
     }
 }
 
-TEST(Options, AllOptionsOfPredict) {
+TEST(Options, PredictTakesAllItsOptions) {
     const ParsedOptions parsed =
         ParseOptions({"predict", "--json", "--today", "2004-02-29", "d", "--password-file", "p"});
     ASSERT_TRUE(parsed.options) << parsed.text;
@@ -123,4 +123,4 @@ TEST(Options, HelpIsNoError) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

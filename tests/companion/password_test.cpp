@@ -1,10 +1,10 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
-class Password : public CompanionTest {
+class PasswordFile : public CompanionTest {
   protected:
     Outcome RunWith(std::vector<std::string> arguments, const std::string& passwordBytes,
                     const std::string& input = "") const {
@@ -19,7 +19,7 @@ class Password : public CompanionTest {
     }
 };
 
-TEST_F(Password, DiaryOpensWithTheRightPasswordOnly) {
+TEST_F(PasswordFile, DiaryOpensWithTheRightPasswordOnly) {
     MakeDiary("right\n");
     constexpr std::string_view PlainWord("s\0e\0c\0r\0e\0t", 11);
     EXPECT_EQ(ReadBytes(InDiary("NotePages.dat")).find(PlainWord), std::string::npos);
@@ -49,7 +49,7 @@ struct PasswordPair {
     std::string read;
 };
 
-TEST_F(Password, FilesThatHoldTheSamePassword) {
+TEST_F(PasswordFile, DifferentBytesMayHoldTheSamePassword) {
     const PasswordPair pairs[] = {
         {"LF", "word", "word\n"},
         {"CR LF", "word", "word\r\n"},
@@ -68,7 +68,7 @@ TEST_F(Password, FilesThatHoldTheSamePassword) {
     }
 }
 
-TEST_F(Password, EmptyFileIsTheEmptyPassword) {
+TEST_F(PasswordFile, EmptyFileIsTheEmptyPassword) {
     for (const char* empty : {"", "\n", "\r\n", "\xEF\xBB\xBF\r\n"}) {
         MakeDiary(empty);
         EXPECT_EQ(RunCli({"check", Diary()}).code, ExitDone);
@@ -82,7 +82,7 @@ struct BadPassword {
     const char* reason;
 };
 
-TEST_F(Password, FileThatHoldsNoPasswordIsRefused) {
+TEST_F(PasswordFile, FileThatHoldsNoPasswordIsRefused) {
     const BadPassword bad[] = {
         {"Latin-1", "caf\xE9\n", "the password is not UTF-8"},
         {"cut sequence", "caf\xC3", "the password is not UTF-8"},
@@ -102,7 +102,7 @@ TEST_F(Password, FileThatHoldsNoPasswordIsRefused) {
     }
 }
 
-TEST_F(Password, MissingFileIsRefused) {
+TEST_F(PasswordFile, MissingFileIsRefused) {
     const std::string missing = Utf8(root / "missing");
     const Outcome outcome = RunCli({"sample", Diary(), "--password-file", missing});
     EXPECT_EQ(outcome.code, ExitData);
@@ -111,4 +111,4 @@ TEST_F(Password, MissingFileIsRefused) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

@@ -11,7 +11,7 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -25,7 +25,7 @@ class Predict : public CompanionTest {
         return Json::parse(outcome.out);
     }
 
-    /// Periods of five days that begin on the days, all of level 2.
+    /// Imports periods of five days of level 2 that begin on these days (YYYY-MM-DD).
     void PutPeriods(std::initializer_list<const char*> starts) const {
         std::string csv = "date,bleeding\n";
         for (const char* start : starts) {
@@ -34,7 +34,7 @@ class Predict : public CompanionTest {
                 csv += IsoDate(KeyOfDayNumber(day)) + ",2\n";
             }
         }
-        const Outcome outcome = Import(csv);
+        const Outcome outcome = ImportCsv(csv);
         ASSERT_EQ(outcome.code, ExitDone) << outcome.err;
     }
 };
@@ -118,7 +118,7 @@ TEST_F(Predict, DaysSayOnlyWhatTheyHave) {
     EXPECT_EQ(report["warning"], "Too few valid cycles for stable prediction. ");
 }
 
-/// Digits of a number without leading zeros.
+/// How many significant digits a decimal number has.
 int SignificantDigits(const std::string& number) {
     int digits = 0;
     for (const char character : number.substr(0, number.find('e'))) {
@@ -157,7 +157,7 @@ TEST_F(Predict, NumbersReadBackAsTheVeryFloats) {
             ASSERT_NE(day, nullptr) << date;
             const float read = static_cast<float>(day->at(key).get<double>());
             EXPECT_EQ(std::bit_cast<std::int32_t>(read), record.value) << key << date;
-            // No float needs more than nine digits.
+            // Nine significant digits identify every float.
             EXPECT_LE(SignificantDigits(day->at(key).dump()), 9) << key << date;
         }
     }
@@ -192,7 +192,7 @@ TEST_F(Predict, ValidCyclesAreListedWithoutAPrediction) {
 }
 
 TEST_F(Predict, DiscardedDaysAreMarked) {
-    Import("date,bleeding\n2006-01-02,1\n");
+    ImportCsv("date,bleeding\n2006-01-02,1\n");
     const Json report = PredictJson("2006-01-10");
     EXPECT_EQ(report["discardedPeriods"], 1);
     EXPECT_EQ(report["invalidCycles"], 0);
@@ -274,4 +274,4 @@ TEST_F(Predict, ClockIsGivenBackToTheSystem) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

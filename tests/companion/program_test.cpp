@@ -6,10 +6,11 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
-/// Runs the built program through the system's shell, in the test's folder.
+/// Runs the built program through the system's shell, its standard streams redirected to files in
+/// the test's folder.
 class Program : public CompanionTest {
   protected:
     Outcome RunProgram(const std::string& arguments, const std::string& input = "") {
@@ -24,13 +25,13 @@ class Program : public CompanionTest {
         line.append(" >").append(Quoted(root / "stdout"));
         line.append(" 2>").append(Quoted(root / "stderr"));
         if (std::filesystem::path::preferred_separator != '/') {
-            // The shell of Windows takes a first and a last quote off.
+            // The shell of Windows strips the first and the last quote of a line.
             line.insert(0, 1, '"').push_back('"');
         }
         const int status = std::system(line.c_str());
         Outcome outcome;
         outcome.code =
-            status > 0xFF ? status >> 8 : status;  // POSIX: the code is in the second byte
+            status > 0xFF ? status >> 8 : status;  // POSIX has the exit code in the second byte
         outcome.out = ReadBytes(root / "stdout");
         outcome.err = ReadBytes(root / "stderr");
         return outcome;
@@ -60,11 +61,11 @@ TEST_F(Program, ExitCodesReachTheShell) {
 }
 
 TEST_F(Program, LineEndsPassTheStandardStreamsUnchanged) {
-    // A text stream would double the CR, and end at the control character.
+    // A text stream of Windows would double the CR and end at the control character 0x1A.
     const std::string csv = std::string(Header) + "2006-01-02,3,,,,\"a\rb\x1A\r\nc\"\r\n";
     ASSERT_EQ(RunProgram("import " + InTests("diary") + " --csv -", csv).code, ExitDone);
     EXPECT_EQ(RunProgram("export " + InTests("diary") + " --csv -").out, csv);
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

@@ -7,7 +7,7 @@
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"
 
-namespace lunara::companion_tests {
+namespace lunara::test {
 namespace {
 
 class Sample : public CompanionTest {};
@@ -24,7 +24,7 @@ TEST_F(Sample, GivesAProperPrediction) {
     EXPECT_EQ(json["lastValidPeriodStart"], "2006-11-09");
     EXPECT_EQ(json["cycles"].size(), 26U);
     EXPECT_EQ(json["discardedPeriods"], 0);
-    EXPECT_EQ(json["invalidCycles"], 1);  // the open one
+    EXPECT_EQ(json["invalidCycles"], 1);  // the open cycle
     EXPECT_EQ(json["cycles"][0]["cycleLength"], 29);
     EXPECT_EQ(json["cycles"][25]["cycleLength"], 32);
     EXPECT_GT(json["days"].back()["date"], "2007-10-01");
@@ -44,7 +44,7 @@ TEST_F(Sample, EndsTodayAndBeginsTwoYearsBefore) {
     }
 }
 
-TEST_F(Sample, RecordsAreOnesThatThePersonCouldHaveEntered) {
+TEST_F(Sample, RecordsAreOnesThatTheUserCouldHaveEntered) {
     SYSTEMTIME today{};
     FromDateKey(Today, today);
     UserData data;
@@ -74,7 +74,7 @@ TEST_F(Sample, TemperaturesRiseAfterOvulation) {
     FromDateKey(Today, today);
     UserData data;
     ASSERT_EQ(FillSampleDiary(data, today), 1);
-    // The first cycle: 29 days, ovulation on its 17th.
+    // The first cycle has 29 days and ovulates on its 17th.
     const std::int32_t start = DayNumber(data.Bleeding().At(0).date);
     std::int32_t sums[2] = {};
     std::int32_t counts[2] = {};
@@ -105,12 +105,13 @@ TEST_F(Sample, WithoutTodayItEndsOnTheClocksDay) {
     SetLocalNow(now);
     EXPECT_EQ(RunCli({"sample", Diary()}).code, ExitDone);
     ReleaseClock();
-    EXPECT_NE(Export().find("\r\n2020-02-29,"), std::string::npos);
-    EXPECT_EQ(Export().find("\r\n2020-03-01,"), std::string::npos);
+    EXPECT_NE(ExportCsv().find("\r\n2020-02-29,"), std::string::npos);
+    EXPECT_EQ(ExportCsv().find("\r\n2020-03-01,"), std::string::npos);
 }
 
 TEST_F(Sample, DiaryWhoseSaveWasBrokenOffIsADiary) {
-    PutInDiary("Bleeding.old", "anything");  // moved away, with nothing in its place yet
+    PutInDiary("Bleeding.old",
+               "anything");  // moved away by the save, with no new file in its place
     PutInDiary("Save.set", "LUS1.r..");
     EXPECT_EQ(RunCli({"sample", Diary()}).code, ExitData);
     EXPECT_EQ(ReadBytes(InDiary("Bleeding.dat")), "anything");
@@ -127,7 +128,7 @@ TEST_F(Sample, AnExistingDiaryIsNotTouched) {
         EXPECT_EQ(Snapshot(), before) << name;
         std::filesystem::remove(InDiary(name));
     }
-    EXPECT_EQ(RunCli({"sample", Diary()}).code, ExitDone);  // into the folder that is there
+    EXPECT_EQ(RunCli({"sample", Diary()}).code, ExitDone);  // an existing folder without a diary
 }
 
 TEST_F(Sample, DiaryThatWouldBeginBefore1601IsRefused) {
@@ -146,7 +147,7 @@ TEST_F(Sample, IsEncipheredWithThePassword) {
 
 TEST_F(Sample, SurvivesExportAndImport) {
     ASSERT_EQ(RunCli({"sample", Diary(), "--today", TodayText}).code, ExitDone);
-    const std::string csv = Export();
+    const std::string csv = ExportCsv();
     const std::string copy = Utf8(root / "copy");
     ASSERT_EQ(RunCli({"import", copy, "--csv", "-"}, csv).code, ExitDone);
     EXPECT_EQ(RunCli({"export", copy, "--csv", "-"}).out, csv);
@@ -156,4 +157,4 @@ TEST_F(Sample, SurvivesExportAndImport) {
 }
 
 }  // namespace
-}  // namespace lunara::companion_tests
+}  // namespace lunara::test

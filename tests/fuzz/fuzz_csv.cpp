@@ -6,7 +6,7 @@
 
 #include "exchange/diary_csv.h"
 #include "exchange/import_changes.h"
-#include "tests/user_data_access.h"
+#include "tests/support/user_data_access.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-// The engine beside a plain second writing of the same steps, bit for bit: on the diaries of 80
-// women, and on diaries that nobody keeps.
+// The prediction engine against the plain reference implementation, bit for bit: on the real
+// diaries of 80 women, and on generated diaries full of unlikely dates.
 
 #include <array>
 #include <bit>
@@ -10,7 +10,7 @@
 
 #include "tests/core/cycle/diary_support.h"
 #include "tests/core/cycle/reference_prediction.h"
-#include "tests/user_data_access.h"
+#include "tests/support/user_data_access.h"
 
 namespace lunara::test {
 namespace {
@@ -89,7 +89,7 @@ void ExpectAgreement(Diary& diary, const SYSTEMTIME& today) {
 
 // ---- Digest ----
 
-/// FNV-1a, 64 bits, over everything that a prediction leaves behind.
+/// FNV-1a, 64 bits, over all results of predictions.
 class Digest {
   public:
     void Add(std::uint32_t word) {
@@ -144,8 +144,8 @@ struct RealCycle {
     std::string levels;
 };
 
-/// The cycles of each woman in the order of the file. Fehring et al., Menstrual Cycle Data,
-/// Marquette University, 2012.
+/// The cycles of each woman in the order of the file, under her identifier in it. Source: Fehring
+/// et al., Menstrual Cycle Data, Marquette University, 2012.
 std::map<std::string, std::vector<RealCycle>> ReadRealCycles() {
     std::map<std::string, std::vector<RealCycle>> women;
     std::ifstream file(LUNARA_TEST_DATA "/real-cycles.csv");
@@ -165,8 +165,8 @@ std::map<std::string, std::vector<RealCycle>> ReadRealCycles() {
     return women;
 }
 
-/// Lays the cycles out one after the other. Where the file has no levels for a cycle (one of 809),
-/// nothing is recorded: its period was forgotten.
+/// Records the cycles one after the other and returns their first days. One of the 809 cycles has
+/// no levels in the file: nothing is recorded for it, like a period that was forgotten.
 std::vector<SYSTEMTIME> LayOut(Diary& diary, const std::vector<RealCycle>& cycles) {
     std::vector<SYSTEMTIME> starts;
     SYSTEMTIME start = Day(2003, 11, 17);
@@ -178,8 +178,8 @@ std::vector<SYSTEMTIME> LayOut(Diary& diary, const std::vector<RealCycle>& cycle
     return starts;
 }
 
-/// Calls `visit` with each woman's diary at the start, in the middle and on the last day of each of
-/// her cycles.
+/// Calls `visit` with each woman's diary and the first, a middle and the last day of each of her
+/// cycles as today. Returns how often it did.
 template <typename Visit>
 int ForEachRealDay(Visit visit) {
     int days = 0;
@@ -199,7 +199,7 @@ int ForEachRealDay(Visit visit) {
     return days;
 }
 
-TEST(AgreementTest, RealDiariesOnEveryCyclesFirstMiddleAndLastDay) {
+TEST(PredictionAgreement, HoldsForRealDiariesOnFirstMiddleAndLastDaysOfCycles) {
     const int days = ForEachRealDay([](Diary& diary, const SYSTEMTIME& today) {
         SCOPED_TRACE(std::to_string(ToDateKey(today)));
         ExpectAgreement(diary, today);
@@ -207,20 +207,20 @@ TEST(AgreementTest, RealDiariesOnEveryCyclesFirstMiddleAndLastDay) {
     EXPECT_EQ(days, 3 * 809);
 }
 
-TEST(AgreementTest, EveryTargetComputesTheSameBits) {
+TEST(PredictionAgreement, EveryTargetComputesTheSameBits) {
     Digest digest;
     ForEachRealDay([&digest](Diary& diary, const SYSTEMTIME& today) {
         const std::string warning = diary.Predict(today);
         digest.Add(diary, warning);
     });
-    // Of all bits of all predictions of the 80 diaries, and of all texts. Whoever changes it must
-    // know why the prediction changed.
+    // Covers every bit and every text of all predictions for the 80 diaries. Change it only with a
+    // known reason for the prediction to change.
     EXPECT_EQ(digest.Value(), 0xFE15'EBF6'F982'BA78U);
 }
 
-// ---- Diaries that nobody keeps ----
+// ---- Generated diaries ----
 
-TEST(AgreementTest, RandomDiaries) {
+TEST(PredictionAgreement, HoldsForRandomDiaries) {
     std::mt19937 random(20'240'229);
     const auto upTo = [&random](std::uint32_t most) {
         return static_cast<std::int32_t>(random() % (most + 1));
@@ -245,7 +245,7 @@ TEST(AgreementTest, RandomDiaries) {
     }
 }
 
-TEST(AgreementTest, OneDayPeriodTodayAfterEachLength) {
+TEST(PredictionAgreement, HoldsForAOneDayPeriodAfterEachLength) {
     for (std::int32_t length = 19; length <= 38; ++length) {
         SCOPED_TRACE(length);
         Diary diary;
@@ -256,7 +256,7 @@ TEST(AgreementTest, OneDayPeriodTodayAfterEachLength) {
     }
 }
 
-TEST(AgreementTest, DatesThatDoNotExist) {
+TEST(PredictionAgreement, HoldsForDatesThatDoNotExist) {
     std::mt19937 random(31);
     const auto upTo = [&random](std::uint32_t most) {
         return static_cast<std::uint32_t>(random() % (most + 1));
@@ -268,7 +268,7 @@ TEST(AgreementTest, DatesThatDoNotExist) {
         const unsigned year = Years[upTo(4)];
         const std::uint32_t days = 1 + upTo(30);
         for (std::uint32_t i = 0; i < days; ++i) {
-            // Months 0 and 13 and days 0 and 29 to 33 come often.
+            // Impossible months (0, 13) and days (0, 29 to 33) are frequent.
             const unsigned month = upTo(13);
             const unsigned day = upTo(2) == 0 ? 28 + upTo(5) : upTo(28);
             UserDataTestAccess::Bleeding(diary.data)
@@ -282,7 +282,7 @@ TEST(AgreementTest, DatesThatDoNotExist) {
     }
 }
 
-TEST(AgreementTest, NegativeAndLargeKeys) {
+TEST(PredictionAgreement, HoldsForNegativeAndLargeKeys) {
     for (const DateKey key : {0U, 1U, 0x7FFF'FFFFU, 0x8000'0000U, 0xFFFF'FFFFU, 0x7821'0C1FU}) {
         SCOPED_TRACE(key);
         Diary diary;

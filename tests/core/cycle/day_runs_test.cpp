@@ -9,7 +9,7 @@
 namespace lunara::test {
 namespace {
 
-constexpr std::int32_t SomeNumber = 145'000;  // in 1997
+constexpr std::int32_t SomeNumber = 145'000;  // a day in 1997
 
 std::vector<std::pair<int, int>> Offsets(const DayRuns& runs) {
     std::vector<std::pair<int, int>> offsets;
@@ -27,7 +27,7 @@ void Fill(DayValueList& list, const std::vector<int>& days) {
 
 using Runs = std::vector<std::pair<int, int>>;
 
-TEST(DayRunsTest, JoinsDaysUpToTheGap) {
+TEST(DayRuns, JoinsDaysUpToTheGap) {
     struct Case {
         const char* label;
         std::vector<int> days;
@@ -54,7 +54,7 @@ TEST(DayRunsTest, JoinsDaysUpToTheGap) {
     }
 }
 
-TEST(DayRunsTest, KnownRunsAreTakenOverOnlyBeforeTheDate) {
+TEST(DayRuns, KnownRunsAreTakenOverOnlyBeforeTheDate) {
     DayValueList list;
     Fill(list, {3, 4, 10, 11, 12, 20});
     const auto key = [](int day) { return KeyOfDayNumber(SomeNumber + day); };
@@ -64,7 +64,7 @@ TEST(DayRunsTest, KnownRunsAreTakenOverOnlyBeforeTheDate) {
         CompleteRuns(list, 2, key(known), runs);
         EXPECT_EQ(Offsets(runs), (Runs{{3, 4}, {10, 12}, {20, 20}}));
     }
-    // What is known may go on.
+    // The last known run may continue.
     DayRuns runs = {{key(3), key(4)}, {key(10), key(11)}};
     CompleteRuns(list, 2, key(20), runs);
     EXPECT_EQ(Offsets(runs), (Runs{{3, 4}, {10, 12}, {20, 20}}));
@@ -72,7 +72,8 @@ TEST(DayRunsTest, KnownRunsAreTakenOverOnlyBeforeTheDate) {
 
 // ---- Steps between near days ----
 
-/// Every key of the years around the ends of the calendar, a leap century and two common ones.
+/// Visits all keys, months 0 to 14 and days 0 to 33, of years at both ends of the calendar, of a
+/// common and a leap century, and of a common year before a leap year.
 template <typename Visit>
 void ForEachKey(Visit visit) {
     for (const unsigned year : {0U, 1600U, 1601U, 1602U, 1900U, 2000U, 2023U, 2024U, 30'826U,
@@ -85,7 +86,7 @@ void ForEachKey(Visit visit) {
     }
 }
 
-TEST(DayStepTest, DaysAfterIsTheSumOfDayNumbers) {
+TEST(DayStep, DaysAfterIsTheSumOfDayNumbers) {
     ForEachKey([](DateKey key) {
         const DaysAfter after(key);
         for (std::int32_t days = 0; days <= 28; ++days) {
@@ -95,7 +96,7 @@ TEST(DayStepTest, DaysAfterIsTheSumOfDayNumbers) {
     });
 }
 
-TEST(DayStepTest, AreWithinIsTheDifferenceOfDayNumbers) {
+TEST(DayStep, AreWithinIsTheDifferenceOfDayNumbers) {
     ForEachKey([](DateKey key) {
         for (DateKey later = key + 1; later < key + 0x300; ++later) {
             for (const DateKey days : {1U, 2U, 28U}) {
@@ -109,7 +110,7 @@ TEST(DayStepTest, AreWithinIsTheDifferenceOfDayNumbers) {
     EXPECT_FALSE(AreWithin(MakeDateKey(2023, 12, 31), MakeDateKey(2025, 1, 1), 2));
 }
 
-TEST(DayStepTest, NumberingIsDayNumber) {
+TEST(DayStep, NumberingIsDayNumber) {
     for (const unsigned seed : {1U, 2U, 3U}) {
         std::mt19937 random(seed);
         DayNumbering numbering;

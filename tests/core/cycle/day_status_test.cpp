@@ -1,7 +1,7 @@
 #include "cycle/day_status.h"
 
 #include "tests/core/cycle/diary_support.h"
-#include "tests/user_data_access.h"
+#include "tests/support/user_data_access.h"
 
 namespace lunara::test {
 namespace {
@@ -16,7 +16,7 @@ std::uint32_t FlagsOf(Diary& diary, const SYSTEMTIME& date) {
 
 // ---- Marks ----
 
-TEST(DayStatusTest, RecordedPeriodHasFirstAndLastDay) {
+TEST(DayStatus, RecordedPeriodHasFirstAndLastDay) {
     Diary diary;
     diary.Bleed(Start, "33211");
     diary.Predict(Later(Start, 9));
@@ -26,15 +26,15 @@ TEST(DayStatusTest, RecordedPeriodHasFirstAndLastDay) {
     EXPECT_EQ(diary.StatusOf(Later(Start, 5)), "");
 }
 
-TEST(DayStatusTest, SingleBleedingDay) {
+TEST(DayStatus, SingleBleedingDayHasOneMark) {
     Diary diary;
     diary.Bleed(Start, "1").Bleed(Later(Start, 9), "1");
     diary.Predict(Later(Start, 9));
     EXPECT_EQ(diary.StatusOf(Start), "Bleeding. ");
-    EXPECT_EQ(diary.StatusOf(Later(Start, 9)), "Bleeding. ");  // recorded, though it is today
+    EXPECT_EQ(diary.StatusOf(Later(Start, 9)), "Bleeding. ");  // today, but recorded
 }
 
-TEST(DayStatusTest, CycleMarksReplaceTheBleedingMarks) {
+TEST(DayStatus, CycleMarksReplaceTheBleedingMarks) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 30, 50});
     diary.Predict(Later(last, 5));
@@ -42,14 +42,14 @@ TEST(DayStatusTest, CycleMarksReplaceTheBleedingMarks) {
     EXPECT_EQ(diary.StatusOf(Later(Start, 4)), "Period end. ");
     EXPECT_EQ(diary.StatusOf(Later(Start, 28)), "Cycle start. Period len 5. Cycle len 30. ");
     EXPECT_EQ(diary.StatusOf(Later(Start, 32)), "Period end. ");
-    // An invalid cycle's period and the open one's are just bleedings.
+    // The periods of the invalid cycle and of the open one keep the bleeding marks.
     EXPECT_EQ(diary.StatusOf(Later(Start, 58)), "Bleeding 1st day. ");
     EXPECT_EQ(diary.StatusOf(Later(Start, 62)), "Bleeding end. ");
     EXPECT_EQ(diary.StatusOf(last), "Bleeding 1st day. ");
     EXPECT_EQ(diary.StatusOf(Later(last, 4)), "Bleeding end. ");
 }
 
-TEST(DayStatusTest, PastOvulationAndFertileDays) {
+TEST(DayStatus, PastCyclesShowOvulationAndTheEndsOfTheFertileDays) {
     Diary diary;
     diary.BleedCycles(Start, {28, 29});
     diary.Predict(Later(Start, 100));
@@ -63,11 +63,12 @@ TEST(DayStatusTest, PastOvulationAndFertileDays) {
     EXPECT_EQ(diary.StatusOf(Later(Start, 28 + 17)), "Last day pregnancy possible. ");
 }
 
-TEST(DayStatusTest, ComingDaysArePossible) {
+TEST(DayStatus, ComingDaysAreMarkedPossible) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28});
     diary.Predict(Later(last, 14));
-    EXPECT_EQ(diary.StatusOf(Later(last, 14)), "Ovulation possible. ");  // today is not past
+    EXPECT_EQ(diary.StatusOf(Later(last, 14)),
+              "Ovulation possible. ");  // today counts as a coming day
     EXPECT_EQ(diary.StatusOf(Later(last, 13)), "1st day pregnancy possible. ");
     EXPECT_EQ(diary.StatusOf(Later(last, 28)), "1st day bleeding possible. ");
     EXPECT_EQ(diary.StatusOf(Later(last, 32)), "Last day bleeding possible. ");
@@ -76,17 +77,18 @@ TEST(DayStatusTest, ComingDaysArePossible) {
     EXPECT_EQ(diary.StatusOf(Later(last, 14)), "Ovulation. ");
 }
 
-TEST(DayStatusTest, StretchesOfPossibleOvulation) {
+TEST(DayStatus, PossibleStretchesHaveFirstAndLastDay) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {29, 29, 29, 29}, "1010");
     diary.Predict(Later(last, 10));
     EXPECT_EQ(diary.StatusOf(Later(last, 14)), "1st day ovulation possible. ");
     EXPECT_EQ(diary.StatusOf(Later(last, 15)), "Last day ovulation possible. ");
     EXPECT_EQ(diary.StatusOf(Later(last, 29)), "1st day bleeding possible. ");
-    EXPECT_EQ(diary.StatusOf(Later(last, 31)), "Last day bleeding possible. ");  // gap of 2
+    EXPECT_EQ(diary.StatusOf(Later(last, 31)),
+              "Last day bleeding possible. ");  // two days apart make one stretch
 }
 
-TEST(DayStatusTest, PredictedStretchThatStartsToday) {
+TEST(DayStatus, BleedingPredictedForTodayIsPossibleUntilItIsRecorded) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 28, 28, 28});
     diary.Predict(Later(last, 28));
@@ -98,7 +100,7 @@ TEST(DayStatusTest, PredictedStretchThatStartsToday) {
     EXPECT_EQ(diary.StatusOf(Later(last, 32)), "Last day bleeding possible. ");
 }
 
-TEST(DayStatusTest, TodayAtTheEndOfABleeding) {
+TEST(DayStatus, BleedingRecordedUpToTodayEndsToday) {
     Diary diary;
     diary.Bleed(Start, "332");
     diary.Predict(Later(Start, 2));
@@ -112,7 +114,7 @@ struct AlertCase {
     const char* text;
 };
 
-TEST(DayStatusTest, AlertsByTheDaysSinceTheLastStart) {
+TEST(DayStatus, AlertsFollowTheDaysSinceTheLastStart) {
     constexpr std::uint32_t Doctor = DAY_MAY_BE_PREGNANT | DAY_SEE_DOCTOR;
     constexpr AlertCase Cases[] = {
         {"as long as the longest", 30, 0, ""},
@@ -135,14 +137,14 @@ TEST(DayStatusTest, AlertsByTheDaysSinceTheLastStart) {
     }
 }
 
-TEST(DayStatusTest, NoAlertWithoutAValidCycle) {
+TEST(DayStatus, AlertsNeedAValidCycle) {
     Diary diary;
     diary.Bleed(Start, "33211");
     diary.Predict(Later(Start, 40));
     EXPECT_EQ(FlagsOf(diary, Later(Start, 40)), 0U);
 }
 
-TEST(DayStatusTest, NeverSetBitsAreNeverSet) {
+TEST(DayStatus, BitsWithoutAUseStayClear) {
     Diary diary;
     const SYSTEMTIME last = diary.BleedCycles(Start, {28, 29, 30, 27, 40, 21});
     diary.Predict(Later(last, 31));
@@ -155,10 +157,10 @@ TEST(DayStatusTest, NeverSetBitsAreNeverSet) {
 
 // ---- SetDayFlags ----
 
-TEST(SetDayFlagsTest, ClearsThenSets) {
+TEST(SetDayFlags, ClearsThenSets) {
     CyclePredictor state;
     const DateKey date = MakeDateKey(2024, 5, 6);
-    SetDayFlags(state, 0x9, 0x1, date);  // no entry yet: clearing plays no part
+    SetDayFlags(state, 0x9, 0x1, date);  // a new entry has nothing to clear
     EXPECT_EQ(state.dayFlags.At(0).flags, 0x9U);
     SetDayFlags(state, 0x18, 0x9, date);
     EXPECT_EQ(state.dayFlags.At(0).flags, 0x18U);
@@ -166,7 +168,7 @@ TEST(SetDayFlagsTest, ClearsThenSets) {
     EXPECT_EQ(state.dayFlagArgs.Count(), 0);
 }
 
-TEST(SetDayFlagsTest, ArgumentsAreAppended) {
+TEST(SetDayFlags, ArgumentsAreAppended) {
     CyclePredictor state;
     SetDayFlags(state, 2, 0, MakeDateKey(2024, 5, 6), {5, 28});
     SetDayFlags(state, 2, 0, MakeDateKey(2024, 5, 1), {4, 30});
@@ -181,7 +183,7 @@ TEST(SetDayFlagsTest, ArgumentsAreAppended) {
 
 // ---- Texts ----
 
-TEST(DayStatusTextTest, FollowsTheMaskInBitOrder) {
+TEST(DayStatusText, FollowsTheMaskInBitOrder) {
     Diary diary;
     const DateKey date = ToDateKey(Start);
     SetDayFlags(UserDataTestAccess::Prediction(diary.data), DAY_SEE_DOCTOR, 0, date);
@@ -196,7 +198,7 @@ TEST(DayStatusTextTest, FollowsTheMaskInBitOrder) {
     EXPECT_EQ(diary.StatusOf(Later(Start, 1)), "");
 }
 
-TEST(DayStatusTextTest, BitsWithoutATextAreSkipped) {
+TEST(DayStatusText, BitsWithoutATextAreSkipped) {
     Diary diary;
     SetDayFlags(UserDataTestAccess::Prediction(diary.data), 0xFE00'0000 | DAY_BLEEDING, 0,
                 ToDateKey(Start));
@@ -206,7 +208,7 @@ TEST(DayStatusTextTest, BitsWithoutATextAreSkipped) {
     EXPECT_EQ(diary.StatusOf(Later(Start, 1)), "");
 }
 
-TEST(DayStatusTextTest, EveryBitHasItsText) {
+TEST(DayStatusText, EveryBitHasItsText) {
     const char* const texts[] = {"Cycle start. ",
                                  "Period len 7. Cycle len 36. ",
                                  "Period end. ",
@@ -239,12 +241,12 @@ TEST(DayStatusTextTest, EveryBitHasItsText) {
     }
 }
 
-TEST(DayStatusTextTest, TextThatDoesNotFitIsNone) {
+TEST(DayStatusText, TextThatDoesNotFitIsNone) {
     Diary diary;
     SetDayFlags(UserDataTestAccess::Prediction(diary.data), DAY_BLEEDING, 0, ToDateKey(Start));
     WCHAR text[12] = {};
     EXPECT_EQ(GetDayStatusText(diary.data, Start, text, 11, AllBits), 1);
-    EXPECT_EQ(Utf8(text), "Bleeding. ");
+    EXPECT_EQ(ToUtf8(text), "Bleeding. ");
     EXPECT_EQ(GetDayStatusText(diary.data, Start, text, 10, AllBits), 0);
     EXPECT_EQ(text[0], 0);
 }
@@ -256,7 +258,7 @@ struct PlaceholderCase {
     bool succeeds;
 };
 
-TEST(NumberPlaceholdersTest, RewritesInserts) {
+TEST(NumberPlaceholders, NumbersEachConversion) {
     const PlaceholderCase cases[] = {
         {"empty", TEXT(""), "", true},
         {"none", TEXT("Period end. "), "Period end. ", true},
@@ -273,18 +275,18 @@ TEST(NumberPlaceholdersTest, RewritesInserts) {
         SCOPED_TRACE(test.label);
         WCHAR target[100];
         EXPECT_EQ(NumberPlaceholders(test.source, target, 100), test.succeeds);
-        EXPECT_EQ(Utf8(target), test.target);
+        EXPECT_EQ(ToUtf8(target), test.target);
     }
 }
 
-TEST(NumberPlaceholdersTest, ResultIsCut) {
+TEST(NumberPlaceholders, CutsTheResultToItsBuffer) {
     WCHAR target[8];
     target[7] = 'x';
     EXPECT_TRUE(NumberPlaceholders(TEXT("ab%dcd"), target, 7));
-    EXPECT_EQ(Utf8(target), "ab%1!d");
+    EXPECT_EQ(ToUtf8(target), "ab%1!d");
     EXPECT_EQ(target[7], 'x');
     EXPECT_FALSE(NumberPlaceholders(TEXT("abcdefghi%"), target, 7));
-    EXPECT_EQ(Utf8(target), "abcdef");
+    EXPECT_EQ(ToUtf8(target), "abcdef");
     EXPECT_EQ(target[7], 'x');
 }
 

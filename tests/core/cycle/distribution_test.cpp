@@ -22,7 +22,7 @@ std::vector<CycleRecord> CyclesOfLengths(const std::vector<std::int32_t>& length
 
 // ---- Each step ----
 
-TEST(LengthSharesTest, ReciprocalIsRoundedFirst) {
+TEST(LengthShares, ReciprocalIsRoundedFirst) {
     const LengthShares shares = MeasureLengthShares(CyclesOfLengths(
         {21, 36, 36, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28,
          28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28, 28}));
@@ -30,11 +30,11 @@ TEST(LengthSharesTest, ReciprocalIsRoundedFirst) {
     EXPECT_EQ(shares[0], Reciprocal);
     EXPECT_EQ(shares[15], Reciprocal * 2.0F);
     EXPECT_EQ(shares[7], Reciprocal * 38.0F);
-    EXPECT_NE(shares[7], 38.0F / 41.0F);  // a division would have been another number
+    EXPECT_NE(shares[7], 38.0F / 41.0F);  // a direct division rounds differently
     EXPECT_EQ(shares[6], 0);
 }
 
-TEST(PredictStartsTest, UnconditionedUpToDay21) {
+TEST(PredictStarts, KeepsTheSharesUnconditionedUpToDay21) {
     const LengthShares shares = MeasureLengthShares(CyclesOfLengths({21, 28}));
     HorizonValues starts{};
     ASSERT_TRUE(PredictStarts(shares, 21, starts));
@@ -46,7 +46,7 @@ TEST(PredictStartsTest, UnconditionedUpToDay21) {
     EXPECT_EQ(starts[56], 0.25F);
 }
 
-TEST(PredictStartsTest, PassedDaysLendTheirShareToTheComingOnes) {
+TEST(PredictStarts, PassedDaysLendTheirShareToTheComingOnes) {
     const LengthShares shares = MeasureLengthShares(CyclesOfLengths({21, 28}));
     HorizonValues starts{};
     ASSERT_TRUE(PredictStarts(shares, 22, starts));
@@ -56,7 +56,7 @@ TEST(PredictStartsTest, PassedDaysLendTheirShareToTheComingOnes) {
     EXPECT_EQ(starts[49], 0.5F);
 }
 
-TEST(PredictStartsTest, FailsWhenNoShareIsLeft) {
+TEST(PredictStarts, FailsWhenNoShareIsLeft) {
     const LengthShares shares = MeasureLengthShares(CyclesOfLengths({21, 28}));
     HorizonValues starts{};
     EXPECT_TRUE(PredictStarts(shares, 28, starts));
@@ -65,7 +65,7 @@ TEST(PredictStartsTest, FailsWhenNoShareIsLeft) {
     EXPECT_TRUE(PredictStarts(MeasureLengthShares(CyclesOfLengths({36})), 36, starts));
 }
 
-TEST(SpreadOverPeriodTest, BeginsOnTheFirstDay) {
+TEST(SpreadOverPeriod, BeginsOnTheFirstDay) {
     HorizonValues starts{};
     starts[0] = 1.0F;
     starts[3] = 0.5F;
@@ -78,16 +78,16 @@ TEST(SpreadOverPeriodTest, BeginsOnTheFirstDay) {
     }
 }
 
-TEST(OvulationOffsetsTest, ShortestAndLongestCycleReachTheEnds) {
+TEST(OvulationOffsets, ShortestAndLongestCycleReachTheEnds) {
     LengthShares shares{};
     shares[0] = 0.5F;
     shares[15] = 0.5F;
     const OvulationOffsets offsets = MeasureOvulationOffsets(shares);
     const OvulationOffsets expected = {0, 0, 0.25F, 0.25F, 0, 0, 0, 0, 0, 0, 0.5F, 0, 0};
-    EXPECT_EQ(offsets, expected);  // days 10 and 11, and day 18
+    EXPECT_EQ(offsets, expected);  // offset 0 is day 8: days 10 and 11, and day 18
 }
 
-TEST(PredictOvulationTest, LastStartCountsAsCertain) {
+TEST(PredictOvulation, LastStartCountsAsCertain) {
     HorizonValues starts{};
     starts[28] = 0.5F;
     starts[356] = 1.0F;
@@ -104,7 +104,7 @@ TEST(PredictOvulationTest, LastStartCountsAsCertain) {
     EXPECT_EQ(starts[0], 0);
 }
 
-TEST(PredictPregnancyTest, FertileDaysAroundAnOvulation) {
+TEST(PredictPregnancy, WeighsTheDaysAroundAnOvulation) {
     HorizonValues ovulation{};
     ovulation[10] = 1.0F;
     ovulation[364] = 0.5F;
@@ -121,7 +121,7 @@ TEST(PredictPregnancyTest, FertileDaysAroundAnOvulation) {
 
 // ---- The worked example ----
 
-/// The diary of the worked example in docs/predictions.md, and all that is computed from it.
+/// The diary of the worked example in docs/predictions.md, and each value computed from it.
 struct WorkedExample {
     WorkedExample() {
         constexpr std::int32_t Lengths[] = {26, 28, 27, 29, 28};
@@ -157,7 +157,7 @@ struct WorkedExample {
     HorizonValues pregnancy{};
 };
 
-TEST(WorkedExampleTest, EveryBitIsThatOfTheIndependentCalculation) {
+TEST(WorkedExample, EveryBitIsThatOfTheIndependentCalculation) {
     const WorkedExample example;
     std::uint64_t digest = 0xCBF2'9CE4'8422'2325;
     for (const HorizonValues* values :
@@ -173,7 +173,7 @@ TEST(WorkedExampleTest, EveryBitIsThatOfTheIndependentCalculation) {
     EXPECT_EQ(digest, 0x4301'0E91'6B6D'1200U);  // printed by worked_example.py
 }
 
-TEST(WorkedExampleTest, ChosenValuesToTheBit) {
+TEST(WorkedExample, ChosenValuesAreRightToTheBit) {
     const WorkedExample example;
     struct Value {
         const char* label;
@@ -197,7 +197,7 @@ TEST(WorkedExampleTest, ChosenValuesToTheBit) {
     }
 }
 
-TEST(WorkedExampleTest, DocumentShowsTheProgramsNumbers) {
+TEST(WorkedExample, DocumentShowsTheProgramsNumbers) {
     WorkedExample example;
     std::ifstream document(LUNARA_TEST_DATA "/../../docs/predictions.md");
     ASSERT_TRUE(document.is_open());
@@ -223,7 +223,7 @@ TEST(WorkedExampleTest, DocumentShowsTheProgramsNumbers) {
         EXPECT_EQ(cells[2], example.bleedingByDay[index]);
         EXPECT_EQ(cells[3], example.ovulation[index]);
         EXPECT_EQ(cells[4], example.pregnancy[index]);
-        // What the diary shows of it: values of a hundredth and more.
+        // Values below 0.01 are not stored, so the diary shows 0 for them.
         const auto shown = [](float value) { return value >= 0.01F ? value : 0.0F; };
         EXPECT_EQ(GetBleedingLevel(example.diary.data, date), shown(cells[1]));
         EXPECT_EQ(GetPeriodProbability(example.diary.data, date), shown(cells[2]));

@@ -23,7 +23,8 @@ DateKey Shift(const SYSTEMTIME& date, int days) {
     return ToDateKey(shifted);
 }
 
-/// One computation, with its working arrays.
+/// One prediction and its working arrays. `shares` is indexed by cycle length less 21, the profiles
+/// by day of the period, the others by days since the last valid period start, [0, 364].
 class Computation {
   public:
     Computation(const std::vector<DayValue>& records, const SYSTEMTIME& now)
@@ -306,7 +307,9 @@ class Computation {
         entry->second.flags = isNew ? setBits : (entry->second.flags & ~clearBits) | setBits;
     }
 
-    /// Bits: one-day, first, last; each before today and from today on.
+    /// Marks the first and last day of each run of days in `list`, joining gaps of up to
+    /// `largestGap` days. `bits` are the flags of a run's only, first and last day, in pairs:
+    /// before today, and from today on.
     void MarkRuns(const std::map<DateKey, float>& list, int largestGap,
                   const std::uint32_t (&bits)[6]) {
         if (list.empty()) {

@@ -1,8 +1,8 @@
 #pragma once
 
-// The prediction once more, as plainly as it can be written: every step by itself, dates through
-// the general date functions, lists as maps. It shares no code with the engine but the dates, and
-// the two must agree bit for bit.
+// A second implementation of the prediction, for comparison: every step by itself, dates through
+// the general date functions, lists as maps. It shares no code with the engine except the date
+// functions, and both must give the same bits.
 
 #include <cstdint>
 #include <map>
@@ -13,12 +13,14 @@
 
 namespace lunara::test {
 
+/// The status flags of one day, as DayFlagsEntry without its date.
 struct ReferenceFlags {
     std::uint32_t flags = 0;
     std::int32_t argIndex = 0;
     bool operator==(const ReferenceFlags&) const = default;
 };
 
+/// What CyclePredictor holds after a prediction, with the warning that goes with it.
 struct ReferencePrediction {
     SYSTEMTIME lastValidPeriodStart{};
     bool todayIsBleeding = false;
@@ -36,7 +38,8 @@ struct ReferencePrediction {
     std::vector<std::int32_t> dayFlagArgs;
 };
 
-/// `bleeding` in date order.
+/// Predicts for `today` from all bleeding records, in ascending date order. Records after today are
+/// left out.
 ReferencePrediction PredictPlainly(const std::vector<DayValue>& bleeding, const SYSTEMTIME& today);
 
 }  // namespace lunara::test

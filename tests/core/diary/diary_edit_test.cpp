@@ -7,7 +7,7 @@
 
 #include "cycle/predictor.h"
 #include "tests/core/test_support.h"
-#include "tests/user_data_access.h"
+#include "tests/support/user_data_access.h"
 
 namespace lunara {
 namespace {

@@ -3,14 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "tests/core/test_support.h"
-#include "tests/user_data_access.h"
+#include "tests/support/dates.h"
+#include "tests/support/user_data_access.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::ClockScope;
-using test::Day;
 
 struct LevelRow {
     const char* label;
@@ -42,7 +39,7 @@ TEST(BleedingLevelOfDay, FallsOffTowardsTheEnd) {
     }
 }
 
-class PeriodEntryTest : public ::testing::Test {
+class PeriodEntryTest : public testing::Test {
   protected:
     ClockScope clock{Day(2006, 3, 15)};
     PeriodEntry entry;
@@ -117,7 +114,8 @@ TEST_F(PeriodEntryTest, TheOtherValuesMoveAlong) {
     EXPECT_EQ(entry.GetBleeding(), BleedingHeavy);
 }
 
-/// Notes the calls it gets and can refuse.
+/// Appends each call to a log that listeners share, as its name and a letter: lower case for a
+/// question, upper case for a notification. Can refuse changes.
 class NotingListener : public PeriodEntryListener {
   public:
     NotingListener(char ownName, std::string& log) : name(ownName), calls(log) {}
@@ -155,7 +153,7 @@ TEST(PeriodEntryListeners, AreAllAskedInOrderAndOneRefusalIsEnough) {
     NotingListener b('b', calls);
     EXPECT_EQ(entry.AddListener(a), 1);
     EXPECT_EQ(entry.AddListener(b), 1);
-    EXPECT_EQ(entry.AddListener(a), 1);  // is there already
+    EXPECT_EQ(entry.AddListener(a), 1);  // added already: nothing to do
     a.refuses = true;
     EXPECT_EQ(entry.SetStartDate(Day(2006, 3, 1), false), 0);
     EXPECT_EQ(calls, "as bs ");
@@ -177,7 +175,7 @@ TEST(PeriodEntryListeners, AreAllAskedInOrderAndOneRefusalIsEnough) {
 
 // ---- Adding ----
 
-class AddPeriodTest : public ::testing::Test {
+class AddPeriodTest : public testing::Test {
   protected:
     ClockScope clock{Day(2006, 3, 15)};
     UserData data;
@@ -247,4 +245,4 @@ TEST_F(AddPeriodTest, StopsAtARefusedValueAndKeepsTheDaysBefore) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

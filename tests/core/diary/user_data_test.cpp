@@ -1,5 +1,6 @@
 #include "diary/user_data.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -7,17 +8,18 @@
 
 #include "cycle/predictor.h"
 #include "storage/data_file.h"
-#include "tests/core/test_support.h"
-#include "tests/user_data_access.h"
+#include "tests/support/dates.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/user_data_access.h"
 
 namespace {
 
-/// How often memory may still grow; any number of times when negative.
+/// How many more calls of realloc succeed; negative for all.
 int growthsLeft = -1;
 
 }  // namespace
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the linker's names for a call that is stood in for.
+// NOLINTBEGIN(bugprone-reserved-identifier): the linker's names for a wrapped function.
 extern "C" void* __real_realloc(void* block, std::size_t bytes);
 extern "C" void* __wrap_realloc(void* block, std::size_t bytes) {
     if (growthsLeft == 0) {
@@ -28,13 +30,11 @@ extern "C" void* __wrap_realloc(void* block, std::size_t bytes) {
 }
 // NOLINTEND(bugprone-reserved-identifier)
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-using test::ClockScope;
-using test::Day;
-
-/// Writes down every call in the order of the calls, under its own name.
+/// Appends every call to a log, which several observers may share, behind the observer's name. Can
+/// refuse changes.
 class RecordingObserver : public DataObserver {
   public:
     RecordingObserver(std::string ownName, std::vector<std::string>& log)
@@ -91,7 +91,7 @@ class RecordingObserver : public DataObserver {
 
 using Calls = std::vector<std::string>;
 
-class UserDataTest : public ::testing::Test {
+class UserDataTest : public testing::Test {
   protected:
     ClockScope clock{Day(2006, 3, 15)};
     UserData data;
@@ -318,7 +318,7 @@ TEST_F(UserDataTest, WeightsFromOneHundredthOnAreStored) {
 
 // ---- Without memory ----
 
-/// No list can grow until the end of the scope.
+/// No realloc succeeds until the end of the scope.
 class NoMemoryScope {
   public:
     NoMemoryScope() { growthsLeft = 0; }
@@ -336,7 +336,7 @@ TEST_F(UserDataTest, NoteThatCannotBeStoredLeavesTheOldOne) {
         const NoMemoryScope noMemory;
         EXPECT_EQ(data.SetNoteText(longText.c_str()), 0);
     }
-    EXPECT_EQ(calls.size(), 1U);  // asked, not told
+    EXPECT_EQ(calls.size(), 1U);  // the question, and no notification
     EXPECT_FALSE(data.NotePages().dirty);
     EXPECT_EQ(data.NotePages().Count(), 1);
     const std::unique_ptr<WCHAR[]> text(data.GetNoteText());
@@ -375,17 +375,8 @@ TEST_F(UserDataTest, BatchThatCannotBeStoredChangesNothingAndCanBeTriedAgain) {
 
 // ---- Folders ----
 
-class UserDataFolderTest : public UserDataTest {
+class UserDataFolder : public UserDataTest {
   protected:
-    void SetUp() override {
-        UserDataTest::SetUp();
-        const std::string name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
-        folder = std::filesystem::temp_directory_path() / ("lunara-" + name);
-        std::filesystem::remove_all(folder);
-        path = *FromUtf8(folder.string());
-    }
-    void TearDown() override { std::filesystem::remove_all(folder); }
-
     std::vector<std::string> Files() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(folder)) {
@@ -395,11 +386,12 @@ class UserDataFolderTest : public UserDataTest {
         return names;
     }
 
-    std::filesystem::path folder;
-    WideString path;
+    ScratchFolder scratch;
+    const std::filesystem::path folder = scratch.File("diary");  // does not exist at first
+    const WideString path = Wide(folder);
 };
 
-TEST_F(UserDataFolderTest, ANewUserLoadsEmptyWithTheMissingFileNoted) {
+TEST_F(UserDataFolder, ANewUserLoadsEmptyWithTheMissingFileNoted) {
     ::SetLastError(0);
     EXPECT_EQ(data.LoadFolder(path.c_str(), TEXT("")), 1);
     EXPECT_EQ(::GetLastError(), DWORD{DataFileMissing});
@@ -407,14 +399,14 @@ TEST_F(UserDataFolderTest, ANewUserLoadsEmptyWithTheMissingFileNoted) {
     EXPECT_FALSE(data.Prediction().predictionUpToDate);
 }
 
-TEST_F(UserDataFolderTest, SaveCreatesTheFolderAndItsParents) {
+TEST_F(UserDataFolder, SaveCreatesTheFolderAndItsParents) {
     data.SetBleeding(2);
     const WideString nested = path + TEXT("\\one\\two");
     ASSERT_EQ(data.SaveFolder(nested.c_str(), TEXT("")), 1);
     EXPECT_TRUE(std::filesystem::exists(folder / "one" / "two" / "Bleeding.dat"));
 }
 
-TEST_F(UserDataFolderTest, SavesWhatChangedAndLoadsItBack) {
+TEST_F(UserDataFolder, SavesWhatChangedAndLoadsItBack) {
     data.SetBleeding(2);
     data.SetNoteText(TEXT("a note"));
     ASSERT_EQ(data.SaveFolder(path.c_str(), TEXT("secret")), 1);
@@ -428,7 +420,7 @@ TEST_F(UserDataFolderTest, SavesWhatChangedAndLoadsItBack) {
     EXPECT_EQ(ToUtf8(text.get()), "a note");
 }
 
-TEST_F(UserDataFolderTest, SaveWithNothingChangedTouchesNoFile) {
+TEST_F(UserDataFolder, SaveWithNothingChangedTouchesNoFile) {
     data.SetBleeding(2);
     ASSERT_EQ(data.SaveFolder(path.c_str(), TEXT("")), 1);
     std::filesystem::remove(folder / "Bleeding.dat");
@@ -436,7 +428,7 @@ TEST_F(UserDataFolderTest, SaveWithNothingChangedTouchesNoFile) {
     EXPECT_TRUE(Files().empty());
 }
 
-TEST_F(UserDataFolderTest, LoadStopsAtTheFirstBadFileAndKeepsWhatCameBefore) {
+TEST_F(UserDataFolder, LoadStopsAtTheFirstBadFileAndKeepsWhatCameBefore) {
     data.SetTemperature(9800);
     data.SetBleeding(2);
     data.SetNoteFlags(1);
@@ -472,7 +464,7 @@ TEST_F(UserDataFolderTest, OneFileIsLoadedByItself) {
     }
 }
 
-TEST_F(UserDataFolderTest, UnloadEmptiesEverythingAndTheFlags) {
+TEST_F(UserDataFolder, UnloadEmptiesEverythingAndTheFlags) {
     data.SetTemperature(9800);
     data.SetBleeding(2);
     data.SetNoteFlags(1);
@@ -489,14 +481,14 @@ TEST_F(UserDataFolderTest, UnloadEmptiesEverythingAndTheFlags) {
                  data.NotePages().dirty);
 }
 
-TEST_F(UserDataFolderTest, APathThatDoesNotFitIsRefusedRatherThanCut) {
+TEST_F(UserDataFolder, APathThatDoesNotFitIsRefusedRatherThanCut) {
     const WideString longFolder = path + TEXT("\\") + WideString(PathCapacity - path.size(), 'x');
     EXPECT_EQ(data.LoadFolder(longFolder.c_str(), TEXT("")), 0);
     EXPECT_EQ(::GetLastError(), DWORD{DataFileMissing});
     EXPECT_FALSE(data.IsLoaded());
 }
 
-TEST_F(UserDataFolderTest, AFailedSaveKeepsTheDirtyFlag) {
+TEST_F(UserDataFolder, AFailedSaveKeepsTheDirtyFlag) {
     data.SetBleeding(2);
     std::filesystem::create_directories(folder);
     std::filesystem::create_directory(folder / "Bleeding.dat");
@@ -505,4 +497,4 @@ TEST_F(UserDataFolderTest, AFailedSaveKeepsTheDirtyFlag) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 using Texts = std::vector<std::vector<std::string>>;
@@ -126,4 +126,4 @@ TEST(Csv, CellsAreQuotedOnlyWhenTheyMustBe) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

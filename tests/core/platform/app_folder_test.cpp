@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 TEST(FolderOfModule, EndsWithTheLastSeparator) {
@@ -30,4 +30,4 @@ TEST(FolderOfModule, PathThatWasCutHasNone) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

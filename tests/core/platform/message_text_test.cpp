@@ -2,21 +2,21 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/core/test_support.h"
+#include "tests/support/dates.h"
 
 namespace lunara::test {
 namespace {
 
-std::string TextOf(const MessageText& text) { return Utf8(text.Text()); }
+std::string TextOf(const MessageText& text) { return ToUtf8(text.Text()); }
 
-TEST(MessageTextTest, StartsEmpty) {
+TEST(MessageText, StartsEmpty) {
     const MessageText text(16);
     EXPECT_TRUE(text.IsEmpty());
     EXPECT_EQ(text.Capacity(), 16);
     EXPECT_EQ(TextOf(text), "");
 }
 
-TEST(MessageTextTest, SetAppendPrepend) {
+TEST(MessageText, SetReplacesWhileAppendAndPrependAdd) {
     MessageText text(16);
     text.Set(TEXT("middle"));
     text.Append(TEXT("-end"));
@@ -35,7 +35,7 @@ struct StoreCase {
     const char* after;
 };
 
-TEST(MessageTextTest, NeverExceedsItsCapacity) {
+TEST(MessageText, NeverExceedsItsCapacity) {
     const auto set = &MessageText::Set;
     const auto append = &MessageText::Append;
     const auto prepend = &MessageText::Prepend;
@@ -70,14 +70,14 @@ TEST(MessageTextTest, NeverExceedsItsCapacity) {
     }
 }
 
-TEST(MessageTextTest, ResizeKeepsWhatFits) {
+TEST(MessageText, ResizeKeepsWhatFits) {
     MessageText text(8);
     text.Set(TEXT("1234567"));
     text.Resize(16);
     EXPECT_EQ(TextOf(text), "1234567");
     text.Append(TEXT("89"));
     EXPECT_EQ(TextOf(text), "123456789");
-    text.Resize(5);  // no dots: nothing was stored
+    text.Resize(5);  // no dots: resizing stores nothing
     EXPECT_EQ(TextOf(text), "1234");
     EXPECT_EQ(text.Capacity(), 5);
     text.Resize(0);
@@ -88,7 +88,7 @@ TEST(MessageTextTest, ResizeKeepsWhatFits) {
     EXPECT_EQ(TextOf(text), "ab");
 }
 
-TEST(MessageTextTest, FormatsResourceStrings) {
+TEST(MessageText, FormatsResourceStrings) {
     MessageText text(200);
     text.FormatResource(&MessageText::Set, 50002);
     EXPECT_EQ(TextOf(text), "No statistical data. ");
@@ -98,13 +98,13 @@ TEST(MessageTextTest, FormatsResourceStrings) {
     EXPECT_EQ(TextOf(text).substr(0, 9), "LunaraNo ");
 }
 
-TEST(MessageTextTest, MissingResourceIsNamedByItsNumber) {
+TEST(MessageText, MissingResourceIsNamedByItsNumber) {
     MessageText text(64);
     text.FormatResource(&MessageText::Append, 0xABCD, 1);
     EXPECT_EQ(TextOf(text), "Resource message 0x0000ABCD\n");
 }
 
-TEST(MessageTextTest, ErrorWithoutASystemTextIsNamedByItsNumber) {
+TEST(MessageText, ErrorWithoutASystemTextIsNamedByItsNumber) {
     MessageText text(64);
     text.FormatSystem(&MessageText::Set, 0x2FFF'FFFF);
     EXPECT_EQ(TextOf(text), "System message 0x2FFFFFFF\n");
@@ -116,7 +116,7 @@ struct CopyCase {
     const char* copy;
 };
 
-TEST(MessageTextTest, CopyIsMarkedWhenItIsCut) {
+TEST(MessageText, CopyIsMarkedWhenItIsCut) {
     constexpr CopyCase Cases[] = {{"larger", 20, "1234567"},  {"exact", 8, "1234567"},
                                   {"one short", 7, "123..."}, {"dots alone", 4, "..."},
                                   {"one dot", 2, "."},        {"terminator", 1, ""}};
@@ -128,7 +128,7 @@ TEST(MessageTextTest, CopyIsMarkedWhenItIsCut) {
         text.CopyTo(target.data(), test.size);
         EXPECT_EQ(target.back(), 'x');
         target.back() = 0;
-        EXPECT_EQ(Utf8(target.data()), test.copy);
+        EXPECT_EQ(ToUtf8(target.data()), test.copy);
     }
 }
 

@@ -6,9 +6,10 @@
 #include <random>
 #include <vector>
 
-#include "tests/core/test_support.h"
+#include "platform/text.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr DateKey FirstDay = MakeDateKey(2006, 1, 1);
@@ -85,7 +86,7 @@ TEST(DayValueList, ShrinksOnlyWhenFifteenAreFree) {
     Fill(list, 17);
     ASSERT_EQ(list.Reserve(30), 1);
     EXPECT_EQ(list.Remove(list.At(0).date), 1);
-    EXPECT_EQ(list.Capacity(), 30);  // 14 free
+    EXPECT_EQ(list.Capacity(), 30);  // 14 records free
     EXPECT_EQ(list.Remove(list.At(0).date), 1);
     EXPECT_EQ(list.Capacity(), 20);
     EXPECT_EQ(list.Count(), 15);
@@ -173,8 +174,8 @@ TEST(DayValueList, SwapExchangesRecordsAndTheirOrderButNotDirty) {
     EXPECT_EQ(first.Count(), 3);
 }
 
-// The shortcuts of Set and Sort must never show: any sequence of operations leaves what a plain map
-// and a plain scan would leave.
+// Set and Sort take shortcuts for records that arrive in date order. None may show: any sequence of
+// operations leaves what a map, and a vector in order of entry, would hold.
 TEST(DayValueList, BehavesLikeAMapUnderRandomUse) {
     std::mt19937 random(20060102);
     for (int round = 0; round < 200; ++round) {
@@ -237,7 +238,7 @@ TEST(SteppedList, GrowsToTheNextMultipleOfItsStepAboveTheIndex) {
     EXPECT_EQ(list.SetAt(10, 7), 11);
     EXPECT_EQ(list.Capacity(), 20);
     EXPECT_EQ(list.Count(), 11);
-    EXPECT_EQ(list.At(9), 0);  // never written: zero
+    EXPECT_EQ(list.At(9), 0);  // never set, so zero
     EXPECT_EQ(list.At(0), 5);
 }
 
@@ -318,7 +319,7 @@ struct PagedNote {
     std::int32_t pages;
 };
 
-TEST(NotePages, LastPageAlwaysHoldsATerminator) {
+TEST(NotePageList, LastPageAlwaysHoldsATerminator) {
     constexpr PagedNote Notes[] = {
         {"one unit", 1, 1},         {"a page less one", 33, 1},
         {"a whole page", 34, 2},    {"two pages less one", 67, 2},
@@ -336,7 +337,7 @@ TEST(NotePages, LastPageAlwaysHoldsATerminator) {
     }
 }
 
-TEST(NotePages, FetchStopsAtTheNextDaysPages) {
+TEST(NotePageList, FetchStopsAtTheNextDaysPages) {
     NotePageList pages(10);
     pages.AppendText(FirstDay, TextOf(40).c_str(), 40);
     pages.AppendText(FirstDay + 1, TEXT("next"), 4);
@@ -345,7 +346,7 @@ TEST(NotePages, FetchStopsAtTheNextDaysPages) {
     EXPECT_EQ(Fetch(pages, FirstDay + 2), TEXT("(none)"));
 }
 
-TEST(NotePages, LastUnitReadsAsTerminatorEvenInAFullPage) {
+TEST(NotePageList, LastUnitReadsAsTerminatorEvenInAFullPage) {
     NotePageList pages(10);
     NotePage page{};
     page.date = FirstDay;
@@ -354,7 +355,7 @@ TEST(NotePages, LastUnitReadsAsTerminatorEvenInAFullPage) {
     EXPECT_EQ(Fetch(pages, FirstDay).size(), 33U);
 }
 
-TEST(NotePages, RemoveTakesOnlyThatDaysPages) {
+TEST(NotePageList, RemoveTakesOnlyThatDaysPages) {
     NotePageList pages(10);
     pages.AppendText(FirstDay, TEXT("first"), 5);
     pages.AppendText(FirstDay + 1, TextOf(70).c_str(), 70);
@@ -366,7 +367,7 @@ TEST(NotePages, RemoveTakesOnlyThatDaysPages) {
     EXPECT_EQ(Fetch(pages, FirstDay + 2), TEXT("third"));
 }
 
-TEST(NotePages, StayInOrderOfEntry) {
+TEST(NotePageList, StayInOrderOfEntry) {
     NotePageList pages(10);
     pages.AppendText(FirstDay + 5, TEXT("later"), 5);
     pages.AppendText(FirstDay, TEXT("earlier"), 7);
@@ -377,4 +378,4 @@ TEST(NotePages, StayInOrderOfEntry) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -3,19 +3,16 @@
 #include <array>
 #include <limits>
 
-#include "tests/core/test_support.h"
+#include "platform/text.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-using test::Day;
-using test::RawDate;
-using test::Utf8;
+constexpr std::int32_t DaysTo2501 = 328'718;      // days from 1 January 1601 to 1 January 2501
+constexpr std::int32_t DaysTo30828 = 10'674'942;  // where the platform's conversions end
 
-constexpr std::int32_t DaysTo2501 = 328'718;      // 1 January 1601 to 1 January 2501
-constexpr std::int32_t DaysTo30828 = 10'674'942;  // the end of the platform's conversions
-
-TEST(DateKey, OfLastDayOf2006) {
+TEST(DateKey, HoldsYearMonthAndDay) {
     EXPECT_EQ(ToDateKey(RawDate(2006, 12, 3, 31)), 0x07D60C1FU);
     SYSTEMTIME date{};
     ASSERT_EQ(FromDateKey(0x07D60C1F, date), 1);
@@ -41,7 +38,7 @@ struct ImpossibleKey {
     DateKey key;
 };
 
-TEST(DateKey, OfNoRealDayDoesNotConvert) {
+TEST(DateKey, WithoutARealDayDoesNotConvert) {
     constexpr std::array<ImpossibleKey, 9> Keys = {{
         {"zero", 0},
         {"day 0", MakeDateKey(2006, 1, 0)},
@@ -57,7 +54,7 @@ TEST(DateKey, OfNoRealDayDoesNotConvert) {
         SCOPED_TRACE(impossible.label);
         SYSTEMTIME date{};
         EXPECT_EQ(FromDateKey(impossible.key, date), 0);
-        EXPECT_EQ(ToDateKey(date), impossible.key);  // the parts stay readable
+        EXPECT_EQ(ToDateKey(date), impossible.key);  // year, month and day stay readable
         EXPECT_EQ(DayNumber(impossible.key), 0);
     }
 }
@@ -138,8 +135,9 @@ TEST(AddDays, EndsWithThePlatformsLastDay) {
     EXPECT_EQ(AddDays(last, -10'674'942, result), 0);
 }
 
-TEST(AddDays, NoCountIsTooWild) {
-    // Some of these are a multiple of 2^64 units and a few days more, or less.
+TEST(AddDays, FailsForCountsFarBeyondTheCalendar) {
+    // In units of 100 ns several of these counts lie next to 2^63 or a multiple of 2^64, where
+    // arithmetic that wraps would land near the start again.
     for (const std::int32_t count :
          {std::numeric_limits<std::int32_t>::max(), std::numeric_limits<std::int32_t>::min(),
           10'675'199, 10'675'200, 21'350'398, 21'350'399, -21'350'398, -21'350'399, 42'700'797,
@@ -161,6 +159,25 @@ TEST(IsRealDay, AgreesWithTheDayNumbersOfAllKeys) {
     }
     EXPECT_TRUE(IsRealDay(MakeDateKey(30'827, 12, 31)));
     EXPECT_FALSE(IsRealDay(MakeDateKey(30'828, 1, 1)));
+}
+
+struct RealDayCase {
+    unsigned year;
+    unsigned month;
+    unsigned day;
+    bool isReal;
+};
+
+TEST(IsRealDay, KnowsLeapDaysAndTheEndsOfMonths) {
+    constexpr RealDayCase Days[] = {
+        {1601, 1, 1, true},   {2500, 12, 31, true}, {2004, 2, 29, true},  {2006, 2, 28, true},
+        {2006, 2, 29, false}, {2100, 2, 29, false}, {2000, 2, 29, true},  {2004, 2, 30, false},
+        {2006, 2, 31, false}, {2006, 4, 30, true},  {2006, 4, 31, false}, {2006, 12, 31, true},
+    };
+    for (const RealDayCase& day : Days) {
+        const DateKey key = MakeDateKey(day.year, day.month, day.day);
+        EXPECT_EQ(IsRealDay(key), day.isReal) << std::hex << key;
+    }
 }
 
 TEST(DaysBetween, IgnoresTheTimeOfDay) {
@@ -233,14 +250,14 @@ SYSTEMTIME SecondOfJanuary() {
 TEST(FormatDateTime, PrintsEveryPart) {
     std::array<WCHAR, 32> text{};
     FormatDateTime(SecondOfJanuary(), text.data(), 32);
-    EXPECT_EQ(Utf8(text.data()), "Mon Jan 02 09:05:07 2006");
+    EXPECT_EQ(ToUtf8(text.data()), "Mon Jan 02 09:05:07 2006");
 }
 
 TEST(FormatDateTime, IsCutAndTerminatedAtTheGivenLength) {
     std::array<WCHAR, 12> text{};
     text.fill('#');
     FormatDateTime(SecondOfJanuary(), text.data(), 11);
-    EXPECT_EQ(Utf8(text.data()), "Mon Jan 02");
+    EXPECT_EQ(ToUtf8(text.data()), "Mon Jan 02");
     EXPECT_EQ(text[11], '#');
 }
 
@@ -259,13 +276,13 @@ TEST(IsRecordDate, HoldsAnyDayOfAnyMonthFrom1601To2500) {
 TEST(FormatMonthDay, KeepsTheCommaOfTheMonth) {
     std::array<WCHAR, 16> text{};
     FormatMonthDay(Day(2006, 3, 5), text.data(), 16);
-    EXPECT_EQ(Utf8(text.data()), "Mar, 05");
+    EXPECT_EQ(ToUtf8(text.data()), "Mar, 05");
 }
 
 TEST(FormatDateStamp, CanNameAFile) {
     std::array<WCHAR, DateStampCapacity> text{};
     FormatDateStamp(SecondOfJanuary(), text.data());
-    EXPECT_EQ(Utf8(text.data()), "02-Jan-2006 09-05");
+    EXPECT_EQ(ToUtf8(text.data()), "02-Jan-2006 09-05");
 }
 
 TEST(FormatDateStamp, FitsItsCapacityWhateverTheFields) {
@@ -274,8 +291,8 @@ TEST(FormatDateStamp, FitsItsCapacityWhateverTheFields) {
     date.wMinute = 65535;
     std::array<WCHAR, DateStampCapacity> text{};
     FormatDateStamp(date, text.data());
-    EXPECT_EQ(Utf8(text.data()), "65535-   -65535 65535-65535");
+    EXPECT_EQ(ToUtf8(text.data()), "65535-   -65535 65535-65535");
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

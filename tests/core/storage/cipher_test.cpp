@@ -76,7 +76,7 @@ FixedPoint ArctanOfInverse(std::uint32_t factor, std::uint32_t x) {
     return sum;
 }
 
-TEST(CipherTablesTest, AreTheHexadecimalDigitsOfPi) {
+TEST(CipherTables, AreTheHexadecimalDigitsOfPi) {
     // Machin: pi = 16 arctan(1/5) - 4 arctan(1/239).
     FixedPoint pi = ArctanOfInverse(16, 5);
     pi.Subtract(ArctanOfInverse(4, 239));
@@ -106,7 +106,7 @@ ReferenceCipher::Block BlockFromHex(const std::string& digits) {
 
 // Key, plain text and cipher text as published with the algorithm. They prove the tables and the
 // reference, from which the program's cipher differs only by the three deviations.
-TEST(ReferenceCipherTest, GivesThePublishedVectorsWithoutDeviations) {
+TEST(ReferenceCipher, GivesThePublishedVectorsWithoutDeviations) {
     const char* const vectors[][3] = {
         {"0000000000000000", "0000000000000000", "4EF997456198DD78"},
         {"FFFFFFFFFFFFFFFF", "FFFFFFFFFFFFFFFF", "51866FD5B85ECB8A"},
@@ -131,7 +131,7 @@ bool IsSameState(const CipherState& a, const CipherState& b) {
 
 Bytes KeyBytes(const std::string& key) { return Bytes(key.begin(), key.end()); }
 
-TEST(CipherTest, KeyedStateIsThatOfTheReference) {
+TEST(Cipher, KeyedStateIsThatOfTheReference) {
     for (const std::string& key :
          {std::string("a"), std::string("secret"), std::string("\xFF\x80\x81"),
           std::string(17, 'x'), std::string(55, 'k'), std::string(71, 'l'), std::string(72, 'm'),
@@ -143,7 +143,7 @@ TEST(CipherTest, KeyedStateIsThatOfTheReference) {
     }
 }
 
-TEST(CipherTest, BlockIsThatOfTheReferenceAndComesBack) {
+TEST(Cipher, BlockIsThatOfTheReferenceAndComesBack) {
     std::minstd_rand random(2006);
     for (const std::string& key : {std::string("a"), std::string("secret"), std::string(72, 'm')}) {
         CipherState state{};
@@ -163,7 +163,7 @@ TEST(CipherTest, BlockIsThatOfTheReferenceAndComesBack) {
     }
 }
 
-TEST(CipherTest, BlocksDoNotDependOnEachOther) {
+TEST(Cipher, BlocksDoNotDependOnEachOther) {
     CipherState state{};
     InitCipher(state, "secret");
     Bytes together(std::size_t{72} * 5, 0x5A);
@@ -175,7 +175,7 @@ TEST(CipherTest, BlocksDoNotDependOnEachOther) {
     }
 }
 
-TEST(CipherTest, EachDeviationMatters) {
+TEST(Cipher, EachDeviationMatters) {
     const struct {
         const char* label = nullptr;
         Deviations deviations;
@@ -195,7 +195,7 @@ TEST(CipherTest, EachDeviationMatters) {
     }
 }
 
-TEST(CipherTest, BytesOfTheKeyPastThe72ndHaveNoEffect) {
+TEST(Cipher, BytesOfTheKeyPastThe72ndHaveNoEffect) {
     CipherState shorter{};
     CipherState longer{};
     InitCipher(shorter, std::string(72, 'm').c_str());
@@ -203,7 +203,7 @@ TEST(CipherTest, BytesOfTheKeyPastThe72ndHaveNoEffect) {
     EXPECT_TRUE(IsSameState(shorter, longer));
 }
 
-TEST(CipherTest, EmptyKeyLeavesThePublishedTables) {
+TEST(Cipher, EmptyKeyLeavesThePublishedTables) {
     for (const char* key : {"", static_cast<const char*>(nullptr)}) {
         CipherState state{};
         std::memset(&state, 0xAB, sizeof(state));
@@ -212,7 +212,7 @@ TEST(CipherTest, EmptyKeyLeavesThePublishedTables) {
     }
 }
 
-TEST(CipherTest, ResetLeavesNothingOfTheKey) {
+TEST(Cipher, ResetLeavesNothingOfTheKey) {
     CipherState state{};
     InitCipher(state, "secret");
     ASSERT_FALSE(IsSameState(state, PublishedTables));

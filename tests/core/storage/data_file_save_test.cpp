@@ -8,74 +8,15 @@
 #include "diary/user_data.h"
 #include "storage/replacement_file.h"
 #include "tests/core/storage/file_support.h"
+#include "tests/support/failing_file_calls.h"
+#include "tests/support/user_data_access.h"
 
 namespace lunara::test {
 namespace {
 
-/// The system's calls, which record their steps and of which one may fail.
-class FailingCalls : public FileCalls {
-  public:
-    enum class Way { WithError, WithoutError, HalfWritten };
-
-    FailingCalls() { UseFileCalls(this); }
-    FailingCalls(const FailingCalls&) = delete;
-    FailingCalls& operator=(const FailingCalls&) = delete;
-    ~FailingCalls() override { UseFileCalls(nullptr); }
-
-    HANDLE Create(const WCHAR* path) override {
-        return Fails("create") ? INVALID_HANDLE_VALUE : Opened(FileCalls::Create(path));
-    }
-    BOOL Write(HANDLE file, const void* bytes, DWORD count, DWORD& written) override {
-        const bool isHalf = way == Way::HalfWritten;
-        if (!Fails("write")) {
-            return FileCalls::Write(file, bytes, count, written);
-        }
-        static_cast<void>(FileCalls::Write(file, bytes, count / 2, written));
-        return isHalf ? TRUE : FALSE;
-    }
-    BOOL Flush(HANDLE file) override { return Fails("flush") ? FALSE : FileCalls::Flush(file); }
-    BOOL Close(HANDLE file) override {
-        --open;
-        const BOOL closed = FileCalls::Close(file);
-        return Fails("close") ? FALSE : closed;
-    }
-    BOOL Replace(const WCHAR* from, const WCHAR* to) override {
-        return Fails("replace") ? FALSE : FileCalls::Replace(from, to);
-    }
-    BOOL Remove(const WCHAR* path) override {
-        const BOOL removed = FileCalls::Remove(path);
-        ::SetLastError(ERROR_FILE_NOT_FOUND);  // tidying up must not hide the failure before it
-        return removed;
-    }
-
-    /// Index of the step that fails; negative: none.
-    int failAt = -1;
-    Way way = Way::WithError;
-
-    std::vector<std::string> steps;
-    int open = 0;
-
-  private:
-    HANDLE Opened(HANDLE file) {
-        ++open;
-        return file;
-    }
-
-    bool Fails(const char* step) {
-        const bool isThis = static_cast<int>(steps.size()) == failAt;
-        steps.emplace_back(step);
-        if (!isThis) {
-            ::SetLastError(ERROR_ACCESS_DENIED);  // a successful call may leave any last error
-        } else if (way == Way::WithError) {
-            ::SetLastError(ERROR_DISK_FULL);
-        }
-        return isThis;
-    }
-};
-
-class SaveTest : public ::testing::Test {
+class DataFileSave : public testing::Test {
   protected:
-    SaveTest() {
+    DataFileSave() {
         for (int i = 0; i < 10'000; ++i) {  // more than the scratch buffer holds
             const auto day = static_cast<unsigned>(i);
             days.Set(MakeDateKey(1700 + day / 336, 1 + day / 28 % 12, 1 + day % 28), i);
@@ -96,22 +37,22 @@ class SaveTest : public ::testing::Test {
     std::filesystem::path pagesFile = scratch.File("NotePages.dat");
     Bytes oldBytes{'o', 'l', 'd'};
     UserData data;
-    DayValueList& days = data.bleeding;    // dirty at first
-    NotePageList& pages = data.notePages;  // clean at first
+    DayValueList& days = UserDataTestAccess::Bleeding(data);    // dirty at first
+    NotePageList& pages = UserDataTestAccess::NotePages(data);  // clean at first
 };
 
-TEST_F(SaveTest, CleanListLeavesTheFileAlone) {
+TEST_F(DataFileSave, CleanListLeavesTheFileAlone) {
     WriteBytes(file, oldBytes);
     WriteBytes(pagesFile, oldBytes);
     days.dirty = false;
-    FailingCalls calls;
+    const FailingFileCalls calls;
     EXPECT_EQ(Save(TEXT("secret")), 1);
-    EXPECT_TRUE(calls.steps.empty());
+    EXPECT_EQ(calls.Count(), 0);
     EXPECT_EQ(ReadBytes(file), oldBytes);
     EXPECT_EQ(ReadBytes(pagesFile), oldBytes);
 }
 
-TEST_F(SaveTest, EmptyListDeletesTheFileAndWhatACrashLeftBesideIt) {
+TEST_F(DataFileSave, EmptyListDeletesTheFileAndWhatACrashLeftBesideIt) {
     WriteBytes(file, oldBytes);
     WriteBytes(scratch.File("Bleeding.new"), oldBytes);
     days.Clear();
@@ -125,16 +66,18 @@ TEST_F(SaveTest, EmptyListDeletesTheFileAndWhatACrashLeftBesideIt) {
     EXPECT_FALSE(pages.dirty);
 }
 
-TEST_F(SaveTest, StepsAreTakenInTheOrderThatKeepsOneOfTheFiles) {
-    FailingCalls calls;
+TEST_F(DataFileSave, StepsAreTakenInTheOrderThatKeepsOneOfTheFiles) {
+    const FailingFileCalls calls;
     ASSERT_EQ(Save(TEXT("")), 1);
-    EXPECT_EQ(calls.steps,
-              (std::vector<std::string>{"create", "write", "write", "flush", "close", "replace"}));
-    EXPECT_EQ(calls.open, 0);
+    EXPECT_EQ(calls.Steps(),
+              (std::vector<std::string>{"create Bleeding.new", "write Bleeding.new",
+                                        "write Bleeding.new", "flush Bleeding.new",
+                                        "close Bleeding.new", "replace Bleeding.new"}));
+    EXPECT_EQ(calls.OpenFiles(), 0);
     EXPECT_EQ(scratch.Names(), std::vector<std::string>{"Bleeding.dat"});
 }
 
-TEST_F(SaveTest, UnsortedListIsSortedFirst) {
+TEST_F(DataFileSave, UnsortedListIsSortedFirst) {
     days.Set(MakeDateKey(1650, 1, 1), 7);
     ASSERT_TRUE(days.IsUnsorted());
     ASSERT_EQ(Save(TEXT("secret")), 1);
@@ -145,7 +88,7 @@ TEST_F(SaveTest, UnsortedListIsSortedFirst) {
     EXPECT_EQ(loaded.At(0).date, MakeDateKey(1650, 1, 1));
 }
 
-TEST_F(SaveTest, ListInMemoryStaysPlain) {
+TEST_F(DataFileSave, ListInMemoryStaysPlain) {
     const DayValue before = days.At(0);
     const NotePage pageBefore = pages.At(0);
     pages.dirty = true;
@@ -154,7 +97,7 @@ TEST_F(SaveTest, ListInMemoryStaysPlain) {
     EXPECT_EQ(std::memcmp(&pages.At(0), &pageBefore, sizeof(pageBefore)), 0);
 }
 
-TEST_F(SaveTest, LargeListsComeBackWhole) {
+TEST_F(DataFileSave, LargeListsComeBackWhole) {
     for (const WCHAR* password : {TEXT(""), TEXT("secret")}) {
         days.dirty = true;
         pages.dirty = true;
@@ -170,7 +113,7 @@ TEST_F(SaveTest, LargeListsComeBackWhole) {
     }
 }
 
-TEST_F(SaveTest, FileOfAnEarlierCrashIsWrittenOver) {
+TEST_F(DataFileSave, FileOfAnEarlierCrashIsWrittenOver) {
     WriteBytes(scratch.File("Bleeding.new"), Bytes(500'000, 0xEE));
     ASSERT_EQ(Save(TEXT("")), 1);
     EXPECT_EQ(ReadBytes(file).size(), 4U + 8 * 10'000);
@@ -184,26 +127,30 @@ void ExpectEveryStepsFailureKeepsTheOldFile(const ScratchFolder& scratch,
                                             const std::filesystem::path& file,
                                             const Bytes& oldBytes, SaveIt save) {
     const struct {
-        FailingCalls::Way way;
+        const char* label;
+        FileFault fault;
         DWORD error;
     } ways[] = {
-        {FailingCalls::Way::WithError, ERROR_DISK_FULL},
-        {FailingCalls::Way::WithoutError, ERROR_WRITE_FAULT},
-        {FailingCalls::Way::HalfWritten, ERROR_WRITE_FAULT},
+        {"with an error", {.error = ERROR_DISK_FULL}, ERROR_DISK_FULL},
+        {"without an error", {.error = ERROR_SUCCESS}, ERROR_WRITE_FAULT},
+        {"half written",
+         {.error = ERROR_SUCCESS, .write = StruckWrite::HalfAsSuccess},
+         ERROR_WRITE_FAULT},
     };
-    for (const auto& [way, error] : ways) {
+    for (const auto& [way, fault, error] : ways) {
         int step = 0;
         for (int result = 0; result == 0; ++step) {
             WriteBytes(file, oldBytes);
-            FailingCalls calls;
-            calls.failAt = step;
-            calls.way = way;
+            FileFault atStep = fault;
+            atStep.at = step;
+            const FailingFileCalls calls(atStep);
             ::SetLastError(ERROR_SUCCESS);
             const auto [saved, isDirty] = save();
             result = saved;
             const DWORD lastError = ::GetLastError();
-            const std::string label = "step " + std::to_string(step) + ' ' + calls.steps.back();
-            EXPECT_EQ(calls.open, 0) << label;
+            const std::string label =
+                std::string(way) + ", step " + std::to_string(step) + ' ' + calls.Steps().back();
+            EXPECT_EQ(calls.OpenFiles(), 0) << label;
             EXPECT_EQ(scratch.Names(), std::vector<std::string>{file.filename().string()}) << label;
             EXPECT_EQ(isDirty, saved == 0) << label;
             if (saved == 0) {
@@ -211,14 +158,14 @@ void ExpectEveryStepsFailureKeepsTheOldFile(const ScratchFolder& scratch,
                 EXPECT_EQ(ReadBytes(file), oldBytes) << label;
             } else {
                 EXPECT_NE(ReadBytes(file), oldBytes);
-                EXPECT_EQ(step, static_cast<int>(calls.steps.size())) << "a failure went unnoticed";
+                EXPECT_EQ(step, calls.Count()) << "a failure went unnoticed";
             }
         }
         EXPECT_GE(step, 6) << "create, two writes, flush, close, replace";
     }
 }
 
-TEST_F(SaveTest, FailureOfAnyStepKeepsTheOldFileAndTheDirtyFlag) {
+TEST_F(DataFileSave, FailureOfAnyStepKeepsTheOldFileAndTheDirtyFlag) {
     for (const WCHAR* password : {TEXT(""), TEXT("secret")}) {
         days.dirty = true;
         ExpectEveryStepsFailureKeepsTheOldFile(scratch, file, oldBytes, [&] {
@@ -237,15 +184,15 @@ TEST_F(SaveTest, FailureOfAnyStepKeepsTheOldFileAndTheDirtyFlag) {
     }
 }
 
-TEST_F(SaveTest, EncipheredRecordsAreNotWrittenOneByOne) {
+TEST_F(DataFileSave, EncipheredRecordsAreNotWrittenOneByOne) {
     days.dirty = false;
     pages.dirty = true;
-    FailingCalls calls;
+    const FailingFileCalls calls;
     ASSERT_EQ(Save(TEXT("secret")), 1);
-    EXPECT_LE(calls.steps.size(), 10U);
+    EXPECT_LE(calls.Count(), 10);
 }
 
-TEST_F(SaveTest, FolderInTheFilesPlaceFailsAndStays) {
+TEST_F(DataFileSave, FolderInTheFilesPlaceFailsAndStays) {
     std::filesystem::create_directory(file);
     WriteBytes(file / "kept", oldBytes);
     ::SetLastError(ERROR_SUCCESS);
@@ -258,12 +205,12 @@ TEST_F(SaveTest, FolderInTheFilesPlaceFailsAndStays) {
 
 // ---- One file by itself ----
 
-TEST_F(SaveTest, SingleFileHoldsTheBytesOfTheDiarysFile) {
+TEST_F(DataFileSave, SingleFileHoldsTheBytesOfTheDiarysFile) {
     const std::filesystem::path single = scratch.File("single");
     for (const WCHAR* password : {TEXT(""), TEXT("secret")}) {
-        data.bleeding.dirty = data.notePages.dirty = true;
+        days.dirty = pages.dirty = true;
         ASSERT_EQ(Save(password), 1);
-        data.bleeding.dirty = data.notePages.dirty = true;
+        days.dirty = pages.dirty = true;
         ASSERT_EQ(SaveDayValues(days, Wide(single).c_str(), password), 1);
         EXPECT_FALSE(days.dirty);
         EXPECT_EQ(ReadBytes(single), ReadBytes(file));
@@ -273,7 +220,7 @@ TEST_F(SaveTest, SingleFileHoldsTheBytesOfTheDiarysFile) {
     }
 }
 
-TEST_F(SaveTest, SingleFileIsLeftAloneByACleanListAndDeletedByAnEmptyOne) {
+TEST_F(DataFileSave, SingleFileIsLeftAloneByACleanListAndDeletedByAnEmptyOne) {
     WriteBytes(file, oldBytes);
     WriteBytes(scratch.File("Bleeding.new"), oldBytes);
     EXPECT_EQ(SaveNotePages(pages, Wide(file).c_str(), TEXT("")), 1);
@@ -285,14 +232,14 @@ TEST_F(SaveTest, SingleFileIsLeftAloneByACleanListAndDeletedByAnEmptyOne) {
     EXPECT_TRUE(scratch.Names().empty());
 }
 
-TEST_F(SaveTest, SingleFileSurvivesTheFailureOfAnyStep) {
+TEST_F(DataFileSave, SingleFileSurvivesTheFailureOfAnyStep) {
     ExpectEveryStepsFailureKeepsTheOldFile(scratch, file, oldBytes, [&] {
         const int saved = SaveDayValues(days, Wide(file).c_str(), TEXT("secret"));
         return std::pair(saved, std::exchange(days.dirty, true));
     });
 }
 
-TEST_F(SaveTest, SingleFileInAMissingFolderFailsAndStaysDirty) {
+TEST_F(DataFileSave, SingleFileInAMissingFolderFailsAndStaysDirty) {
     const std::filesystem::path missing = scratch.File("none") / "Bleeding.dat";
     ::SetLastError(ERROR_SUCCESS);
     EXPECT_EQ(SaveDayValues(days, Wide(missing).c_str(), TEXT("")), 0);
@@ -300,7 +247,7 @@ TEST_F(SaveTest, SingleFileInAMissingFolderFailsAndStaysDirty) {
     EXPECT_TRUE(days.dirty);
 }
 
-TEST(SiblingPathTest, IsNoLongerThanADataFilesPath) {
+TEST(SiblingPath, IsNoLongerThanADataFilesPath) {
     const struct {
         const WCHAR* path;
         const char* sibling;

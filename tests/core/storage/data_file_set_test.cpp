@@ -6,82 +6,23 @@
 #include "diary/user_data.h"
 #include "storage/data_file.h"
 #include "tests/core/storage/file_support.h"
-#include "tests/core/test_support.h"
-#include "tests/user_data_access.h"
+#include "tests/support/dates.h"
+#include "tests/support/failing_file_calls.h"
+#include "tests/support/user_data_access.h"
 
 namespace lunara::test {
 namespace {
-
-/// The system's calls, which record their steps and fail at one of them or from one on.
-class BrokenCalls : public FileCalls {
-  public:
-    enum class Way { OneStep, FromThereOn };
-
-    BrokenCalls() : before(CurrentFileCalls()) { UseFileCalls(this); }
-    BrokenCalls(const BrokenCalls&) = delete;
-    BrokenCalls& operator=(const BrokenCalls&) = delete;
-    ~BrokenCalls() override { UseFileCalls(&before); }
-
-    HANDLE Create(const WCHAR* path) override {
-        return Fails("create", path) ? INVALID_HANDLE_VALUE : FileCalls::Create(path);
-    }
-    BOOL Write(HANDLE file, const void* bytes, DWORD count, DWORD& written) override {
-        if (!Fails("write")) {
-            return FileCalls::Write(file, bytes, count, written);
-        }
-        static_cast<void>(FileCalls::Write(file, bytes, count / 2, written));
-        return FALSE;
-    }
-    // Does not wait for the disk: these tests flush thousands of times.
-    BOOL Flush(HANDLE /*file*/) override { return Fails("flush") ? FALSE : TRUE; }
-    BOOL Close(HANDLE file) override {
-        const BOOL closed = FileCalls::Close(file);
-        return Fails("close") ? FALSE : closed;
-    }
-    BOOL Replace(const WCHAR* from, const WCHAR* to) override {
-        return Fails("replace", from) ? FALSE : FileCalls::Rename(from, to);
-    }
-    BOOL Rename(const WCHAR* from, const WCHAR* to) override {
-        return Fails("rename", from) ? FALSE : FileCalls::Rename(from, to);
-    }
-    BOOL Link(const WCHAR* path, const WCHAR* name) override {
-        if (Fails("link", path) || !hasLinks) {
-            ::SetLastError(ERROR_ACCESS_DENIED);
-            return FALSE;
-        }
-        return FileCalls::Link(path, name);
-    }
-    BOOL Remove(const WCHAR* path) override {
-        return Fails("remove", path) ? FALSE : FileCalls::Remove(path);
-    }
-
-    /// Index of the (first) step that fails; negative: none.
-    int failAt = -1;
-    Way way = Way::OneStep;
-    bool hasLinks = true;
-    std::vector<std::string> steps;
-
-  private:
-    FileCalls& before;
-
-    bool Fails(const std::string& step, WideView path = {}) {
-        const int number = static_cast<int>(steps.size());
-        const std::size_t separator = path.find_last_of(TEXT("\\/"));
-        steps.push_back(path.empty() ? step : step + ' ' + ToUtf8(path.substr(separator + 1)));
-        const bool fails =
-            failAt >= 0 && (way == Way::OneStep ? number == failAt : number >= failAt);
-        if (fails) {
-            ::SetLastError(ERROR_DISK_FULL);
-        }
-        return fails;
-    }
-};
 
 constexpr DateKey First = MakeDateKey(2006, 1, 2);
 constexpr const WCHAR* OldPassword = TEXT("before");
 constexpr const WCHAR* NewPassword = TEXT("afterwards");
 
-/// A diary as one line of text, for comparison.
+/// A file system without second names for files: every Link fails.
+FileFault NoLinks() {
+    return {.kinds = LinkCall, .times = FromThereOn, .error = ERROR_ACCESS_DENIED};
+}
+
+/// A diary as text, for comparison.
 std::string Describe(const UserData& data) {
     std::string text;
     for (const DayValueList* list : {&data.Temperature(), &data.Bleeding(), &data.NoteFlags()}) {
@@ -114,13 +55,13 @@ constexpr Story Stories[] = {
     {"one deleted, one added", true, true},
 };
 
-class DataFileSetTest : public ::testing::TestWithParam<Story> {
+class DataFileSet : public testing::TestWithParam<Story> {
   protected:
-    DataFileSetTest() : folder(Wide(scratch.Root())) {}
+    DataFileSet() : folder(Wide(scratch.Root())) {}
 
     /// Saves the old diary under the old password and then changes it in memory.
     void Begin() {
-        const BrokenCalls calls;
+        const FailingFileCalls calls;
         std::filesystem::remove_all(scratch.Root());
         data = std::make_unique<UserData>();
         const WideString text(40, 'n');
@@ -178,16 +119,17 @@ class DataFileSetTest : public ::testing::TestWithParam<Story> {
     std::string newDiary;
 };
 
-INSTANTIATE_TEST_SUITE_P(Changes, DataFileSetTest, ::testing::ValuesIn(Stories),
-                         [](const auto& story) {
-                             return story.param.isAddedNow ? "Mixed" : "All";
-                         });
+INSTANTIATE_TEST_SUITE_P(Changes, DataFileSet, ::testing::ValuesIn(Stories), [](const auto& story) {
+    return story.param.isAddedNow ? "Mixed" : "All";
+});
 
-TEST_P(DataFileSetTest, PasswordChangeReachesEveryFile) {
+TEST_P(DataFileSet, PasswordChangeReachesEveryFile) {
     for (const bool hasLinks : {true, false}) {
         Begin();
-        BrokenCalls calls;
-        calls.hasLinks = hasLinks;
+        FailingFileCalls calls;
+        if (!hasLinks) {
+            calls.Fail(NoLinks());
+        }
         ASSERT_EQ(Save(), 1);
         EXPECT_FALSE(data->IsDirty());
         EXPECT_TRUE(IsTidy());
@@ -195,22 +137,23 @@ TEST_P(DataFileSetTest, PasswordChangeReachesEveryFile) {
     }
 }
 
-TEST_P(DataFileSetTest, NothingIsPutInPlaceBeforeAllIsComplete) {
+TEST_P(DataFileSet, NothingIsPutInPlaceBeforeAllIsComplete) {
     Begin();
-    BrokenCalls calls;
+    const FailingFileCalls calls;
     ASSERT_EQ(Save(), 1);
+    const std::vector<std::string> steps = calls.Steps();
     const auto isStep = [](const char* name) {
         return [name](const std::string& step) { return step.rfind(name, 0) == 0; };
     };
-    const auto firstRename = std::find_if(calls.steps.begin(), calls.steps.end(), isStep("rename"));
+    const auto firstRename = std::find_if(steps.begin(), steps.end(), isStep("rename"));
     const auto files = GetParam().isRemovedNow ? 3 : 4;
-    EXPECT_EQ(std::count_if(calls.steps.begin(), firstRename, isStep("flush")), files + 1);
-    EXPECT_EQ(std::count_if(firstRename, calls.steps.end(), isStep("flush")), 0);
-    EXPECT_EQ(std::count_if(firstRename, calls.steps.end(), isStep("create")), 0);
-    EXPECT_EQ(std::count_if(calls.steps.begin(), calls.steps.end(), isStep("replace")), 1);
+    EXPECT_EQ(std::count_if(steps.begin(), firstRename, isStep("flush")), files + 1);
+    EXPECT_EQ(std::count_if(firstRename, steps.end(), isStep("flush")), 0);
+    EXPECT_EQ(std::count_if(firstRename, steps.end(), isStep("create")), 0);
+    EXPECT_EQ(std::count_if(steps.begin(), steps.end(), isStep("replace")), 1);
 }
 
-TEST_P(DataFileSetTest, FailureOfAnyStepLeavesAllFilesUnderTheOldPassword) {
+TEST_P(DataFileSet, FailureOfAnyStepLeavesAllFilesUnderTheOldPassword) {
     for (const bool hasLinks : {true, false}) {
         int failures = 0;
         bool wasBroken = true;
@@ -219,12 +162,14 @@ TEST_P(DataFileSetTest, FailureOfAnyStepLeavesAllFilesUnderTheOldPassword) {
             int saved = 0;
             DWORD error = 0;
             {
-                BrokenCalls calls;
-                calls.hasLinks = hasLinks;
-                calls.failAt = step;
+                FailingFileCalls calls;
+                if (!hasLinks) {
+                    calls.Fail(NoLinks());
+                }
+                calls.Fail({.at = step});
                 saved = Save();
                 error = ::GetLastError();
-                wasBroken = static_cast<int>(calls.steps.size()) > step;
+                wasBroken = calls.Count() > step;
                 SCOPED_TRACE("step " + std::to_string(step));
                 if (saved == 0) {
                     ++failures;
@@ -248,7 +193,7 @@ TEST_P(DataFileSetTest, FailureOfAnyStepLeavesAllFilesUnderTheOldPassword) {
     }
 }
 
-TEST_P(DataFileSetTest, WhateverIsLeftWhenTheProgramStopsOneWholeDiaryOpens) {
+TEST_P(DataFileSet, WhateverIsLeftWhenTheProgramStopsOneWholeDiaryOpens) {
     for (const bool hasLinks : {true, false}) {
         int stops[2] = {};
         bool wasBroken = true;
@@ -256,12 +201,13 @@ TEST_P(DataFileSetTest, WhateverIsLeftWhenTheProgramStopsOneWholeDiaryOpens) {
             Begin();
             int saved = 0;
             {
-                BrokenCalls calls;
-                calls.hasLinks = hasLinks;
-                calls.way = BrokenCalls::Way::FromThereOn;
-                calls.failAt = step;
+                FailingFileCalls calls;
+                if (!hasLinks) {
+                    calls.Fail(NoLinks());
+                }
+                calls.Fail({.at = step, .times = FromThereOn});
                 saved = Save();
-                wasBroken = static_cast<int>(calls.steps.size()) > step;
+                wasBroken = calls.Count() > step;
             }
             ++stops[saved];
             const std::string label = "step " + std::to_string(step);
@@ -276,27 +222,24 @@ TEST_P(DataFileSetTest, WhateverIsLeftWhenTheProgramStopsOneWholeDiaryOpens) {
     }
 }
 
-TEST_P(DataFileSetTest, SaveThatCouldNotBeMendedIsMendedByTheNextOne) {
+TEST_P(DataFileSet, SaveThatCouldNotBeMendedIsMendedByTheNextOne) {
     Begin();
-    BrokenCalls calls;
+    FailingFileCalls calls;
     ASSERT_EQ(Save(), 1);
-    const auto last = std::find(calls.steps.begin(), calls.steps.end(), "rename NotePages.new");
-    ASSERT_NE(last, calls.steps.end());
-    const auto lastRename = static_cast<int>(last - calls.steps.begin());
+    const int lastRename = IndexOfStep(calls.Steps(), "rename NotePages.new");
+    ASSERT_GE(lastRename, 0);
     Begin();
-    calls.steps.clear();
-    calls.way = BrokenCalls::Way::FromThereOn;
-    calls.failAt = lastRename;
+    calls.Fail({.at = lastRename, .times = FromThereOn});
     EXPECT_EQ(Save(), 0);
     EXPECT_TRUE(AllDirty());
     EXPECT_TRUE(std::filesystem::exists(scratch.File("Save.set")));
-    calls.failAt = -1;
+    calls.Mend();
     EXPECT_EQ(Save(), 1);
     EXPECT_TRUE(IsTidy());
     ExpectNewDiary(GetParam().label);
 }
 
-TEST_P(DataFileSetTest, FileThatCannotBeWrittenIsNamed) {
+TEST_P(DataFileSet, FileThatCannotBeWrittenIsNamed) {
     const struct {
         const char* step;
         const char* file;
@@ -309,16 +252,15 @@ TEST_P(DataFileSetTest, FileThatCannotBeWrittenIsNamed) {
     Begin();
     std::vector<std::string> steps;
     {
-        BrokenCalls calls;
+        const FailingFileCalls calls;
         ASSERT_EQ(Save(), 1);
-        steps = calls.steps;
+        steps = calls.Steps();
     }
     for (const auto& [step, file] : cases) {
-        const auto found = std::find(steps.begin(), steps.end(), step);
-        ASSERT_NE(found, steps.end()) << step;
+        const int index = IndexOfStep(steps, step);
+        ASSERT_GE(index, 0) << step;
         Begin();
-        BrokenCalls calls;
-        calls.failAt = static_cast<int>(found - steps.begin());
+        const FailingFileCalls calls({.at = index});
         EXPECT_EQ(Save(), 0) << step;
         EXPECT_EQ(::GetLastError(), DWORD{ERROR_DISK_FULL}) << step;
         const SaveFailure& failure = data->LastFailure();
@@ -327,7 +269,7 @@ TEST_P(DataFileSetTest, FileThatCannotBeWrittenIsNamed) {
     }
 }
 
-TEST_P(DataFileSetTest, FileWhosePathDoesNotFitIsNamedAndNothingIsWritten) {
+TEST_P(DataFileSet, FileWhosePathDoesNotFitIsNamedAndNothingIsWritten) {
     Begin();
     // Bleeding.dat would fit, Temperature.dat does not.
     constexpr std::size_t FolderLength = PathCapacity - 15;
@@ -341,7 +283,7 @@ TEST_P(DataFileSetTest, FileWhosePathDoesNotFitIsNamedAndNothingIsWritten) {
     EXPECT_TRUE(std::filesystem::is_empty(longFolder));
 }
 
-TEST(DataFilePathTest, HoldsAllButTheTerminatorOfAPath) {
+TEST(DataFilePath, HoldsAllButTheTerminatorOfAPath) {
     const std::size_t nameLength = WideView(TEXT("\\Temperature.dat")).size();
     const WideString longest(PathCapacity - 1 - nameLength, 'x');
     WideString path;
@@ -350,9 +292,9 @@ TEST(DataFilePathTest, HoldsAllButTheTerminatorOfAPath) {
     EXPECT_FALSE(DataFilePath((longest + TEXT("x")).c_str(), DataFile::Temperature, path));
 }
 
-class DataFileRecordTest : public ::testing::Test {
+class DataFileSetRecord : public testing::Test {
   protected:
-    DataFileRecordTest() : folder(Wide(scratch.Root())) {
+    DataFileSetRecord() : folder(Wide(scratch.Root())) {
         UserData data;
         RecordTemperature(data, First, 9800);
         RecordBleeding(data, First, 1);
@@ -366,7 +308,7 @@ class DataFileRecordTest : public ::testing::Test {
     std::string diary;
 };
 
-TEST_F(DataFileRecordTest, RecordThatIsNotWholeWasNeverInForce) {
+TEST_F(DataFileSetRecord, RecordThatIsNotWholeWasNeverInForce) {
     const Bytes wholeRecord{'L', 'U', 'S', '1', 'r', 'r', '.', '.'};
     for (std::size_t length = 0; length < wholeRecord.size(); ++length) {
         WriteBytes(scratch.File("Save.set"),
@@ -379,25 +321,23 @@ TEST_F(DataFileRecordTest, RecordThatIsNotWholeWasNeverInForce) {
     EXPECT_EQ(Loaded(folder, TEXT("")), diary);
 }
 
-TEST_F(DataFileRecordTest, RecordWithoutOldFilesChangesNothing) {
+TEST_F(DataFileSetRecord, RecordWithoutOldFilesChangesNothing) {
     WriteBytes(scratch.File("Save.set"), {'L', 'U', 'S', '1', 'r', 'd', 'r', 'd'});
     EXPECT_EQ(Loaded(folder, TEXT("")), diary);
 }
 
-TEST_F(DataFileRecordTest, FolderThatCannotBeMendedRefusesLoadingAndSaving) {
+TEST_F(DataFileSetRecord, FolderThatCannotBeMendedRefusesLoadingAndSaving) {
     WriteBytes(scratch.File("Save.set"), {'L', 'U', 'S', '1', '.', 'r', '.', '.'});
     WriteBytes(scratch.File("Bleeding.old"), ReadBytes(scratch.File("Bleeding.dat")));
     UserData data;
     {
-        BrokenCalls calls;
-        calls.failAt = 0;
+        const FailingFileCalls calls({.at = 0});
         EXPECT_EQ(data.LoadFolder(folder.c_str(), TEXT("")), 0);
         EXPECT_EQ(::GetLastError(), DWORD{DataFileCorrupt});
         EXPECT_FALSE(data.IsLoaded());
     }
     {
-        BrokenCalls calls;
-        calls.failAt = 0;
+        const FailingFileCalls calls({.at = 0});
         data.MarkAllDirty();
         EXPECT_EQ(data.SaveFolder(folder.c_str(), TEXT("")), 0);
         EXPECT_EQ(data.LastFailure().path, folder);
@@ -407,22 +347,25 @@ TEST_F(DataFileRecordTest, FolderThatCannotBeMendedRefusesLoadingAndSaving) {
     EXPECT_EQ(Loaded(folder, TEXT("")), diary);
 }
 
-TEST_F(DataFileRecordTest, TwoFilesAreTogetherOnlyWithARecord) {
+TEST_F(DataFileSetRecord, TwoFilesAreTogetherOnlyWithARecord) {
     UserData data;
     RecordBleeding(data, First, 2);
     RecordTemperature(data, First, 9900);
-    BrokenCalls calls;
+    const FailingFileCalls calls;
     ASSERT_EQ(data.SaveFolder(folder.c_str(), TEXT("")), 1);
-    EXPECT_EQ(std::count(calls.steps.begin(), calls.steps.end(), "create Save.set"), 1);
+    const std::vector<std::string> steps = calls.Steps();
+    EXPECT_EQ(std::count(steps.begin(), steps.end(), "create Save.set"), 1);
 }
 
-TEST_F(DataFileRecordTest, SingleFileIsSavedWithoutARecord) {
+TEST_F(DataFileSetRecord, SingleFileIsSavedWithoutARecord) {
     UserData data;
     RecordBleeding(data, First, 2);
-    BrokenCalls calls;
+    const FailingFileCalls calls;
     ASSERT_EQ(data.SaveFolder(folder.c_str(), TEXT("")), 1);
-    EXPECT_EQ(calls.steps, (std::vector<std::string>{"create Bleeding.new", "write", "write",
-                                                     "flush", "close", "replace Bleeding.new"}));
+    EXPECT_EQ(calls.Steps(),
+              (std::vector<std::string>{"create Bleeding.new", "write Bleeding.new",
+                                        "write Bleeding.new", "flush Bleeding.new",
+                                        "close Bleeding.new", "replace Bleeding.new"}));
 }
 
 }  // namespace

@@ -79,7 +79,7 @@ void FillWithDays(DayValueList& list, std::int32_t count) {
     list.dirty = true;
 }
 
-class DataFileTest : public ::testing::Test {
+class DataFileTest : public testing::Test {
   protected:
     DataFileTest() {
         days.Set(MakeDateKey(1999, 9, 9), 9);  // every load must clear the lists

@@ -11,7 +11,7 @@
 namespace lunara::test {
 namespace {
 
-TEST(FolderNameTest, OrdinaryNamesStayAsTheyAre) {
+TEST(FolderName, OrdinaryNamesStayAsTheyAre) {
     for (const WCHAR* name : {TEXT("Anna"),
                               TEXT("Anna Maria"),
                               TEXT(" Anna"),
@@ -48,7 +48,7 @@ void ExpectEscapes(std::initializer_list<EscapeCase> cases) {
     }
 }
 
-TEST(FolderNameTest, CharactersThatAFolderCannotHaveAreEscaped) {
+TEST(FolderName, CharactersThatAFolderCannotHaveAreEscaped) {
     ExpectEscapes({
         {TEXT("a/b\\c"), "a%2Fb%5Cc"},
         {TEXT(":*?\"<>|"), "%3A%2A%3F%22%3C%3E%7C"},
@@ -57,7 +57,7 @@ TEST(FolderNameTest, CharactersThatAFolderCannotHaveAreEscaped) {
     });
 }
 
-TEST(FolderNameTest, NoNameReachesOutOfTheFolder) {
+TEST(FolderName, NoNameReachesOutOfTheFolder) {
     ExpectEscapes({
         {TEXT("."), "%2E"},
         {TEXT(".."), ".%2E"},
@@ -66,7 +66,7 @@ TEST(FolderNameTest, NoNameReachesOutOfTheFolder) {
     });
 }
 
-TEST(FolderNameTest, DotOrBlankAtTheEndIsEscaped) {
+TEST(FolderName, DotOrBlankAtTheEndIsEscaped) {
     ExpectEscapes({
         {TEXT("Anna."), "Anna%2E"},
         {TEXT("Anna "), "Anna%20"},
@@ -76,7 +76,7 @@ TEST(FolderNameTest, DotOrBlankAtTheEndIsEscaped) {
     });
 }
 
-TEST(FolderNameTest, DeviceNamesAreEscapedWhateverFollowsTheDot) {
+TEST(FolderName, DeviceNamesAreEscapedWhateverFollowsTheDot) {
     ExpectEscapes({
         {TEXT("CON"), "%43ON"},
         {TEXT("con"), "%63on"},
@@ -97,7 +97,7 @@ TEST(FolderNameTest, DeviceNamesAreEscapedWhateverFollowsTheDot) {
     });
 }
 
-TEST(FolderNameTest, PercentIsEscapedOnlyWhereItReadsAsAnEscape) {
+TEST(FolderName, PercentIsEscapedOnlyWhereItReadsAsAnEscape) {
     ExpectEscapes({
         {TEXT("%41"), "%2541"},
         {TEXT("%ef"), "%25ef"},
@@ -108,7 +108,7 @@ TEST(FolderNameTest, PercentIsEscapedOnlyWhereItReadsAsAnEscape) {
     });
 }
 
-TEST(FolderNameTest, SurrogateWithoutItsPartnerIsEscapedAsThreeBytes) {
+TEST(FolderName, SurrogateWithoutItsPartnerIsEscapedAsThreeBytes) {
     ExpectEscapes({
         {TEXT("\xD83D"), "%ED%A0%BD"},
         {TEXT("\xDE00 \xD83D x"), "%ED%B8%80 %ED%A0%BD x"},
@@ -126,7 +126,7 @@ WideString ModuleName() {
     return whole.substr(whole.find_last_of(TEXT("\\/")) + 1);
 }
 
-TEST(FolderNameTest, TheProgramsOwnFileIsNoFolder) {
+TEST(FolderName, TheProgramsOwnFileIsNoFolder) {
     ExpectEscapes({
         {TEXT("Lunara.exe"), "%4Cunara.exe"},
         {TEXT("LUNARA.EXE"), "%4CUNARA.EXE"},
@@ -136,7 +136,7 @@ TEST(FolderNameTest, TheProgramsOwnFileIsNoFolder) {
     EXPECT_EQ(own, "%6C" + ToUtf8(ModuleName()).substr(1));  // "l" of the test's own name
 }
 
-TEST(FolderNameTest, TwoNamesNeverShareAFolder) {
+TEST(FolderName, TwoNamesNeverShareAFolder) {
     // All names of up to five characters from those that matter to escaping.
     const WideString alphabet = TEXT("%25Ee./ ");
     std::map<WideString, WideString> nameOfFolder;
@@ -154,14 +154,14 @@ TEST(FolderNameTest, TwoNamesNeverShareAFolder) {
     EXPECT_EQ(nameOfFolder.size(), 37449U);
 }
 
-TEST(DataFolderTest, IsTheProgramsFolderAndTheEscapedName) {
+TEST(DataFolder, IsTheProgramsFolderAndTheEscapedName) {
     std::array<WCHAR, PathCapacity> appFolder{};
     GetAppFolder(appFolder.data(), static_cast<int>(appFolder.size()));
     EXPECT_EQ(ToUtf8(DataFolderOfUser(TEXT("a/b"))), ToUtf8(appFolder.data()) + "a%2Fb");
     EXPECT_EQ(DataFolderOfUser(WideString(400, 'x')).size(), PathCapacity - 1);
 }
 
-TEST(CreateDirectoryTreeTest, CreatesMissingParentsWithEitherSeparator) {
+TEST(CreateDirectoryTree, CreatesMissingParentsWithEitherSeparator) {
     const ScratchFolder scratch;
     for (const WCHAR* below : {TEXT("/a/b/c"), TEXT("\\d\\e"), TEXT("/f\\g/"), TEXT("/a/b/h\\")}) {
         const WideString folder = Wide(scratch.Root()) + below;
@@ -173,14 +173,14 @@ TEST(CreateDirectoryTreeTest, CreatesMissingParentsWithEitherSeparator) {
     EXPECT_TRUE(std::filesystem::is_directory(scratch.Root() / "f" / "g"));
 }
 
-TEST(CreateDirectoryTreeTest, FolderThatIsThereIsFine) {
+TEST(CreateDirectoryTree, FolderThatIsThereIsFine) {
     const ScratchFolder scratch;
     EXPECT_EQ(CreateDirectoryTree(Wide(scratch.Root()).c_str()), 1);
     EXPECT_EQ(CreateDirectoryTree((Wide(scratch.Root()) + TEXT("/")).c_str()), 1);
     EXPECT_EQ(CreateDirectoryTree(TEXT("/")), 1);
 }
 
-TEST(CreateDirectoryTreeTest, FileInTheWayFailsWithTheSystemsError) {
+TEST(CreateDirectoryTree, FileInTheWayFailsWithTheSystemsError) {
     const ScratchFolder scratch;
     WriteBytes(scratch.File("file"), {1, 2, 3});
     for (const WCHAR* below : {TEXT("/file"), TEXT("/file/a"), TEXT("/file/a/b")}) {
@@ -192,7 +192,7 @@ TEST(CreateDirectoryTreeTest, FileInTheWayFailsWithTheSystemsError) {
     EXPECT_EQ(CreateDirectoryTree(TEXT("")), 0);
 }
 
-TEST(CreateDirectoryTreeTest, EscapedNamesCanBeFolders) {
+TEST(CreateDirectoryTree, EscapedNamesCanBeFolders) {
     const ScratchFolder scratch;
     int count = 0;
     for (const WCHAR* name : {TEXT(".."), TEXT("CON"), TEXT("a/b"), TEXT("Anna. "), TEXT("\xD83D"),

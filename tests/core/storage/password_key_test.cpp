@@ -9,7 +9,7 @@
 namespace lunara::test {
 namespace {
 
-TEST(DataKeyTest, CharactersOfTheCodePageBecomeItsBytes) {
+TEST(DataKey, CharactersOfTheCodePageBecomeItsBytes) {
     const struct {
         const char* label;
         const WCHAR* password;
@@ -32,7 +32,7 @@ TEST(DataKeyTest, CharactersOfTheCodePageBecomeItsBytes) {
     }
 }
 
-TEST(DataKeyTest, OneCharacterOutsideTheCodePageMakesAllOfItUtf8) {
+TEST(DataKey, OneCharacterOutsideTheCodePageMakesAllOfItUtf8) {
     const struct {
         const char* label;
         const WCHAR* password;
@@ -49,19 +49,19 @@ TEST(DataKeyTest, OneCharacterOutsideTheCodePageMakesAllOfItUtf8) {
     }
 }
 
-TEST(DataKeyTest, EmptyOrMissingPasswordIsNoKey) {
+TEST(DataKey, EmptyOrMissingPasswordIsNoKey) {
     EXPECT_STREQ(DataKey(TEXT("")).Bytes(), "");
     EXPECT_STREQ(DataKey(nullptr).Bytes(), "");
 }
 
-TEST(DataKeyTest, TakesTheFirst55BytesOnly) {
+TEST(DataKey, TakesTheFirst55BytesOnly) {
     const WideString longest(55, 'p');
     EXPECT_EQ(DataKey((longest + TEXT("q")).c_str()).Bytes(), std::string(55, 'p'));
     EXPECT_EQ(DataKey(longest.c_str()).Bytes(), std::string(55, 'p'));
     EXPECT_EQ(DataKey(longest.substr(1).c_str()).Bytes(), std::string(54, 'p'));
 }
 
-TEST(DataKeyTest, CutsUtf8InTheMiddleOfACharacterToo) {
+TEST(DataKey, CutsUtf8InTheMiddleOfACharacterToo) {
     std::string expected;
     for (int i = 0; i < 27; ++i) {
         expected += "\xD1\x8F";
@@ -69,7 +69,7 @@ TEST(DataKeyTest, CutsUtf8InTheMiddleOfACharacterToo) {
     EXPECT_EQ(DataKey(WideString(40, u'\u044F').c_str()).Bytes(), expected + "\xD1");
 }
 
-TEST(DataKeyTest, CharacterPastTheCutStillDecidesForUtf8) {
+TEST(DataKey, CharacterPastTheCutStillDecidesForUtf8) {
     // The last character, far behind byte 55, is not in Windows-1252, so the key is UTF-8.
     const WideString password = WideString(60, u'\u00FC') + TEXT("\u044F");
     const std::string bytes = DataKey(password.c_str()).Bytes();
@@ -77,7 +77,7 @@ TEST(DataKeyTest, CharacterPastTheCutStillDecidesForUtf8) {
     EXPECT_EQ(bytes.substr(0, 4), "\xC3\xBC\xC3\xBC");
 }
 
-TEST(DataKeyTest, IsWipedAtItsEnd) {
+TEST(DataKey, IsWipedAtItsEnd) {
     alignas(DataKey) unsigned char memory[sizeof(DataKey)];
     auto* key = new (memory) DataKey(TEXT("secret"));
     const auto* bytes = reinterpret_cast<const unsigned char*>(key->Bytes());

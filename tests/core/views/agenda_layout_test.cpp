@@ -4,18 +4,14 @@
 
 #include <algorithm>
 
-#include "tests/core/views/layout_test_support.h"
+#include "tests/support/box.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-using test::Box;
-using test::BoxOf;
-using test::Spot;
-using test::SpotOf;
-
 constexpr RECT Client = {0, 0, 300, 600};
-constexpr LONG TextHeight = 15;  // padding 5
+constexpr LONG TextHeight = 15;  // px; makes a padding of 5 px
 
 AgendaLayout FiveItems() { return {Client, 5, 20, TextHeight}; }
 
@@ -65,7 +61,7 @@ TEST(AgendaBubble, TooWideATextMovesItLeftUntilItEndsTwoPixelsInside) {
     EXPECT_EQ(place.bubble.right, 298);
     EXPECT_EQ(place.bubble.left, 128);
     EXPECT_EQ(place.text.left, 133);
-    // Possibly over the item cells, which end at 100.
+    // A wider text may cover the item cells, which end at 100 px.
     EXPECT_EQ(FiveItems().PlaceBubble(0, 0, {260, 15}).bubble.left, 28);
 }
 
@@ -80,7 +76,7 @@ TEST(AgendaBubble, LongTextsPushTheNextBubblesDown) {
         const AgendaBubble place = layout.PlaceBubble(y, nextBubbleY, {100, 45});
         EXPECT_EQ(place.arrowStart.y, y + 10);
         if (row > 0) {
-            // The padding overlaps, the texts never do.
+            // Bubbles may overlap by their padding; texts never overlap.
             EXPECT_GE(place.text.top, before.bottom);
         }
         before = BoxOf(place.text);
@@ -128,13 +124,14 @@ TEST(AgendaArrow, StopsFivePixelsShort) {
 }
 
 TEST(AgendaArrow, RoundsHalvesAwayFromZero) {
-    // u = (0.6, 0.8): the tip at (-3, -4), the head at (-2.8, -10.4) and (-9.2, -5.6) from it.
+    // Along the unit vector (0.6, 0.8) the tip is (-3, -4) from the end, and the head's corners are
+    // (-2.8, -10.4) and (-9.2, -5.6) from the tip.
     AgendaArrow arrow{};
     ASSERT_TRUE(FindArrow({0, 0}, {30, 40}, arrow));
     EXPECT_EQ(SpotOf(arrow.tip), (Spot{27, 36}));
     EXPECT_EQ(SpotOf(arrow.head[1]), (Spot{24, 26}));
     EXPECT_EQ(SpotOf(arrow.head[2]), (Spot{18, 30}));
-    // u = (0.1, ...) x 5 = 0.5 up to a rounding error: 1 px, not 0.
+    // On a line of 5 px the tip is its start.
     ASSERT_TRUE(FindArrow({0, 0}, {-3, 4}, arrow));
     EXPECT_EQ(SpotOf(arrow.tip), (Spot{0, 0}));
 }
@@ -146,4 +143,4 @@ TEST(AgendaArrow, BetweenTheSamePointsThereIsNothing) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -6,25 +6,20 @@
 #include <string>
 #include <vector>
 
-#include "tests/core/views/layout_test_support.h"
+#include "tests/support/box.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-using test::Box;
-using test::BoxOf;
-using test::Day;
-using test::Spot;
-using test::SpotOf;
-
-constexpr RECT Column = {0, 0, 60, 240};   // vertical: 20 cells of 12 px
-constexpr RECT Row = {0, 0, 240, 60};      // horizontal: 20 cells of 12 px
-constexpr RECT LongRow = {0, 0, 250, 60};  // 10 px are left over
+constexpr RECT Column = {0, 0, 60, 240};   // vertical strip: 20 cells of 12 px
+constexpr RECT Row = {0, 0, 240, 60};      // horizontal strip: 20 cells of 12 px
+constexpr RECT LongRow = {0, 0, 250, 60};  // 20 cells of 12 px and 10 px to spare
 
 CalendarLayout VerticalStrip() { return {Column, 20, true}; }
 CalendarLayout HorizontalStrip() { return {Row, 20, false}; }
 
-/// "cell:day cell:day ..."
+/// The labels of the days as "cell:day cell:day ...".
 std::string LabelText(const CalendarLayout& layout, const SYSTEMTIME& start) {
     std::ostringstream text;
     const char* separator = "";
@@ -35,7 +30,7 @@ std::string LabelText(const CalendarLayout& layout, const SYSTEMTIME& start) {
     return text.str();
 }
 
-/// "year-month@start+length ..."
+/// The segments of the months as "year-month@start+length ...", start and length in px.
 std::string SegmentText(const CalendarLayout& layout, const SYSTEMTIME& start) {
     std::ostringstream text;
     const char* separator = "";
@@ -127,7 +122,7 @@ TEST(DaysInMonth, FollowsTheUsualTable) {
     EXPECT_EQ(DaysInMonth(2026, 13), 31);
 }
 
-// There is no century rule, although 2100 is no leap year.
+// Every fourth year has a 29 February here, although 2100 is no leap year.
 TEST(DaysInMonth, Year2100HasA29February) { EXPECT_EQ(DaysInMonth(2100, 2), 29); }
 
 TEST(MonthSegments, StartOnThe31stIsOneCellLong) {
@@ -149,7 +144,8 @@ TEST(MonthSegments, The29FebruaryOf2100TakesACell) {
     EXPECT_EQ(SegmentText(VerticalStrip(), Day(2100, 2, 28)), "2100-2@0+24 2100-3@24+216");
 }
 
-// Only year and month move on; whoever answers for the colour looks at the month.
+// A later segment's date advances year and month and keeps the day and the day of the week of the
+// first: a segment's colour depends on its month alone.
 TEST(MonthSegments, LaterOnesKeepTheDayOfTheFirst) {
     const SYSTEMTIME start = Day(2026, 1, 31);
     const auto segments = VerticalStrip().MonthSegments(start);
@@ -180,7 +176,7 @@ TEST(TodayMarker, PointsAtTheDayInTheHorizontalForm) {
     const SYSTEMTIME start = Day(2026, 3, 1);
     const CalendarLayout layout = HorizontalStrip();
     const auto segments = layout.MonthSegments(start);
-    // p = 3 x 12 + 6 = 42, y0 = 12
+    // The tip is over the middle of cell 3, x = 3 * 12 + 6 = 42 px; the band begins at y = 12.
     const std::vector<Spot> expected = {{42, 13}, {38, 17}, {40, 17}, {40, 25},
                                         {44, 25}, {44, 17}, {46, 17}, {42, 13}};
     EXPECT_EQ(MarkerSpots(layout, segments[0], start, Day(2026, 3, 4)), expected);
@@ -190,7 +186,7 @@ TEST(TodayMarker, PointsAtTheDayInTheVerticalForm) {
     const SYSTEMTIME start = Day(2026, 3, 1);
     const CalendarLayout layout = VerticalStrip();
     const auto segments = layout.MonthSegments(start);
-    // p = 42, x0 = 48
+    // The tip is beside the middle of cell 3, y = 42 px; the band ends at x = 48.
     const std::vector<Spot> expected = {{47, 42}, {43, 38}, {43, 40}, {35, 40},
                                         {35, 44}, {43, 44}, {43, 46}, {47, 42}};
     EXPECT_EQ(MarkerSpots(layout, segments[0], start, Day(2026, 3, 4)), expected);
@@ -207,8 +203,9 @@ TEST(TodayMarker, BelongsToTheSegmentOfItsDay) {
     EXPECT_FALSE(MarkerSpots(layout, segments[1], start, Day(2026, 4, 1)).empty());
 }
 
-// The day after the last cell has a marker, half a cell past it, where spare pixels leave room.
-TEST(TodayMarker, OfTheDayAfterTheLastCellNeedsSparePixels) {
+// The marker of the day after the last cell is half a cell behind that cell, and drawn only where
+// spare pixels leave room for it.
+TEST(TodayMarker, NeedsSparePixelsForTheDayAfterTheLastCell) {
     const SYSTEMTIME start = Day(2026, 3, 1);
     const SYSTEMTIME dayAfter = Day(2026, 3, 21);
     const CalendarLayout roomy(LongRow, 20, false);
@@ -252,14 +249,15 @@ TEST(DayLabels, StandAtTheFirstAndEveryFifthDayAndAtBothEnds) {
 }
 
 TEST(DayLabels, LeaveOutACutOffCell) {
-    // Cell 20 (25 March) begins at 240 of 250 px.
+    // Cell 20 (25 March) is cut off: it begins at 240 px of 250.
     EXPECT_EQ(LabelText({LongRow, 20, false}, Day(2026, 3, 5)), "0:5 5:10 10:15 15:20 19:24");
 }
 
-TEST(DayLabels, OfASingleDay) {
+TEST(DayLabels, StandAtASingleDay) {
     EXPECT_EQ(LabelText({Row, 1, false}, Day(2026, 3, 3)), "0:3");
     EXPECT_EQ(LabelText({Row, 1, false}, Day(2026, 3, 5)), "0:5");
-    // Its neighbour, the 5th, would be labelled if it were shown; the last-cell rule labels it.
+    // The first cell gives way to a labelled neighbour, here the 5th, but as the last cell it is
+    // labelled all the same.
     EXPECT_EQ(LabelText({Row, 1, false}, Day(2026, 3, 4)), "0:4");
 }
 
@@ -281,7 +279,7 @@ void ExpectHits(const CalendarLayout& layout, const SYSTEMTIME& start,
     }
 }
 
-TEST(CalendarHitTest, OfTheHorizontalForm) {
+TEST(CalendarHitTest, FindsThePartsOfTheHorizontalForm) {
     ExpectHits(HorizontalStrip(), Day(2026, 3, 1),
                {
                    {"first pixel", {0, 0}, CCHT_DAY, 0x07EA0301, {0, 0, 12, 12}},
@@ -294,20 +292,20 @@ TEST(CalendarHitTest, OfTheHorizontalForm) {
                });
 }
 
-TEST(CalendarHitTest, OfTheVerticalForm) {
+TEST(CalendarHitTest, FindsThePartsOfTheVerticalForm) {
     ExpectHits(VerticalStrip(), Day(2026, 3, 1),
                {
                    {"strip", {48, 0}, CCHT_DAY, 0x07EA0301, {48, 0, 60, 12}},
                    {"band", {47, 25}, CCHT_MONTHBAND, 0x07EA0303, {48, 24, 60, 36}},
                    {"above it", {50, -4}, CCHT_OUTSIDE, 0x07EA0301, {48, 0, 60, 12}},
                    {"left of it", {-9, 30}, CCHT_OUTSIDE, 0x07EA0303, {48, 24, 60, 36}},
-                   // Not clamped to the bottom: x, which is compared with it, is smaller.
+                   // y is not clamped: x is what is compared with the bottom, and it is smaller.
                    {"below it", {50, 264}, CCHT_OUTSIDE, 0x07EA0317, {48, 264, 60, 276}},
                });
 }
 
-// A strip wider than high: x beyond the bottom coordinate moves the point to the bottom, wherever
-// it was.
+// The vertical form compares x with the bottom edge. In a strip wider than high a point outside,
+// but not above, moves to the bottom when its x is beyond the bottom's coordinate.
 TEST(CalendarHitTest, VerticalFormComparesXWithTheBottom) {
     const CalendarLayout layout({0, 0, 300, 100}, 10, true);
     ExpectHits(layout, Day(2026, 3, 1),
@@ -345,7 +343,7 @@ TEST(CalendarDayRect, LeavesTheCellOfADateThatIsNotShown) {
     EXPECT_EQ(BoxOf(cell), (Box{1, 2, 3, 4}));
 }
 
-// N itself is inside: the day after the last cell counts as shown.
+// The range is closed: the day after the last of N cells counts as shown.
 TEST(IsDateInStrip, IncludesTheDayAfterTheLastCell) {
     const SYSTEMTIME start = Day(2026, 3, 1);
     EXPECT_FALSE(IsDateInStrip(Day(2026, 2, 28), start, 20));
@@ -356,4 +354,4 @@ TEST(IsDateInStrip, IncludesTheDayAfterTheLastCell) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

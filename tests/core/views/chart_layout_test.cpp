@@ -7,15 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "tests/core/views/layout_test_support.h"
+#include "tests/support/box.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::Box;
-using test::BoxOf;
-using test::Spot;
-using test::SpotOf;
 
 constexpr ChartScale Temperature[] = {
     {100, 10, 10, 50, 1}, {200, 10, 50, 100, 1}, {300, 10, 50, 100, 1}, {400, 50, 0, 100, 1}};
@@ -23,7 +19,7 @@ constexpr ChartScale Bleeding[] = {{4, 1, 0, 1, 0}};
 constexpr std::int32_t Most = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t Least = std::numeric_limits<std::int32_t>::min();
 
-/// Points 10 px apart.
+/// Points of these values, 10 px apart from x = 0 on.
 std::vector<ChartPoint> PointsOf(std::initializer_list<std::int32_t> values) {
     std::vector<ChartPoint> points;
     for (const std::int32_t value : values) {
@@ -40,7 +36,7 @@ struct AxisCase {
     std::span<const ChartScale> scales;
     std::int32_t minimum;
     std::int32_t maximum;
-    std::int32_t span;  // of the scale; step 50 is the default scale's
+    std::int32_t span;  // of the chosen scale, as is `step`; step 50 means the default scale
     std::int32_t step;
 };
 
@@ -85,7 +81,7 @@ TEST(ChooseAxis, DefaultScaleHasSolidLinesOnly) {
     EXPECT_EQ(axis.scale.centre, 1);
 }
 
-// It belongs to the day before the first one shown.
+// The first point belongs to the day before the first one shown.
 TEST(ChooseAxis, FirstPointDoesNotCount) {
     const ChartAxis axis = ChooseAxis(PointsOf({9999, 9750}), 9700, 9800, Temperature);
     EXPECT_EQ(axis.minimum, 9650);
@@ -125,11 +121,11 @@ TEST(ChartMapping, PutsTheAxisIntoTheAreaRightOfTheMargin) {
 }
 
 TEST(ChartMapping, TruncatesPixels) {
-    // 238 px for 200 hundredths: 1.19 px each
+    // 238 px for 200 hundredths of a degree: 1.19 px each.
     const ChartMapping mapping({0, 0, 240, 238}, 34, AxisOf(9650, 9850));
     EXPECT_EQ(mapping.ToPixel({100, 9653}).y, 234);  // 234.43
     EXPECT_EQ(mapping.ToPixel({100, 9651}).y, 236);  // 236.81
-    // Above the top truncation goes the other way, to 0.
+    // Above the top y is negative, and truncation towards zero moves it down.
     EXPECT_EQ(mapping.ToPixel({100, 9850}).y, 0);
     EXPECT_EQ(mapping.ToPixel({100, 9851}).y, -1);  // -1.19
 }
@@ -193,7 +189,7 @@ TEST(ChartMapping, ClampsHeightsIntoTheChart) {
     EXPECT_EQ(mapping.ClampToArea(4000), 400);
 }
 
-/// "value@y" with a letter for the kind, separated by blanks.
+/// The ticks, separated by blanks: the value, M (major), m (minor) or . (plain), and y in px.
 std::string TickText(const ChartAxis& axis, const RECT& client) {
     std::ostringstream text;
     const char* separator = "";
@@ -207,7 +203,7 @@ std::string TickText(const ChartAxis& axis, const RECT& client) {
     return text.str();
 }
 
-TEST(ChartTicks, OfTheDefaultTemperatureRange) {
+TEST(ChartTicks, FillTheDefaultTemperatureRange) {
     const ChartAxis axis = ChooseAxis({}, 9700, 9800, Temperature);
     EXPECT_EQ(TickText(axis, {0, 0, 480, 400}),
               "9650m400 9660.380 9670.360 9680.340 9690.320 9700M300 9710.280 9720.260 9730.240 "
@@ -215,7 +211,7 @@ TEST(ChartTicks, OfTheDefaultTemperatureRange) {
               "9830.40 9840.20 9850m0");
 }
 
-TEST(ChartTicks, OfBleedingAreAllSolid) {
+TEST(ChartTicks, AreAllMajorForBleeding) {
     const ChartAxis axis = ChooseAxis({}, 0, 3, Bleeding);
     EXPECT_EQ(TickText(axis, {0, 0, 480, 400}), "0M400 1M300 2M200 3M100 4M0");
 }
@@ -245,7 +241,7 @@ TEST(ChartLabels, StandBelowTheirLineOrAtTheBottom) {
     EXPECT_EQ(LabelTop(100, 13, 400), 101);
     EXPECT_EQ(LabelTop(0, 13, 400), 1);
     EXPECT_EQ(LabelTop(387, 13, 400), 388);
-    // From here on it would be cut.
+    // Below its line the label would be cut off at the bottom.
     EXPECT_EQ(LabelTop(388, 13, 400), 388);
     EXPECT_EQ(LabelTop(400, 13, 400), 388);
     EXPECT_EQ(LabelTop(420, 13, 400), 388);
@@ -264,7 +260,7 @@ struct TapCase {
 
 TEST(FindChartPoint, TakesTheFirstWithinFivePixels) {
     const ChartMapping mapping({0, 0, 100, 400}, 0, AxisOf(9650, 9850));
-    // Pixels (0, 200), (10, 100), (13, 103), (40, 19900)
+    // Their pixels: (0, 200), (10, 100), (13, 104), (40, 19900).
     const std::vector<ChartPoint> points = {{0, 9750}, {10, 9800}, {13, 9798}, {40, -100}};
     const TapCase cases[] = {
         {"on the point", {10, 100}, 1},
@@ -321,4 +317,4 @@ TEST(RubberBand, RunsOverNeighboursOfValueZero) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -3,9 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <ostream>
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr std::uint32_t White = 0xFFFFFF;
@@ -19,34 +18,30 @@ struct BlendCase {
     std::uint32_t expected;
 };
 
-void PrintTo(const BlendCase& blend, std::ostream* out) { *out << blend.label; }
-
-class BlendColorTest : public ::testing::TestWithParam<BlendCase> {};
-
-TEST_P(BlendColorTest, GivesExactlyThisColor) {
-    const BlendCase& blend = GetParam();
-    EXPECT_EQ(BlendColor(blend.c0, blend.c1, blend.f), blend.expected) << blend.label;
+TEST(BlendColor, MixesEachChannelToTheBit) {
+    constexpr BlendCase Cases[] = {
+        {"nothing of the first", Blue, White, 0.0F, White},
+        {"all of the first", Blue, White, 1.0F, Blue},
+        {"level 3 of 3 is a whole", Blue, White, 3 * 0.33333334F, Blue},
+        // 255 * (1 - f) is a little less than 170 and 85 and is truncated. The full channel is 254,
+        // because its two parts are rounded differently.
+        {"level 1 is truncated", Blue, White, 1 * 0.33333334F, 0xFEA9A9},
+        {"level 2 is truncated", Blue, White, 2 * 0.33333334F, 0xFE5454},
+        {"halves", 0x000000, White, 0.5F, 0x7F7F7F},
+        {"channels stay apart", 0x102030, 0x405060, 0.25F, 0x344454},
+        {"smallest stored probability", Blue, White, 0.01F, 0xFFFCFC},
+        {"top bytes are dropped", 0xAB0000FF, 0xCD0000FF, 0.5F, 0x0000FF},
+        // All in double precision the sum would be 255.
+        {"first product is single precision", White, White, 0.1F, 0xFEFEFE},
+        // All in single precision the sum would be 254.
+        {"the rest is double precision", White, White, 0.008F, White},
+    };
+    for (const BlendCase& blend : Cases) {
+        EXPECT_EQ(BlendColor(blend.c0, blend.c1, blend.f), blend.expected) << blend.label;
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Colors, BlendColorTest,
-    ::testing::Values(BlendCase{"nothing of the first", Blue, White, 0.0F, White},
-                      BlendCase{"all of the first", Blue, White, 1.0F, Blue},
-                      BlendCase{"level 3 of 3 is a whole", Blue, White, 3 * 0.33333334F, Blue},
-                      // 255 x (1 - f) is a little less than 170 and 85: cut, not rounded. The full
-                      // channel loses one, too, because its two parts round differently.
-                      BlendCase{"level 1 is cut", Blue, White, 1 * 0.33333334F, 0xFEA9A9},
-                      BlendCase{"level 2 is cut", Blue, White, 2 * 0.33333334F, 0xFE5454},
-                      BlendCase{"halves", 0x000000, White, 0.5F, 0x7F7F7F},
-                      BlendCase{"channels stay apart", 0x102030, 0x405060, 0.25F, 0x344454},
-                      BlendCase{"smallest stored probability", Blue, White, 0.01F, 0xFFFCFC},
-                      BlendCase{"top bytes are dropped", 0xAB0000FF, 0xCD0000FF, 0.5F, 0x0000FF},
-                      // Formed in double all through this would be 255.
-                      BlendCase{"first product is single precision", White, White, 0.1F, 0xFEFEFE},
-                      // Formed in single precision all through this would be 254.
-                      BlendCase{"the rest is double", White, White, 0.008F, White}));
-
-// f is meant to be 0..1; beyond it the channels keep the low eight bits of their whole numbers.
+// A weight outside [0, 1] leaves the low eight bits of each channel's truncated sum.
 TEST(BlendColor, KeepsTheLowByteBeyondTheRange) {
     EXPECT_EQ(BlendColor(0x00FF00, White, 1.2F), 0xCDFECDU);
     EXPECT_EQ(BlendColor(0x00FF00, White, 2.0F), 0x01FF01U);
@@ -59,4 +54,4 @@ TEST(BlendColor, SurvivesWeightsThatAreNoNumbers) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

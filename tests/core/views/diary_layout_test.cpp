@@ -2,14 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/core/views/layout_test_support.h"
+#include "tests/support/box.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::Box;
-using test::BoxOf;
-using test::Day;
 
 TEST(DiaryLayout, PutsThePartsSideBySide) {
     const DiaryLayout layout = LayOutDiary({0, 0, 240, 268}, 13, 45);
@@ -28,7 +25,7 @@ TEST(CalendarWidth, IsThreeLinesOfText) {
     EXPECT_EQ(CalendarWidth(15, 0, 0), 45);
 }
 
-// A cell, a month's name as thick as a cell and a number of two digits must find room.
+// The calendar holds a cell, a month's name as high as a cell, and a two-digit number.
 TEST(CalendarWidth, GrowsWithCellsThatAreMuchLargerThanTheFont) {
     EXPECT_EQ(CalendarWidth(15, 30, 34), 96);
 }
@@ -91,7 +88,7 @@ TEST(ScrollDistance, IsADayForALineAndTenForAPage) {
     EXPECT_EQ(ScrollDistance(4, -7), -7);
 }
 
-// Dragging (5), the ends (6, 7) and the end of scrolling (8) move nothing.
+// Scroll requests for dragging (5), the ends (6, 7) and the end of scrolling (8) move nothing.
 TEST(ScrollDistance, IgnoresEverythingElse) {
     for (const int request : {5, 6, 7, 8, -1, 1000}) {
         EXPECT_EQ(ScrollDistance(request, 99), 0) << request;
@@ -111,4 +108,4 @@ TEST(StartToShow, PutsAnEarlierDateIntoTheThirdRow) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

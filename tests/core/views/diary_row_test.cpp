@@ -7,15 +7,13 @@
 
 #include "cycle/day_status.h"
 #include "diary/user_data.h"
-#include "tests/core/test_support.h"
-#include "tests/user_data_access.h"
+#include "platform/text.h"
+#include "tests/support/dates.h"
+#include "tests/support/user_data_access.h"
 #include "views/color_blend.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::Day;
-using test::Utf8;
 
 constexpr COLORREF White = RGB(255, 255, 255);
 constexpr COLORREF Blue = RGB(0, 0, 255);
@@ -35,7 +33,7 @@ TEST(DiaryStatusMask, FollowsTheItemsShown) {
         {"bleeding", 2, 0x01E001FF},
         {"period", 4, 0x01E001FF},
         {"bleeding and period", 6, 0x01E001FF},
-        // Without the bits 0 to 10: those of a past ovulation's beginning (9, 10) are missing, too.
+        // Lacks bits 0 to 10, and among them past ovulation and its first day (9, 10).
         {"ovulation alone", 8, 0x01E07800},
         {"ovulation and notes", 9, 0x01E07800},
         {"ovulation and period", 12, 0x01E07FFF},
@@ -43,7 +41,7 @@ TEST(DiaryStatusMask, FollowsTheItemsShown) {
         {"ovulation, bleeding and period", 14, 0x01E07FFF},
         {"pregnancy", 16, 0x01FF1000},
         {"pregnancy and period", 20, 0x01FF11FF},
-        // Bit 12 is in both parts: united, not summed.
+        // Bit 12 belongs to both items: their masks are ORed, not added.
         {"pregnancy and ovulation", 24, 0x01FF7800},
         {"everything", 31, 0x01FF7FFF},
     };
@@ -69,7 +67,7 @@ TEST(CountDiaryItems, IgnoresBitsThatAreNoItems) {
     EXPECT_EQ(CountDiaryItems(0xFFFFFFE0 | 18), 2);
 }
 
-class DiaryRowTest : public ::testing::Test {
+class DiaryRowTest : public testing::Test {
   protected:
     static void Store(DayValueList& list, const SYSTEMTIME& day, float value) {
         list.Set(ToDateKey(day), std::bit_cast<std::int32_t>(value));
@@ -81,7 +79,7 @@ class DiaryRowTest : public ::testing::Test {
     const SYSTEMTIME today = Day(2026, 3, 15);
     const SYSTEMTIME yesterday = Day(2026, 3, 14);
     const SYSTEMTIME tomorrow = Day(2026, 3, 16);
-    test::ClockScope clock{Day(2026, 3, 15)};
+    ClockScope clock{Day(2026, 3, 15)};
     UserData data;
 };
 
@@ -108,7 +106,7 @@ TEST_F(DiaryRowTest, NoteCellShowsMarksAndText) {
     EXPECT_EQ(Cell(DiaryShowNotes, yesterday).overlay, NoPicture);
 }
 
-// Other bits of the stored flags are of no account.
+// Only bits 0 and 1 of the stored flags have a meaning.
 TEST_F(DiaryRowTest, NoteCellLooksAtItsTwoBitsOnly) {
     data.SetNoteFlags(4 | NoteFlagCramps, &today);
     EXPECT_EQ(Cell(DiaryShowNotes, today).color, RGB(255, 128, 128));
@@ -185,23 +183,23 @@ TEST_F(DiaryRowTest, OvulationAndPregnancyAreExpectedAfterTheLastPeriodStart) {
 TEST_F(DiaryRowTest, TextIsTheDateAndTheStatus) {
     SetDayFlags(UserDataTestAccess::Prediction(data), DAY_CYCLE_START, 0, ToDateKey(yesterday));
     const DiaryRow row = FillDiaryRow(data, AllDiaryItems, yesterday, today);
-    EXPECT_EQ(Utf8(row.text.data()), "Mar, 14\nCycle start. ");
+    EXPECT_EQ(ToUtf8(row.text.data()), "Mar, 14\nCycle start. ");
 }
 
 TEST_F(DiaryRowTest, DayWithoutStatusShowsNoDateEither) {
-    EXPECT_EQ(Utf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data()), "");
-    // A status that goes with an item which is not shown.
+    EXPECT_EQ(ToUtf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data()), "");
+    // Cycle start belongs to bleeding and period, neither of which is shown here.
     SetDayFlags(UserDataTestAccess::Prediction(data), DAY_CYCLE_START, 0, ToDateKey(yesterday));
-    EXPECT_EQ(Utf8(FillDiaryRow(data, DiaryShowOvulation, yesterday, today).text.data()), "");
+    EXPECT_EQ(ToUtf8(FillDiaryRow(data, DiaryShowOvulation, yesterday, today).text.data()), "");
 }
 
 TEST_F(DiaryRowTest, LongTextsAreCutToTheRow) {
-    // A status of 125 units fits by itself, with the date before it only in part.
+    // The status of 125 UTF-16 units fits the row's 127 alone, but not behind the date.
     SetDayFlags(UserDataTestAccess::Prediction(data),
                 DAY_PERIOD_END | DAY_OVULATION_POSSIBLE_LAST | DAY_PREGNANCY_POSSIBLE_FIRST |
                     DAY_PREGNANCY_POSSIBLE_LAST | DAY_PREGNANCY_HIGHLY_PROBABLE,
                 0, ToDateKey(yesterday));
-    const std::string row = Utf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data());
+    const std::string row = ToUtf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data());
     EXPECT_EQ(row.size(), 127U);
     EXPECT_EQ(row.substr(row.find('\n')),
               "\nPeriod end. Last day ovulation possible. 1st day pregnancy possible. "
@@ -211,7 +209,7 @@ TEST_F(DiaryRowTest, LongTextsAreCutToTheRow) {
 TEST_F(DiaryRowTest, StatusThatDoesNotFitByItselfIsLeftOut) {
     SetDayFlags(UserDataTestAccess::Prediction(data),
                 0x01FFFFFF & ~std::uint32_t{DAY_CYCLE_LENGTHS}, 0, ToDateKey(yesterday));
-    EXPECT_EQ(Utf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data()), "");
+    EXPECT_EQ(ToUtf8(FillDiaryRow(data, AllDiaryItems, yesterday, today).text.data()), "");
 }
 
 TEST_F(DiaryRowTest, CellsFollowTheItemsShown) {
@@ -223,4 +221,4 @@ TEST_F(DiaryRowTest, CellsFollowTheItemsShown) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -4,19 +4,18 @@
 
 #include <vector>
 
-#include "tests/core/views/layout_test_support.h"
+#include "tests/support/box.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-using test::Box;
-using test::BoxOf;
-
-// A device: 13 px lines, 17 px scroll bars.
+// Metrics of a pocket device: text lines of 13 px, scroll bars of 17 px.
 constexpr GraphMetrics Device = {13, 17, 17, {28, 13}, {48, 13}};
 
-TEST(GraphLayout, OfADeviceScreen) {
-    // Cells of 13 px: three lines hold the calendar. Chart bottom 320 - 5 x 13 - 17 = 238.
+TEST(GraphLayout, FillsADeviceScreen) {
+    // Cells of 13 px make a calendar of three text lines. The chart ends at
+    // 320 - 5 * 13 - 17 = 238 px.
     const GraphLayout layout = LayOutGraph({0, 0, 240, 320}, Device);
     EXPECT_EQ(BoxOf(layout.chart), (Box{0, 0, 240, 238}));
     EXPECT_EQ(BoxOf(layout.calendar), (Box{34, 238, 240, 277}));
@@ -24,7 +23,7 @@ TEST(GraphLayout, OfADeviceScreen) {
     EXPECT_EQ(BoxOf(layout.fahrenheitButton), (Box{0, 238, 34, 266}));
     EXPECT_EQ(BoxOf(layout.celsiusButton), (Box{0, 266, 34, 294}));
     EXPECT_EQ(BoxOf(layout.legendArea), (Box{0, 251, 34, 279}));
-    // 320 - 39 / 2 = 301
+    // The labels begin at 320 - 39 / 2 = 301 px.
     EXPECT_EQ(BoxOf(layout.dateLabel), (Box{10, 301, 38, 314}));
     EXPECT_EQ(BoxOf(layout.datePicker), (Box{38, 297, 115, 318}));
     EXPECT_EQ(BoxOf(layout.valueLabel), (Box{120, 301, 168, 314}));
@@ -32,8 +31,8 @@ TEST(GraphLayout, OfADeviceScreen) {
     EXPECT_EQ(BoxOf(layout.valueSpin), (Box{218, 297, 235, 318}));
 }
 
-TEST(GraphLayout, OfADesktopWindowHasRoomForLargeCells) {
-    // Cells of 446 / 15 = 29 px
+TEST(GraphLayout, GivesADesktopWindowLargeCells) {
+    // Cells of 446 / 15 = 29 px..
     const GraphLayout layout = LayOutGraph({0, 0, 480, 640}, Device);
     EXPECT_EQ(BoxOf(layout.chart), (Box{0, 0, 480, 510}));
     EXPECT_EQ(BoxOf(layout.calendar), (Box{34, 510, 480, 597}));
@@ -94,4 +93,4 @@ TEST(GraphColumns, CountsACutOffOne) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

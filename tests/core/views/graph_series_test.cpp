@@ -6,15 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "tests/core/test_support.h"
-#include "tests/user_data_access.h"
+#include "platform/text.h"
+#include "tests/support/dates.h"
+#include "tests/support/user_data_access.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
-
-using test::ClockScope;
-using test::Day;
-using test::Utf8;
 
 const GraphSeries Fahrenheit(GraphShowTemperature, MeasureFahrenheit);
 const GraphSeries Celsius(GraphShowTemperature, MeasureCelsius);
@@ -22,13 +19,13 @@ const GraphSeries Bleeding(GraphShowBleeding, MeasureFahrenheit);
 
 SYSTEMTIME Today() { return Day(2026, 3, 15); }
 
-class GraphSeriesTest : public ::testing::Test {
+class GraphSeriesTest : public testing::Test {
   protected:
     GraphSeriesTest() : clock(Today()) { data.SetCurrentDate(Today()); }
 
-    /// Sets the value of a day around today.
-    void Warm(int days, std::int32_t value) { test::RecordTemperature(data, KeyOf(days), value); }
-    void Bleed(int days, std::int32_t level) { test::RecordBleeding(data, KeyOf(days), level); }
+    /// Records a value for the day `days` after today; negative for days before.
+    void Warm(int days, std::int32_t value) { RecordTemperature(data, KeyOf(days), value); }
+    void Bleed(int days, std::int32_t level) { RecordBleeding(data, KeyOf(days), level); }
     static DateKey KeyOf(int days) {
         SYSTEMTIME day{};
         AddDays(Today(), days, day);
@@ -91,7 +88,7 @@ TEST_F(GraphSeriesTest, RangesFollowGraphAndUnit) {
     }
 }
 
-TEST_F(GraphSeriesTest, ScalesAreTheTables) {
+TEST_F(GraphSeriesTest, TemperatureHasFourScalesAndBleedingOne) {
     const std::array<std::array<std::int32_t, 5>, 4> expected = {
         {{100, 10, 10, 50, 1}, {200, 10, 50, 100, 1}, {300, 10, 50, 100, 1}, {400, 50, 0, 100, 1}}};
     const auto scales = Celsius.Scales();
@@ -113,7 +110,7 @@ struct TextCase {
     const char* entry = nullptr;
 };
 
-TEST_F(GraphSeriesTest, TextsOfValues) {
+TEST_F(GraphSeriesTest, ValuesAreWrittenAsLevelsOrTenthsOfADegree) {
     const TextCase cases[] = {
         {"none", Bleeding, 0, "None", "None"},
         {"slight", Bleeding, 1, "Slight", "Slight"},
@@ -134,9 +131,9 @@ TEST_F(GraphSeriesTest, TextsOfValues) {
     for (const TextCase& c : cases) {
         std::array<WCHAR, 16> text{};
         c.series.FormatLabel(c.value, text.data(), text.size());
-        EXPECT_EQ(Utf8(text.data()), c.axisLabel) << c.label;
+        EXPECT_EQ(ToUtf8(text.data()), c.axisLabel) << c.label;
         c.series.FormatEntry(c.value, text.data(), text.size());
-        EXPECT_EQ(Utf8(text.data()), c.entry) << c.label;
+        EXPECT_EQ(ToUtf8(text.data()), c.entry) << c.label;
     }
 }
 
@@ -153,7 +150,7 @@ TEST_F(GraphSeriesTest, PointsRunFromTheDayBeforeToTheDayAfter) {
     SYSTEMTIME start{};
     AddDays(Today(), -1, start);
     const auto points = Fahrenheit.MakePoints(data, start, 3, 34, 29);
-    // x = 34 - 14 + 29 i
+    // Point i is at x = 34 - 29 / 2 + 29 * i px.
     const std::array<std::array<std::int32_t, 2>, 5> expected = {
         {{20, 9700}, {49, 9750}, {78, 9820}, {107, -100}, {136, -100}}};
     for (std::size_t i = 0; i < expected.size(); ++i) {
@@ -161,7 +158,7 @@ TEST_F(GraphSeriesTest, PointsRunFromTheDayBeforeToTheDayAfter) {
     }
 }
 
-TEST_F(GraphSeriesTest, PointsOfBleeding) {
+TEST_F(GraphSeriesTest, BleedingPointsAreTheLevels) {
     Bleed(-1, 3);
     SYSTEMTIME start{};
     AddDays(Today(), -1, start);
@@ -171,7 +168,7 @@ TEST_F(GraphSeriesTest, PointsOfBleeding) {
     EXPECT_EQ(points[2].value, 0);
 }
 
-// Like any other value, although nothing was measured.
+// A day without a record is plotted at 97.5 F (36.4 C), as if that had been measured.
 TEST_F(GraphSeriesTest, DayWithoutTemperatureIsAPointAt975) {
     const auto points = Celsius.MakePoints(data, Today(), 0, 34, 10);
     EXPECT_EQ(points[1].value, 3640);
@@ -181,10 +178,10 @@ struct StoreCase {
     const char* label = nullptr;
     GraphSeries series;
     std::int32_t value = 0;
-    std::int32_t stored = 0;  // bleeding level or temperature
+    std::int32_t stored = 0;  // bleeding level or hundredths of a degree Fahrenheit
 };
 
-TEST_F(GraphSeriesTest, StoresInFahrenheit) {
+TEST_F(GraphSeriesTest, StoresTemperaturesInFahrenheitWithinTheLimits) {
     const StoreCase cases[] = {
         {"fahrenheit", Fahrenheit, 9823, 9823},
         {"at the upper limit", Fahrenheit, 10000, 10000},
@@ -205,7 +202,7 @@ TEST_F(GraphSeriesTest, StoresInFahrenheit) {
     }
 }
 
-TEST_F(GraphSeriesTest, StoresLevels) {
+TEST_F(GraphSeriesTest, StoresLevelsWithinTheLimits) {
     const StoreCase cases[] = {{"heavy", Bleeding, 3, 3},
                                {"above heavy", Bleeding, 4, 3},
                                {"slight", Bleeding, 1, 1},
@@ -217,7 +214,7 @@ TEST_F(GraphSeriesTest, StoresLevels) {
     }
 }
 
-// What is stored may be finer than what is shown.
+// A stored temperature may be finer than the tenth that is shown, and must not be rounded to it.
 TEST_F(GraphSeriesTest, AValueThatIsShownAlreadyChangesNothing) {
     Warm(0, 9823);
     test::ClearDirty(data);
@@ -247,4 +244,4 @@ TEST_F(GraphSeriesTest, ARefusedChangeIsReported) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 TEST(MonthColor, RunsFromJanuaryToDecember) {
@@ -27,4 +27,4 @@ TEST(MonthColor, IsWhiteForNoMonth) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

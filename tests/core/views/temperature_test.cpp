@@ -4,9 +4,10 @@
 
 #include <array>
 
-#include "tests/core/test_support.h"
+#include "platform/text.h"
+#include "tests/support/dates.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 struct ConversionCase {
@@ -77,15 +78,15 @@ TEST(FormatTemperature, HasOneDecimal) {
     for (const TextCase& c : cases) {
         std::array<WCHAR, 16> text{};
         FormatTemperature(c.value, text.data(), text.size());
-        EXPECT_EQ(test::Utf8(text.data()), c.expected);
+        EXPECT_EQ(ToUtf8(text.data()), c.expected);
     }
 }
 
 TEST(FormatTemperature, IsCutToItsBuffer) {
     std::array<WCHAR, 4> text{};
     FormatTemperature(10000, text.data(), text.size());
-    EXPECT_EQ(test::Utf8(text.data()), "100");
+    EXPECT_EQ(ToUtf8(text.data()), "100");
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -14,30 +14,6 @@ LockedFile::LockedFile(const std::wstring& path)
 
 LockedFile::~LockedFile() { ::CloseHandle(file); }
 
-FailingMoves::FailingMoves(int failingMove, Way failingWay) : failAt(failingMove), way(failingWay) {
-    UseFileCalls(this);
-}
-
-FailingMoves::~FailingMoves() { UseFileCalls(nullptr); }
-
-BOOL FailingMoves::Replace(const WCHAR* from, const WCHAR* to) {
-    return Fails() ? FALSE : FileCalls::Replace(from, to);
-}
-
-BOOL FailingMoves::MoveFolder(const WCHAR* from, const WCHAR* to) {
-    return Fails() ? FALSE : FileCalls::MoveFolder(from, to);
-}
-
-bool FailingMoves::Fails() {
-    const int since = count++ - failAt;
-    const bool fails = failAt >= 0 && since >= 0 &&
-                       (way == Way::FromThereOn || since < (way == Way::TwoMoves ? 2 : 1));
-    if (fails) {
-        ::SetLastError(ERROR_ACCESS_DENIED);
-    }
-    return fails;
-}
-
 void BackupTestBase::SetUp() {
     MainWindowTest::SetUp();
     RemoveTree(Documents());

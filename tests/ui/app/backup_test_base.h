@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "storage/replacement_file.h"
 #include "tests/ui/app/main_window_test_base.h"
 
 namespace lunara {
@@ -23,31 +22,6 @@ class LockedFile {
 
   private:
     HANDLE file;
-};
-
-/// Moves of files and folders, counted; one of them fails, two in a row, or all from one on.
-class FailingMoves : public FileCalls {
-  public:
-    enum class Way { OneMove, TwoMoves, FromThereOn };
-
-    /// `failingMove` counts from 0; none fails when it is negative.
-    FailingMoves(int failingMove, Way failingWay);
-    FailingMoves(const FailingMoves&) = delete;
-    FailingMoves& operator=(const FailingMoves&) = delete;
-    ~FailingMoves() override;
-
-    BOOL Replace(const WCHAR* from, const WCHAR* to) override;
-    BOOL MoveFolder(const WCHAR* from, const WCHAR* to) override;
-
-    /// How many moves there were, failed ones included.
-    int Count() const { return count; }
-
-  private:
-    bool Fails();
-
-    int failAt;
-    Way way;
-    int count = 0;
 };
 
 class BackupTestBase : public MainWindowTest {

@@ -4,6 +4,7 @@
 
 #include "resources/ids.h"
 #include "storage/backup_files.h"
+#include "tests/support/failing_file_calls.h"
 #include "tests/ui/app/backup_test_base.h"
 
 namespace lunara {
@@ -93,20 +94,28 @@ TEST_F(RestoreRecoveryTest, WhatAnEarlierRestoreLeftIsNeverTakenForThisOnes) {
 
 // ---- A move that fails ----
 
+/// `times` moves of files and folders fail, from the move with index `at` on.
+test::FileFault FailingMoves(int at, int times) {
+    return {.kinds = test::ReplaceCall | test::MoveFolderCall,
+            .at = at,
+            .times = times,
+            .error = ERROR_ACCESS_DENIED};
+}
+
 /// A folder that changes places as a whole, or one whose files go one by one.
 struct FailingMoveCase {
     const char* label;
     bool hasSubFolder;
-    FailingMoves::Way way;
+    int failures;
 };
 
 constexpr FailingMoveCase FailingMoveCases[] = {
-    {"folder, one move", false, FailingMoves::Way::OneMove},
-    {"folder, two moves", false, FailingMoves::Way::TwoMoves},
-    {"folder, all moves from there on", false, FailingMoves::Way::FromThereOn},
-    {"files, one move", true, FailingMoves::Way::OneMove},
-    {"files, two moves", true, FailingMoves::Way::TwoMoves},
-    {"files, all moves from there on", true, FailingMoves::Way::FromThereOn},
+    {"folder, one move", false, 1},
+    {"folder, two moves", false, 2},
+    {"folder, all moves from there on", false, test::FromThereOn},
+    {"files, one move", true, 1},
+    {"files, two moves", true, 2},
+    {"files, all moves from there on", true, test::FromThereOn},
 };
 
 TEST_F(RestoreRecoveryTest, WhicheverMoveFailsOneWholeDiaryIsThere) {
@@ -124,9 +133,9 @@ TEST_F(RestoreRecoveryTest, WhicheverMoveFailsOneWholeDiaryIsThere) {
             }
             int restored = 0;
             {
-                const FailingMoves calls(failAt, row.way);
+                const test::FailingFileCalls calls(FailingMoves(failAt, row.failures));
                 restored = RestoreFiles(TestUser, TEXT("a"));
-                moves = calls.Count();
+                moves = calls.Count(test::ReplaceCall | test::MoveFolderCall);
             }
             if (IsRestoreCutOff(TestUser)) {
                 EXPECT_EQ(restored, 0);
@@ -188,7 +197,7 @@ class RestoreCutOffTest : public BackupTestBase, public ::testing::WithParamInte
     }
 
     void Restore() {
-        const FailingMoves calls(GetParam(), FailingMoves::Way::FromThereOn);
+        const test::FailingFileCalls calls(FailingMoves(GetParam(), test::FromThereOn));
         messages.answers = {IDYES};
         script->Press(IDOK);
         Command(IDM_RESTORE);
@@ -221,7 +230,7 @@ TEST_P(RestoreCutOffTest, NothingIsSavedUntilItIsEnded) {
     messages.boxes.clear();
     messages.answers = {IDRETRY, IDCANCEL};
     {
-        const FailingMoves calls(0, FailingMoves::Way::FromThereOn);
+        const test::FailingFileCalls calls(FailingMoves(0, test::FromThereOn));
         ASSERT_TRUE(Close());
     }
     ASSERT_EQ(messages.boxes.size(), 2U);

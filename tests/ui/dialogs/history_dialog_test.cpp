@@ -4,7 +4,7 @@
 #include "platform/pocketpc/common_controls.h"
 #include "resources/ids.h"
 #include "tests/ui/app/main_window_test_base.h"
-#include "tests/user_data_access.h"
+#include "tests/support/user_data_access.h"
 
 namespace lunara {
 namespace {

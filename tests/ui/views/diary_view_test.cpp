@@ -7,7 +7,7 @@
 #include "cycle/day_status.h"
 #include "cycle/predictor.h"
 #include "tests/ui/views/diary_view_test_support.h"
-#include "tests/user_data_access.h"
+#include "tests/support/user_data_access.h"
 #include "views/month_colors.h"
 #include "window/settings.h"
 

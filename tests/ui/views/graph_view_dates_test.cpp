@@ -1,7 +1,7 @@
 // Which days the graph view shows: where it starts, how it scrolls, and how a date comes into view.
 
 #include "tests/ui/views/graph_view_test_support.h"
-#include "tests/user_data_access.h"
+#include "tests/support/user_data_access.h"
 
 namespace lunara {
 namespace {

@@ -1,7 +1,7 @@
 // Tapping and dragging points of the graph with button and move messages, as a pen does it.
 
 #include "tests/ui/views/graph_view_test_support.h"
-#include "tests/user_data_access.h"
+#include "tests/support/user_data_access.h"
 
 namespace lunara {
 namespace {

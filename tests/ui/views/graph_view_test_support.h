@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "tests/ui/views/view_test_support.h"
-#include "tests/user_data_access.h"
+#include "tests/support/user_data_access.h"
 #include "views/graph_view.h"
 #include "window/settings.h"
 

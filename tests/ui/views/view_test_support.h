@@ -8,7 +8,7 @@
 
 #include "platform/clock.h"
 #include "records/dates.h"
-#include "tests/box.h"
+#include "tests/support/box.h"
 #include "tests/ui/ui_test.h"
 #include "window/notification.h"
 

@@ -1,25 +1,22 @@
 #pragma once
 
-// What the core's tests share: texts, dates, and a clock that is set for one test.
+// Dates for tests, and a clock that stands still for one test.
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "platform/clock.h"
-#include "platform/text.h"
 #include "records/dates.h"
 
 namespace lunara::test {
 
-/// A date whose fields are normalised, day of week included.
+/// Midnight of a day that the calendar has, with its day of the week.
 inline SYSTEMTIME Day(unsigned year, unsigned month, unsigned day) {
     SYSTEMTIME date{};
     EXPECT_EQ(FromDateKey(MakeDateKey(year, month, day), date), 1);
     return date;
 }
 
-/// Fields as given, nothing filled in.
+/// A date with exactly these fields, be there such a day or not; the time of day is 0:00.
 inline SYSTEMTIME RawDate(WORD year, WORD month, WORD dayOfWeek, WORD day) {
     SYSTEMTIME date{};
     date.wYear = year;
@@ -29,9 +26,8 @@ inline SYSTEMTIME RawDate(WORD year, WORD month, WORD dayOfWeek, WORD day) {
     return date;
 }
 
-inline std::string Utf8(const WCHAR* text) { return ToUtf8(text); }
-
-/// The clock stands at noon of a day until the end of the scope.
+/// Stops the program's clock at noon of a day; the system's time runs again at the end of the
+/// scope.
 class ClockScope {
   public:
     explicit ClockScope(SYSTEMTIME today) {
