@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <string_view>
 
 #include "tests/driver/failure.h"
@@ -36,20 +37,52 @@ Day MonthShown(const Program& program, HWND calendar) {
 /// Months since the year 0.
 int MonthNumber(Day day) { return day.year * 12 + day.month; }
 
-/// The first place of the calendar, row by row, whose hit test fulfils `isIt`; (-1, -1) when there
-/// is none.
-POINT FindPlace(const Program& program, HWND calendar,
-                const std::function<bool(const MCHITTESTINFO&)>& isIt) {
-    constexpr LONG StepPx = 8;  // smaller than every part of a calendar
-    const RECT client = ClientOf(calendar);
-    for (LONG y = StepPx; y < client.bottom; y += StepPx) {
-        for (LONG x = StepPx; x < client.right; x += StepPx) {
-            if (isIt(HitTest(program, calendar, {x, y}))) {
-                return {x, y};
-            }
+constexpr LONG StepPx = 8;  // smaller than every part of a calendar
+constexpr POINT Nowhere{-1, -1};
+
+bool IsNowhere(POINT point) { return point.x < 0; }
+
+/// The first place at height `y` whose hit test fulfils `isIt`; Nowhere when there is none.
+template <typename Condition>
+POINT FindInRow(const Program& program, HWND calendar, LONG y, Condition&& isIt) {
+    const LONG width = ClientOf(calendar).right;
+    for (LONG x = StepPx; x < width; x += StepPx) {
+        if (isIt(HitTest(program, calendar, {x, y}))) {
+            return {x, y};
         }
     }
-    return {-1, -1};
+    return Nowhere;
+}
+
+/// One of the two arrows beside the calendar's title; Nowhere when it shows none.
+POINT FindTitleArrow(const Program& program, HWND calendar, UINT arrow) {
+    const LONG height = ClientOf(calendar).bottom;
+    POINT place = Nowhere;
+    for (LONG y = StepPx; y < height && IsNowhere(place); y += StepPx) {
+        place = FindInRow(program, calendar, y,
+                          [&](const MCHITTESTINFO& hit) { return hit.uHit == arrow; });
+    }
+    return place;
+}
+
+/// The cell of a day of the month that the calendar shows; Nowhere when it shows another month.
+POINT FindDay(const Program& program, HWND calendar, Day day) {
+    constexpr int DaysPerWeek = 7;
+    const RECT client = ClientOf(calendar);
+    POINT place = Nowhere;
+    for (LONG y = StepPx; y < client.bottom && IsNowhere(place); y += StepPx) {
+        // Each hit test is a round trip to the other process. Only a row with a day in its middle
+        // that is less than a week away can hold the day; its own days before and after the month
+        // count.
+        const MCHITTESTINFO middle = HitTest(program, calendar, {client.right / 2, y});
+        if ((middle.uHit & MCHT_CALENDARDATE) == MCHT_CALENDARDATE &&
+            std::abs(DaysBetween(ToDay(middle.st), day)) < DaysPerWeek) {
+            place = FindInRow(program, calendar, y, [&](const MCHITTESTINFO& hit) {
+                return hit.uHit == MCHT_CALENDARDATE && ToDay(hit.st) == day;
+            });
+        }
+    }
+    return place;
 }
 
 /// Clicks the calendar's arrow, one month at a time, until it shows the month of `day`.
@@ -59,10 +92,9 @@ bool TurnToMonth(Program& program, HWND calendar, Day day) {
         return true;
     }
     const UINT arrow = away > 0 ? MCHT_TITLEBTNPREV : MCHT_TITLEBTNNEXT;
-    const POINT place =
-        FindPlace(program, calendar, [&](const MCHITTESTINFO& hit) { return hit.uHit == arrow; });
+    const POINT place = FindTitleArrow(program, calendar, arrow);
     while (away != 0) {
-        if (place.x < 0 || !program.ClickAt(calendar, place)) {
+        if (IsNowhere(place) || !program.ClickAt(calendar, place)) {
             return false;
         }
         const int before = away;
@@ -108,10 +140,8 @@ bool PickFromCalendar(Program& program, HWND picker, Day day) {
     if (!TurnToMonth(program, calendar, day)) {
         return ReportFailure("the calendar does not turn to the month");
     }
-    const POINT cell = FindPlace(program, calendar, [&](const MCHITTESTINFO& hit) {
-        return hit.uHit == MCHT_CALENDARDATE && ToDay(hit.st) == day;
-    });
-    if (cell.x < 0) {
+    const POINT cell = FindDay(program, calendar, day);
+    if (IsNowhere(cell)) {
         return ReportFailure("the calendar does not show " + ToUtf8(IsoDate(day)));
     }
     if (!program.ClickAt(calendar, cell) ||
