@@ -1,13 +1,14 @@
-// How long it takes from starting Lunara to the first painted diary (her name is given and OK
-// pressed as soon as the sign-in dialog stands there), beside the start of a program with one bare
-// window, and of one with Lunara's windows and nothing behind them.
+// Measures the time from starting Lunara to its first painted diary (the name is filled in and OK
+// pressed as soon as the sign-in dialog is visible). The peers are the start of a program with one
+// bare window, and of one with Lunara's windows and nothing behind them.
 //
 // All are started from outside, turn by turn, and watched until a pixel of their window has the
-// colour that only their own painting gives it. They are watched by class, not by title, because to
-// ask for the titles of all windows keeps Wine's server from answering the program that starts.
+// colour that only their own painting gives it. Windows are searched by class and not by title
+// where possible: asking for the titles of all windows keeps Wine's server from answering the
+// program that is starting.
 //
-// Once with a pause before each start, as she finds her machine, and once without: then the end of
-// the program before takes time from both.
+// Measured once with a pause before each start, as on an idle machine, and once without, where the
+// rest of the previous program's end takes time from the next start.
 
 #include <functional>
 #include <string>
@@ -19,14 +20,18 @@ namespace {
 using lunara::bench::NowMs;
 
 constexpr int Runs = 31;
-constexpr DWORD PauseMs = 150;  // what a program leaves to be done at its end takes a fifth of that
+constexpr DWORD PauseMs = 150;  // five times what the system does after the end of a program
 constexpr DWORD LongestWaitMs = 20'000;
-constexpr COLORREF BareColor = RGB(192, 192, 192);  // what grey_window.h paints
+// A fresh Wine prefix still starts its services and reads its fonts when the first window of a
+// program opens, which takes minutes on a busy machine.
+constexpr DWORD LongestFirstWaitMs = 300'000;
+constexpr COLORREF BareColor = RGB(192, 192, 192);  // painted by grey_window.h
 
-bool WaitUntil(const std::function<bool()>& condition) {
+/// Polls the condition every millisecond; false when it does not hold within `limitMs`.
+bool WaitUntil(const std::function<bool()>& condition, DWORD limitMs) {
     const double start = NowMs();
     while (!condition()) {
-        if (NowMs() - start > LongestWaitMs) {
+        if (NowMs() - start > limitMs) {
             return false;
         }
         ::Sleep(1);
@@ -34,6 +39,7 @@ bool WaitUntil(const std::function<bool()>& condition) {
     return true;
 }
 
+/// A program that was started. Its end is the caller's duty.
 struct Running {
     PROCESS_INFORMATION process{};
 
@@ -45,9 +51,14 @@ struct Running {
         return ::CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr,
                                 folder.c_str(), &start, &process) != 0;
     }
+    /// Closes the window and waits for the end of the process, which is terminated when it does not
+    /// come or when there is no window to close (null).
     void End(HWND window) {
-        ::PostMessageW(window, WM_CLOSE, 0, 0);
-        if (::WaitForSingleObject(process.hProcess, LongestWaitMs) != WAIT_OBJECT_0) {
+        if (window != nullptr) {
+            ::PostMessageW(window, WM_CLOSE, 0, 0);
+        }
+        if (::WaitForSingleObject(process.hProcess, window == nullptr ? 0 : LongestWaitMs) !=
+            WAIT_OBJECT_0) {
             ::TerminateProcess(process.hProcess, 1);
         }
         ::CloseHandle(process.hThread);
@@ -55,8 +66,8 @@ struct Running {
     }
 };
 
-/// A pixel of the window as it is on the screen: what another program's device context holds need
-/// not be.
+/// A pixel of the window, read from the screen: another process's device context may hold pixels
+/// that are not on the screen yet. `x` and `y` are client coordinates.
 COLORREF PixelOf(HWND window, int x, int y) {
     POINT point{x, y};
     ::ClientToScreen(window, &point);
@@ -66,19 +77,23 @@ COLORREF PixelOf(HWND window, int x, int y) {
     return color;
 }
 
-double StartBareWindow(const std::wstring& program) {
+/// Time until the bare window is painted, in ms; negative when that takes longer than `limitMs`.
+double StartBareWindow(const std::wstring& program, DWORD limitMs) {
     const double begin = NowMs();
     Running running;
-    HWND window = nullptr;
-    if (!running.Start(program) || !WaitUntil([&] {
-            window = ::FindWindowW(L"LunaraBareWindow", nullptr);
-            return window != nullptr && PixelOf(window, 100, 100) == BareColor;
-        })) {
+    if (!running.Start(program)) {
         return -1;
     }
+    HWND window = nullptr;
+    const bool painted = WaitUntil(
+        [&] {
+            window = ::FindWindowW(L"LunaraBareWindow", nullptr);
+            return window != nullptr && PixelOf(window, 100, 100) == BareColor;
+        },
+        limitMs);
     const double elapsed = NowMs() - begin;
     running.End(window);
-    return elapsed;
+    return painted ? elapsed : -1;
 }
 
 HWND FindSignIn() {
@@ -93,32 +108,38 @@ HWND FindCalendar(const wchar_t* mainClass) {
     return diary == nullptr ? nullptr : ::GetDlgItem(diary, 3002);
 }
 
-/// The colour of the month band: the calendar's left column, which nothing but its painting fills.
+/// Whether the month band, the calendar's left column, has its colour, which nothing but the
+/// calendar's own painting gives it.
 bool IsPainted(HWND calendar) {
     const COLORREF color = PixelOf(calendar, 3, 5);
     return color != CLR_INVALID && color != RGB(255, 255, 255) && color != RGB(0, 0, 0) &&
            color != ::GetSysColor(COLOR_BTNFACE);
 }
 
-/// `mainClass`: the class of the window in which the diary is to come up.
-double StartWithSignIn(const std::wstring& program, const wchar_t* mainClass) {
+/// Time until the diary is painted, in ms; negative when a step of it takes longer than `limitMs`.
+/// `mainClass` is the class of the main window.
+double StartWithSignIn(const std::wstring& program, const wchar_t* mainClass, DWORD limitMs) {
     const double begin = NowMs();
     Running running;
-    HWND dialog = nullptr;
-    HWND calendar = nullptr;
-    if (!running.Start(program) || !WaitUntil([&] { return (dialog = FindSignIn()) != nullptr; })) {
+    if (!running.Start(program)) {
         return -1;
     }
-    ::SendDlgItemMessageW(dialog, 1002, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"Sample"));
-    ::PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-    const bool painted =
-        WaitUntil([&] { return (calendar = FindCalendar(mainClass)) != nullptr; }) &&
-        WaitUntil([&] { return IsPainted(calendar); });
+    HWND dialog = nullptr;
+    HWND calendar = nullptr;
+    bool painted = WaitUntil([&] { return (dialog = FindSignIn()) != nullptr; }, limitMs);
+    if (painted) {
+        ::SendDlgItemMessageW(dialog, 1002, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(L"Sample"));
+        ::PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+        painted =
+            WaitUntil([&] { return (calendar = FindCalendar(mainClass)) != nullptr; }, limitMs) &&
+            WaitUntil([&] { return IsPainted(calendar); }, limitMs);
+    }
     const double elapsed = NowMs() - begin;
-    running.End(::GetAncestor(calendar, GA_ROOT));
+    running.End(calendar == nullptr ? nullptr : ::GetAncestor(calendar, GA_ROOT));
     return painted ? elapsed : -1;
 }
 
+/// Runs a program; false when it does not end with exit code 0 in time.
 bool RunToEnd(const std::wstring& commandLine) {
     std::wstring line = commandLine;
     STARTUPINFOW start{};
@@ -128,7 +149,7 @@ bool RunToEnd(const std::wstring& commandLine) {
                          &process) == 0) {
         return false;
     }
-    ::WaitForSingleObject(process.hProcess, LongestWaitMs);
+    ::WaitForSingleObject(process.hProcess, LongestFirstWaitMs);
     DWORD code = 1;
     ::GetExitCodeProcess(process.hProcess, &code);
     ::CloseHandle(process.hThread);
@@ -136,7 +157,7 @@ bool RunToEnd(const std::wstring& commandLine) {
     return code == 0;
 }
 
-/// A program folder of its own with the sample diary in it; its Lunara.exe, or "" when it failed.
+/// Makes a program folder with the sample diary in it. The path of its Lunara.exe; "" on failure.
 std::wstring PrepareProgram(const std::wstring& build) {
     const std::wstring folder = build + L"\\benchmarks\\start";
     ::CreateDirectoryW(folder.c_str(), nullptr);
@@ -149,7 +170,7 @@ std::wstring PrepareProgram(const std::wstring& build) {
         !RunToEnd(L"\"" + build + L"\\lunara-cli.exe\" sample \"" + diary + L"\"")) {
         return {};
     }
-    // The diary is what is measured, whatever view was shown last.
+    // The diary must come up, whichever view was shown last.
     HKEY key = nullptr;
     if (::RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Apps\\Lunara", 0, nullptr, 0, KEY_WRITE,
                           nullptr, &key, nullptr) == ERROR_SUCCESS) {
@@ -175,23 +196,38 @@ double Median(std::vector<double> times) {
 
 struct Case {
     const char* name;
-    std::function<double()> start;  // the time it took, in ms; negative when it did not come up
-    std::vector<double> times;
+    /// The time of one start, in ms; negative when the program did not come up within that limit.
+    std::function<double(DWORD limitMs)> start;
+    std::vector<double> times;  // of the measured starts, ms
 };
 
-/// The first case is what the others are compared with. False when a program did not come up.
+/// The time of one start; negative, and a line on the standard output, when there was none.
+double StartOnce(const Case& each, DWORD limitMs) {
+    const double time = each.start(limitMs);
+    if (time < 0) {
+        std::printf("start_bench: did not come up: %s\n", each.name);
+    }
+    return time;
+}
+
+/// Starts and ends each program once, unmeasured: makes a fresh prefix ready and warms the caches.
+/// False when a program did not come up.
+bool WarmUp(const std::vector<Case>& cases) {
+    return std::all_of(cases.begin(), cases.end(),
+                       [](const Case& each) { return StartOnce(each, LongestFirstWaitMs) >= 0; });
+}
+
+/// Measures the cases turn by turn and reports them. The first case is the reference of the ratios.
+/// False when a program did not come up.
 bool Compare(std::vector<Case> cases, DWORD pauseMs) {
-    for (int run = -1; run < Runs; ++run) {  // the first turn warms the caches and does not count
+    for (int run = 0; run < Runs; ++run) {
         for (Case& each : cases) {
             ::Sleep(pauseMs);
-            const double time = each.start();
+            const double time = StartOnce(each, LongestWaitMs);
             if (time < 0) {
-                std::printf("start_bench: did not come up: %s\n", each.name);
                 return false;
             }
-            if (run >= 0) {
-                each.times.push_back(time);
-            }
+            each.times.push_back(time);
         }
     }
     std::printf("start to first painted window, %d runs each, turn by turn, %lu ms between them\n",
@@ -219,15 +255,19 @@ int main() {
         return 1;
     }
 
+    const std::vector<Case> cases = {
+        {"bare window", [&](DWORD limitMs) { return StartBareWindow(bare, limitMs); }, {}},
+        {"Lunara's windows alone",
+         [&](DWORD limitMs) { return StartWithSignIn(sameWindows, L"LunaraSameWindows", limitMs); },
+         {}},
+        {"Lunara, first painted diary",
+         [&](DWORD limitMs) { return StartWithSignIn(program, L"wfcWnd_1_0", limitMs); },
+         {}}};
+    if (!WarmUp(cases)) {
+        return 1;
+    }
     for (const DWORD pause : {PauseMs, DWORD{0}}) {
-        if (!Compare({{"bare window", [&] { return StartBareWindow(bare); }, {}},
-                      {"Lunara's windows alone",
-                       [&] { return StartWithSignIn(sameWindows, L"LunaraSameWindows"); },
-                       {}},
-                      {"Lunara, first painted diary",
-                       [&] { return StartWithSignIn(program, L"wfcWnd_1_0"); },
-                       {}}},
-                     pause)) {
+        if (!Compare(cases, pause)) {
             return 1;
         }
     }
