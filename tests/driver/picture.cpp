@@ -50,7 +50,8 @@ Picture Picture::OfDc(HDC source, int x, int y, int width, int height) {
         picture.width = width;
         picture.height = height;
         const auto* first = static_cast<const DWORD*>(bits);
-        picture.pixels.assign(first, first + static_cast<std::size_t>(width) * height);
+        const auto count = static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
+        picture.pixels.assign(first, first + count);
         for (DWORD& pixel : picture.pixels) {
             pixel &= 0xFFFFFF;
         }
@@ -65,7 +66,8 @@ COLORREF Picture::At(int x, int y) const {
     if (x < 0 || y < 0 || x >= width || y >= height) {
         return RGB(255, 255, 255);
     }
-    const DWORD pixel = pixels[static_cast<std::size_t>(y) * width + x];
+    const DWORD pixel = pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                               static_cast<std::size_t>(x)];
     return RGB(pixel >> 16 & 255, pixel >> 8 & 255, pixel & 255);
 }
 
