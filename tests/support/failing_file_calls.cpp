@@ -98,7 +98,7 @@ BOOL FailingFileCalls::Write(HANDLE file, const void* bytes, DWORD count, DWORD&
         return Answer(FileCalls::Write(file, bytes, count, written));
     }
     if (fault->write != StruckWrite::NothingAndFails) {
-        FileCalls::Write(file, bytes, count / 2, written);
+        static_cast<void>(FileCalls::Write(file, bytes, count / 2, written));
     }
     const BOOL refused = Refuse(*fault);
     return fault->write == StruckWrite::HalfAsSuccess ? TRUE : refused;

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "cycle/predictor.h"
-#include "tests/core/test_support.h"
+#include "tests/support/dates.h"
 #include "tests/support/user_data_access.h"
 
 namespace lunara {

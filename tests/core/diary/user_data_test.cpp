@@ -443,7 +443,7 @@ TEST_F(UserDataFolder, LoadStopsAtTheFirstBadFileAndKeepsWhatCameBefore) {
     EXPECT_EQ(other.NoteFlags().Count(), 0);
 }
 
-TEST_F(UserDataFolderTest, OneFileIsLoadedByItself) {
+TEST_F(UserDataFolder, OneFileIsLoadedByItself) {
     data.SetTemperature(9800);
     data.SetBleeding(2);
     data.SetNoteFlags(1);

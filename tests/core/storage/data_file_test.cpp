@@ -6,6 +6,7 @@
 
 #include "diary/user_data.h"
 #include "tests/core/storage/file_support.h"
+#include "tests/support/user_data_access.h"
 
 namespace lunara::test {
 namespace {
@@ -107,7 +108,7 @@ class DataFileTest : public testing::Test {
     /// Saves so many days as `file`.
     int SaveDays(std::int32_t count, const WCHAR* password) const {
         UserData data;
-        FillWithDays(data.bleeding, count);
+        FillWithDays(UserDataTestAccess::Bleeding(data), count);
         return Save(data, password);
     }
 
@@ -156,9 +157,9 @@ TEST_F(DataFileTest, SavedDaysAreTheGoldenBytes) {
     for (const auto& [name, password] : GoldenDays) {
         UserData data;
         for (const DayValue& record : GoldenRecords) {
-            data.bleeding.Set(record.date, record.value);
+            UserDataTestAccess::Bleeding(data).Set(record.date, record.value);
         }
-        data.bleeding.dirty = true;
+        UserDataTestAccess::Bleeding(data).dirty = true;
         ASSERT_EQ(Save(data, password), 1) << name;
         EXPECT_EQ(ReadBytes(file), GoldenBytes(name)) << name;
         EXPECT_FALSE(data.IsDirty()) << name;
@@ -182,8 +183,8 @@ TEST_F(DataFileTest, SavedPagesAreTheGoldenBytes) {
     for (const auto& [name, password] :
          {std::pair{"pages_plain", NoPassword}, std::pair{"pages_secret", SecretPassword}}) {
         UserData data;
-        FillWithGoldenPages(data.notePages);
-        data.notePages.dirty = true;
+        FillWithGoldenPages(UserDataTestAccess::NotePages(data));
+        UserDataTestAccess::NotePages(data).dirty = true;
         ASSERT_EQ(Save(data, password), 1) << name;
         EXPECT_EQ(ReadBytes(scratch.File("NotePages.dat")), GoldenBytes(name)) << name;
         EXPECT_FALSE(data.IsDirty()) << name;
@@ -235,7 +236,7 @@ TEST_F(DataFileTest, HeaderAloneIsAnEmptyCollectionForAnyPassword) {
     UserData data;
     EXPECT_EQ(Save(data, NoPassword), 1);  // not dirty: left alone
     EXPECT_EQ(ReadBytes(file), Header());
-    data.bleeding.dirty = true;
+    UserDataTestAccess::Bleeding(data).dirty = true;
     EXPECT_EQ(Save(data, NoPassword), 1);
     EXPECT_FALSE(std::filesystem::exists(file));
 }

@@ -10,6 +10,7 @@
 #include "diary/user_data.h"
 #include "storage/data_file.h"
 #include "tests/core/storage/file_support.h"
+#include "tests/support/user_data_access.h"
 
 namespace lunara::test {
 namespace {
@@ -46,9 +47,9 @@ TEST(FileFormatDocument, DumpsAreWhatTheProgramWrites) {
     const ScratchFolder scratch;
     const WideString folder = Wide(scratch.Root());
     UserData data;
-    data.bleeding.Set(MakeDateKey(2006, 2, 28), 2);
-    data.bleeding.Set(MakeDateKey(2006, 3, 1), 1);
-    data.notePages.AppendText(MakeDateKey(2006, 3, 1), TEXT("Headache"), 8);
+    UserDataTestAccess::Bleeding(data).Set(MakeDateKey(2006, 2, 28), 2);
+    UserDataTestAccess::Bleeding(data).Set(MakeDateKey(2006, 3, 1), 1);
+    UserDataTestAccess::NotePages(data).AppendText(MakeDateKey(2006, 3, 1), TEXT("Headache"), 8);
     data.MarkAllDirty();
     ASSERT_EQ(data.SaveFolder(folder.c_str(), TEXT("")), 1);
     EXPECT_EQ(ReadBytes(scratch.File("Bleeding.dat")), dumps[0]);
