@@ -120,7 +120,12 @@ TEST_F(Import, SaveThatFailsAtAnyStepPutsEveryFileBack) {
     PutInDiary("Bleeding.dat", DayFile({{Day, 1}}));
     PutInDiary("Notes.dat", DayFile({{Day, 1}}));
     const auto before = Snapshot();
-    for (const unsigned kind : {CreateCall, WriteCall, FlushCall, CloseCall, RenameCall}) {
+    constexpr std::pair<const char*, FileCallKind> Steps[] = {{"create", CreateCall},
+                                                              {"write", WriteCall},
+                                                              {"flush", FlushCall},
+                                                              {"close", CloseCall},
+                                                              {"rename", RenameCall}};
+    for (const auto& [label, kind] : Steps) {
         const FailingFileCalls calls(
             {.kinds = kind, .pathEnd = TEXT("NotePages.new"), .times = FromThereOn});
         const Outcome outcome =
@@ -128,7 +133,7 @@ TEST_F(Import, SaveThatFailsAtAnyStepPutsEveryFileBack) {
         EXPECT_EQ(outcome.code, ExitData);
         EXPECT_EQ(outcome.err,
                   Shown(Diary(), "NotePages.dat") + ": there is no room left on the disk\n");
-        EXPECT_EQ(Snapshot(), before) << calls.Steps().back();
+        EXPECT_EQ(Snapshot(), before) << label;
     }
 }
 
