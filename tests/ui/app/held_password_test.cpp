@@ -130,12 +130,5 @@ TEST_F(HeldPasswordTest, TextIsCutToThirtyOneCharacters) {
     EXPECT_STREQ(password.Text(), LongPassword);
 }
 
-TEST(RandomWordTest, SystemWordsDiffer) {
-    std::uint32_t words[8];
-    std::generate(std::begin(words), std::end(words), &RandomWord);
-    std::sort(std::begin(words), std::end(words));
-    EXPECT_EQ(std::unique(std::begin(words), std::end(words)), std::end(words));
-}
-
 }  // namespace
 }  // namespace lunara

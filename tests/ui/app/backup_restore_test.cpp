@@ -11,74 +11,6 @@
 namespace lunara {
 namespace {
 
-// ---- Files ----
-
-/// With the old diary in place and a backup "a".
-class RestoreFilesTest : public BackupTestBase {
-  protected:
-    void SetUp() override {
-        BackupTestBase::SetUp();
-        PutUserFiles();
-        PutBackup(L"a");
-    }
-    static int Restore() { return RestoreFiles(TestUser, TEXT("a")); }
-    static int RestoreWhileInUse(const std::wstring& path) {
-        const LockedFile locked(path);
-        return Restore();
-    }
-};
-
-TEST_F(RestoreFilesTest, ReplacesEveryFile) {
-    EXPECT_EQ(Restore(), 1);
-    ExpectRestoredDiary();
-    EXPECT_TRUE(messages.boxes.empty());
-    ExpectNothingBeside();
-}
-
-TEST_F(RestoreFilesTest, WithoutAUserFolderItIsMade) {
-    RemoveTree(FolderOf(TestUser));
-    EXPECT_EQ(Restore(), 1);
-    ExpectRestoredDiary();
-}
-
-TEST_F(RestoreFilesTest, ASubFolderIsShownAndStays) {
-    MakeFolder(UserFile(L"pictures"));
-    Write(UserFile(L"pictures\\one"), "hers");
-    EXPECT_EQ(Restore(), 1);
-    EXPECT_EQ(BoxTexts(), Texts{L"Fail to delete file '" + UserFile(L"pictures") + L"'"});
-    EXPECT_EQ(Read(UserFile(L"pictures\\one")), "hers");
-    ExpectRestoredDiary();
-    ExpectNothingBeside();
-}
-
-TEST_F(RestoreFilesTest, AReadOnlyFileLeavesNothingBehind) {
-    ::SetFileAttributesW(UserFile(L"Notes.dat").c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_EQ(Restore(), 1);
-    ExpectRestoredDiary();
-    ExpectNothingBeside();
-}
-
-TEST_F(RestoreFilesTest, ABackupThatCannotBeReadWhollyLeavesTheDiary) {
-    EXPECT_EQ(RestoreWhileInUse(BackupFile(L"a\\Temperature.dat")), 0);
-    ExpectOldDiary();
-    EXPECT_TRUE(messages.boxes.empty());
-    ExpectNothingBeside();
-}
-
-TEST_F(RestoreFilesTest, AFileOfTheDiaryInUseLeavesTheDiary) {
-    EXPECT_EQ(RestoreWhileInUse(UserFile(L"Bleeding.dat")), 0);
-    ExpectOldDiary();
-    ASSERT_FALSE(messages.boxes.empty());
-    EXPECT_EQ(messages.boxes[0].text, L"Fail to delete file '" + UserFile(L"Bleeding.dat") + L"'");
-}
-
-TEST_F(RestoreFilesTest, AFileInUseThatTheBackupLacksDoesNotStopTheRestore) {
-    EXPECT_EQ(RestoreWhileInUse(UserFile(L"Notes.dat")), 1);
-    EXPECT_EQ(BoxTexts(), Texts{L"Fail to delete file '" + UserFile(L"Notes.dat") + L"'"});
-    EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "saved bleeding");
-    EXPECT_EQ(Read(UserFile(L"Notes.dat")), "old notes");
-}
-
 // ---- Command ----
 
 class RestoreCommandTest : public BackupTestBase {
@@ -107,66 +39,6 @@ TEST_F(RestoreCommandTest, WithoutBackupsItSaysSo) {
     Command(IDM_RESTORE);
     EXPECT_EQ(BoxTexts(), Texts{L"There are no backups!"});
     EXPECT_EQ(messages.boxes[0].caption, L"Warning");
-}
-
-TEST_F(RestoreCommandTest, WithoutABackupsFolderThereAreNoBackups) {
-    RestoreDialog dialog(TEXT(""), main.get());
-    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
-    EXPECT_EQ(BoxTexts(), Texts{L"There are no backups!"});
-}
-
-TEST_F(RestoreCommandTest, OnlyFoldersWithoutADotAreOffered) {
-    PutBackup(L"two");
-    PutBackup(L"one");
-    MakeFolder(BackupFile(L".hidden"));
-    Write(BackupFile(L"a file"), "no backup");
-    std::vector<std::wstring> offered;
-    script->Then([&](HWND dialog) {
-        const HWND list = ::GetDlgItem(dialog, IDC_BACKUP_LIST);
-        for (LRESULT i = 0; i < ::SendMessageW(list, CB_GETCOUNT, 0, 0); ++i) {
-            std::array<wchar_t, MAX_PATH> name{};
-            ::SendMessageW(list, CB_GETLBTEXT, static_cast<WPARAM>(i),
-                           reinterpret_cast<LPARAM>(name.data()));
-            offered.emplace_back(name.data());
-        }
-        ::SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
-    });
-    Command(IDM_RESTORE);
-    EXPECT_EQ(offered, (std::vector<std::wstring>{L"one", L"two"}));
-}
-
-TEST_F(RestoreCommandTest, TheFirstBackupFoundIsChosen) {
-    for (const wchar_t* name : {L"m", L"z", L"a"}) {
-        PutBackup(name);
-    }
-    WIN32_FIND_DATAW entry{};
-    const HANDLE search = ::FindFirstFileW(BackupFile(L"*.*").c_str(), &entry);
-    while (entry.cFileName[0] == L'.' && ::FindNextFileW(search, &entry) != FALSE) {
-    }
-    ::FindClose(search);
-    std::wstring chosen;
-    script->Then([&](HWND dialog) {
-        chosen = TextOf(::GetDlgItem(dialog, IDC_BACKUP_LIST));
-        ::SendMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
-    });
-    Command(IDM_RESTORE);
-    EXPECT_EQ(chosen, entry.cFileName);
-}
-
-TEST_F(RestoreCommandTest, DeletingTheLastBackupClosesTheDialog) {
-    PutBackup(L"one");
-    PutBackup(L"two");
-    LRESULT count = 0;
-    script->Press(IDC_DELETE_BACKUP);
-    script->Then([&](HWND dialog) {
-        count = ::SendDlgItemMessageW(dialog, IDC_BACKUP_LIST, CB_GETCOUNT, 0, 0);
-        ::SendMessageW(dialog, WM_COMMAND, IDC_DELETE_BACKUP, 0);
-    });
-    Command(IDM_RESTORE);
-    EXPECT_EQ(count, 1);
-    EXPECT_EQ(BoxTexts(), Texts{L"There are no backups!"});
-    EXPECT_FALSE(FileExists(BackupFile(L"one")));
-    EXPECT_FALSE(FileExists(BackupFile(L"two")));
 }
 
 TEST_F(RestoreCommandTest, NoKeepsTheDiary) {
@@ -285,6 +157,73 @@ TEST_F(RestoreCommandTest, ACloseMessageInTheSignInEndsWithoutSaving) {
     script->Then([this](HWND) { Send(WM_CLOSE); });
     Command(IDM_RESTORE);
     ExpectEndWithoutSaving();
+}
+
+// ---- A restore that is cut off ----
+
+/// A restore of files one by one with all moves failing from one on. The diary is on disk and in
+/// memory; the backup is under another password.
+class RestoreCutOffTest : public BackupTestBase, public ::testing::WithParamInterface<int> {
+  protected:
+    void SetUp() override {
+        BackupTestBase::SetUp();
+        {
+            UserData hers;
+            FillDiary(hers);
+            ASSERT_EQ(hers.Save(TestUser, TestPassword), 1);
+            UserData older;
+            older.SetBleeding(3);
+            older.SetTemperature(9800);
+            MakeFolder(BackupFile(L"older"));
+            ASSERT_EQ(older.SaveFolder(BackupFile(L"older").c_str(), TEXT("older password")), 1);
+        }
+        MakeFolder(UserFile(L"pictures"));  // so that the files go one by one
+        ASSERT_EQ(SignIn(), 1);
+        records = main->Data().bleeding.Count() + main->Data().temperature.Count();
+    }
+
+    void Restore() {
+        const FailingMoves calls(GetParam(), FailingMoves::Way::FromThereOn);
+        messages.answers = {IDYES};
+        script->Press(IDOK);
+        Command(IDM_RESTORE);
+        EXPECT_TRUE(IsRestoreCutOff(TestUser));
+    }
+
+    std::int32_t records = 0;
+};
+
+// Her four files are set aside, then all of them are; two copies go in.
+INSTANTIATE_TEST_SUITE_P(FromMove, RestoreCutOffTest, ::testing::Values(3, 4, 5, 6),
+                         ::testing::PrintToStringParamName());
+
+TEST_P(RestoreCutOffTest, IsSaidAndWhatIsInMemoryIsSavedWhole) {
+    Restore();
+    ASSERT_GE(messages.boxes.size(), 2U);
+    EXPECT_EQ(BoxTexts().back(), L"A restore was cut off, and its files are still in use!");
+    ASSERT_TRUE(main->Data().IsLoaded());
+    ASSERT_TRUE(Close());
+    ExpectNothingBeside();
+    UserData data;
+    EXPECT_EQ(data.Load(TestUser, TestPassword), 1);
+    EXPECT_EQ(data.bleeding.Count() + data.temperature.Count(), records);
+}
+
+TEST_P(RestoreCutOffTest, NothingIsSavedUntilItIsEnded) {
+    Restore();
+    main->Data().SetNoteText(TEXT("written since"));
+    const std::string notes = Read(UserFile(L"NotePages.dat"));
+    messages.boxes.clear();
+    messages.answers = {IDRETRY, IDCANCEL};
+    {
+        const FailingMoves calls(0, FailingMoves::Way::FromThereOn);
+        ASSERT_TRUE(Close());
+    }
+    ASSERT_EQ(messages.boxes.size(), 2U);
+    EXPECT_NE(messages.boxes[0].text.find(L"Fail to save file '" + FolderOf(TestUser)),
+              std::wstring::npos);
+    EXPECT_EQ(Read(UserFile(L"NotePages.dat")), notes);
+    EXPECT_TRUE(IsRestoreCutOff(TestUser));
 }
 
 }  // namespace

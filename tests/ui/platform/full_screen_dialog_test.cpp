@@ -1,0 +1,178 @@
+#include "platform/pocketpc/full_screen_dialog.h"
+
+#include "platform/pocketpc/aygshell.h"
+#include "platform/pocketpc/common_controls.h"
+#include "platform/pocketpc/dialog_layout.h"
+#include "resources/ids.h"
+#include "tests/ui/platform/screen_places.h"
+#include "tests/ui/ui_test.h"
+#include "tests/ui/ui_test_ids.h"
+#include "window/dialog.h"
+
+namespace lunara {
+namespace {
+
+class FullScreenTest : public UiTest {
+  protected:
+    void SetUp() override {
+        UiTest::SetUp();
+        ASSERT_EQ(owner.Create(0, nullptr, TEXT("Owner"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, 40, 50,
+                               500, 650, nullptr, nullptr),
+                  1);
+        ASSERT_TRUE(Dialog::CreateModeless(dialog, IDD_LOGIN, &owner));
+        ::ShowWindow(dialog.Handle(), SW_SHOW);
+    }
+    void TearDown() override {
+        ::DestroyWindow(dialog.Handle());
+        ::DestroyWindow(owner.Handle());
+        UiTest::TearDown();
+    }
+    HWND Field() { return ::GetDlgItem(dialog.Handle(), IDC_PASSWORD); }
+
+    ScriptedWindow owner;
+    Dialog dialog{IDD_LOGIN, &owner};
+};
+
+TEST_F(FullScreenTest, CoversTheClientAreaOfItsOwner) {
+    EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
+    EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(dialog.Handle())))
+        << "it has no frame";
+}
+
+TEST_F(FullScreenTest, LosesTheFrameOfItsTemplate) {
+    Dialog framed(TEST_DIALOG, &owner);
+    ASSERT_TRUE(Dialog::CreateModeless(framed, TEST_DIALOG, &owner));
+    EXPECT_EQ(::GetWindowLongPtrW(framed.Handle(), GWL_STYLE) & WS_CAPTION, 0);
+    EXPECT_TRUE(SameRect(ScreenRect(framed.Handle()), ClientOnScreen(owner.Handle())));
+    EXPECT_TRUE(SameRect(ScreenRect(framed.Handle()), ClientOnScreen(framed.Handle())));
+    ::DestroyWindow(framed.Handle());
+}
+
+/// Remembers where it was when its fields were loaded.
+class LoadedDialog : public Dialog {
+  public:
+    using Dialog::Dialog;
+    void DoDataExchange(DataExchange&) override { place = ScreenRect(Handle()); }
+
+    RECT place{};
+};
+
+TEST_F(FullScreenTest, IsLaidOutBeforeItsFieldsAreLoaded) {
+    LoadedDialog loaded(IDD_LOGIN, &owner);
+    ASSERT_TRUE(Dialog::CreateModeless(loaded, IDD_LOGIN, &owner));
+    EXPECT_TRUE(SameRect(loaded.place, ClientOnScreen(owner.Handle())));
+    ::DestroyWindow(loaded.Handle());
+}
+
+TEST_F(FullScreenTest, GoesWhereItsOwnerGoes) {
+    ::SetWindowPos(owner.Handle(), nullptr, 100, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
+    ::SetWindowPos(owner.Handle(), nullptr, 0, 0, 400, 420, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
+}
+
+TEST_F(FullScreenTest, TakesItsOwnerAlongWhenItIsDragged) {
+    const RECT before = ScreenRect(owner.Handle());
+    const RECT place = ScreenRect(dialog.Handle());
+    ::SetWindowPos(dialog.Handle(), nullptr, place.left + 30, place.top + 20, 0, 0,
+                   SWP_NOSIZE | SWP_NOZORDER);
+    const RECT after = ScreenRect(owner.Handle());
+    EXPECT_EQ(after.left, before.left + 30);
+    EXPECT_EQ(after.top, before.top + 20);
+    EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
+}
+
+TEST_F(FullScreenTest, CanBeDraggedByItsTitleStripOnly) {
+    const RECT place = ScreenRect(dialog.Handle());
+    const auto hit = [&](int x, int y) {
+        return ::SendMessageW(dialog.Handle(), WM_NCHITTEST, 0,
+                              MAKELPARAM(place.left + x, place.top + y));
+    };
+    EXPECT_EQ(hit(50, 1), HTCAPTION);
+    EXPECT_EQ(hit(50, TitleStripPx - 1), HTCAPTION);
+    EXPECT_EQ(hit(50, TitleStripPx), HTCLIENT);
+}
+
+TEST_F(FullScreenTest, ShowsItsTitleOnWhite) {
+    MemoryCanvas canvas(480, 600, RGB(1, 2, 3));
+    ::SendMessageW(dialog.Handle(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.Dc()), 0);
+    EXPECT_EQ(canvas.Pixel(2, 2), RGB(255, 255, 255));
+    EXPECT_EQ(canvas.Pixel(300, 300), RGB(255, 255, 255));
+    int titlePixels = 0;
+    for (int y = 0; y < TitleStripPx - 1; ++y) {
+        for (int x = 0; x < 200; ++x) {
+            titlePixels += canvas.Pixel(x, y) != RGB(255, 255, 255) ? 1 : 0;
+        }
+    }
+    EXPECT_GT(titlePixels, 50);
+    EXPECT_NE(canvas.Pixel(300, TitleStripPx - 1), RGB(255, 255, 255)) << "the rule under it";
+}
+
+TEST_F(FullScreenTest, LabelsStandOnWhiteAndKeepTheColourOfTheDialog) {
+    MemoryCanvas canvas(10, 10);
+    const auto brush = reinterpret_cast<HGDIOBJ>(
+        ::SendMessageW(dialog.Handle(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(canvas.Dc()),
+                       reinterpret_cast<LPARAM>(Field())));
+    EXPECT_EQ(brush, ::GetStockObject(WHITE_BRUSH));
+    EXPECT_EQ(::GetBkColor(canvas.Dc()), RGB(255, 255, 255));
+}
+
+TEST_F(FullScreenTest, ControlsAndTheirFontGrowAndShrinkWithTheWindow) {
+    const RECT large = ScreenRect(Field());
+    LOGFONTW largeFont{};
+    ::GetObjectW(reinterpret_cast<HGDIOBJ>(::SendMessageW(Field(), WM_GETFONT, 0, 0)),
+                 sizeof(largeFont), &largeFont);
+    ::SetWindowPos(owner.Handle(), nullptr, 0, 0, 280, 650, SWP_NOMOVE | SWP_NOZORDER);
+    const RECT small = ScreenRect(Field());
+    LOGFONTW smallFont{};
+    ::GetObjectW(reinterpret_cast<HGDIOBJ>(::SendMessageW(Field(), WM_GETFONT, 0, 0)),
+                 sizeof(smallFont), &smallFont);
+    EXPECT_LT(small.right - small.left, large.right - large.left);
+    EXPECT_LT(std::abs(smallFont.lfHeight), std::abs(largeFont.lfHeight));
+    const RECT client = ClientOnScreen(owner.Handle());
+    EXPECT_GE(small.left, client.left);
+    EXPECT_LE(small.right, client.right);
+    ::SetWindowPos(owner.Handle(), nullptr, 0, 0, 500, 650, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_TRUE(SameRect(ScreenRect(Field()), large)) << "no rounding adds up";
+}
+
+TEST_F(FullScreenTest, AListOpensAsHighAsDesignedAtEverySize) {
+    ::DestroyWindow(dialog.Handle());
+    ASSERT_TRUE(Dialog::CreateModeless(dialog, IDD_RESTORE, &owner));
+    const auto heightOpened = [&] {
+        RECT opened{};
+        ::SendDlgItemMessageW(dialog.Handle(), IDC_BACKUP_LIST, CB_GETDROPPEDCONTROLRECT, 0,
+                              reinterpret_cast<LPARAM>(&opened));
+        return opened.bottom - opened.top;
+    };
+    const LONG large = heightOpened();
+    ::SetWindowPos(owner.Handle(), nullptr, 0, 0, 280, 650, SWP_NOMOVE | SWP_NOZORDER);
+    const LONG small = heightOpened();
+    const RECT field = ScreenRect(::GetDlgItem(dialog.Handle(), IDC_BACKUP_LIST));
+    EXPECT_GT(small, 4 * (field.bottom - field.top));
+    EXPECT_GT(large, small);
+}
+
+TEST_F(FullScreenTest, ADestroyedDialogLeavesItsOwnerAlone) {
+    ::DestroyWindow(dialog.Handle());
+    EXPECT_EQ(dialog.Handle(), nullptr);
+    ::SetWindowPos(owner.Handle(), nullptr, 100, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    ASSERT_TRUE(Dialog::CreateModeless(dialog, IDD_LOGIN, &owner));
+    EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
+}
+
+TEST_F(FullScreenTest, AnOwnerThatGoesTakesTheDialogWithIt) {
+    ::DestroyWindow(owner.Handle());
+    EXPECT_EQ(dialog.Handle(), nullptr);
+}
+
+TEST_F(FullScreenTest, InitDialogRefusesWhatIsNoDialog) {
+    SHINITDLGINFO info{SHIDIM_FLAGS, nullptr, SHIDIF_SIZEDLGFULLSCREEN};
+    EXPECT_FALSE(SHInitDialog(&info));
+    EXPECT_FALSE(SHInitDialog(nullptr));
+    info = {0, dialog.Handle(), SHIDIF_SIZEDLGFULLSCREEN};
+    EXPECT_FALSE(SHInitDialog(&info)) << "the mask says that there are no flags";
+}
+
+}  // namespace
+}  // namespace lunara

@@ -1,0 +1,65 @@
+#include "platform/pocketpc/placement.h"
+
+#include "tests/ui/platform/screen_places.h"
+#include "tests/ui/ui_test.h"
+
+namespace lunara {
+namespace {
+
+class PlacementTest : public UiTest {
+  protected:
+    void SetUp() override {
+        UiTest::SetUp();
+        ASSERT_EQ(parent.Make(nullptr, 300, 200), 1);
+        ::SetWindowPos(parent.Handle(), nullptr, 30, 40, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+        ASSERT_EQ(child.Make(parent.Handle()), 1);
+        child.log.clear();
+    }
+
+    ScriptedWindow parent;
+    ScriptedWindow child;
+};
+
+TEST_F(PlacementTest, AChildIsPutThereHiddenOrShown) {
+    const RECT place{10, 20, 110, 70};
+    PutAt(child.Handle(), place);
+    EXPECT_TRUE(SameRect(PlaceOf(child.Handle()), place));
+    EXPECT_EQ(child.CountOf(WM_SIZE), 1);
+    ::ShowWindow(child.Handle(), SW_SHOWNA);
+    ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
+    const RECT other{12, 20, 112, 90};
+    PutAt(child.Handle(), other);
+    EXPECT_TRUE(SameRect(PlaceOf(child.Handle()), other));
+}
+
+TEST_F(PlacementTest, AChildThatIsThereIsLeftAlone) {
+    PutAt(child.Handle(), PlaceOf(child.Handle()));
+    EXPECT_EQ(child.CountOf(WM_WINDOWPOSCHANGING), 0);
+    RECT place = PlaceOf(child.Handle());
+    ++place.bottom;
+    PutAt(child.Handle(), place);
+    EXPECT_EQ(child.CountOf(WM_WINDOWPOSCHANGING), 1);
+}
+
+TEST_F(PlacementTest, IsPaintedWholeWhenShownAndWhenItIsSeenToChange) {
+    RECT painted{};
+    child.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message != WM_PAINT) {
+            return false;
+        }
+        const PaintScope scope(child.Handle());
+        painted = scope.Paint().rcPaint;
+        return true;
+    };
+    ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
+    PutAt(child.Handle(), RECT{10, 20, 110, 70});
+    ::ShowWindow(child.Handle(), SW_SHOWNA);
+    child.Update();
+    EXPECT_TRUE(SameRect(painted, RECT{0, 0, 100, 50}));
+    PutAt(child.Handle(), RECT{10, 20, 130, 80});
+    child.Update();
+    EXPECT_TRUE(SameRect(painted, RECT{0, 0, 120, 60}));
+}
+
+}  // namespace
+}  // namespace lunara

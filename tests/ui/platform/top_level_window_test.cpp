@@ -1,0 +1,46 @@
+#include "platform/pocketpc/top_level_window.h"
+
+#include "resources/ids.h"
+#include "tests/ui/platform/screen_places.h"
+#include "tests/ui/ui_test.h"
+
+namespace lunara {
+namespace {
+
+class TopLevelTest : public UiTest {
+  protected:
+    void SetUp() override {
+        UiTest::SetUp();
+        CREATESTRUCTW wanted{};
+        PrepareTopLevelWindow(wanted);
+        ASSERT_EQ(window.Create(0, nullptr, TEXT("Top"), static_cast<DWORD>(wanted.style), 4000,
+                                3000, wanted.cx, wanted.cy, nullptr, nullptr),
+                  1);
+        EquipTopLevelWindow(window.Handle(), AppInstance(), IDI_LUNARA);
+    }
+    void TearDown() override {
+        ::DestroyWindow(window.Handle());
+        EXPECT_EQ(TopLevelWindow(), nullptr);
+        UiTest::TearDown();
+    }
+    ScriptedWindow window;
+};
+
+TEST_F(TopLevelTest, IsMovedOntoTheScreen) {
+    EXPECT_EQ(TopLevelWindow(), window.Handle());
+    RECT work{};
+    ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+    const RECT place = ScreenRect(window.Handle());
+    EXPECT_EQ(place.right, work.right);
+    EXPECT_EQ(place.bottom, work.bottom);
+}
+
+TEST_F(TopLevelTest, HasALeastSize) {
+    MINMAXINFO limits{};
+    ::SendMessageW(window.Handle(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
+    EXPECT_GT(limits.ptMinTrackSize.x, LeastClient.cx);
+    EXPECT_GT(limits.ptMinTrackSize.y, LeastClient.cy);
+}
+
+}  // namespace
+}  // namespace lunara
