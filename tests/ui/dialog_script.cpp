@@ -5,7 +5,7 @@
 #include <array>
 #include <string>
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr int PatienceTicks = 300;
@@ -79,4 +79,4 @@ void DialogScript::Tick() {
     }
 }
 
-}  // namespace lunara
+}  // namespace lunara::test

@@ -8,7 +8,7 @@
 
 #include "window/window.h"
 
-namespace lunara {
+namespace lunara::test {
 
 class DialogScript {
   public:
@@ -41,4 +41,4 @@ class DialogScript {
 /// The visible dialog of this thread; null when there is none.
 HWND VisibleDialog();
 
-}  // namespace lunara
+}  // namespace lunara::test

@@ -6,7 +6,7 @@
 #include "records/dates.h"
 #include "window/settings.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr WCHAR TestKey[] = TEXT("SOFTWARE\\LunaraTests");
@@ -160,4 +160,4 @@ std::wstring TextOf(HWND window) {
     return text;
 }
 
-}  // namespace lunara
+}  // namespace lunara::test

@@ -16,7 +16,7 @@
 #include "window/messages.h"
 #include "window/window.h"
 
-namespace lunara {
+namespace lunara::test {
 
 /// Lists message boxes. Each is answered with the next of `answers`, then with IDOK.
 class RecordedMessages : public MessageRecorder {
@@ -94,7 +94,7 @@ class ScriptedWindow : public Window {
     std::vector<UINT> log;
 };
 
-class UiTest : public ::testing::Test {
+class UiTest : public testing::Test {
   protected:
     void SetUp() override;
     void TearDown() override;
@@ -115,4 +115,4 @@ std::wstring TextOf(HWND window);
 /// Names a table's row in the failures that it causes.
 #define LUNARA_ROW(row) SCOPED_TRACE((row).label)
 
-}  // namespace lunara
+}  // namespace lunara::test

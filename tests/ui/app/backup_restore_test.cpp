@@ -8,15 +8,15 @@
 #include "storage/backup_files.h"
 #include "tests/ui/app/backup_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 // ---- Command ----
 
-class RestoreCommandTest : public BackupTestBase {
+class RestoreCommand : public BackupTest {
   protected:
     void SetUp() override {
-        BackupTestBase::SetUp();
+        BackupTest::SetUp();
         ASSERT_EQ(SignIn(), 1);
         FillDiary(main->Data());
     }
@@ -35,13 +35,13 @@ class RestoreCommandTest : public BackupTestBase {
     }
 };
 
-TEST_F(RestoreCommandTest, WithoutBackupsItSaysSo) {
+TEST_F(RestoreCommand, WithoutBackupsItSaysSo) {
     Command(IDM_RESTORE);
     EXPECT_EQ(BoxTexts(), Texts{L"There are no backups!"});
     EXPECT_EQ(messages.boxes[0].caption, L"Warning");
 }
 
-TEST_F(RestoreCommandTest, NoKeepsTheDiary) {
+TEST_F(RestoreCommand, NoKeepsTheDiary) {
     PutBackup(L"a");
     ChooseAndAnswer(IDNO);
     Command(IDM_RESTORE);
@@ -50,7 +50,7 @@ TEST_F(RestoreCommandTest, NoKeepsTheDiary) {
     EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "(none)");
 }
 
-TEST_F(RestoreCommandTest, ARestoreThatFailsSaysNothingAndGoesOn) {
+TEST_F(RestoreCommand, ARestoreThatFailsSaysNothingAndGoesOn) {
     PutBackup(L"a");
     const LockedFile locked(BackupFile(L"a\\Temperature.dat"));
     ChooseAndAnswer(IDYES);
@@ -60,7 +60,7 @@ TEST_F(RestoreCommandTest, ARestoreThatFailsSaysNothingAndGoesOn) {
     EXPECT_TRUE(main->Data().IsDirty());
 }
 
-TEST_F(RestoreCommandTest, ABackupUnderAnotherPasswordNeedsThatPassword) {
+TEST_F(RestoreCommand, ABackupUnderAnotherPasswordNeedsThatPassword) {
     {
         UserData older;
         older.SetBleeding(3);
@@ -83,7 +83,7 @@ TEST_F(RestoreCommandTest, ABackupUnderAnotherPasswordNeedsThatPassword) {
 
 // ---- What the views show afterwards ----
 
-class RestoredViewsTest : public RestoreCommandTest {
+class RestoredViews : public RestoreCommand {
   protected:
     static constexpr int DaysBack = 100;
 
@@ -108,7 +108,7 @@ class RestoredViewsTest : public RestoreCommandTest {
     }
 };
 
-TEST_F(RestoredViewsTest, BothBeginAtTheRestoredDiaryAndItsCurrentDate) {
+TEST_F(RestoredViews, BothBeginAtTheRestoredDiaryAndItsCurrentDate) {
     const SYSTEMTIME current = Day(2024, 5, 10);  // of FillDiary, 95 days after the first record
     PutLongDiary(current);
     const HWND diary = main->Diary().Handle();
@@ -135,7 +135,7 @@ TEST_F(RestoredViewsTest, BothBeginAtTheRestoredDiaryAndItsCurrentDate) {
 
 // ---- The sign-in after it ----
 
-TEST_F(RestoreCommandTest, GivingUpTheSignInEndsWithoutSaving) {
+TEST_F(RestoreCommand, GivingUpTheSignInEndsWithoutSaving) {
     PutBackup(L"foreign");
     ChooseAndAnswer(IDYES);
     script->Press(IDCANCEL);
@@ -143,7 +143,7 @@ TEST_F(RestoreCommandTest, GivingUpTheSignInEndsWithoutSaving) {
     ExpectEndWithoutSaving();
 }
 
-TEST_F(RestoreCommandTest, TheEndOfTheSessionInTheSignInEndsWithoutSaving) {
+TEST_F(RestoreCommand, TheEndOfTheSessionInTheSignInEndsWithoutSaving) {
     PutBackup(L"foreign");
     ChooseAndAnswer(IDYES);
     script->Then([this](HWND) { Send(WM_ENDSESSION, TRUE); });
@@ -151,7 +151,7 @@ TEST_F(RestoreCommandTest, TheEndOfTheSessionInTheSignInEndsWithoutSaving) {
     ExpectEndWithoutSaving();
 }
 
-TEST_F(RestoreCommandTest, ACloseMessageInTheSignInEndsWithoutSaving) {
+TEST_F(RestoreCommand, ACloseMessageInTheSignInEndsWithoutSaving) {
     PutBackup(L"foreign");
     ChooseAndAnswer(IDYES);
     script->Then([this](HWND) { Send(WM_CLOSE); });
@@ -163,10 +163,10 @@ TEST_F(RestoreCommandTest, ACloseMessageInTheSignInEndsWithoutSaving) {
 
 /// A restore of files one by one with all moves failing from one on. The diary is on disk and in
 /// memory; the backup is under another password.
-class RestoreCutOffTest : public BackupTestBase, public ::testing::WithParamInterface<int> {
+class RestoreCutOff : public BackupTest, public testing::WithParamInterface<int> {
   protected:
     void SetUp() override {
-        BackupTestBase::SetUp();
+        BackupTest::SetUp();
         {
             UserData hers;
             FillDiary(hers);
@@ -194,10 +194,10 @@ class RestoreCutOffTest : public BackupTestBase, public ::testing::WithParamInte
 };
 
 // Her four files are set aside, then all of them are; two copies go in.
-INSTANTIATE_TEST_SUITE_P(FromMove, RestoreCutOffTest, ::testing::Values(3, 4, 5, 6),
-                         ::testing::PrintToStringParamName());
+INSTANTIATE_TEST_SUITE_P(FromMove, RestoreCutOff, testing::Values(3, 4, 5, 6),
+                         testing::PrintToStringParamName());
 
-TEST_P(RestoreCutOffTest, IsSaidAndWhatIsInMemoryIsSavedWhole) {
+TEST_P(RestoreCutOff, IsSaidAndWhatIsInMemoryIsSavedWhole) {
     Restore();
     ASSERT_GE(messages.boxes.size(), 2U);
     EXPECT_EQ(BoxTexts().back(), L"A restore was cut off, and its files are still in use!");
@@ -209,7 +209,7 @@ TEST_P(RestoreCutOffTest, IsSaidAndWhatIsInMemoryIsSavedWhole) {
     EXPECT_EQ(data.bleeding.Count() + data.temperature.Count(), records);
 }
 
-TEST_P(RestoreCutOffTest, NothingIsSavedUntilItIsEnded) {
+TEST_P(RestoreCutOff, NothingIsSavedUntilItIsEnded) {
     Restore();
     main->Data().SetNoteText(TEXT("written since"));
     const std::string notes = Read(UserFile(L"NotePages.dat"));
@@ -227,4 +227,4 @@ TEST_P(RestoreCutOffTest, NothingIsSavedUntilItIsEnded) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

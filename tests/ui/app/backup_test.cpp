@@ -7,13 +7,13 @@
 #include "storage/backup_files.h"
 #include "tests/ui/app/backup_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class BackupCommandTest : public BackupTestBase {
+class BackupCommand : public BackupTest {
   protected:
     void SetUp() override {
-        BackupTestBase::SetUp();
+        BackupTest::SetUp();
         ASSERT_EQ(SignIn(), 1);
     }
     /// A backup's folder so that this file in it has a path of that length.
@@ -28,7 +28,7 @@ class BackupCommandTest : public BackupTestBase {
     }
 };
 
-TEST_F(BackupCommandTest, TheDialogOffersTheMomentsStampAndSaves) {
+TEST_F(BackupCommand, TheDialogOffersTheMomentsStampAndSaves) {
     FillDiary(main->Data());
     std::wstring name;
     LRESULT checked = 0;
@@ -50,7 +50,7 @@ TEST_F(BackupCommandTest, TheDialogOffersTheMomentsStampAndSaves) {
     EXPECT_FALSE(main->Password().IsHeld());
 }
 
-TEST_F(BackupCommandTest, AnEmptyDiaryKeepsItsPassword) {
+TEST_F(BackupCommand, AnEmptyDiaryKeepsItsPassword) {
     // There is no file that could tell whether what is typed later is the same.
     script->Press(IDOK);
     Command(IDM_BACKUP);
@@ -61,7 +61,7 @@ TEST_F(BackupCommandTest, AnEmptyDiaryKeepsItsPassword) {
     EXPECT_EQ(data.Load(TestUser, TestPassword), 1);
 }
 
-TEST_F(BackupCommandTest, ASaveThatFailsFirstIsSaidAndLosesNothing) {
+TEST_F(BackupCommand, ASaveThatFailsFirstIsSaidAndLosesNothing) {
     FillDiary(main->Data());
     MakeFolder(UserFile(L"Bleeding.dat"));  // in the file's way
     messages.answers = {IDCANCEL};
@@ -79,7 +79,7 @@ TEST_F(BackupCommandTest, ASaveThatFailsFirstIsSaidAndLosesNothing) {
     EXPECT_EQ(data.bleeding.Count(), 1);
 }
 
-TEST_F(BackupCommandTest, AFileThatCannotBeCopiedStopsTheBackup) {
+TEST_F(BackupCommand, AFileThatCannotBeCopiedStopsTheBackup) {
     PutUserFiles();
     {
         const LockedFile locked(UserFile(L"Notes.dat"));
@@ -90,14 +90,14 @@ TEST_F(BackupCommandTest, AFileThatCannotBeCopiedStopsTheBackup) {
     ExpectOldDiary();
 }
 
-TEST_F(BackupCommandTest, AFailedBackupIsSaid) {
+TEST_F(BackupCommand, AFailedBackupIsSaid) {
     script->Type(IDC_BACKUP_NAME, TEXT("a|b")).Press(IDOK);
     Command(IDM_BACKUP);
     EXPECT_EQ(BoxTexts(), (Texts{L"Cannot create backup directory!", L"Backup fails!"}));
     EXPECT_EQ(messages.boxes[1].caption, L"Warning");
 }
 
-TEST_F(BackupCommandTest, NoPathHasMoreThan259Units) {
+TEST_F(BackupCommand, NoPathHasMoreThan259Units) {
     PutUserFiles();
     const struct {
         const char* label;
@@ -123,7 +123,7 @@ TEST_F(BackupCommandTest, NoPathHasMoreThan259Units) {
 }
 
 // Not every system makes a folder whose path leaves no room for a file; the backup fails anyway.
-TEST_F(BackupCommandTest, AFolderOf259UnitsHoldsNoFile) {
+TEST_F(BackupCommand, AFolderOf259UnitsHoldsNoFile) {
     PutUserFiles();
     const std::wstring folder = BackupFolderFor(L"", 259);
     CopyTo(folder.substr(BackupFile(L"").size()));
@@ -133,11 +133,11 @@ TEST_F(BackupCommandTest, AFolderOf259UnitsHoldsNoFile) {
     ExpectOldDiary();
 }
 
-TEST_F(BackupCommandTest, WithoutSavingFirstThePasswordStaysHeld) {
+TEST_F(BackupCommand, WithoutSavingFirstThePasswordStaysHeld) {
     script->Press(IDC_SAVE_FIRST).Press(IDOK);
     Command(IDM_BACKUP);
     EXPECT_TRUE(main->Password().IsHeld());
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -5,7 +5,7 @@
 #include "platform/pocketpc/documents_folder.h"
 #include "storage/data_folder.h"
 
-namespace lunara {
+namespace lunara::test {
 
 LockedFile::LockedFile(const std::wstring& path)
     : file(::CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)) {
@@ -38,7 +38,7 @@ bool FailingMoves::Fails() {
     return fails;
 }
 
-void BackupTestBase::SetUp() {
+void BackupTest::SetUp() {
     MainWindowTest::SetUp();
     RemoveTree(Documents());
     MakeFolder(Documents());
@@ -46,7 +46,7 @@ void BackupTestBase::SetUp() {
     RemoveTree(FolderOf(TestUser));
 }
 
-void BackupTestBase::TearDown() {
+void BackupTest::TearDown() {
     RemoveTree(Documents());
     for (const wchar_t* suffix : {L"", Staged, Aside, Before}) {
         RemoveTree(FolderOf(TestUser) + suffix);
@@ -57,25 +57,25 @@ void BackupTestBase::TearDown() {
 
 // ---- Paths ----
 
-std::wstring BackupTestBase::Documents() {
+std::wstring BackupTest::Documents() {
     std::array<wchar_t, MAX_PATH> path{};
     ::GetTempPathW(MAX_PATH, path.data());
     return std::wstring(path.data()) + L"lunara-backup-test";
 }
 
-std::wstring BackupTestBase::UserFile(const std::wstring& name) { return FileBeside(L"", name); }
+std::wstring BackupTest::UserFile(const std::wstring& name) { return FileBeside(L"", name); }
 
-std::wstring BackupTestBase::BackupFile(const std::wstring& name) {
+std::wstring BackupTest::BackupFile(const std::wstring& name) {
     return Documents() + L"\\LunaraBackup\\" + TestUser + L"\\" + name;
 }
 
-std::wstring BackupTestBase::FileBeside(const wchar_t* suffix, const std::wstring& name) {
+std::wstring BackupTest::FileBeside(const wchar_t* suffix, const std::wstring& name) {
     return FolderOf(TestUser) + suffix + L"\\" + name;
 }
 
 // ---- Files ----
 
-void BackupTestBase::RemoveTree(const std::wstring& folder) {
+void BackupTest::RemoveTree(const std::wstring& folder) {
     WIN32_FIND_DATAW entry{};
     const HANDLE search = ::FindFirstFileW((folder + L"\\*.*").c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE) {
@@ -99,11 +99,11 @@ void BackupTestBase::RemoveTree(const std::wstring& folder) {
     ::RemoveDirectoryW(folder.c_str());
 }
 
-void BackupTestBase::MakeFolder(const std::wstring& folder) {
+void BackupTest::MakeFolder(const std::wstring& folder) {
     ASSERT_EQ(CreateDirectoryTree(folder.c_str()), 1);
 }
 
-void BackupTestBase::Write(const std::wstring& path, const std::string& text) {
+void BackupTest::Write(const std::wstring& path, const std::string& text) {
     const HANDLE file =
         ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
     ASSERT_NE(file, INVALID_HANDLE_VALUE);
@@ -112,7 +112,7 @@ void BackupTestBase::Write(const std::wstring& path, const std::string& text) {
     ::CloseHandle(file);
 }
 
-std::string BackupTestBase::Read(const std::wstring& path) {
+std::string BackupTest::Read(const std::wstring& path) {
     const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                       OPEN_EXISTING, 0, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
@@ -125,17 +125,17 @@ std::string BackupTestBase::Read(const std::wstring& path) {
     return {bytes.data(), length};
 }
 
-void BackupTestBase::Put(const wchar_t* suffix, const wchar_t* name, const std::string& text) {
+void BackupTest::Put(const wchar_t* suffix, const wchar_t* name, const std::string& text) {
     MakeFolder(FolderOf(TestUser) + suffix);
     Write(FileBeside(suffix, name), text);
 }
 
-void BackupTestBase::PutUserFiles() {
+void BackupTest::PutUserFiles() {
     Put(L"", L"Bleeding.dat", "old bleeding");
     Put(L"", L"Notes.dat", "old notes");
 }
 
-void BackupTestBase::PutBackup(const std::wstring& name) {
+void BackupTest::PutBackup(const std::wstring& name) {
     MakeFolder(BackupFile(name));
     Write(BackupFile(name + L"\\Bleeding.dat"), "saved bleeding");
     Write(BackupFile(name + L"\\Temperature.dat"), "saved temperature");
@@ -143,25 +143,25 @@ void BackupTestBase::PutBackup(const std::wstring& name) {
 
 // ---- Expectations ----
 
-void BackupTestBase::ExpectOldDiary() {
+void BackupTest::ExpectOldDiary() {
     EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "old bleeding");
     EXPECT_EQ(Read(UserFile(L"Notes.dat")), "old notes");
     EXPECT_EQ(Read(UserFile(L"Temperature.dat")), "(none)");
 }
 
-void BackupTestBase::ExpectRestoredDiary() {
+void BackupTest::ExpectRestoredDiary() {
     EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "saved bleeding");
     EXPECT_EQ(Read(UserFile(L"Temperature.dat")), "saved temperature");
     EXPECT_EQ(Read(UserFile(L"Notes.dat")), "(none)");
 }
 
-void BackupTestBase::ExpectNothingBeside() {
+void BackupTest::ExpectNothingBeside() {
     for (const wchar_t* suffix : {Staged, Aside, Before}) {
         EXPECT_FALSE(FileExists(FolderOf(TestUser) + suffix));
     }
 }
 
-Texts BackupTestBase::BoxTexts() const {
+Texts BackupTest::BoxTexts() const {
     Texts texts;
     for (const RecordedMessages::Box& box : messages.boxes) {
         texts.push_back(box.text);
@@ -169,4 +169,4 @@ Texts BackupTestBase::BoxTexts() const {
     return texts;
 }
 
-}  // namespace lunara
+}  // namespace lunara::test

@@ -9,7 +9,7 @@
 #include "storage/replacement_file.h"
 #include "tests/ui/app/main_window_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 
 using Texts = std::vector<std::wstring>;
 
@@ -50,7 +50,7 @@ class FailingMoves : public FileCalls {
     int count = 0;
 };
 
-class BackupTestBase : public MainWindowTest {
+class BackupTest : public MainWindowTest {
   protected:
     /// What the name of a folder beside the user's ends with while a restore is under way: the
     /// copies, her files while they are moved, all of them.
@@ -89,4 +89,4 @@ class BackupTestBase : public MainWindowTest {
     Texts BoxTexts() const;
 };
 
-}  // namespace lunara
+}  // namespace lunara::test

@@ -12,14 +12,14 @@
 #include "resources/ids.h"
 #include "tests/ui/app/main_window_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr BYTE Hidden = TBSTATE_HIDDEN;
 constexpr BYTE Checked = TBSTATE_CHECKED;
 constexpr BYTE Enabled = TBSTATE_ENABLED;
 
-class MainWindowButtonsTest : public MainWindowTest {
+class MainWindowButtons : public MainWindowTest {
   protected:
     void SetUp() override {
         MainWindowTest::SetUp();
@@ -37,7 +37,7 @@ class MainWindowButtonsTest : public MainWindowTest {
     }
 };
 
-TEST_F(MainWindowButtonsTest, TheDiaryOffersFiveOfTheSixButtons) {
+TEST_F(MainWindowButtons, TheDiaryOffersFiveOfTheSixButtons) {
     Command(IDM_VIEW_DIARY);
     constexpr BYTE Down = Enabled | Checked;
     EXPECT_EQ(ButtonStates(), (std::vector<BYTE>{Down, Down, Down, Down, Down, Hidden}));
@@ -46,7 +46,7 @@ TEST_F(MainWindowButtonsTest, TheDiaryOffersFiveOfTheSixButtons) {
     }
 }
 
-TEST_F(MainWindowButtonsTest, TheGraphOffersBleedingAndTemperature) {
+TEST_F(MainWindowButtons, TheGraphOffersBleedingAndTemperature) {
     Command(IDM_VIEW_GRAPH);
     EXPECT_EQ(ButtonStates(),
               (std::vector<BYTE>{Hidden, Enabled | Checked, Hidden, Hidden, Hidden, Enabled}));
@@ -55,7 +55,7 @@ TEST_F(MainWindowButtonsTest, TheGraphOffersBleedingAndTemperature) {
     }
 }
 
-TEST_F(MainWindowButtonsTest, ShowCommandsToggleTheDiarysFlagsAndButtons) {
+TEST_F(MainWindowButtons, ShowCommandsToggleTheDiarysFlagsAndButtons) {
     Command(IDM_VIEW_DIARY);
     const struct {
         const char* label;
@@ -77,7 +77,7 @@ TEST_F(MainWindowButtonsTest, ShowCommandsToggleTheDiarysFlagsAndButtons) {
     }
 }
 
-TEST_F(MainWindowButtonsTest, TheLastItemOfTheDiaryStaysShownAndItsButtonDown) {
+TEST_F(MainWindowButtons, TheLastItemOfTheDiaryStaysShownAndItsButtonDown) {
     Command(IDM_VIEW_DIARY);
     for (const UINT command :
          {IDM_SHOW_BLEEDING, IDM_SHOW_PERIOD, IDM_SHOW_OVULATION, IDM_SHOW_PREGNANCY}) {
@@ -91,7 +91,7 @@ TEST_F(MainWindowButtonsTest, TheLastItemOfTheDiaryStaysShownAndItsButtonDown) {
     EXPECT_EQ(StateOf(IDM_SHOW_NOTES), Enabled | Checked);
 }
 
-TEST_F(MainWindowButtonsTest, TheGraphShowsExactlyOneOfBleedingAndTemperature) {
+TEST_F(MainWindowButtons, TheGraphShowsExactlyOneOfBleedingAndTemperature) {
     Command(IDM_VIEW_GRAPH);
     Command(IDM_SHOW_TEMPERATURE);
     EXPECT_EQ(main->Graph().GetShowFlags(), 2U);
@@ -108,7 +108,7 @@ TEST_F(MainWindowButtonsTest, TheGraphShowsExactlyOneOfBleedingAndTemperature) {
 }
 
 // The Options items stay enabled in both views, so a command can reach the view that is not shown.
-TEST_F(MainWindowButtonsTest, AnOptionOfTheOtherViewChangesThatViewAndKeepsItsButtonHidden) {
+TEST_F(MainWindowButtons, AnOptionOfTheOtherViewChangesThatViewAndKeepsItsButtonHidden) {
     Command(IDM_VIEW_GRAPH);
     Command(IDM_SHOW_PERIOD);
     EXPECT_EQ(main->Diary().GetShowFlags(), 31U & ~4U);
@@ -119,7 +119,7 @@ TEST_F(MainWindowButtonsTest, AnOptionOfTheOtherViewChangesThatViewAndKeepsItsBu
     EXPECT_EQ(StateOf(IDM_SHOW_TEMPERATURE) & Hidden, Hidden);
 }
 
-TEST_F(MainWindowButtonsTest, OptionsItemsStayEnabledAndUncheckedWhateverIsShown) {
+TEST_F(MainWindowButtons, OptionsItemsStayEnabledAndUncheckedWhateverIsShown) {
     for (const UINT command : {IDM_VIEW_DIARY, IDM_SHOW_NOTES, IDM_VIEW_GRAPH, IDM_SHOW_TEMPERATURE,
                                IDM_SHOW_BLEEDING}) {
         Command(command);
@@ -129,7 +129,7 @@ TEST_F(MainWindowButtonsTest, OptionsItemsStayEnabledAndUncheckedWhateverIsShown
     }
 }
 
-TEST_F(MainWindowButtonsTest, TheMenuHasItsItemsInOrder) {
+TEST_F(MainWindowButtons, TheMenuHasItsItemsInOrder) {
     const std::pair<UINT, std::wstring> items[] = {
         {IDM_ABOUT, L"About"},
         {IDM_HELP, L"Help"},
@@ -162,7 +162,7 @@ TEST_F(MainWindowButtonsTest, TheMenuHasItsItemsInOrder) {
     EXPECT_EQ(::GetSubMenu(Tools(), 7), nullptr);
 }
 
-TEST_F(MainWindowButtonsTest, EveryMenuItemIsCarriedOut) {
+TEST_F(MainWindowButtons, EveryMenuItemIsCarriedOut) {
     for (int i = 0; i < ::GetMenuItemCount(Tools()); ++i) {
         SCOPED_TRACE(i);
         const UINT id = ::GetMenuItemID(Tools(), i);
@@ -176,7 +176,7 @@ TEST_F(MainWindowButtonsTest, EveryMenuItemIsCarriedOut) {
     }
 }
 
-TEST_F(MainWindowButtonsTest, TheAcceleratorsAreAboutAndExit) {
+TEST_F(MainWindowButtons, TheAcceleratorsAreAboutAndExit) {
     const HACCEL table = ::LoadAcceleratorsW(AppInstance(), MAKEINTRESOURCEW(IDR_ACCELERATORS));
     ACCEL keys[4] = {};
     ASSERT_EQ(::CopyAcceleratorTableW(table, keys, 4), 2);
@@ -191,7 +191,7 @@ TEST_F(MainWindowButtonsTest, TheAcceleratorsAreAboutAndExit) {
     }
 }
 
-TEST_F(MainWindowButtonsTest, ButtonsHaveToolTips) {
+TEST_F(MainWindowButtons, ButtonsHaveToolTips) {
     const std::pair<UINT, std::wstring> tips[] = {
         {IDM_TOOLS, L""},
         {IDM_SHOW_NOTES, L"Notes"},
@@ -214,4 +214,4 @@ TEST_F(MainWindowButtonsTest, ButtonsHaveToolTips) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

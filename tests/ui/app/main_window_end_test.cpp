@@ -7,10 +7,10 @@
 #include "storage/data_folder.h"
 #include "tests/ui/app/main_window_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class MainWindowEndTest : public MainWindowTest {
+class MainWindowEnd : public MainWindowTest {
   protected:
     /// Whether the window is gone, its quit message came, and the diary is on disk.
     void ExpectEnded() {
@@ -25,7 +25,7 @@ class MainWindowEndTest : public MainWindowTest {
     }
 };
 
-TEST_F(MainWindowEndTest, EveryWayOutSaves) {
+TEST_F(MainWindowEnd, EveryWayOutSaves) {
     const struct {
         const char* label;
         UINT message;
@@ -46,7 +46,7 @@ TEST_F(MainWindowEndTest, EveryWayOutSaves) {
     }
 }
 
-TEST_F(MainWindowEndTest, ASessionThatGoesOnChangesNothing) {
+TEST_F(MainWindowEnd, ASessionThatGoesOnChangesNothing) {
     ASSERT_EQ(SignIn(), 1);
     FillDiary(main->Data());
     EXPECT_EQ(Send(WM_QUERYENDSESSION), TRUE);
@@ -55,21 +55,21 @@ TEST_F(MainWindowEndTest, ASessionThatGoesOnChangesNothing) {
     EXPECT_TRUE(main->Data().bleeding.dirty);
 }
 
-TEST_F(MainWindowEndTest, TheEndOfTheSessionEndsASignIn) {
+TEST_F(MainWindowEnd, TheEndOfTheSessionEndsASignIn) {
     script->Then([this](HWND) { Send(WM_ENDSESSION, TRUE); });
     EXPECT_EQ(Create(), 0);
     EXPECT_TRUE(TakeQuitMessage());
     EXPECT_EQ(main->Handle(), nullptr);
 }
 
-TEST_F(MainWindowEndTest, ACloseMessageEndsASignIn) {
+TEST_F(MainWindowEnd, ACloseMessageEndsASignIn) {
     script->Then([this](HWND) { ::PostMessageW(main->Handle(), WM_CLOSE, 0, 0); });
     EXPECT_EQ(Create(), 0);
     EXPECT_TRUE(TakeQuitMessage());
     EXPECT_EQ(main->Handle(), nullptr);
 }
 
-TEST_F(MainWindowEndTest, TheEndOfTheSessionUnderADialogSaves) {
+TEST_F(MainWindowEnd, TheEndOfTheSessionUnderADialogSaves) {
     for (const UINT command : {IDM_CHANGE_PASSWORD, IDM_HISTORY}) {
         SCOPED_TRACE(command);
         RemoveUser(TestUser);
@@ -84,7 +84,7 @@ TEST_F(MainWindowEndTest, TheEndOfTheSessionUnderADialogSaves) {
     }
 }
 
-TEST_F(MainWindowEndTest, AFailedSaveSaysWhichFileAndTriesAgain) {
+TEST_F(MainWindowEnd, AFailedSaveSaysWhichFileAndTriesAgain) {
     ASSERT_EQ(SignIn(), 1);
     FillDiary(main->Data());
     // A folder stands where the file has to go.
@@ -98,7 +98,7 @@ TEST_F(MainWindowEndTest, AFailedSaveSaysWhichFileAndTriesAgain) {
     ::RemoveDirectoryW(file.c_str());
 }
 
-TEST_F(MainWindowEndTest, ThePasswordIsWipedAtTheEnd) {
+TEST_F(MainWindowEnd, ThePasswordIsWipedAtTheEnd) {
     ASSERT_EQ(SignIn(), 1);
     EXPECT_NE(main->Password().CurrentMask(), 0U);
     ASSERT_TRUE(Close());
@@ -106,7 +106,7 @@ TEST_F(MainWindowEndTest, ThePasswordIsWipedAtTheEnd) {
     EXPECT_STRNE(main->Password().Text(), TestPassword);
 }
 
-TEST_F(MainWindowEndTest, SettingsAreWrittenInFull) {
+TEST_F(MainWindowEnd, SettingsAreWrittenInFull) {
     ASSERT_EQ(SignIn(), 1);
     Command(IDM_VIEW_DIARY);
     Command(IDM_SHOW_OVULATION);
@@ -123,7 +123,7 @@ TEST_F(MainWindowEndTest, SettingsAreWrittenInFull) {
     EXPECT_EQ(bytes, (std::wstring(TestUser).size() + 1) * sizeof(WCHAR));
 }
 
-TEST_F(MainWindowEndTest, TheSameObjectSignsInAgain) {
+TEST_F(MainWindowEnd, TheSameObjectSignsInAgain) {
     for (int round = 0; round < 2; ++round) {
         ASSERT_EQ(SignIn(), 1);
         FillDiary(main->Data());
@@ -133,7 +133,7 @@ TEST_F(MainWindowEndTest, TheSameObjectSignsInAgain) {
     EXPECT_EQ(data.Load(TestUser, TestPassword), 1);
 }
 
-TEST_F(MainWindowEndTest, WarningsThatNobodySawAreFreed) {
+TEST_F(MainWindowEnd, WarningsThatNobodySawAreFreed) {
     StoreDword(TEXT("CurrentView"), ViewDiary);
     ASSERT_EQ(SignIn(), 1);  // posts the warning of an empty diary
     const HWND window = main->Handle();
@@ -146,4 +146,4 @@ TEST_F(MainWindowEndTest, WarningsThatNobodySawAreFreed) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -8,7 +8,7 @@
 #include "resources/ids.h"
 #include "tests/ui/app/main_window_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 /// Bytes and blocks in use on all heaps of the process: the C library has one of its own.
@@ -36,7 +36,7 @@ HeapUse MeasureHeap() {
     return use;
 }
 
-class IdleTest : public MainWindowTest {
+class MainWindowIdle : public MainWindowTest {
   protected:
     /// Minutes pass, with whatever their timer has painted.
     void Idle(int minutes) {
@@ -47,7 +47,7 @@ class IdleTest : public MainWindowTest {
     }
 };
 
-TEST_F(IdleTest, TheMeasureSeesWhatIsAllocated) {
+TEST_F(MainWindowIdle, TheMeasureSeesWhatIsAllocated) {
     const HeapUse before = MeasureHeap();
     const std::unique_ptr<char, decltype(&std::free)> kept(static_cast<char*>(std::malloc(5000)),
                                                            &std::free);
@@ -56,7 +56,7 @@ TEST_F(IdleTest, TheMeasureSeesWhatIsAllocated) {
     EXPECT_GE(MeasureHeap().bytes, before.bytes + 5000);
 }
 
-TEST_F(IdleTest, NothingGrowsWhileTheProgramIsLeftAlone) {
+TEST_F(MainWindowIdle, NothingGrowsWhileTheProgramIsLeftAlone) {
     // Less than a block for every tenth minute: what grows would show.
     constexpr int Minutes = 500;
     constexpr int ToleranceBlocks = Minutes / 10;
@@ -81,4 +81,4 @@ TEST_F(IdleTest, NothingGrowsWhileTheProgramIsLeftAlone) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

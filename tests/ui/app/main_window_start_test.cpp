@@ -12,13 +12,13 @@
 #include "tests/ui/app/main_window_test_base.h"
 #include "window/settings.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr WCHAR CurrentViewValue[] = TEXT("CurrentView");
 constexpr WCHAR LastUserValue[] = TEXT("LastUser");
 
-class MainWindowStartTest : public MainWindowTest {
+class MainWindowStart : public MainWindowTest {
   protected:
     HWND TopView() { return ::GetWindow(main->Handle(), GW_CHILD); }
     /// The name that the sign-in offers. `keptName` is what the window itself holds meanwhile: the
@@ -68,7 +68,7 @@ class OwnCurrentUser {
     HKEY root = nullptr;
 };
 
-TEST_F(MainWindowStartTest, IsAPortraitWindowWithCaptionAndFrame) {
+TEST_F(MainWindowStart, IsAPortraitWindowWithCaptionAndFrame) {
     ASSERT_EQ(SignIn(), 1);
     const auto style = static_cast<DWORD>(::GetWindowLongPtrW(main->Handle(), GWL_STYLE));
     constexpr DWORD Wanted = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME | WS_VISIBLE;
@@ -82,7 +82,7 @@ TEST_F(MainWindowStartTest, IsAPortraitWindowWithCaptionAndFrame) {
     EXPECT_EQ(GetMainWindow(), main.get());
 }
 
-TEST_F(MainWindowStartTest, GetsItsIconsWhenItIsIdle) {
+TEST_F(MainWindowStart, GetsItsIconsWhenItIsIdle) {
     ASSERT_EQ(SignIn(), 1);
     for (const WPARAM kind : {ICON_BIG, ICON_SMALL}) {
         EXPECT_TRUE(
@@ -90,27 +90,27 @@ TEST_F(MainWindowStartTest, GetsItsIconsWhenItIsIdle) {
     }
 }
 
-TEST_F(MainWindowStartTest, IsVisibleBehindTheSignIn) {
+TEST_F(MainWindowStart, IsVisibleBehindTheSignIn) {
     bool visible = false;
     script->Then([&](HWND) { visible = ::IsWindowVisible(main->Handle()) != FALSE; });
     ASSERT_EQ(SignIn(), 1);
     EXPECT_TRUE(visible);
 }
 
-TEST_F(MainWindowStartTest, AKeyWithoutTheValueShowsTheGraph) {
+TEST_F(MainWindowStart, AKeyWithoutTheValueShowsTheGraph) {
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(main->CurrentView(), ViewGraph);
     EXPECT_EQ(TopView(), main->Graph().Handle());
 }
 
-TEST_F(MainWindowStartTest, WithoutAnyKeyTheDiaryIsShown) {
+TEST_F(MainWindowStart, WithoutAnyKeyTheDiaryIsShown) {
     SetSettingsLocation(SettingsLocation{nullptr, nullptr, TestSettingsPath});
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(main->CurrentView(), ViewDiary);
     EXPECT_EQ(TopView(), main->Diary().Handle());
 }
 
-TEST_F(MainWindowStartTest, TheStoredViewIsShownAndStoredAgain) {
+TEST_F(MainWindowStart, TheStoredViewIsShownAndStoredAgain) {
     for (const DWORD view : {ViewDiary, ViewGraph}) {
         SCOPED_TRACE(view);
         StoreDword(CurrentViewValue, view);
@@ -121,7 +121,7 @@ TEST_F(MainWindowStartTest, TheStoredViewIsShownAndStoredAgain) {
     }
 }
 
-TEST_F(MainWindowStartTest, AStrayViewShowsTheGraphAndIsWrittenBack) {
+TEST_F(MainWindowStart, AStrayViewShowsTheGraphAndIsWrittenBack) {
     StoreDword(CurrentViewValue, 5);
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(TopView(), main->Graph().Handle());
@@ -135,25 +135,25 @@ TEST_F(MainWindowStartTest, AStrayViewShowsTheGraphAndIsWrittenBack) {
     EXPECT_EQ(StoredDword(CurrentViewValue), ViewGraph) << "a view command ends it";
 }
 
-TEST_F(MainWindowStartTest, AViewOfTheWrongTypeIsAsIfMissing) {
+TEST_F(MainWindowStart, AViewOfTheWrongTypeIsAsIfMissing) {
     StoreText(CurrentViewValue, TEXT("3000"));
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(main->CurrentView(), ViewGraph);
 }
 
-TEST_F(MainWindowStartTest, ALongLastUserIsCutToThirtyOneCharacters) {
+TEST_F(MainWindowStart, ALongLastUserIsCutToThirtyOneCharacters) {
     StoreText(LastUserValue, std::wstring(40, L'n').c_str());
     EXPECT_EQ(OfferedName(), std::wstring(31, L'n'));
     EXPECT_EQ(keptName, std::wstring(31, L'n'));
 }
 
-TEST_F(MainWindowStartTest, WithoutALastUserTheOwnerIsOffered) {
+TEST_F(MainWindowStart, WithoutALastUserTheOwnerIsOffered) {
     const std::wstring owner = OwnerName();
     ASSERT_FALSE(owner.empty());
     EXPECT_EQ(OfferedName(), owner.substr(0, 31));
 }
 
-TEST_F(MainWindowStartTest, TheOwnersNameIsCutToThirtyOneCharacters) {
+TEST_F(MainWindowStart, TheOwnersNameIsCutToThirtyOneCharacters) {
     const OwnCurrentUser user;
     const struct {
         const char* label;
@@ -172,12 +172,12 @@ TEST_F(MainWindowStartTest, TheOwnersNameIsCutToThirtyOneCharacters) {
     }
 }
 
-TEST_F(MainWindowStartTest, WithoutAnyKeyNobodyIsOffered) {
+TEST_F(MainWindowStart, WithoutAnyKeyNobodyIsOffered) {
     SetSettingsLocation(SettingsLocation{nullptr, nullptr, TestSettingsPath});
     EXPECT_EQ(OfferedName(), L"Unknown");
 }
 
-TEST_F(MainWindowStartTest, ACancelledSignInRefusesTheWindow) {
+TEST_F(MainWindowStart, ACancelledSignInRefusesTheWindow) {
     script->Press(IDCANCEL);
     EXPECT_EQ(Create(), 0);
     EXPECT_EQ(main->Handle(), nullptr);
@@ -186,7 +186,7 @@ TEST_F(MainWindowStartTest, ACancelledSignInRefusesTheWindow) {
     EXPECT_FALSE(FileExists(FolderOf(TestUser)));
 }
 
-TEST_F(MainWindowStartTest, TheUserIsRememberedAtTheEnd) {
+TEST_F(MainWindowStart, TheUserIsRememberedAtTheEnd) {
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(StoredText(LastUserValue), L"");
     ASSERT_TRUE(Close());
@@ -195,4 +195,4 @@ TEST_F(MainWindowStartTest, TheUserIsRememberedAtTheEnd) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -14,14 +14,14 @@
 #include "resources/ids.h"
 #include "tests/ui/app/main_window_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr BYTE Hidden = TBSTATE_HIDDEN;
 constexpr BYTE Checked = TBSTATE_CHECKED;
 constexpr BYTE Enabled = TBSTATE_ENABLED;
 
-class RunningTest : public MainWindowTest {
+class MainWindow : public MainWindowTest {
   protected:
     void SetUp() override {
         MainWindowTest::SetUp();
@@ -34,7 +34,7 @@ class RunningTest : public MainWindowTest {
 
 // ---- Views ----
 
-TEST_F(RunningTest, SwitchingViewsKeepsTheDate) {
+TEST_F(MainWindow, SwitchingViewsKeepsTheDate) {
     const SYSTEMTIME first = Day(2024, 4, 3);
     const SYSTEMTIME second = Day(2024, 2, 29);
     Command(IDM_VIEW_DIARY);
@@ -46,7 +46,7 @@ TEST_F(RunningTest, SwitchingViewsKeepsTheDate) {
     EXPECT_TRUE(IsSameDay(main->Diary().GetCurrentDate(), second));
 }
 
-TEST_F(RunningTest, ViewCommandsBringTheirViewToTheTop) {
+TEST_F(MainWindow, ViewCommandsBringTheirViewToTheTop) {
     Command(IDM_VIEW_DIARY);
     EXPECT_EQ(TopView(), main->Diary().Handle());
     EXPECT_EQ(main->CurrentView(), ViewDiary);
@@ -59,7 +59,7 @@ TEST_F(RunningTest, ViewCommandsBringTheirViewToTheTop) {
     EXPECT_NE(MenuStateOf(IDM_VIEW_GRAPH) & MF_CHECKED, 0U);
 }
 
-TEST_F(RunningTest, ViewsFillTheWindowAboveTheBarAtEverySize) {
+TEST_F(MainWindow, ViewsFillTheWindowAboveTheBarAtEverySize) {
     for (const SIZE size : {SIZE{600, 700}, SIZE{400, 500}}) {
         ::SetWindowPos(main->Handle(), nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER);
         RECT client{};
@@ -83,7 +83,7 @@ TEST_F(RunningTest, ViewsFillTheWindowAboveTheBarAtEverySize) {
     }
 }
 
-TEST_F(RunningTest, MinimisingLeavesTheViewsAsTheyAre) {
+TEST_F(MainWindow, MinimisingLeavesTheViewsAsTheyAre) {
     RECT before{};
     ::GetClientRect(main->Diary().Handle(), &before);
     ::ShowWindow(main->Handle(), SW_MINIMIZE);
@@ -93,14 +93,14 @@ TEST_F(RunningTest, MinimisingLeavesTheViewsAsTheyAre) {
     ::ShowWindow(main->Handle(), SW_RESTORE);
 }
 
-TEST_F(RunningTest, TheViewsHaveTheirTitles) {
+TEST_F(MainWindow, TheViewsHaveTheirTitles) {
     EXPECT_EQ(TextOf(main->Diary().Handle()), L"Diary view");
     EXPECT_EQ(TextOf(main->Graph().Handle()), L"Graph view");
 }
 
 // ---- Messages and commands ----
 
-TEST_F(RunningTest, AboutHidesTheButtonsWhileItIsShown) {
+TEST_F(MainWindow, AboutHidesTheButtonsWhileItIsShown) {
     Command(IDM_VIEW_DIARY);
     std::wstring title;
     BYTE state = 0;
@@ -116,7 +116,7 @@ TEST_F(RunningTest, AboutHidesTheButtonsWhileItIsShown) {
     EXPECT_EQ(StateOf(IDM_SHOW_TEMPERATURE), Hidden) << "the diary never had it";
 }
 
-TEST_F(RunningTest, HelpGoesToTheShownView) {
+TEST_F(MainWindow, HelpGoesToTheShownView) {
     Command(IDM_VIEW_DIARY);
     Send(WM_HELP);
     Command(IDM_VIEW_GRAPH);
@@ -128,7 +128,7 @@ TEST_F(RunningTest, HelpGoesToTheShownView) {
     EXPECT_EQ(help.programs[2], L"PegHelp.exe");
 }
 
-TEST_F(RunningTest, UnknownCommandsAndMessagesAreLeftToTheSystem) {
+TEST_F(MainWindow, UnknownCommandsAndMessagesAreLeftToTheSystem) {
     EXPECT_FALSE(main->OnMessage(WM_COMMAND, 12345, 0, nullptr));
     EXPECT_FALSE(main->OnMessage(WM_USER + 77, 0, 0, nullptr));
     LRESULT result = 5;
@@ -136,14 +136,14 @@ TEST_F(RunningTest, UnknownCommandsAndMessagesAreLeftToTheSystem) {
     EXPECT_EQ(result, 0);
 }
 
-TEST_F(RunningTest, TheBackgroundIsWhite) {
+TEST_F(MainWindow, TheBackgroundIsWhite) {
     MemoryCanvas canvas(500, 700, RGB(10, 20, 30));
     Send(WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.Dc()));
     EXPECT_EQ(canvas.Pixel(5, 5), RGB(255, 255, 255));
     EXPECT_EQ(canvas.Pixel(479, 639), RGB(255, 255, 255));
 }
 
-TEST_F(RunningTest, PredictionWarningsArriveAsMessages) {
+TEST_F(MainWindow, PredictionWarningsArriveAsMessages) {
     Command(IDM_VIEW_DIARY);  // an empty diary
     PumpMessages();
     ASSERT_EQ(messages.boxes.size(), 1U);
@@ -153,7 +153,7 @@ TEST_F(RunningTest, PredictionWarningsArriveAsMessages) {
     EXPECT_EQ(messages.boxes[0].flags, static_cast<UINT>(MB_ICONEXCLAMATION));
 }
 
-TEST_F(RunningTest, ShowingTheDiaryBringsThePredictionUpToDateAndTheGraphDoesNot) {
+TEST_F(MainWindow, ShowingTheDiaryBringsThePredictionUpToDateAndTheGraphDoesNot) {
     FillDiary(main->Data());
     Command(IDM_VIEW_GRAPH);
     EXPECT_FALSE(main->Data().predictor.predictionUpToDate);
@@ -161,7 +161,7 @@ TEST_F(RunningTest, ShowingTheDiaryBringsThePredictionUpToDateAndTheGraphDoesNot
     EXPECT_TRUE(main->Data().predictor.predictionUpToDate);
 }
 
-TEST_F(RunningTest, TheDayTimerPredictsAnewOnlyOnAnotherDay) {
+TEST_F(MainWindow, TheDayTimerPredictsAnewOnlyOnAnotherDay) {
     FillDiary(main->Data());
     Send(WM_TIMER, DayTimerId);
     EXPECT_FALSE(main->Data().predictor.predictionUpToDate) << "the day has not changed";
@@ -177,7 +177,7 @@ TEST_F(RunningTest, TheDayTimerPredictsAnewOnlyOnAnotherDay) {
     EXPECT_TRUE(messages.boxes.empty()) << "silently";
 }
 
-TEST_F(RunningTest, TheDayTimerRepaintsTheViewsEveryMinuteAfterTheDayHasChanged) {
+TEST_F(MainWindow, TheDayTimerRepaintsTheViewsEveryMinuteAfterTheDayHasChanged) {
     SYSTEMTIME later{};
     AddDays(TestToday, 40, later);
     SetLocalNow(later);
@@ -193,4 +193,4 @@ TEST_F(RunningTest, TheDayTimerRepaintsTheViewsEveryMinuteAfterTheDayHasChanged)
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -7,7 +7,7 @@
 #include "platform/pocketpc/menu_bar.h"
 #include "storage/data_folder.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr const WCHAR* DataFiles[] = {TEXT("\\Bleeding.dat"), TEXT("\\Temperature.dat"),
@@ -127,4 +127,4 @@ bool MainWindowTest::FileExists(const std::wstring& path) {
     return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-}  // namespace lunara
+}  // namespace lunara::test

@@ -12,7 +12,7 @@
 #include "tests/ui/dialog_script.h"
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 
 inline constexpr WCHAR TestUser[] = TEXT("zz window tests");
 inline constexpr WCHAR TestPassword[] = TEXT("abcd");
@@ -62,4 +62,4 @@ class MainWindowTest : public UiTest {
     std::unique_ptr<DialogScript> script;
 };
 
-}  // namespace lunara
+}  // namespace lunara::test

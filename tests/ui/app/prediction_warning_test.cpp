@@ -3,13 +3,13 @@
 #include "platform/clock.h"
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr DWORD Start = 5'000'000;
 constexpr DWORD HourMs = 3'600'000;
 
-class PredictionWarningTest : public UiTest {
+class PredictionWarning : public UiTest {
   protected:
     void ShowAt(DWORD ticks, const WCHAR* text) {
         SetTickCount(ticks);
@@ -21,7 +21,7 @@ class PredictionWarningTest : public UiTest {
     CyclePredictor state;
 };
 
-TEST_F(PredictionWarningTest, BoxHasNoOwnerAndWarns) {
+TEST_F(PredictionWarning, BoxHasNoOwnerAndWarns) {
     ShowAt(Start, TEXT("Too few. "));
     ASSERT_EQ(messages.boxes.size(), 1U);
     EXPECT_EQ(messages.boxes[0].owner, nullptr);
@@ -30,7 +30,7 @@ TEST_F(PredictionWarningTest, BoxHasNoOwnerAndWarns) {
     EXPECT_EQ(messages.boxes[0].flags, static_cast<UINT>(MB_ICONEXCLAMATION));
 }
 
-TEST_F(PredictionWarningTest, OneBoxAnHour) {
+TEST_F(PredictionWarning, OneBoxAnHour) {
     ShowAt(Start, TEXT("first"));
     ShowAt(Start + HourMs, TEXT("within the hour"));
     EXPECT_EQ(messages.boxes.size(), 1U);
@@ -39,7 +39,7 @@ TEST_F(PredictionWarningTest, OneBoxAnHour) {
     EXPECT_EQ(messages.boxes[1].text, L"later");
 }
 
-TEST_F(PredictionWarningTest, ANullTextShowsNothingAndUsesNoTurn) {
+TEST_F(PredictionWarning, ANullTextShowsNothingAndUsesNoTurn) {
     SetTickCount(Start);
     ShowPredictionWarning(state, nullptr, MB_OK);
     EXPECT_TRUE(messages.boxes.empty());
@@ -47,7 +47,7 @@ TEST_F(PredictionWarningTest, ANullTextShowsNothingAndUsesNoTurn) {
     EXPECT_EQ(messages.boxes.size(), 1U);
 }
 
-TEST_F(PredictionWarningTest, InsufficientDataSharesTheHour) {
+TEST_F(PredictionWarning, InsufficientDataSharesTheHour) {
     ShowAt(Start, TEXT("first"));
     SetTickCount(Start + HourMs);
     ShowInsufficientDataWarning(state, MB_OK);
@@ -60,4 +60,4 @@ TEST_F(PredictionWarningTest, InsufficientDataSharesTheHour) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -8,7 +8,7 @@
 #include "resources/ids.h"
 #include "tests/ui/app/main_window_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr WCHAR LengthMessage[] = TEXT("Password should be at least 4 long if specified!");
@@ -21,7 +21,7 @@ DWORD PanelFlags() {
     return info.fdwFlags;
 }
 
-class LoginTest : public MainWindowTest {
+class SigningIn : public MainWindowTest {
   protected:
     /// The folder of the test's user with one file of these bytes.
     void PutFile(const WCHAR* fileName, const std::string& bytes) {
@@ -61,14 +61,14 @@ class LoginTest : public MainWindowTest {
     int focus = 0;
 };
 
-TEST_F(LoginTest, ANewNameBeginsANewDiarySilently) {
+TEST_F(SigningIn, ANewNameBeginsANewDiarySilently) {
     EXPECT_EQ(SignIn(), 1);
     EXPECT_TRUE(messages.boxes.empty());
     EXPECT_TRUE(main->Data().IsLoaded());
     EXPECT_STREQ(main->UserName(), TestUser);
 }
 
-TEST_F(LoginTest, ThePasswordIsHeldMasked) {
+TEST_F(SigningIn, ThePasswordIsHeldMasked) {
     ASSERT_EQ(SignIn(), 1);
     EXPECT_STRNE(main->Password().Text(), TestPassword);
     HeldPassword& held = const_cast<HeldPassword&>(main->Password());
@@ -77,7 +77,7 @@ TEST_F(LoginTest, ThePasswordIsHeldMasked) {
     held.Unmask();
 }
 
-TEST_F(LoginTest, NameIsPresetFromTheSettings) {
+TEST_F(SigningIn, NameIsPresetFromTheSettings) {
     StoreText(TEXT("LastUser"), TEXT("Anna"));
     Look();
     script->Press(IDCANCEL);
@@ -87,7 +87,7 @@ TEST_F(LoginTest, NameIsPresetFromTheSettings) {
     EXPECT_EQ(focus, IDC_USER_NAME);
 }
 
-TEST_F(LoginTest, WithoutAnyNameTheFieldSaysUnknown) {
+TEST_F(SigningIn, WithoutAnyNameTheFieldSaysUnknown) {
     StoreText(TEXT("LastUser"), TEXT(""));
     Look();
     script->Press(IDCANCEL);
@@ -95,7 +95,7 @@ TEST_F(LoginTest, WithoutAnyNameTheFieldSaysUnknown) {
     EXPECT_EQ(name, L"Unknown");
 }
 
-TEST_F(LoginTest, EmptyNameIsRefusedAndTheFocusGoesToThePassword) {
+TEST_F(SigningIn, EmptyNameIsRefusedAndTheFocusGoesToThePassword) {
     script->Type(IDC_USER_NAME, TEXT("")).Type(IDC_PASSWORD, TestPassword).Press(IDOK);
     Look();
     script->Press(IDCANCEL);
@@ -108,7 +108,7 @@ TEST_F(LoginTest, EmptyNameIsRefusedAndTheFocusGoesToThePassword) {
     EXPECT_EQ(password, TestPassword) << "only a failed load clears it";
 }
 
-TEST_F(LoginTest, PasswordsOfOneToThreeCharactersAreRefused) {
+TEST_F(SigningIn, PasswordsOfOneToThreeCharactersAreRefused) {
     for (const WCHAR* typed : {TEXT("a"), TEXT("ab"), TEXT("abc")}) {
         script->Type(IDC_USER_NAME, TestUser).Type(IDC_PASSWORD, typed).Press(IDOK);
     }
@@ -124,12 +124,12 @@ TEST_F(LoginTest, PasswordsOfOneToThreeCharactersAreRefused) {
     EXPECT_EQ(focus, IDC_PASSWORD);
 }
 
-TEST_F(LoginTest, AnEmptyPasswordIsAccepted) {
+TEST_F(SigningIn, AnEmptyPasswordIsAccepted) {
     EXPECT_EQ(SignIn(TestUser, TEXT("")), 1);
     EXPECT_TRUE(messages.boxes.empty());
 }
 
-TEST_F(LoginTest, NameAndPasswordAreCutToThirtyOneCharacters) {
+TEST_F(SigningIn, NameAndPasswordAreCutToThirtyOneCharacters) {
     const std::wstring longText(40, L'x');
     ASSERT_EQ(SignIn(longText.c_str(), longText.c_str()), 1);
     EXPECT_EQ(main->UserName(), std::wstring(31, L'x'));
@@ -137,7 +137,7 @@ TEST_F(LoginTest, NameAndPasswordAreCutToThirtyOneCharacters) {
     RemoveUser(std::wstring(31, L'x').c_str());
 }
 
-TEST_F(LoginTest, WrongPasswordKeepsTheNameAndMayBeTriedAgain) {
+TEST_F(SigningIn, WrongPasswordKeepsTheNameAndMayBeTriedAgain) {
     ASSERT_EQ(SignIn(), 1);
     FillDiary(main->Data());
     ASSERT_TRUE(Close());
@@ -157,7 +157,7 @@ TEST_F(LoginTest, WrongPasswordKeepsTheNameAndMayBeTriedAgain) {
     EXPECT_EQ(main->Data().GetBleeding(&day), 2);
 }
 
-TEST_F(LoginTest, AFileThatCannotBeReadIsNamedAndLeftAlone) {
+TEST_F(SigningIn, AFileThatCannotBeReadIsNamedAndLeftAlone) {
     const struct {
         const char* label;
         std::string bytes;
@@ -182,7 +182,7 @@ TEST_F(LoginTest, AFileThatCannotBeReadIsNamedAndLeftAlone) {
     }
 }
 
-TEST_F(LoginTest, TheMainWindowIsDisabledMeanwhileAndItsButtonsAreHidden) {
+TEST_F(SigningIn, TheMainWindowIsDisabledMeanwhileAndItsButtonsAreHidden) {
     StoreDword(TEXT("CurrentView"), ViewDiary);
     bool enabled = true;
     BYTE notes = 0;
@@ -199,7 +199,7 @@ TEST_F(LoginTest, TheMainWindowIsDisabledMeanwhileAndItsButtonsAreHidden) {
     EXPECT_EQ(::GetFocus(), main->Handle());
 }
 
-TEST_F(LoginTest, CompletionIsOffWhileAPasswordIsTyped) {
+TEST_F(SigningIn, CompletionIsOffWhileAPasswordIsTyped) {
     DWORD atName = 0;
     DWORD atPassword = 0;
     DWORD afterwards = 0;
@@ -215,13 +215,13 @@ TEST_F(LoginTest, CompletionIsOffWhileAPasswordIsTyped) {
     EXPECT_EQ(afterwards & (SIPF_ON | SIPF_DISABLECOMPLETION), SIPF_ON);
 }
 
-TEST_F(LoginTest, ThePanelIsDownAtTheEndAndCompletionAsItWas) {
+TEST_F(SigningIn, ThePanelIsDownAtTheEndAndCompletionAsItWas) {
     script->Then([](HWND dialog) { ::SetFocus(::GetDlgItem(dialog, IDC_PASSWORD)); });
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(PanelFlags() & (SIPF_ON | SIPF_DISABLECOMPLETION), 0U);
 }
 
-TEST_F(LoginTest, TheKeyboardMovesBetweenTheFieldsAndAnswers) {
+TEST_F(SigningIn, TheKeyboardMovesBetweenTheFieldsAndAnswers) {
     script->Type(IDC_USER_NAME, TestUser);
     script->Then([](HWND) { ::PostMessageW(::GetFocus(), WM_KEYDOWN, VK_TAB, 0); });
     Look();
@@ -230,7 +230,7 @@ TEST_F(LoginTest, TheKeyboardMovesBetweenTheFieldsAndAnswers) {
     EXPECT_EQ(focus, IDC_PASSWORD);
 }
 
-TEST_F(LoginTest, TheEndOfTheProgramEndsTheLoginAndIsHeardOutside) {
+TEST_F(SigningIn, TheEndOfTheProgramEndsTheLoginAndIsHeardOutside) {
     script->Then([](HWND) { ::PostQuitMessage(7); });
     EXPECT_EQ(Create(), 0);
     MSG message{};
@@ -239,10 +239,10 @@ TEST_F(LoginTest, TheEndOfTheProgramEndsTheLoginAndIsHeardOutside) {
     EXPECT_FALSE(main->Data().IsLoaded());
 }
 
-class ChangePasswordTest : public LoginTest {
+class ChangingPassword : public SigningIn {
   protected:
     void SetUp() override {
-        LoginTest::SetUp();
+        SigningIn::SetUp();
         ASSERT_EQ(SignIn(), 1);
         messages.boxes.clear();
     }
@@ -261,7 +261,7 @@ class ChangePasswordTest : public LoginTest {
     }
 };
 
-TEST_F(ChangePasswordTest, AllFourFilesAreWrittenAnewUnderTheNewPassword) {
+TEST_F(ChangingPassword, AllFourFilesAreWrittenAnewUnderTheNewPassword) {
     FillDiary(main->Data());
     ASSERT_TRUE(Close());
     ASSERT_EQ(SignIn(), 1);
@@ -276,7 +276,7 @@ TEST_F(ChangePasswordTest, AllFourFilesAreWrittenAnewUnderTheNewPassword) {
     EXPECT_FALSE(Opens(TestPassword));
 }
 
-TEST_F(ChangePasswordTest, AnEmptyNewPasswordIsAllowed) {
+TEST_F(ChangingPassword, AnEmptyNewPasswordIsAllowed) {
     FillDiary(main->Data());
     Fill(TestPassword, TEXT(""), TEXT(""));
     Command(IDM_CHANGE_PASSWORD);
@@ -285,7 +285,7 @@ TEST_F(ChangePasswordTest, AnEmptyNewPasswordIsAllowed) {
     EXPECT_TRUE(Opens(TEXT("")));
 }
 
-TEST_F(ChangePasswordTest, NewPasswordsThatDifferAreBothCleared) {
+TEST_F(ChangingPassword, NewPasswordsThatDifferAreBothCleared) {
     Fill(TestPassword, OtherPassword, TEXT("wxyz9"));
     std::wstring fields[3];
     script->Then([&fields, this](HWND dialog) {
@@ -306,7 +306,7 @@ TEST_F(ChangePasswordTest, NewPasswordsThatDifferAreBothCleared) {
     EXPECT_EQ(focus, IDC_NEW_PASSWORD);
 }
 
-TEST_F(ChangePasswordTest, AShortNewPasswordIsRefused) {
+TEST_F(ChangingPassword, AShortNewPasswordIsRefused) {
     Fill(TestPassword, TEXT("abc"), TEXT("abc"));
     script->Then([this](HWND) { focus = ::GetDlgCtrlID(::GetFocus()); });
     script->Press(IDCANCEL);
@@ -316,7 +316,7 @@ TEST_F(ChangePasswordTest, AShortNewPasswordIsRefused) {
     EXPECT_EQ(focus, IDC_NEW_PASSWORD);
 }
 
-TEST_F(ChangePasswordTest, AWrongOldPasswordKeepsTheDialogOpen) {
+TEST_F(ChangingPassword, AWrongOldPasswordKeepsTheDialogOpen) {
     Fill(TEXT("ABCD"), OtherPassword, OtherPassword);  // passwords are case-sensitive
     std::wstring oldPassword = L"?";
     std::wstring newPassword;
@@ -337,7 +337,7 @@ TEST_F(ChangePasswordTest, AWrongOldPasswordKeepsTheDialogOpen) {
     EXPECT_TRUE(main->Data().bleeding.dirty) << "the second try changed it";
 }
 
-TEST_F(ChangePasswordTest, CancelChangesNothing) {
+TEST_F(ChangingPassword, CancelChangesNothing) {
     script->Type(IDC_OLD_PASSWORD, TestPassword)
         .Type(IDC_NEW_PASSWORD, OtherPassword)
         .Type(IDC_CONFIRM_PASSWORD, OtherPassword)
@@ -350,7 +350,7 @@ TEST_F(ChangePasswordTest, CancelChangesNothing) {
     EXPECT_TRUE(Opens(TestPassword));
 }
 
-TEST_F(ChangePasswordTest, TheEndOfTheProgramIsHeardOutsideTheDialog) {
+TEST_F(ChangingPassword, TheEndOfTheProgramIsHeardOutsideTheDialog) {
     script->Then([](HWND) { ::PostQuitMessage(3); });
     Command(IDM_CHANGE_PASSWORD);
     MSG message{};
@@ -358,7 +358,7 @@ TEST_F(ChangePasswordTest, TheEndOfTheProgramIsHeardOutsideTheDialog) {
     EXPECT_EQ(message.wParam, 3U);
 }
 
-TEST_F(ChangePasswordTest, EachOfTheThreeFieldsTurnsCompletionOff) {
+TEST_F(ChangingPassword, EachOfTheThreeFieldsTurnsCompletionOff) {
     std::vector<DWORD> flags;
     for (const int id : {IDC_OLD_PASSWORD, IDC_NEW_PASSWORD, IDC_CONFIRM_PASSWORD, int{IDOK}}) {
         script->Then([id](HWND dialog) { ::SetFocus(::GetDlgItem(dialog, id)); });
@@ -371,4 +371,4 @@ TEST_F(ChangePasswordTest, EachOfTheThreeFieldsTurnsCompletionOff) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

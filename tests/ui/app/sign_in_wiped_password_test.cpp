@@ -3,16 +3,16 @@
 #include "resources/ids.h"
 #include "tests/ui/app/backup_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr std::int32_t SavedTemperature = 9810;  // of FillDiary
 constexpr std::int32_t NewTemperature = 9777;
 
-class WipedPasswordTest : public BackupTestBase {
+class WipedPassword : public BackupTest {
   protected:
     void SetUp() override {
-        BackupTestBase::SetUp();
+        BackupTest::SetUp();
         ASSERT_EQ(SignIn(), 1);
         FillDiary(main->Data());
         script->Press(IDOK);
@@ -34,7 +34,7 @@ class WipedPasswordTest : public BackupTestBase {
 
 // ---- The next backup ----
 
-TEST_F(WipedPasswordTest, TheSecondBackupAsksForThePassword) {
+TEST_F(WipedPassword, TheSecondBackupAsksForThePassword) {
     EnterNewTemperature();
     script->Type(IDC_BACKUP_NAME, TEXT("second")).Press(IDOK).Press(IDCANCEL);
     Command(IDM_BACKUP);
@@ -49,7 +49,7 @@ TEST_F(WipedPasswordTest, TheSecondBackupAsksForThePassword) {
 
 // ---- The end ----
 
-TEST_F(WipedPasswordTest, EntriesAfterABackupAskForThePasswordAtTheEnd) {
+TEST_F(WipedPassword, EntriesAfterABackupAskForThePasswordAtTheEnd) {
     EnterNewTemperature();
     bool readOnly = false;
     std::wstring name;
@@ -69,9 +69,9 @@ TEST_F(WipedPasswordTest, EntriesAfterABackupAskForThePasswordAtTheEnd) {
     ExpectTemperatureIn(FolderOf(TestUser), NewTemperature);
 }
 
-TEST_F(WipedPasswordTest, WithNothingToSaveTheEndDoesNotAsk) { EXPECT_TRUE(Close()); }
+TEST_F(WipedPassword, WithNothingToSaveTheEndDoesNotAsk) { EXPECT_TRUE(Close()); }
 
-TEST_F(WipedPasswordTest, GivingUpAtTheEndAsksOnceWhetherToLeave) {
+TEST_F(WipedPassword, GivingUpAtTheEndAsksOnceWhetherToLeave) {
     EnterNewTemperature();
     messages.answers = {IDNO};
     script->Press(IDCANCEL);
@@ -86,7 +86,7 @@ TEST_F(WipedPasswordTest, GivingUpAtTheEndAsksOnceWhetherToLeave) {
     ExpectTemperatureIn(FolderOf(TestUser), SavedTemperature);
 }
 
-TEST_F(WipedPasswordTest, TheEndOfTheSessionAsksWhileSomebodyIsThere) {
+TEST_F(WipedPassword, TheEndOfTheSessionAsksWhileSomebodyIsThere) {
     EnterNewTemperature();
     messages.answers = {IDNO};
     script->Press(IDCANCEL);
@@ -102,7 +102,7 @@ TEST_F(WipedPasswordTest, TheEndOfTheSessionAsksWhileSomebodyIsThere) {
 
 // ---- Change of password ----
 
-TEST_F(WipedPasswordTest, ChangingThePasswordAsksForThePresentOneFirst) {
+TEST_F(WipedPassword, ChangingThePasswordAsksForThePresentOneFirst) {
     script->Type(IDC_PASSWORD, TestPassword).Press(IDOK);
     script->Type(IDC_OLD_PASSWORD, TestPassword)
         .Type(IDC_NEW_PASSWORD, TEXT("newer"))
@@ -115,4 +115,4 @@ TEST_F(WipedPasswordTest, ChangingThePasswordAsksForThePresentOneFirst) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

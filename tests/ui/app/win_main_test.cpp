@@ -6,10 +6,10 @@
 #include "platform/text.h"
 #include "tests/ui/app/main_window_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class SecondStartTest : public MainWindowTest {
+class SecondStart : public MainWindowTest {
   protected:
     /// Runs the program beside this one; its exit code.
     static DWORD RunProgram() {
@@ -35,7 +35,7 @@ class SecondStartTest : public MainWindowTest {
     }
 };
 
-TEST_F(SecondStartTest, BringsTheFirstForwardAndEnds) {
+TEST_F(SecondStart, BringsTheFirstForwardAndEnds) {
     ASSERT_EQ(SignIn(), 1);
     ::ShowWindow(main->Handle(), SW_MINIMIZE);
     ASSERT_TRUE(::IsIconic(main->Handle()));
@@ -45,4 +45,4 @@ TEST_F(SecondStartTest, BringsTheFirstForwardAndEnds) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

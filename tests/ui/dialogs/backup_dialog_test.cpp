@@ -5,24 +5,24 @@
 #include "resources/ids.h"
 #include "tests/ui/app/backup_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class RestoreDialogTest : public BackupTestBase {
+class RestoreDialog : public BackupTest {
   protected:
     void SetUp() override {
-        BackupTestBase::SetUp();
+        BackupTest::SetUp();
         ASSERT_EQ(SignIn(), 1);
     }
 };
 
-TEST_F(RestoreDialogTest, WithoutABackupsFolderThereAreNoBackups) {
-    RestoreDialog dialog(TEXT(""), main.get());
+TEST_F(RestoreDialog, WithoutABackupsFolderThereAreNoBackups) {
+    lunara::RestoreDialog dialog(TEXT(""), main.get());
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
     EXPECT_EQ(BoxTexts(), Texts{L"There are no backups!"});
 }
 
-TEST_F(RestoreDialogTest, OnlyFoldersWithoutADotAreOffered) {
+TEST_F(RestoreDialog, OnlyFoldersWithoutADotAreOffered) {
     PutBackup(L"two");
     PutBackup(L"one");
     MakeFolder(BackupFile(L".hidden"));
@@ -42,7 +42,7 @@ TEST_F(RestoreDialogTest, OnlyFoldersWithoutADotAreOffered) {
     EXPECT_EQ(offered, (std::vector<std::wstring>{L"one", L"two"}));
 }
 
-TEST_F(RestoreDialogTest, TheFirstBackupFoundIsChosen) {
+TEST_F(RestoreDialog, TheFirstBackupFoundIsChosen) {
     for (const wchar_t* name : {L"m", L"z", L"a"}) {
         PutBackup(name);
     }
@@ -60,7 +60,7 @@ TEST_F(RestoreDialogTest, TheFirstBackupFoundIsChosen) {
     EXPECT_EQ(chosen, entry.cFileName);
 }
 
-TEST_F(RestoreDialogTest, DeletingTheLastBackupClosesTheDialog) {
+TEST_F(RestoreDialog, DeletingTheLastBackupClosesTheDialog) {
     PutBackup(L"one");
     PutBackup(L"two");
     LRESULT count = 0;
@@ -77,4 +77,4 @@ TEST_F(RestoreDialogTest, DeletingTheLastBackupClosesTheDialog) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -5,7 +5,7 @@
 #include "resources/ids.h"
 #include "tests/ui/app/main_window_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr DateKey Key(unsigned month, unsigned day) { return MakeDateKey(2024, month, day); }
@@ -51,7 +51,7 @@ Shown Look(HWND dialog) {
             ::IsWindowEnabled(::GetDlgItem(dialog, IDOK)) != FALSE};
 }
 
-class HistoryDialogTest : public MainWindowTest {
+class HistoryDialog : public MainWindowTest {
   protected:
     void SetUp() override {
         MainWindowTest::SetUp();
@@ -67,7 +67,7 @@ class HistoryDialogTest : public MainWindowTest {
     }
 };
 
-TEST_F(HistoryDialogTest, AStartThatIsTooLateLeavesTheLastFiveDays) {
+TEST_F(HistoryDialog, AStartThatIsTooLateLeavesTheLastFiveDays) {
     Shown shown{};
     script->Then([&](HWND dialog) { shown = Look(dialog); });
     script->Press(IDOK).Press(IDCANCEL);
@@ -79,7 +79,7 @@ TEST_F(HistoryDialogTest, AStartThatIsTooLateLeavesTheLastFiveDays) {
     EXPECT_EQ(main->Data().bleeding.At(4).date, Key(5, 14));
 }
 
-TEST_F(HistoryDialogTest, StartsAtTheCurrentDateWhenThatIsAllowed) {
+TEST_F(HistoryDialog, StartsAtTheCurrentDateWhenThatIsAllowed) {
     main->Data().SetCurrentDate(Day(2024, 4, 2));
     Shown shown{};
     script->Then([&](HWND dialog) { shown = Look(dialog); });
@@ -89,7 +89,7 @@ TEST_F(HistoryDialogTest, StartsAtTheCurrentDateWhenThatIsAllowed) {
     EXPECT_EQ(main->Data().bleeding.Count(), 0);
 }
 
-TEST_F(HistoryDialogTest, AllFieldsMoveTogether) {
+TEST_F(HistoryDialog, AllFieldsMoveTogether) {
     std::vector<Shown> shown;
     const auto look = [&](HWND dialog) { shown.push_back(Look(dialog)); };
     script->Then([&](HWND dialog) {
@@ -111,7 +111,7 @@ TEST_F(HistoryDialogTest, AllFieldsMoveTogether) {
     Expect(shown[3], Key(4, 2), Key(4, 5), L"3", L"Heavy", true);
 }
 
-TEST_F(HistoryDialogTest, RefusedDatesJumpBack) {
+TEST_F(HistoryDialog, RefusedDatesJumpBack) {
     const struct {
         const char* label;
         int picker;
@@ -135,7 +135,7 @@ TEST_F(HistoryDialogTest, RefusedDatesJumpBack) {
     }
 }
 
-TEST_F(HistoryDialogTest, ARefusedLengthJumpsBack) {
+TEST_F(HistoryDialog, ARefusedLengthJumpsBack) {
     Shown shown{};
     int position = 0;
     script->Then([&](HWND dialog) {
@@ -149,7 +149,7 @@ TEST_F(HistoryDialogTest, ARefusedLengthJumpsBack) {
     EXPECT_EQ(position, 5);
 }
 
-TEST_F(HistoryDialogTest, APickerWithoutADateIsNotHeard) {
+TEST_F(HistoryDialog, APickerWithoutADateIsNotHeard) {
     Shown shown{};
     script->Then([&](HWND dialog) {
         NMDATETIMECHANGE change{};
@@ -165,7 +165,7 @@ TEST_F(HistoryDialogTest, APickerWithoutADateIsNotHeard) {
     EXPECT_EQ(shown.start, Key(5, 10));
 }
 
-TEST_F(HistoryDialogTest, AddingTwiceIsRefusedWithNothingWritten) {
+TEST_F(HistoryDialog, AddingTwiceIsRefusedWithNothingWritten) {
     main->Data().SetCurrentDate(Day(2024, 4, 2));
     Shown afterAdd{};
     script->Press(IDOK);
@@ -184,7 +184,7 @@ TEST_F(HistoryDialogTest, AddingTwiceIsRefusedWithNothingWritten) {
     EXPECT_EQ(messages.boxes[0].flags, UINT{MB_ICONEXCLAMATION});
 }
 
-TEST_F(HistoryDialogTest, AddComesBackWithEachAcceptedChangeAndNoOther) {
+TEST_F(HistoryDialog, AddComesBackWithEachAcceptedChangeAndNoOther) {
     const struct {
         const char* label;
         void (*change)(HWND dialog);
@@ -216,7 +216,7 @@ TEST_F(HistoryDialogTest, AddComesBackWithEachAcceptedChangeAndNoOther) {
     }
 }
 
-TEST_F(HistoryDialogTest, ClosingBringsThePredictionUpToDate) {
+TEST_F(HistoryDialog, ClosingBringsThePredictionUpToDate) {
     script->Press(IDOK).Press(IDCANCEL);
     Command(IDM_HISTORY);
     EXPECT_TRUE(main->Data().predictor.predictionUpToDate);
@@ -225,4 +225,4 @@ TEST_F(HistoryDialogTest, ClosingBringsThePredictionUpToDate) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -4,10 +4,10 @@
 #include "resources/ids.h"
 #include "tests/ui/views/view_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class NotesDialogTest : public UiTest {
+class NotesDialog : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
@@ -23,8 +23,8 @@ LRESULT CheckOf(HWND dialog, int box) {
     return ::SendDlgItemMessageW(dialog, box, BM_GETCHECK, 0, 0);
 }
 
-TEST_F(NotesDialogTest, StartsEmptyAtToday) {
-    const NotesDialog dialog;
+TEST_F(NotesDialog, StartsEmptyAtToday) {
+    const lunara::NotesDialog dialog;
     EXPECT_EQ(ToDateKey(dialog.date), ToDateKey(Day(2026, 3, 15)));
     EXPECT_EQ(dialog.cramps, 0);
     EXPECT_EQ(dialog.pms, 0);
@@ -35,7 +35,7 @@ TEST_F(NotesDialogTest, StartsEmptyAtToday) {
 /// show and hide windows.
 class HiddenWindow {
   public:
-    explicit HiddenWindow(NotesDialog& shown) : dialog(shown) {
+    explicit HiddenWindow(lunara::NotesDialog& shown) : dialog(shown) {
         EXPECT_TRUE(Dialog::CreateModeless(dialog, IDD_NOTES));
     }
     HiddenWindow(const HiddenWindow&) = delete;
@@ -46,11 +46,11 @@ class HiddenWindow {
     HWND Control(int id) const { return ::GetDlgItem(dialog.Handle(), id); }
 
   private:
-    NotesDialog& dialog;
+    lunara::NotesDialog& dialog;
 };
 
-TEST_F(NotesDialogTest, ShowsItsFieldsAndTheDate) {
-    NotesDialog dialog;
+TEST_F(NotesDialog, ShowsItsFieldsAndTheDate) {
+    lunara::NotesDialog dialog;
     dialog.date = Day(2007, 1, 1);
     dialog.pms = 1;
     CopyText(dialog.text.data(), dialog.text.size(), TEXT("slept badly"));
@@ -70,7 +70,7 @@ struct HeaderCase {
     const wchar_t* header;
 };
 
-TEST_F(NotesDialogTest, HeaderNamesWeekdayMonthAndDay) {
+TEST_F(NotesDialog, HeaderNamesWeekdayMonthAndDay) {
     const HeaderCase cases[] = {
         {"Sunday", Day(2026, 11, 1), L"Sun Nov, 01"},
         {"Saturday", Day(2026, 12, 26), L"Sat Dec, 26"},
@@ -78,15 +78,15 @@ TEST_F(NotesDialogTest, HeaderNamesWeekdayMonthAndDay) {
     };
     for (const HeaderCase& c : cases) {
         LUNARA_ROW(c);
-        NotesDialog dialog;
+        lunara::NotesDialog dialog;
         dialog.date = c.date;
         const HiddenWindow window(dialog);
         EXPECT_EQ(TextOf(window.Control(IDC_NOTE_DATE)), c.header);
     }
 }
 
-TEST_F(NotesDialogTest, OkReadsTheControlsAndEndsWithOne) {
-    NotesDialog dialog;
+TEST_F(NotesDialog, OkReadsTheControlsAndEndsWithOne) {
+    lunara::NotesDialog dialog;
     DialogHand hand([](HWND window) {
         ::SetDlgItemTextW(window, IDC_NOTE_TEXT, L"headache");
         ::SendDlgItemMessageW(window, IDC_CRAMPS, BM_SETCHECK, BST_CHECKED, 0);
@@ -99,8 +99,8 @@ TEST_F(NotesDialogTest, OkReadsTheControlsAndEndsWithOne) {
     EXPECT_EQ(dialog.pms, 1);
 }
 
-TEST_F(NotesDialogTest, CancelEndsWithTwoAndReadsNothing) {
-    NotesDialog dialog;
+TEST_F(NotesDialog, CancelEndsWithTwoAndReadsNothing) {
+    lunara::NotesDialog dialog;
     CopyText(dialog.text.data(), dialog.text.size(), TEXT("before"));
     DialogHand hand([](HWND window) {
         ::SetDlgItemTextW(window, IDC_NOTE_TEXT, L"after");
@@ -112,8 +112,8 @@ TEST_F(NotesDialogTest, CancelEndsWithTwoAndReadsNothing) {
     EXPECT_EQ(dialog.cramps, 0);
 }
 
-TEST_F(NotesDialogTest, TakesNoMoreThanANoteHolds) {
-    NotesDialog dialog;
+TEST_F(NotesDialog, TakesNoMoreThanANoteHolds) {
+    lunara::NotesDialog dialog;
     const HiddenWindow window(dialog);
     const HWND edit = window.Control(IDC_NOTE_TEXT);
     for (int i = 0; i < 200; ++i) {
@@ -143,8 +143,8 @@ int CountOnScreen(HWND control, COLORREF color) {
     return canvas.CountOf(color);
 }
 
-TEST_F(NotesDialogTest, CheckBoxesAreColored) {
-    NotesDialog dialog;
+TEST_F(NotesDialog, CheckBoxesAreColored) {
+    lunara::NotesDialog dialog;
     DialogHand hand([](HWND window) {
         EXPECT_EQ(ColorOfStatic(window, IDC_CRAMPS), RGB(255, 64, 64));
         EXPECT_EQ(ColorOfStatic(window, IDC_PMS), RGB(190, 0, 0));
@@ -160,11 +160,11 @@ TEST_F(NotesDialogTest, CheckBoxesAreColored) {
     EXPECT_TRUE(hand.WasUsed());
 }
 
-TEST_F(NotesDialogTest, SettingsChangesAreAnswered) {
-    NotesDialog dialog;
+TEST_F(NotesDialog, SettingsChangesAreAnswered) {
+    lunara::NotesDialog dialog;
     const HiddenWindow window(dialog);
     EXPECT_EQ(::SendMessageW(window.Handle(), WM_SETTINGCHANGE, 224, 0), 0);
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -2,10 +2,10 @@
 
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-TEST(SheetLayoutTest, GrowsEvenlyUpToTheLimitAndStandsInTheMiddle) {
+TEST(DialogLayout, GrowsEvenlyUpToTheLimitAndStandsInTheMiddle) {
     const struct {
         const char* label;
         SIZE designed;
@@ -28,7 +28,7 @@ TEST(SheetLayoutTest, GrowsEvenlyUpToTheLimitAndStandsInTheMiddle) {
     }
 }
 
-TEST(SheetLayoutTest, WhatTouchesInTheTemplateTouchesOnTheSheet) {
+TEST(DialogLayout, WhatTouchesInTheTemplateTouchesOnTheSheet) {
     const SheetLayout layout{1.5, {7, 46}};
     for (LONG edge = 0; edge < 50; ++edge) {
         const RECT left = PlaceOnSheet({0, 0, edge, 10}, layout);
@@ -38,4 +38,4 @@ TEST(SheetLayoutTest, WhatTouchesInTheTemplateTouchesOnTheSheet) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -9,10 +9,10 @@
 #include "tests/ui/ui_test_ids.h"
 #include "window/dialog.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class FullScreenTest : public UiTest {
+class FullScreenDialog : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
@@ -33,13 +33,13 @@ class FullScreenTest : public UiTest {
     Dialog dialog{IDD_LOGIN, &owner};
 };
 
-TEST_F(FullScreenTest, CoversTheClientAreaOfItsOwner) {
+TEST_F(FullScreenDialog, CoversTheClientAreaOfItsOwner) {
     EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
     EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(dialog.Handle())))
         << "it has no frame";
 }
 
-TEST_F(FullScreenTest, LosesTheFrameOfItsTemplate) {
+TEST_F(FullScreenDialog, LosesTheFrameOfItsTemplate) {
     Dialog framed(TEST_DIALOG, &owner);
     ASSERT_TRUE(Dialog::CreateModeless(framed, TEST_DIALOG, &owner));
     EXPECT_EQ(::GetWindowLongPtrW(framed.Handle(), GWL_STYLE) & WS_CAPTION, 0);
@@ -57,21 +57,21 @@ class LoadedDialog : public Dialog {
     RECT place{};
 };
 
-TEST_F(FullScreenTest, IsLaidOutBeforeItsFieldsAreLoaded) {
+TEST_F(FullScreenDialog, IsLaidOutBeforeItsFieldsAreLoaded) {
     LoadedDialog loaded(IDD_LOGIN, &owner);
     ASSERT_TRUE(Dialog::CreateModeless(loaded, IDD_LOGIN, &owner));
     EXPECT_TRUE(SameRect(loaded.place, ClientOnScreen(owner.Handle())));
     ::DestroyWindow(loaded.Handle());
 }
 
-TEST_F(FullScreenTest, GoesWhereItsOwnerGoes) {
+TEST_F(FullScreenDialog, GoesWhereItsOwnerGoes) {
     ::SetWindowPos(owner.Handle(), nullptr, 100, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
     ::SetWindowPos(owner.Handle(), nullptr, 0, 0, 400, 420, SWP_NOMOVE | SWP_NOZORDER);
     EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
 }
 
-TEST_F(FullScreenTest, TakesItsOwnerAlongWhenItIsDragged) {
+TEST_F(FullScreenDialog, TakesItsOwnerAlongWhenItIsDragged) {
     const RECT before = ScreenRect(owner.Handle());
     const RECT place = ScreenRect(dialog.Handle());
     ::SetWindowPos(dialog.Handle(), nullptr, place.left + 30, place.top + 20, 0, 0,
@@ -82,7 +82,7 @@ TEST_F(FullScreenTest, TakesItsOwnerAlongWhenItIsDragged) {
     EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
 }
 
-TEST_F(FullScreenTest, CanBeDraggedByItsTitleStripOnly) {
+TEST_F(FullScreenDialog, CanBeDraggedByItsTitleStripOnly) {
     const RECT place = ScreenRect(dialog.Handle());
     const auto hit = [&](int x, int y) {
         return ::SendMessageW(dialog.Handle(), WM_NCHITTEST, 0,
@@ -93,7 +93,7 @@ TEST_F(FullScreenTest, CanBeDraggedByItsTitleStripOnly) {
     EXPECT_EQ(hit(50, TitleStripPx), HTCLIENT);
 }
 
-TEST_F(FullScreenTest, ShowsItsTitleOnWhite) {
+TEST_F(FullScreenDialog, ShowsItsTitleOnWhite) {
     MemoryCanvas canvas(480, 600, RGB(1, 2, 3));
     ::SendMessageW(dialog.Handle(), WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.Dc()), 0);
     EXPECT_EQ(canvas.Pixel(2, 2), RGB(255, 255, 255));
@@ -108,7 +108,7 @@ TEST_F(FullScreenTest, ShowsItsTitleOnWhite) {
     EXPECT_NE(canvas.Pixel(300, TitleStripPx - 1), RGB(255, 255, 255)) << "the rule under it";
 }
 
-TEST_F(FullScreenTest, LabelsStandOnWhiteAndKeepTheColourOfTheDialog) {
+TEST_F(FullScreenDialog, LabelsStandOnWhiteAndKeepTheColourOfTheDialog) {
     MemoryCanvas canvas(10, 10);
     const auto brush = reinterpret_cast<HGDIOBJ>(
         ::SendMessageW(dialog.Handle(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(canvas.Dc()),
@@ -117,7 +117,7 @@ TEST_F(FullScreenTest, LabelsStandOnWhiteAndKeepTheColourOfTheDialog) {
     EXPECT_EQ(::GetBkColor(canvas.Dc()), RGB(255, 255, 255));
 }
 
-TEST_F(FullScreenTest, ControlsAndTheirFontGrowAndShrinkWithTheWindow) {
+TEST_F(FullScreenDialog, ControlsAndTheirFontGrowAndShrinkWithTheWindow) {
     const RECT large = ScreenRect(Field());
     LOGFONTW largeFont{};
     ::GetObjectW(reinterpret_cast<HGDIOBJ>(::SendMessageW(Field(), WM_GETFONT, 0, 0)),
@@ -136,7 +136,7 @@ TEST_F(FullScreenTest, ControlsAndTheirFontGrowAndShrinkWithTheWindow) {
     EXPECT_TRUE(SameRect(ScreenRect(Field()), large)) << "no rounding adds up";
 }
 
-TEST_F(FullScreenTest, AListOpensAsHighAsDesignedAtEverySize) {
+TEST_F(FullScreenDialog, AListOpensAsHighAsDesignedAtEverySize) {
     ::DestroyWindow(dialog.Handle());
     ASSERT_TRUE(Dialog::CreateModeless(dialog, IDD_RESTORE, &owner));
     const auto heightOpened = [&] {
@@ -153,7 +153,7 @@ TEST_F(FullScreenTest, AListOpensAsHighAsDesignedAtEverySize) {
     EXPECT_GT(large, small);
 }
 
-TEST_F(FullScreenTest, ADestroyedDialogLeavesItsOwnerAlone) {
+TEST_F(FullScreenDialog, ADestroyedDialogLeavesItsOwnerAlone) {
     ::DestroyWindow(dialog.Handle());
     EXPECT_EQ(dialog.Handle(), nullptr);
     ::SetWindowPos(owner.Handle(), nullptr, 100, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
@@ -161,12 +161,12 @@ TEST_F(FullScreenTest, ADestroyedDialogLeavesItsOwnerAlone) {
     EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
 }
 
-TEST_F(FullScreenTest, AnOwnerThatGoesTakesTheDialogWithIt) {
+TEST_F(FullScreenDialog, AnOwnerThatGoesTakesTheDialogWithIt) {
     ::DestroyWindow(owner.Handle());
     EXPECT_EQ(dialog.Handle(), nullptr);
 }
 
-TEST_F(FullScreenTest, InitDialogRefusesWhatIsNoDialog) {
+TEST_F(FullScreenDialog, InitDialogRefusesWhatIsNoDialog) {
     SHINITDLGINFO info{SHIDIM_FLAGS, nullptr, SHIDIF_SIZEDLGFULLSCREEN};
     EXPECT_FALSE(SHInitDialog(&info));
     EXPECT_FALSE(SHInitDialog(nullptr));
@@ -175,4 +175,4 @@ TEST_F(FullScreenTest, InitDialogRefusesWhatIsNoDialog) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -1,10 +1,10 @@
 #include "platform/pocketpc/aygshell.h"
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class PanelTest : public UiTest {
+class InputPanel : public UiTest {
   protected:
     static SIPINFO Info() {
         SIPINFO info{};
@@ -14,7 +14,7 @@ class PanelTest : public UiTest {
     }
 };
 
-TEST_F(PanelTest, KeepsItsFlags) {
+TEST_F(InputPanel, KeepsItsFlags) {
     SIPINFO info = Info();
     const DWORD before = info.fdwFlags;
     info.fdwFlags = before | SIPF_DISABLECOMPLETION;
@@ -24,7 +24,7 @@ TEST_F(PanelTest, KeepsItsFlags) {
     EXPECT_TRUE(SHSipInfo(SPI_SETSIPINFO, 0, &info, 0));
 }
 
-TEST_F(PanelTest, IsRaisedAndLowered) {
+TEST_F(InputPanel, IsRaisedAndLowered) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     const struct {
@@ -42,7 +42,7 @@ TEST_F(PanelTest, IsRaisedAndLowered) {
     EXPECT_FALSE(SHSipPreference(nullptr, SIP_UP));
 }
 
-TEST_F(PanelTest, RefusesWhatItDoesNotKnow) {
+TEST_F(InputPanel, RefusesWhatItDoesNotKnow) {
     SIPINFO info{};
     EXPECT_FALSE(SHSipInfo(SPI_GETSIPINFO, 0, &info, 0)) << "size not set";
     EXPECT_FALSE(SHSipInfo(SPI_GETSIPINFO, 0, nullptr, 0));
@@ -51,4 +51,4 @@ TEST_F(PanelTest, RefusesWhatItDoesNotKnow) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -10,10 +10,10 @@
 #include "tests/ui/platform/screen_places.h"
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-TEST(MenuBarDescriptionTest, ReadsMenuAndButtons) {
+TEST(MenuBarDescription, ReadsMenuAndButtons) {
     const std::uint16_t words[] = {102, 2,     0xFFFF,         104, MENU_BAR_DROP_DOWN, 104,
                                    0,   50032, MENU_BAR_CHECK, 0};
     const auto description = ReadMenuBarDescription(words);
@@ -24,7 +24,7 @@ TEST(MenuBarDescriptionTest, ReadsMenuAndButtons) {
     EXPECT_EQ(description->buttons[0].text, 104);
 }
 
-TEST(MenuBarDescriptionTest, RefusesWhatIsCutOrUnknown) {
+TEST(MenuBarDescription, RefusesWhatIsCutOrUnknown) {
     const struct {
         const char* label;
         std::vector<std::uint16_t> words;
@@ -42,7 +42,7 @@ TEST(MenuBarDescriptionTest, RefusesWhatIsCutOrUnknown) {
     }
 }
 
-class MenuBarTest : public UiTest {
+class MenuBar : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
@@ -65,7 +65,7 @@ class MenuBarTest : public UiTest {
     SHMENUBARINFO info{};
 };
 
-TEST_F(MenuBarTest, StandsAtTheBottomOfItsParent) {
+TEST_F(MenuBar, StandsAtTheBottomOfItsParent) {
     for (const int width : {500, 320}) {
         ::SetWindowPos(parent.Handle(), nullptr, 0, 0, width, 600, SWP_NOMOVE | SWP_NOZORDER);
         const RECT client = ClientOnScreen(parent.Handle());
@@ -76,7 +76,7 @@ TEST_F(MenuBarTest, StandsAtTheBottomOfItsParent) {
     }
 }
 
-TEST_F(MenuBarTest, HasSevenButtonsInOrder) {
+TEST_F(MenuBar, HasSevenButtonsInOrder) {
     const int commands[] = {IDM_TOOLS,           IDM_SHOW_NOTES,     IDM_SHOW_BLEEDING,
                             IDM_SHOW_PERIOD,     IDM_SHOW_OVULATION, IDM_SHOW_PREGNANCY,
                             IDM_SHOW_TEMPERATURE};
@@ -95,7 +95,7 @@ TEST_F(MenuBarTest, HasSevenButtonsInOrder) {
     EXPECT_STREQ(label, TEXT("Tools"));
 }
 
-TEST_F(MenuBarTest, AllSixPicturesAreThereThoughTheCallerCountsFive) {
+TEST_F(MenuBar, AllSixPicturesAreThereThoughTheCallerCountsFive) {
     const auto images =
         reinterpret_cast<HIMAGELIST>(::SendMessageW(info.hwndMB, TB_GETIMAGELIST, 0, 0));
     ASSERT_NE(images, nullptr);
@@ -106,13 +106,13 @@ TEST_F(MenuBarTest, AllSixPicturesAreThereThoughTheCallerCountsFive) {
     EXPECT_EQ(canvas.CountOf(RGB(192, 192, 192)), 0) << "its ground is transparent";
 }
 
-TEST_F(MenuBarTest, HandsOutTheMenuOfItsDropDownOnly) {
+TEST_F(MenuBar, HandsOutTheMenuOfItsDropDownOnly) {
     EXPECT_NE(::SendMessageW(info.hwndMB, SHCMBM_GETSUBMENU, 0, IDM_TOOLS), 0);
     EXPECT_EQ(::SendMessageW(info.hwndMB, SHCMBM_GETSUBMENU, 0, IDM_SHOW_NOTES), 0);
     EXPECT_EQ(::SendMessageW(info.hwndMB, SHCMBM_GETSUBMENU, 0, 4711), 0);
 }
 
-TEST_F(MenuBarTest, KeepsItsOwnCopyOfTheToolTips) {
+TEST_F(MenuBar, KeepsItsOwnCopyOfTheToolTips) {
     std::wstring notes = L"Notes";
     const WCHAR* texts[] = {TEXT(""), notes.c_str()};
     EXPECT_EQ(
@@ -142,10 +142,10 @@ TEST_F(MenuBarTest, KeepsItsOwnCopyOfTheToolTips) {
 }
 
 // The menu runs a loop of its own, which tells the window each time it has nothing to do.
-class DropUpTest : public MenuBarTest {
+class MenuBarMenu : public MenuBar {
   protected:
     void SetUp() override {
-        MenuBarTest::SetUp();
+        MenuBar::SetUp();
         parent.handler = [this](UINT message, WPARAM wParam, LPARAM lParam, LRESULT&) {
             if (message == WM_ENTERIDLE && wParam == MSGF_MENU) {
                 menu = ScreenRect(reinterpret_cast<HWND>(lParam));
@@ -157,7 +157,7 @@ class DropUpTest : public MenuBarTest {
     RECT menu{};
 };
 
-TEST_F(DropUpTest, TheButtonOpensTheMenuUpwards) {
+TEST_F(MenuBarMenu, TheButtonOpensTheMenuUpwards) {
     NMTOOLBARW drop{};
     drop.hdr = {info.hwndMB, 0, static_cast<UINT>(TBN_DROPDOWN)};
     drop.iItem = IDM_TOOLS;
@@ -171,12 +171,12 @@ TEST_F(DropUpTest, TheButtonOpensTheMenuUpwards) {
     EXPECT_LE(menu.left, bar.left + 8);
 }
 
-TEST_F(DropUpTest, TheMenuKeyOpensIt) {
+TEST_F(MenuBarMenu, TheMenuKeyOpensIt) {
     ::SendMessageW(parent.Handle(), WM_SYSCOMMAND, SC_KEYMENU, 0);
     EXPECT_GT(menu.bottom, menu.top);
 }
 
-TEST_F(MenuBarTest, RefusesABarWithoutDescriptionMenuOrPictures) {
+TEST_F(MenuBar, RefusesABarWithoutDescriptionMenuOrPictures) {
     const struct {
         const char* label;
         UINT bar;
@@ -198,4 +198,4 @@ TEST_F(MenuBarTest, RefusesABarWithoutDescriptionMenuOrPictures) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

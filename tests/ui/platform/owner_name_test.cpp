@@ -5,10 +5,10 @@
 
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class OwnerNameTest : public UiTest {
+class OwnerName : public UiTest {
   protected:
     static constexpr WCHAR Root[] = TEXT("SOFTWARE\\LunaraTests");
     void SetUp() override {
@@ -34,14 +34,14 @@ class OwnerNameTest : public UiTest {
     HKEY root = nullptr;
 };
 
-TEST_F(OwnerNameTest, IsTheFirstFieldOfTheRecord) {
+TEST_F(OwnerName, IsTheFirstFieldOfTheRecord) {
     std::vector<BYTE> record = Record(L"Anna", 640);
     record[72] = 'x';  // the next field
     Store(REG_BINARY, record);
-    EXPECT_EQ(OwnerName(root), L"Anna");
+    EXPECT_EQ(lunara::OwnerName(root), L"Anna");
 }
 
-TEST_F(OwnerNameTest, EndsWithItsFieldOrItsRecord) {
+TEST_F(OwnerName, EndsWithItsFieldOrItsRecord) {
     const struct {
         const char* label;
         std::size_t units;
@@ -57,25 +57,25 @@ TEST_F(OwnerNameTest, EndsWithItsFieldOrItsRecord) {
     for (const auto& row : rows) {
         LUNARA_ROW(row);
         Store(REG_BINARY, Record(std::wstring(row.units, L'o'), row.bytes));
-        EXPECT_EQ(OwnerName(root), std::wstring(row.wanted, L'o'));
+        EXPECT_EQ(lunara::OwnerName(root), std::wstring(row.wanted, L'o'));
     }
 }
 
-TEST_F(OwnerNameTest, WithoutAUsableRecordTheSignedInUserIsMeant) {
+TEST_F(OwnerName, WithoutAUsableRecordTheSignedInUserIsMeant) {
     WCHAR account[257] = {};
     DWORD size = 257;
     ASSERT_TRUE(::GetUserNameW(account, &size));
-    EXPECT_EQ(OwnerName(root), account) << "no record";
+    EXPECT_EQ(lunara::OwnerName(root), account) << "no record";
     Store(REG_SZ, Record(L"Anna", 10));
-    EXPECT_EQ(OwnerName(root), account) << "another type";
+    EXPECT_EQ(lunara::OwnerName(root), account) << "another type";
     Store(REG_BINARY, Record(L"Anna", 769));
-    EXPECT_EQ(OwnerName(root), account) << "too large";
+    EXPECT_EQ(lunara::OwnerName(root), account) << "too large";
 }
 
-TEST_F(OwnerNameTest, AnEmptyRecordIsAnEmptyName) {
+TEST_F(OwnerName, AnEmptyRecordIsAnEmptyName) {
     Store(REG_BINARY, {});
-    EXPECT_EQ(OwnerName(root), L"");
+    EXPECT_EQ(lunara::OwnerName(root), L"");
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

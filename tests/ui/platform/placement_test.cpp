@@ -3,10 +3,10 @@
 #include "tests/ui/platform/screen_places.h"
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class PlacementTest : public UiTest {
+class Placement : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
@@ -20,7 +20,7 @@ class PlacementTest : public UiTest {
     ScriptedWindow child;
 };
 
-TEST_F(PlacementTest, AChildIsPutThereHiddenOrShown) {
+TEST_F(Placement, AChildIsPutThereHiddenOrShown) {
     const RECT place{10, 20, 110, 70};
     PutAt(child.Handle(), place);
     EXPECT_TRUE(SameRect(PlaceOf(child.Handle()), place));
@@ -32,7 +32,7 @@ TEST_F(PlacementTest, AChildIsPutThereHiddenOrShown) {
     EXPECT_TRUE(SameRect(PlaceOf(child.Handle()), other));
 }
 
-TEST_F(PlacementTest, AChildThatIsThereIsLeftAlone) {
+TEST_F(Placement, AChildThatIsThereIsLeftAlone) {
     PutAt(child.Handle(), PlaceOf(child.Handle()));
     EXPECT_EQ(child.CountOf(WM_WINDOWPOSCHANGING), 0);
     RECT place = PlaceOf(child.Handle());
@@ -41,7 +41,7 @@ TEST_F(PlacementTest, AChildThatIsThereIsLeftAlone) {
     EXPECT_EQ(child.CountOf(WM_WINDOWPOSCHANGING), 1);
 }
 
-TEST_F(PlacementTest, IsPaintedWholeWhenShownAndWhenItIsSeenToChange) {
+TEST_F(Placement, IsPaintedWholeWhenShownAndWhenItIsSeenToChange) {
     RECT painted{};
     child.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
         if (message != WM_PAINT) {
@@ -62,4 +62,4 @@ TEST_F(PlacementTest, IsPaintedWholeWhenShownAndWhenItIsSeenToChange) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

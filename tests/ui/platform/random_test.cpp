@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <iterator>
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-TEST(RandomWordTest, SystemWordsDiffer) {
+TEST(Random, SystemWordsDiffer) {
     std::uint32_t words[8];
     std::generate(std::begin(words), std::end(words), &RandomWord);
     std::sort(std::begin(words), std::end(words));
@@ -16,4 +16,4 @@ TEST(RandomWordTest, SystemWordsDiffer) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

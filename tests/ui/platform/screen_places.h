@@ -6,7 +6,7 @@
 
 #include "platform/win32.h"
 
-namespace lunara {
+namespace lunara::test {
 
 inline RECT ScreenRect(HWND window) {
     RECT place{};
@@ -21,13 +21,13 @@ inline RECT ClientOnScreen(HWND window) {
     return client;
 }
 
-inline ::testing::AssertionResult SameRect(const RECT& a, const RECT& b) {
+inline testing::AssertionResult SameRect(const RECT& a, const RECT& b) {
     if (::EqualRect(&a, &b) != FALSE) {
-        return ::testing::AssertionSuccess();
+        return testing::AssertionSuccess();
     }
-    return ::testing::AssertionFailure()
+    return testing::AssertionFailure()
            << a.left << "," << a.top << "-" << a.right << "," << a.bottom << " is not " << b.left
            << "," << b.top << "-" << b.right << "," << b.bottom;
 }
 
-}  // namespace lunara
+}  // namespace lunara::test

@@ -5,10 +5,10 @@
 #include "tests/ui/ui_test.h"
 #include "window/dialog.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class ShellWindowsTest : public UiTest {
+class ShellWindows : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
@@ -28,7 +28,7 @@ class ShellWindowsTest : public UiTest {
     Dialog dialog{IDD_LOGIN, &owner};
 };
 
-TEST_F(ShellWindowsTest, ForegroundCallWithTheLowestBitRestoresAndFindsTheDialog) {
+TEST_F(ShellWindows, ForegroundCallWithTheLowestBitRestoresAndFindsTheDialog) {
     ::EnableWindow(owner.Handle(), FALSE);
     ::ShowWindow(owner.Handle(), SW_MINIMIZE);
     const auto marked =
@@ -39,7 +39,7 @@ TEST_F(ShellWindowsTest, ForegroundCallWithTheLowestBitRestoresAndFindsTheDialog
     ::EnableWindow(owner.Handle(), TRUE);
 }
 
-TEST_F(ShellWindowsTest, SettingChangesNeedTheWindowsRecord) {
+TEST_F(ShellWindows, SettingChangesNeedTheWindowsRecord) {
     SHACTIVATEINFO info{};
     EXPECT_FALSE(SHHandleWMSettingChange(owner.Handle(), 0, 0, &info));
     info.cbSize = sizeof(info);
@@ -48,4 +48,4 @@ TEST_F(ShellWindowsTest, SettingChangesNeedTheWindowsRecord) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -4,10 +4,10 @@
 #include "tests/ui/platform/screen_places.h"
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class TopLevelTest : public UiTest {
+class TopLevelWindow : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
@@ -20,14 +20,14 @@ class TopLevelTest : public UiTest {
     }
     void TearDown() override {
         ::DestroyWindow(window.Handle());
-        EXPECT_EQ(TopLevelWindow(), nullptr);
+        EXPECT_EQ(lunara::TopLevelWindow(), nullptr);
         UiTest::TearDown();
     }
     ScriptedWindow window;
 };
 
-TEST_F(TopLevelTest, IsMovedOntoTheScreen) {
-    EXPECT_EQ(TopLevelWindow(), window.Handle());
+TEST_F(TopLevelWindow, IsMovedOntoTheScreen) {
+    EXPECT_EQ(lunara::TopLevelWindow(), window.Handle());
     RECT work{};
     ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
     const RECT place = ScreenRect(window.Handle());
@@ -35,7 +35,7 @@ TEST_F(TopLevelTest, IsMovedOntoTheScreen) {
     EXPECT_EQ(place.bottom, work.bottom);
 }
 
-TEST_F(TopLevelTest, HasALeastSize) {
+TEST_F(TopLevelWindow, HasALeastSize) {
     MINMAXINFO limits{};
     ::SendMessageW(window.Handle(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
     EXPECT_GT(limits.ptMinTrackSize.x, LeastClient.cx);
@@ -43,4 +43,4 @@ TEST_F(TopLevelTest, HasALeastSize) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -6,12 +6,12 @@
 #include "storage/backup_files.h"
 #include "tests/ui/app/backup_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class RestoreRecoveryTest : public BackupTestBase {};
+class BackupFilesRecovery : public BackupTest {};
 
-TEST_F(RestoreRecoveryTest, CutOffBetweenTheRenamesItIsUndone) {
+TEST_F(BackupFilesRecovery, CutOffBetweenTheRenamesItIsUndone) {
     PutUserFiles();
     PutBackup(L"a");
     const std::wstring folder = FolderOf(TestUser);
@@ -22,7 +22,7 @@ TEST_F(RestoreRecoveryTest, CutOffBetweenTheRenamesItIsUndone) {
     EXPECT_FALSE(FileExists(folder + Staged));
 }
 
-TEST_F(RestoreRecoveryTest, CutOffWhileFilesAreSetAsideItIsUndone) {
+TEST_F(BackupFilesRecovery, CutOffWhileFilesAreSetAsideItIsUndone) {
     PutUserFiles();
     Put(Aside, L"Bleeding.dat", "old bleeding");
     ::DeleteFileW(UserFile(L"Bleeding.dat").c_str());
@@ -33,7 +33,7 @@ TEST_F(RestoreRecoveryTest, CutOffWhileFilesAreSetAsideItIsUndone) {
     ExpectNothingBeside();
 }
 
-TEST_F(RestoreRecoveryTest, CutOffWhileCopiesGoInItIsFinished) {
+TEST_F(BackupFilesRecovery, CutOffWhileCopiesGoInItIsFinished) {
     Put(L"", L"Bleeding.dat", "saved bleeding");
     Put(Staged, L"Temperature.dat", "saved temperature");
     Put(Before, L"Bleeding.dat", "old bleeding");
@@ -43,7 +43,7 @@ TEST_F(RestoreRecoveryTest, CutOffWhileCopiesGoInItIsFinished) {
     ExpectNothingBeside();
 }
 
-TEST_F(RestoreRecoveryTest, CutOffBeforeTheTidyingUpItStands) {
+TEST_F(BackupFilesRecovery, CutOffBeforeTheTidyingUpItStands) {
     PutUserFiles();
     Put(Before, L"Bleeding.dat", "older still");
     RecoverInterruptedRestore(TestUser);
@@ -51,7 +51,7 @@ TEST_F(RestoreRecoveryTest, CutOffBeforeTheTidyingUpItStands) {
     EXPECT_FALSE(FileExists(FolderOf(TestUser) + Before));
 }
 
-TEST_F(RestoreRecoveryTest, NothingIsThrownAwayWhileItCannotBeEnded) {
+TEST_F(BackupFilesRecovery, NothingIsThrownAwayWhileItCannotBeEnded) {
     Put(Aside, L"Bleeding.dat", "old bleeding");
     Put(Aside, L"Notes.dat", "old notes");
     Put(Staged, L"Bleeding.dat", "saved bleeding");
@@ -70,7 +70,7 @@ TEST_F(RestoreRecoveryTest, NothingIsThrownAwayWhileItCannotBeEnded) {
     ExpectNothingBeside();
 }
 
-TEST_F(RestoreRecoveryTest, TheOnlyCopyIsNotThrownAwayWhenItCannotGoBack) {
+TEST_F(BackupFilesRecovery, TheOnlyCopyIsNotThrownAwayWhenItCannotGoBack) {
     Put(Before, L"Bleeding.dat", "old bleeding");
     Put(Before, L"Notes.dat", "old notes");
     Write(FolderOf(TestUser), "in the way");
@@ -81,7 +81,7 @@ TEST_F(RestoreRecoveryTest, TheOnlyCopyIsNotThrownAwayWhenItCannotGoBack) {
     ExpectOldDiary();
 }
 
-TEST_F(RestoreRecoveryTest, WhatAnEarlierRestoreLeftIsNeverTakenForThisOnes) {
+TEST_F(BackupFilesRecovery, WhatAnEarlierRestoreLeftIsNeverTakenForThisOnes) {
     PutUserFiles();
     PutBackup(L"a");
     Put(Before, L"Bleeding.dat", "older still");
@@ -109,7 +109,7 @@ constexpr FailingMoveCase FailingMoveCases[] = {
     {"files, all moves from there on", true, FailingMoves::Way::FromThereOn},
 };
 
-TEST_F(RestoreRecoveryTest, WhicheverMoveFailsOneWholeDiaryIsThere) {
+TEST_F(BackupFilesRecovery, WhicheverMoveFailsOneWholeDiaryIsThere) {
     for (const FailingMoveCase& row : FailingMoveCases) {
         LUNARA_ROW(row);
         int moves = 0;
@@ -153,7 +153,7 @@ TEST_F(RestoreRecoveryTest, WhicheverMoveFailsOneWholeDiaryIsThere) {
     }
 }
 
-TEST_F(RestoreRecoveryTest, NothingIsBackedUpWhileHerFilesAreNotAllInTheirFolder) {
+TEST_F(BackupFilesRecovery, NothingIsBackedUpWhileHerFilesAreNotAllInTheirFolder) {
     Put(Aside, L"Bleeding.dat", "old bleeding");
     Put(L"", L"Notes.dat", "old notes");
     {
@@ -167,4 +167,4 @@ TEST_F(RestoreRecoveryTest, NothingIsBackedUpWhileHerFilesAreNotAllInTheirFolder
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

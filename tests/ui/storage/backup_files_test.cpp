@@ -2,54 +2,54 @@
 
 #include "tests/ui/app/backup_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class BackupFilesTest : public BackupTestBase {
+class BackupFiles : public BackupTest {
   protected:
     void SetUp() override {
-        BackupTestBase::SetUp();
+        BackupTest::SetUp();
         PutUserFiles();
     }
 };
 
-TEST_F(BackupFilesTest, TwiceUnderOneNameReplacesTheCopies) {
-    ASSERT_EQ(BackupFiles(TestUser, TEXT("05-Mar-2006 14-07")), 1);
+TEST_F(BackupFiles, TwiceUnderOneNameReplacesTheCopies) {
+    ASSERT_EQ(lunara::BackupFiles(TestUser, TEXT("05-Mar-2006 14-07")), 1);
     EXPECT_EQ(Read(BackupFile(L"05-Mar-2006 14-07\\Bleeding.dat")), "old bleeding");
     Write(UserFile(L"Bleeding.dat"), "newer");
-    ASSERT_EQ(BackupFiles(TestUser, TEXT("05-Mar-2006 14-07")), 1);
+    ASSERT_EQ(lunara::BackupFiles(TestUser, TEXT("05-Mar-2006 14-07")), 1);
     EXPECT_EQ(Read(BackupFile(L"05-Mar-2006 14-07\\Bleeding.dat")), "newer");
 }
 
-TEST_F(BackupFilesTest, ADataFileThatTheDiaryHasNoMoreLeavesTheBackupOfTheSameName) {
-    ASSERT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+TEST_F(BackupFiles, ADataFileThatTheDiaryHasNoMoreLeavesTheBackupOfTheSameName) {
+    ASSERT_EQ(lunara::BackupFiles(TestUser, TEXT("a")), 1);
     Write(BackupFile(L"a\\remark.txt"), "somebody else's");
     ASSERT_NE(::DeleteFileW(UserFile(L"Notes.dat").c_str()), FALSE);
     {
         const LockedFile locked(BackupFile(L"a\\Notes.dat"));
-        EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 0);
+        EXPECT_EQ(lunara::BackupFiles(TestUser, TEXT("a")), 0);
     }
-    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+    EXPECT_EQ(lunara::BackupFiles(TestUser, TEXT("a")), 1);
     EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");
     EXPECT_EQ(Read(BackupFile(L"a\\Notes.dat")), "(none)");
     EXPECT_EQ(Read(BackupFile(L"a\\remark.txt")), "somebody else's");
 }
 
-TEST_F(BackupFilesTest, ADiaryWithoutFilesEmptiesNoBackup) {
-    ASSERT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+TEST_F(BackupFiles, ADiaryWithoutFilesEmptiesNoBackup) {
+    ASSERT_EQ(lunara::BackupFiles(TestUser, TEXT("a")), 1);
     RemoveTree(FolderOf(TestUser));
-    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+    EXPECT_EQ(lunara::BackupFiles(TestUser, TEXT("a")), 1);
     EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");
 }
 
-TEST_F(BackupFilesTest, SubFoldersAndALeadingBackslashAreTaken) {
-    EXPECT_EQ(BackupFiles(TestUser, TEXT("\\a\\b")), 1);
+TEST_F(BackupFiles, SubFoldersAndALeadingBackslashAreTaken) {
+    EXPECT_EQ(lunara::BackupFiles(TestUser, TEXT("\\a\\b")), 1);
     EXPECT_EQ(Read(BackupFile(L"a\\b\\Notes.dat")), "old notes");
 }
 
-TEST_F(BackupFilesTest, FilesThatDesktopToolsMarkedNormalAreNotForgotten) {
+TEST_F(BackupFiles, FilesThatDesktopToolsMarkedNormalAreNotForgotten) {
     ::SetFileAttributesW(UserFile(L"Notes.dat").c_str(), FILE_ATTRIBUTE_NORMAL);
-    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
+    EXPECT_EQ(lunara::BackupFiles(TestUser, TEXT("a")), 1);
     EXPECT_EQ(Read(BackupFile(L"a\\Notes.dat")), "old notes");
     ::SetFileAttributesW(BackupFile(L"a\\Notes.dat").c_str(), FILE_ATTRIBUTE_NORMAL);
     Write(UserFile(L"Notes.dat"), "newer notes");
@@ -57,7 +57,7 @@ TEST_F(BackupFilesTest, FilesThatDesktopToolsMarkedNormalAreNotForgotten) {
     EXPECT_EQ(Read(UserFile(L"Notes.dat")), "old notes");
 }
 
-TEST_F(BackupFilesTest, ANameThatIsNoFolderIsRefused) {
+TEST_F(BackupFiles, ANameThatIsNoFolderIsRefused) {
     const struct {
         const char* label;
         std::wstring name;
@@ -73,24 +73,24 @@ TEST_F(BackupFilesTest, ANameThatIsNoFolderIsRefused) {
     for (const auto& row : rows) {
         LUNARA_ROW(row);
         messages.boxes.clear();
-        EXPECT_EQ(BackupFiles(TestUser, row.name), 0);
+        EXPECT_EQ(lunara::BackupFiles(TestUser, row.name), 0);
         EXPECT_EQ(BoxTexts(), Texts{L"Cannot create backup directory!"});
     }
     ExpectOldDiary();
 }
 
-TEST_F(BackupFilesTest, AFileInTheWayOfTheFolderIsReported) {
+TEST_F(BackupFiles, AFileInTheWayOfTheFolderIsReported) {
     MakeFolder(Documents() + L"\\LunaraBackup");
     Write(Documents() + L"\\LunaraBackup\\" + TestUser, "a file");
-    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 0);
+    EXPECT_EQ(lunara::BackupFiles(TestUser, TEXT("a")), 0);
     EXPECT_EQ(BoxTexts(), Texts{L"Cannot create backup directory!"});
 }
 
 /// With the old diary in place and a backup "a".
-class RestoreFilesTest : public BackupTestBase {
+class BackupFilesRestore : public BackupTest {
   protected:
     void SetUp() override {
-        BackupTestBase::SetUp();
+        BackupTest::SetUp();
         PutUserFiles();
         PutBackup(L"a");
     }
@@ -101,20 +101,20 @@ class RestoreFilesTest : public BackupTestBase {
     }
 };
 
-TEST_F(RestoreFilesTest, ReplacesEveryFile) {
+TEST_F(BackupFilesRestore, ReplacesEveryFile) {
     EXPECT_EQ(Restore(), 1);
     ExpectRestoredDiary();
     EXPECT_TRUE(messages.boxes.empty());
     ExpectNothingBeside();
 }
 
-TEST_F(RestoreFilesTest, WithoutAUserFolderItIsMade) {
+TEST_F(BackupFilesRestore, WithoutAUserFolderItIsMade) {
     RemoveTree(FolderOf(TestUser));
     EXPECT_EQ(Restore(), 1);
     ExpectRestoredDiary();
 }
 
-TEST_F(RestoreFilesTest, ASubFolderIsShownAndStays) {
+TEST_F(BackupFilesRestore, ASubFolderIsShownAndStays) {
     MakeFolder(UserFile(L"pictures"));
     Write(UserFile(L"pictures\\one"), "hers");
     EXPECT_EQ(Restore(), 1);
@@ -124,28 +124,28 @@ TEST_F(RestoreFilesTest, ASubFolderIsShownAndStays) {
     ExpectNothingBeside();
 }
 
-TEST_F(RestoreFilesTest, AReadOnlyFileLeavesNothingBehind) {
+TEST_F(BackupFilesRestore, AReadOnlyFileLeavesNothingBehind) {
     ::SetFileAttributesW(UserFile(L"Notes.dat").c_str(), FILE_ATTRIBUTE_READONLY);
     EXPECT_EQ(Restore(), 1);
     ExpectRestoredDiary();
     ExpectNothingBeside();
 }
 
-TEST_F(RestoreFilesTest, ABackupThatCannotBeReadWhollyLeavesTheDiary) {
+TEST_F(BackupFilesRestore, ABackupThatCannotBeReadWhollyLeavesTheDiary) {
     EXPECT_EQ(RestoreWhileInUse(BackupFile(L"a\\Temperature.dat")), 0);
     ExpectOldDiary();
     EXPECT_TRUE(messages.boxes.empty());
     ExpectNothingBeside();
 }
 
-TEST_F(RestoreFilesTest, AFileOfTheDiaryInUseLeavesTheDiary) {
+TEST_F(BackupFilesRestore, AFileOfTheDiaryInUseLeavesTheDiary) {
     EXPECT_EQ(RestoreWhileInUse(UserFile(L"Bleeding.dat")), 0);
     ExpectOldDiary();
     ASSERT_FALSE(messages.boxes.empty());
     EXPECT_EQ(messages.boxes[0].text, L"Fail to delete file '" + UserFile(L"Bleeding.dat") + L"'");
 }
 
-TEST_F(RestoreFilesTest, AFileInUseThatTheBackupLacksDoesNotStopTheRestore) {
+TEST_F(BackupFilesRestore, AFileInUseThatTheBackupLacksDoesNotStopTheRestore) {
     EXPECT_EQ(RestoreWhileInUse(UserFile(L"Notes.dat")), 1);
     EXPECT_EQ(BoxTexts(), Texts{L"Fail to delete file '" + UserFile(L"Notes.dat") + L"'"});
     EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "saved bleeding");
@@ -153,4 +153,4 @@ TEST_F(RestoreFilesTest, AFileInUseThatTheBackupLacksDoesNotStopTheRestore) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -4,14 +4,14 @@
 
 #include "tests/ui/app/backup_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class FolderFilesTest : public BackupTestBase {};
+class FolderFiles : public BackupTest {};
 
 // ---- Paths ----
 
-TEST_F(FolderFilesTest, PathsAreJoinedWithOneBackslash) {
+TEST_F(FolderFiles, PathsAreJoinedWithOneBackslash) {
     const struct {
         const char* label;
         const WCHAR* path;
@@ -32,7 +32,7 @@ TEST_F(FolderFilesTest, PathsAreJoinedWithOneBackslash) {
     }
 }
 
-TEST_F(FolderFilesTest, APathOf260UnitsIsRefusedAndLeftAlone) {
+TEST_F(FolderFiles, APathOf260UnitsIsRefusedAndLeftAlone) {
     WideString path(200, 'x');
     EXPECT_EQ(AppendPath(path, WideString(59, 'y')), 0);
     EXPECT_EQ(path.size(), 200U);
@@ -42,7 +42,7 @@ TEST_F(FolderFilesTest, APathOf260UnitsIsRefusedAndLeftAlone) {
 
 // ---- Deleting ----
 
-TEST_F(FolderFilesTest, WhatCannotBeDeletedIsShownAndTheRestGoes) {
+TEST_F(FolderFiles, WhatCannotBeDeletedIsShownAndTheRestGoes) {
     PutUserFiles();
     const std::wstring folder = FolderOf(TestUser);
     {
@@ -56,7 +56,7 @@ TEST_F(FolderFilesTest, WhatCannotBeDeletedIsShownAndTheRestGoes) {
     EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "old bleeding");
 }
 
-TEST_F(FolderFilesTest, DeletingQuietlyAnswersInsteadOfShowing) {
+TEST_F(FolderFiles, DeletingQuietlyAnswersInsteadOfShowing) {
     PutUserFiles();
     const std::wstring folder = FolderOf(TestUser);
     {
@@ -70,7 +70,7 @@ TEST_F(FolderFilesTest, DeletingQuietlyAnswersInsteadOfShowing) {
 
 // ---- Copying ----
 
-TEST_F(FolderFilesTest, CopyingStopsAtASubFolderAndPassesOverDots) {
+TEST_F(FolderFiles, CopyingStopsAtASubFolderAndPassesOverDots) {
     PutUserFiles();
     Write(UserFile(L".hidden"), "not copied");
     const std::wstring source = FolderOf(TestUser);
@@ -89,7 +89,7 @@ TEST_F(FolderFilesTest, CopyingStopsAtASubFolderAndPassesOverDots) {
 }
 
 // Not every system lets a file be seen with that attribute, so the choice has a table, too.
-TEST_F(FolderFilesTest, FilesArePassedOverByNameAndAttribute) {
+TEST_F(FolderFiles, FilesArePassedOverByNameAndAttribute) {
     const struct {
         const char* label;
         const WCHAR* name;
@@ -116,4 +116,4 @@ TEST_F(FolderFilesTest, FilesArePassedOverByNameAndAttribute) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

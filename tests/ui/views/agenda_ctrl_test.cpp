@@ -5,7 +5,7 @@
 #include "platform/text.h"
 #include "tests/ui/views/view_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr COLORREF White = RGB(255, 255, 255);
@@ -15,13 +15,13 @@ constexpr COLORREF Mint = RGB(100, 220, 160);
 constexpr COLORREF BubbleYellow = RGB(255, 255, 128);
 constexpr int ControlId = 3001;
 
-class AgendaCtrlTest : public UiTest {
+class AgendaCtrl : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
         ASSERT_EQ(parent.Make(nullptr, 400, 400), 1);
         ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
-        agenda = std::make_unique<AgendaCtrl>();
+        agenda = std::make_unique<lunara::AgendaCtrl>();
         ASSERT_EQ(agenda->Create(0, nullptr, TEXT("Agenda"), WS_CHILD | WS_VISIBLE, 0, 0, 300, 200,
                                  parent.Handle(), reinterpret_cast<HMENU>(ControlId)),
                   1);
@@ -65,7 +65,7 @@ class AgendaCtrlTest : public UiTest {
     }
 
     ScriptedWindow parent;
-    std::unique_ptr<AgendaCtrl> agenda;
+    std::unique_ptr<lunara::AgendaCtrl> agenda;
     std::function<LRESULT(AgendaRowRequest&)> answerRow;
     std::vector<POINT> taps;
 };
@@ -97,11 +97,9 @@ Bitmap SolidBitmap(int width, int height, COLORREF color) {
     return bitmap;
 }
 
-TEST_F(AgendaCtrlTest, HasItsOwnWindowClass) {
-    EXPECT_EQ(ClassOf(agenda->Handle()), L"AgendaCtrl");
-}
+TEST_F(AgendaCtrl, HasItsOwnWindowClass) { EXPECT_EQ(ClassOf(agenda->Handle()), L"AgendaCtrl"); }
 
-TEST_F(AgendaCtrlTest, TakesMeasuresOfAtLeastOne) {
+TEST_F(AgendaCtrl, TakesMeasuresOfAtLeastOne) {
     EXPECT_EQ(Send(AGM_SETMEASURES, 5, 20), 1);
     EXPECT_EQ(agenda->LineCount(), 5);
     EXPECT_EQ(agenda->CellWidth(), 20);
@@ -116,7 +114,7 @@ TEST_F(AgendaCtrlTest, TakesMeasuresOfAtLeastOne) {
     }
 }
 
-TEST_F(AgendaCtrlTest, NewMeasuresRepaintTheWholeControl) {
+TEST_F(AgendaCtrl, NewMeasuresRepaintTheWholeControl) {
     PumpMessages();
     ASSERT_FALSE(WaitsForPaint(agenda->Handle()));
     Send(AGM_SETMEASURES, 0, 20);
@@ -134,7 +132,7 @@ struct HitCase {
     std::int32_t line;
 };
 
-TEST_F(AgendaCtrlTest, HitTestStoresTheColumnOfAnItem) {
+TEST_F(AgendaCtrl, HitTestStoresTheColumnOfAnItem) {
     Send(AGM_SETMEASURES, 5, 20);
     const HitCase cases[] = {
         {"first", {0, 0}, 1, 0},
@@ -152,7 +150,7 @@ TEST_F(AgendaCtrlTest, HitTestStoresTheColumnOfAnItem) {
     }
 }
 
-TEST_F(AgendaCtrlTest, HitTestBeforeAnyMeasureFindsNoItem) {
+TEST_F(AgendaCtrl, HitTestBeforeAnyMeasureFindsNoItem) {
     AgendaHitTest request{{5, 5}, -1};
     EXPECT_EQ(Send(AGM_HITTEST, 0, reinterpret_cast<LPARAM>(&request)), 2);
     request.pt = {-5, 5};
@@ -160,7 +158,7 @@ TEST_F(AgendaCtrlTest, HitTestBeforeAnyMeasureFindsNoItem) {
     EXPECT_EQ(request.line, -1);
 }
 
-TEST_F(AgendaCtrlTest, TapIsReportedWithItsSign) {
+TEST_F(AgendaCtrl, TapIsReportedWithItsSign) {
     Send(WM_LBUTTONUP, 0, MAKELPARAM(-2, 130));
     Send(WM_LBUTTONUP, 0, MAKELPARAM(130, -2));
     ASSERT_EQ(taps.size(), 2U);
@@ -170,7 +168,7 @@ TEST_F(AgendaCtrlTest, TapIsReportedWithItsSign) {
     EXPECT_EQ(taps[1].y, -2);
 }
 
-TEST_F(AgendaCtrlTest, WithoutItemsThereAreOnlyFrameAndTitle) {
+TEST_F(AgendaCtrl, WithoutItemsThereAreOnlyFrameAndTitle) {
     bool asked = false;
     AnswerRows([&](AgendaRowRequest&) { asked = true; });
     const MemoryCanvas canvas(300, 200, Lilac);
@@ -184,7 +182,7 @@ TEST_F(AgendaCtrlTest, WithoutItemsThereAreOnlyFrameAndTitle) {
     EXPECT_GT(canvas.CountOf(Black), 2 * 300 + 2 * 198);
 }
 
-TEST_F(AgendaCtrlTest, RowsAreAskedFromTheTopUntilTheBottom) {
+TEST_F(AgendaCtrl, RowsAreAskedFromTheTopUntilTheBottom) {
     Send(AGM_SETMEASURES, 3, 20);
     std::vector<std::int32_t> rows;
     AnswerRows([&](AgendaRowRequest& row) {
@@ -207,7 +205,7 @@ TEST_F(AgendaCtrlTest, RowsAreAskedFromTheTopUntilTheBottom) {
     EXPECT_EQ(rows, (std::vector<std::int32_t>{0, 1, 2, 3}));
 }
 
-TEST_F(AgendaCtrlTest, StopsWhenNobodyAnswers) {
+TEST_F(AgendaCtrl, StopsWhenNobodyAnswers) {
     Send(AGM_SETMEASURES, 3, 20);
     int asked = 0;
     answerRow = [&](AgendaRowRequest& row) -> LRESULT {
@@ -222,7 +220,7 @@ TEST_F(AgendaCtrlTest, StopsWhenNobodyAnswers) {
     EXPECT_EQ(canvas.CountOf(Mint), 0);
 }
 
-TEST_F(AgendaCtrlTest, ARowOfNoHeightEndsTheAgenda) {
+TEST_F(AgendaCtrl, ARowOfNoHeightEndsTheAgenda) {
     Send(AGM_SETMEASURES, 3, 20);
     for (const std::int32_t height : {0, -5, 0x8000}) {
         int asked = 0;
@@ -236,7 +234,7 @@ TEST_F(AgendaCtrlTest, ARowOfNoHeightEndsTheAgenda) {
     }
 }
 
-TEST_F(AgendaCtrlTest, AnAnswerMayNotChangeTheLineCountNorLeaveTheTextOpen) {
+TEST_F(AgendaCtrl, AnAnswerMayNotChangeTheLineCountNorLeaveTheTextOpen) {
     Send(AGM_SETMEASURES, 2, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         row.lineCount = 1000000;
@@ -247,7 +245,7 @@ TEST_F(AgendaCtrlTest, AnAnswerMayNotChangeTheLineCountNorLeaveTheTextOpen) {
     EXPECT_GT(canvas.CountOf(BubbleYellow), 0);
 }
 
-TEST_F(AgendaCtrlTest, OneSinkThatAnswersIsEnough) {
+TEST_F(AgendaCtrl, OneSinkThatAnswersIsEnough) {
     Send(AGM_SETMEASURES, 2, 20);
     ScriptedSink sink([&](NMHDR& record) -> LRESULT {
         auto& row = reinterpret_cast<AgendaRowRequest&>(record);
@@ -261,7 +259,7 @@ TEST_F(AgendaCtrlTest, OneSinkThatAnswersIsEnough) {
     EXPECT_EQ(canvas.Pixel(30, 190), Mint);
 }
 
-TEST_F(AgendaCtrlTest, ItemCellsAreFilledAndShareTheirBorders) {
+TEST_F(AgendaCtrl, ItemCellsAreFilledAndShareTheirBorders) {
     Send(AGM_SETMEASURES, 2, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         row.Items()[0].color = row.rowIndex % 2 == 0 ? Lilac : Mint;
@@ -279,7 +277,7 @@ TEST_F(AgendaCtrlTest, ItemCellsAreFilledAndShareTheirBorders) {
     EXPECT_EQ(canvas.Pixel(41, 10), White);
 }
 
-TEST_F(AgendaCtrlTest, BitmapIsUnitedWithTheItemsColor) {
+TEST_F(AgendaCtrl, BitmapIsUnitedWithTheItemsColor) {
     Send(AGM_SETMEASURES, 2, 20);
     const Bitmap black = SolidBitmap(10, 10, Black);
     const Bitmap white = SolidBitmap(10, 10, White);
@@ -299,7 +297,7 @@ TEST_F(AgendaCtrlTest, BitmapIsUnitedWithTheItemsColor) {
     EXPECT_EQ(canvas.Pixel(20, 10), Black);
 }
 
-TEST_F(AgendaCtrlTest, OverlayMarksTheCellWhereItIsBlack) {
+TEST_F(AgendaCtrl, OverlayMarksTheCellWhereItIsBlack) {
     Send(AGM_SETMEASURES, 2, 20);
     const Bitmap black = SolidBitmap(10, 10, Black);
     const Bitmap white = SolidBitmap(10, 10, White);
@@ -315,7 +313,7 @@ TEST_F(AgendaCtrlTest, OverlayMarksTheCellWhereItIsBlack) {
 }
 
 // A picture of one bit per pixel takes its colours from the device context.
-TEST_F(AgendaCtrlTest, PicturesOfOneBitAreBlackAndWhite) {
+TEST_F(AgendaCtrl, PicturesOfOneBitAreBlackAndWhite) {
     Send(AGM_SETMEASURES, 1, 20);
     const Bitmap ones(::CreateBitmap(8, 8, 1, 1, std::vector<BYTE>(16, 0xFF).data()));
     AnswerRows([&](AgendaRowRequest& row) { row.Items()[0] = {Lilac, nullptr, ones.Get()}; });
@@ -325,7 +323,7 @@ TEST_F(AgendaCtrlTest, PicturesOfOneBitAreBlackAndWhite) {
     EXPECT_EQ(canvas.Pixel(10, 10), Lilac);
 }
 
-TEST_F(AgendaCtrlTest, PicturesLargerThanTheirCellStayInside) {
+TEST_F(AgendaCtrl, PicturesLargerThanTheirCellStayInside) {
     Send(AGM_SETMEASURES, 1, 10);
     const Bitmap black = SolidBitmap(30, 30, Black);
     AnswerRows([&](AgendaRowRequest& row) { row.Items()[0] = {Lilac, nullptr, black.Get()}; });
@@ -336,7 +334,7 @@ TEST_F(AgendaCtrlTest, PicturesLargerThanTheirCellStayInside) {
     EXPECT_EQ(canvas.Pixel(5, 3), Lilac);
 }
 
-TEST_F(AgendaCtrlTest, TextStandsInAYellowBubbleWithAnArrowToIt) {
+TEST_F(AgendaCtrl, TextStandsInAYellowBubbleWithAnArrowToIt) {
     Send(AGM_SETMEASURES, 5, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         if (row.rowIndex == 2) {
@@ -355,7 +353,7 @@ TEST_F(AgendaCtrlTest, TextStandsInAYellowBubbleWithAnArrowToIt) {
     EXPECT_EQ(canvas.Pixel(99, 41 + 2 * pad), White);
 }
 
-TEST_F(AgendaCtrlTest, FirstLineIsBold) {
+TEST_F(AgendaCtrl, FirstLineIsBold) {
     Send(AGM_SETMEASURES, 1, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         if (row.rowIndex == 0) {
@@ -380,7 +378,7 @@ TEST_F(AgendaCtrlTest, FirstLineIsBold) {
     EXPECT_GT(inkOfLine(1), 0);
 }
 
-TEST_F(AgendaCtrlTest, AnAmpersandIsALetter) {
+TEST_F(AgendaCtrl, AnAmpersandIsALetter) {
     Send(AGM_SETMEASURES, 1, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         if (row.rowIndex == 0) {
@@ -396,7 +394,7 @@ TEST_F(AgendaCtrlTest, AnAmpersandIsALetter) {
     EXPECT_NEAR(yellow.right - yellow.left, size.cx + 2 * margin, 2);
 }
 
-TEST_F(AgendaCtrlTest, ThreeLongTextsStackDownwards) {
+TEST_F(AgendaCtrl, ThreeLongTextsStackDownwards) {
     Send(AGM_SETMEASURES, 1, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         if (row.rowIndex < 3) {
@@ -413,7 +411,7 @@ TEST_F(AgendaCtrlTest, ThreeLongTextsStackDownwards) {
     EXPECT_NEAR(yellow.bottom, 8 * h + 3 * pad + 3 * h, 1);
 }
 
-TEST_F(AgendaCtrlTest, ABubbleThatIsPushedBelowTheBottomIsNotDrawn) {
+TEST_F(AgendaCtrl, ABubbleThatIsPushedBelowTheBottomIsNotDrawn) {
     Send(AGM_SETMEASURES, 1, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         SetText(row, row.rowIndex == 0 ? TEXT("1\n2\n3\n4\n5\n6\n7\n8") : TEXT("."));
@@ -433,7 +431,7 @@ TEST_F(AgendaCtrlTest, ABubbleThatIsPushedBelowTheBottomIsNotDrawn) {
     }
 }
 
-TEST_F(AgendaCtrlTest, TooWideATextMovesItsBubbleLeft) {
+TEST_F(AgendaCtrl, TooWideATextMovesItsBubbleLeft) {
     Send(AGM_SETMEASURES, 5, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         if (row.rowIndex == 0) {
@@ -447,7 +445,7 @@ TEST_F(AgendaCtrlTest, TooWideATextMovesItsBubbleLeft) {
     EXPECT_NEAR(yellow.right, 298, 1);  // 2 px inside the control
 }
 
-TEST_F(AgendaCtrlTest, DrawingLeavesTheDeviceContextAsItWas) {
+TEST_F(AgendaCtrl, DrawingLeavesTheDeviceContextAsItWas) {
     Send(AGM_SETMEASURES, 5, 20);
     const Bitmap black = SolidBitmap(10, 10, Black);
     AnswerRows([&](AgendaRowRequest& row) {
@@ -462,7 +460,7 @@ TEST_F(AgendaCtrlTest, DrawingLeavesTheDeviceContextAsItWas) {
     EXPECT_EQ(LiveGdiObjects(), live);
 }
 
-TEST_F(AgendaCtrlTest, TheLargestMeasuresAndASmallWindowDoNoHarm) {
+TEST_F(AgendaCtrl, TheLargestMeasuresAndASmallWindowDoNoHarm) {
     AnswerRows([](AgendaRowRequest& row) { SetText(row, TEXT("Mar, 04\nCycle start. ")); });
     Send(AGM_SETMEASURES, 0x7FFF, 0x7FFF);
     const MemoryCanvas canvas(30, 20);
@@ -473,4 +471,4 @@ TEST_F(AgendaCtrlTest, TheLargestMeasuresAndASmallWindowDoNoHarm) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -4,7 +4,7 @@
 
 #include "tests/ui/views/view_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr COLORREF White = RGB(255, 255, 255);
@@ -14,14 +14,14 @@ constexpr COLORREF Lilac = RGB(200, 100, 200);
 constexpr COLORREF Mint = RGB(100, 220, 160);
 constexpr int ControlId = 3002;
 
-class CalendarCtrlTest : public UiTest {
+class CalendarCtrl : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
         SetLocalNow(Day(2026, 3, 15));
         ASSERT_EQ(parent.Make(nullptr, 400, 400), 1);
         ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
-        calendar = std::make_unique<CalendarCtrl>();
+        calendar = std::make_unique<lunara::CalendarCtrl>();
     }
     void TearDown() override {
         ::DestroyWindow(parent.Handle());
@@ -65,29 +65,29 @@ class CalendarCtrlTest : public UiTest {
     }
 
     ScriptedWindow parent;
-    std::unique_ptr<CalendarCtrl> calendar;
+    std::unique_ptr<lunara::CalendarCtrl> calendar;
     std::size_t asked = 0;
 };
 
-TEST_F(CalendarCtrlTest, HasItsOwnWindowClass) {
+TEST_F(CalendarCtrl, HasItsOwnWindowClass) {
     Make(CCS_VERTICAL, 60, 240);
     EXPECT_EQ(ClassOf(calendar->Handle()), L"CalendarCtrl");
 }
 
-TEST_F(CalendarCtrlTest, ShowsFifteenDaysFromTodayAtFirst) {
+TEST_F(CalendarCtrl, ShowsFifteenDaysFromTodayAtFirst) {
     Make(0, 150, 60);
     const CalendarHitTest hit = HitTest({0, 0}, CCHT_DAY);
     EXPECT_EQ(ToDateKey(hit.date), ToDateKey(Day(2026, 3, 15)));
     EXPECT_EQ(BoxOf(hit.cell), (Box{0, 0, 10, 10}));
 }
 
-TEST_F(CalendarCtrlTest, DayCountFillsTheStripWithWholeCells) {
+TEST_F(CalendarCtrl, DayCountFillsTheStripWithWholeCells) {
     Make(CCS_VERTICAL, 60, 250);
     EXPECT_EQ(Send(CCM_SETDAYCOUNT, 20, 0), 0);
     EXPECT_EQ(BoxOf(HitTest({50, 0}, CCHT_DAY).cell), (Box{48, 0, 60, 12}));
 }
 
-TEST_F(CalendarCtrlTest, SenselessDayCountsDoNoHarm) {
+TEST_F(CalendarCtrl, SenselessDayCountsDoNoHarm) {
     Make(CCS_VERTICAL, 60, 250);
     for (const WPARAM days : {WPARAM{0}, static_cast<WPARAM>(-1), WPARAM{1000000}}) {
         EXPECT_EQ(Send(CCM_SETDAYCOUNT, days, 0), 0);
@@ -97,7 +97,7 @@ TEST_F(CalendarCtrlTest, SenselessDayCountsDoNoHarm) {
     EXPECT_EQ(BoxOf(HitTest({59, 0}, CCHT_DAY).cell), (Box{59, 0, 60, 1}));
 }
 
-TEST_F(CalendarCtrlTest, WithoutASizeItKeepsItsDaysAndPaintsNothing) {
+TEST_F(CalendarCtrl, WithoutASizeItKeepsItsDaysAndPaintsNothing) {
     Make(CCS_VERTICAL, 0, 0);
     Send(CCM_SETDAYCOUNT, 20, 0);
     HitTest({0, 0}, CCHT_OUTSIDE);
@@ -106,7 +106,7 @@ TEST_F(CalendarCtrlTest, WithoutASizeItKeepsItsDaysAndPaintsNothing) {
 }
 
 // The style is asked anew each time.
-TEST_F(CalendarCtrlTest, FollowsItsStyle) {
+TEST_F(CalendarCtrl, FollowsItsStyle) {
     Make(0, 240, 240);
     Send(CCM_SETDAYCOUNT, 20, 0);
     HitTest({2, 100}, CCHT_MONTHBAND);
@@ -115,7 +115,7 @@ TEST_F(CalendarCtrlTest, FollowsItsStyle) {
     EXPECT_EQ(BoxOf(HitTest({2, 2}, CCHT_MONTHBAND).cell), (Box{228, 0, 240, 12}));
 }
 
-TEST_F(CalendarCtrlTest, FindsTheCellOfADate) {
+TEST_F(CalendarCtrl, FindsTheCellOfADate) {
     Make(0, 240, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 3, 1));
@@ -127,7 +127,7 @@ TEST_F(CalendarCtrlTest, FindsTheCellOfADate) {
     EXPECT_EQ(BoxOf(request.cell), (Box{7, 7, 7, 7}));
 }
 
-TEST_F(CalendarCtrlTest, DayAfterTheLastCellCountsAsShown) {
+TEST_F(CalendarCtrl, DayAfterTheLastCellCountsAsShown) {
     Make(0, 240, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 3, 1));
@@ -136,7 +136,7 @@ TEST_F(CalendarCtrlTest, DayAfterTheLastCellCountsAsShown) {
     EXPECT_FALSE(calendar->IsDateShown(Day(2026, 2, 28)));
 }
 
-TEST_F(CalendarCtrlTest, NewStartAndNewDayCountRepaintTheWholeWindowWithoutErasing) {
+TEST_F(CalendarCtrl, NewStartAndNewDayCountRepaintTheWholeWindowWithoutErasing) {
     Make(CCS_VERTICAL, 60, 240);
     const auto expectInvalid = [this] {
         RECT update{};
@@ -153,7 +153,7 @@ TEST_F(CalendarCtrlTest, NewStartAndNewDayCountRepaintTheWholeWindowWithoutErasi
     expectInvalid();
 }
 
-TEST_F(CalendarCtrlTest, ClickIsHandedToEverySinkWithItsSign) {
+TEST_F(CalendarCtrl, ClickIsHandedToEverySinkWithItsSign) {
     Make(CCS_VERTICAL, 60, 240);
     std::vector<POINT> points;
     ScriptedSink sink([&](NMHDR& record) -> LRESULT {
@@ -174,7 +174,7 @@ TEST_F(CalendarCtrlTest, ClickIsHandedToEverySinkWithItsSign) {
     EXPECT_EQ(parent.CountOf(WM_NOTIFY), 2);
 }
 
-TEST_F(CalendarCtrlTest, MonthColorsAreAskedOncePerSegment) {
+TEST_F(CalendarCtrl, MonthColorsAreAskedOncePerSegment) {
     Make(0, 240, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2025, 12, 31));
@@ -203,7 +203,7 @@ TEST_F(CalendarCtrlTest, MonthColorsAreAskedOncePerSegment) {
     EXPECT_EQ(offered[1], Lilac);
 }
 
-TEST_F(CalendarCtrlTest, LastSinkThatAnswersGivesTheColor) {
+TEST_F(CalendarCtrl, LastSinkThatAnswersGivesTheColor) {
     Make(0, 240, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 4, 1));
@@ -224,7 +224,7 @@ TEST_F(CalendarCtrlTest, LastSinkThatAnswersGivesTheColor) {
     EXPECT_EQ(canvas.Pixel(60, 40), Mint);
 }
 
-TEST_F(CalendarCtrlTest, HorizontalFormDrawsTheStripAboveTheBand) {
+TEST_F(CalendarCtrl, HorizontalFormDrawsTheStripAboveTheBand) {
     Make(0, 400, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 4, 21));  // ten days of April, then May
@@ -241,7 +241,7 @@ TEST_F(CalendarCtrlTest, HorizontalFormDrawsTheStripAboveTheBand) {
     EXPECT_EQ(canvas.Pixel(396, 50), Mint);
 }
 
-TEST_F(CalendarCtrlTest, VerticalFormDrawsTheBandLeftOfTheStrip) {
+TEST_F(CalendarCtrl, VerticalFormDrawsTheBandLeftOfTheStrip) {
     Make(CCS_VERTICAL, 100, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 4, 21));
@@ -256,7 +256,7 @@ TEST_F(CalendarCtrlTest, VerticalFormDrawsTheBandLeftOfTheStrip) {
     EXPECT_EQ(canvas.Pixel(50, 390), Mint);
 }
 
-TEST_F(CalendarCtrlTest, WithoutAnAnswerTheFirstMonthIsWhiteAndLaterOnesKeepTheColor) {
+TEST_F(CalendarCtrl, WithoutAnAnswerTheFirstMonthIsWhiteAndLaterOnesKeepTheColor) {
     Make(CCS_VERTICAL, 100, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 4, 21));
@@ -270,7 +270,7 @@ TEST_F(CalendarCtrlTest, WithoutAnAnswerTheFirstMonthIsWhiteAndLaterOnesKeepTheC
 }
 
 // The band has a 29 February 2100; the days beside it have none.
-TEST_F(CalendarCtrlTest, BandOf2100HasTheDayThatTheStripHasNot) {
+TEST_F(CalendarCtrl, BandOf2100HasTheDayThatTheStripHasNot) {
     Make(0, 400, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2100, 2, 27));
@@ -284,7 +284,7 @@ TEST_F(CalendarCtrlTest, BandOf2100HasTheDayThatTheStripHasNot) {
 }
 
 // The marker is filled with the brush that was there before, whatever the months' colours are.
-TEST_F(CalendarCtrlTest, TodaysMarkerHasTheDeviceContextsOwnBrush) {
+TEST_F(CalendarCtrl, TodaysMarkerHasTheDeviceContextsOwnBrush) {
     Make(CCS_VERTICAL, 100, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 3, 2));  // the 15th has no label in its way: it has, so look left of the tip
@@ -306,7 +306,7 @@ TEST_F(CalendarCtrlTest, TodaysMarkerHasTheDeviceContextsOwnBrush) {
     EXPECT_EQ(canvas.Pixel(82, 2), Red);
 }
 
-TEST_F(CalendarCtrlTest, NoMarkerWithoutToday) {
+TEST_F(CalendarCtrl, NoMarkerWithoutToday) {
     Make(CCS_VERTICAL, 100, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 3, 2));
@@ -328,7 +328,7 @@ int InkIn(const MemoryCanvas& canvas, const Box& box, COLORREF ground) {
     return ink;
 }
 
-TEST_F(CalendarCtrlTest, NumbersStandBesideTheirDays) {
+TEST_F(CalendarCtrl, NumbersStandBesideTheirDays) {
     Make(CCS_VERTICAL, 140, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 4, 1));
@@ -350,7 +350,7 @@ TEST_F(CalendarCtrlTest, NumbersStandBesideTheirDays) {
     EXPECT_EQ(InkIn(canvas, {2, 20, 26, 120}, Lilac), 0);
 }
 
-TEST_F(CalendarCtrlTest, NumbersStandBelowTheirDaysInTheHorizontalForm) {
+TEST_F(CalendarCtrl, NumbersStandBelowTheirDaysInTheHorizontalForm) {
     Make(0, 400, 100);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 4, 2));
@@ -367,7 +367,7 @@ TEST_F(CalendarCtrlTest, NumbersStandBelowTheirDaysInTheHorizontalForm) {
     EXPECT_EQ(InkIn(canvas, {386, 22, 399, 42}, Lilac), 0);
 }
 
-TEST_F(CalendarCtrlTest, DrawingLeavesTheDeviceContextAsItWas) {
+TEST_F(CalendarCtrl, DrawingLeavesTheDeviceContextAsItWas) {
     Make(CCS_VERTICAL, 100, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
     ColorMonths({Lilac, Mint});
@@ -379,7 +379,7 @@ TEST_F(CalendarCtrlTest, DrawingLeavesTheDeviceContextAsItWas) {
     EXPECT_EQ(LiveGdiObjects(), live);
 }
 
-TEST_F(CalendarCtrlTest, SmallerThanItsDaysItIsJustWhite) {
+TEST_F(CalendarCtrl, SmallerThanItsDaysItIsJustWhite) {
     Make(CCS_VERTICAL, 10, 5);
     const MemoryCanvas canvas(10, 5, Red);
     calendar->Draw(canvas.Dc(), canvas.Bounds());
@@ -387,4 +387,4 @@ TEST_F(CalendarCtrlTest, SmallerThanItsDaysItIsJustWhite) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -2,10 +2,10 @@
 
 #include "tests/ui/views/chart_ctrl_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-TEST_F(ChartCtrlTest, DragTellsTheNewValue) {
+TEST_F(ChartCtrl, DragTellsTheNewValue) {
     Show({9750, 9740, 9760, 9750});
     Down(94, 180);  // 9760
     EXPECT_EQ(selected, (Notices{{2, 9760}}));
@@ -20,7 +20,7 @@ TEST_F(ChartCtrlTest, DragTellsTheNewValue) {
     EXPECT_NE(::GetCapture(), chart.Handle());
 }
 
-TEST_F(ChartCtrlTest, TapOnAPointKeepsItsValue) {
+TEST_F(ChartCtrl, TapOnAPointKeepsItsValue) {
     // A low chart, where a pixel stands for several values.
     ::SetWindowPos(chart.Handle(), nullptr, 0, 0, Width, 90, SWP_NOZORDER);
     Show({9750, 9744, 9760});
@@ -32,7 +32,7 @@ TEST_F(ChartCtrlTest, TapOnAPointKeepsItsValue) {
     EXPECT_EQ(changed, (Notices{{1, 9744}}));
 }
 
-TEST_F(ChartCtrlTest, MiddlePointStaysInsideTheChart) {
+TEST_F(ChartCtrl, MiddlePointStaysInsideTheChart) {
     Show({9750, 9740, 9760});
     Down(94, 180);
     Move(94, -50);
@@ -43,7 +43,7 @@ TEST_F(ChartCtrlTest, MiddlePointStaysInsideTheChart) {
     EXPECT_EQ(changed, (Notices{{2, 9850}, {2, 9650}}));
 }
 
-TEST_F(ChartCtrlTest, TapsBesideEveryPointAreIgnored) {
+TEST_F(ChartCtrl, TapsBesideEveryPointAreIgnored) {
     Show({9750, 9740, -100});
     const struct {
         const char* label;
@@ -67,7 +67,7 @@ TEST_F(ChartCtrlTest, TapsBesideEveryPointAreIgnored) {
     Up(58, 216);
 }
 
-TEST_F(ChartCtrlTest, TapWithoutPointsIsIgnored) {
+TEST_F(ChartCtrl, TapWithoutPointsIsIgnored) {
     Down(54, 200);
     Up(54, 200);
     EXPECT_TRUE(selected.empty());
@@ -77,7 +77,7 @@ TEST_F(ChartCtrlTest, TapWithoutPointsIsIgnored) {
     EXPECT_TRUE(selected.empty());
 }
 
-TEST_F(ChartCtrlTest, ARefusalFromAnySinkEndsTheTap) {
+TEST_F(ChartCtrl, ARefusalFromAnySinkEndsTheTap) {
     Show({9750, 9740});
     refuses = true;
     Down(54, 220);
@@ -94,7 +94,7 @@ TEST_F(ChartCtrlTest, ARefusalFromAnySinkEndsTheTap) {
     EXPECT_TRUE(changed.empty());
 }
 
-TEST_F(ChartCtrlTest, ASecondButtonDownWhileDraggingIsIgnored) {
+TEST_F(ChartCtrl, ASecondButtonDownWhileDraggingIsIgnored) {
     Show({9750, 9740, 9760});
     Down(54, 220);
     Down(94, 180);
@@ -103,14 +103,14 @@ TEST_F(ChartCtrlTest, ASecondButtonDownWhileDraggingIsIgnored) {
     EXPECT_EQ(changed, (Notices{{1, 9740}}));
 }
 
-TEST_F(ChartCtrlTest, TheSecondOfTwoQuickTapsDragsToo) {
+TEST_F(ChartCtrl, TheSecondOfTwoQuickTapsDragsToo) {
     Show({9750, 9740});
     Send(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(54, 220));
     EXPECT_TRUE(chart.IsDragging());
     Up(54, 220);
 }
 
-TEST_F(ChartCtrlTest, ButtonUpAndMovesWithoutADragDoNothing) {
+TEST_F(ChartCtrl, ButtonUpAndMovesWithoutADragDoNothing) {
     Show({9750, 9740});
     Move(54, 100);
     Up(54, 100);
@@ -122,7 +122,7 @@ struct Interruption {
     std::function<void(HWND)> interrupt;
 };
 
-TEST_F(ChartCtrlTest, AnInterruptedDragEndsWithoutAValue) {
+TEST_F(ChartCtrl, AnInterruptedDragEndsWithoutAValue) {
     const Interruption rows[] = {
         {"capture lost", [](HWND) { ::ReleaseCapture(); }},
         {"capture taken", [this](HWND) { ::SetCapture(parent.Handle()); }},
@@ -149,7 +149,7 @@ TEST_F(ChartCtrlTest, AnInterruptedDragEndsWithoutAValue) {
     }
 }
 
-TEST_F(ChartCtrlTest, WindowDestroyedWhileDraggingLeavesNothing) {
+TEST_F(ChartCtrl, WindowDestroyedWhileDraggingLeavesNothing) {
     Show({9750, 9740, 9760});
     Down(54, 220);
     ::DestroyWindow(chart.Handle());
@@ -157,7 +157,7 @@ TEST_F(ChartCtrlTest, WindowDestroyedWhileDraggingLeavesNothing) {
 }
 
 // The parent scrolled: another day stands under the pen now.
-TEST_F(ChartCtrlTest, PointsReplacedBySelectingEndTheTap) {
+TEST_F(ChartCtrl, PointsReplacedBySelectingEndTheTap) {
     Show({9750, 9740, 9760});
     onSelect = [this] {
         Send(CHM_RESETDATA);
@@ -169,7 +169,7 @@ TEST_F(ChartCtrlTest, PointsReplacedBySelectingEndTheTap) {
     EXPECT_TRUE(changed.empty());
 }
 
-TEST_F(ChartCtrlTest, TheParentMayResetWhenItIsToldTheValue) {
+TEST_F(ChartCtrl, TheParentMayResetWhenItIsToldTheValue) {
     Show({9750, 9740, 9760});
     onChanged = [this] { Send(CHM_RESETDATA); };
     Down(54, 220);
@@ -180,7 +180,7 @@ TEST_F(ChartCtrlTest, TheParentMayResetWhenItIsToldTheValue) {
 }
 
 // The band is drawn so that a second drawing takes it away.
-TEST_F(ChartCtrlTest, DraggingLeavesNoTrace) {
+TEST_F(ChartCtrl, DraggingLeavesNoTrace) {
     Show({9750, 9740, 9760, 9720});
     Send(CHM_SETSELECTION, 1);
     const std::vector<COLORREF> before = Screen();
@@ -196,7 +196,7 @@ TEST_F(ChartCtrlTest, DraggingLeavesNoTrace) {
     EXPECT_EQ(Screen(), before);
 }
 
-TEST_F(ChartCtrlTest, BandHasABoxAroundTheDraggedPoint) {
+TEST_F(ChartCtrl, BandHasABoxAroundTheDraggedPoint) {
     Show({9750, 9740, 9760, 9720});
     const std::vector<COLORREF> before = Screen();
     Down(94, 180);
@@ -218,7 +218,7 @@ TEST_F(ChartCtrlTest, BandHasABoxAroundTheDraggedPoint) {
 }
 
 // The band is part of what is painted, or the next move would draw it instead of erasing it.
-TEST_F(ChartCtrlTest, PaintingWhileDraggingKeepsTheBand) {
+TEST_F(ChartCtrl, PaintingWhileDraggingKeepsTheBand) {
     Show({9750, 9740, 9760, 9720});
     const std::vector<COLORREF> before = Screen();
     Down(94, 180);
@@ -232,4 +232,4 @@ TEST_F(ChartCtrlTest, PaintingWhileDraggingKeepsTheBand) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

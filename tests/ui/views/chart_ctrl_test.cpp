@@ -4,12 +4,12 @@
 
 #include "tests/ui/views/chart_ctrl_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 // ---- Data ----
 
-TEST_F(ChartCtrlTest, AsksOnceForPointsAndScales) {
+TEST_F(ChartCtrl, AsksOnceForPointsAndScales) {
     points = {{14, 9750}, {54, 9760}};
     Send(CHM_RESETDATA);
     range.codes.clear();
@@ -24,14 +24,14 @@ TEST_F(ChartCtrlTest, AsksOnceForPointsAndScales) {
     EXPECT_EQ(std::count(codes.begin(), codes.end(), CHN_GETSCALES), 0);
 }
 
-TEST_F(ChartCtrlTest, AsksAnewAfterAReset) {
+TEST_F(ChartCtrl, AsksAnewAfterAReset) {
     Show({9750, 9760});
     EXPECT_EQ(Send(CHM_RESETDATA), 0);
     chart.Update();
     EXPECT_EQ(std::count(codes.begin(), codes.end(), CHN_GETPOINTS), 1);
 }
 
-TEST_F(ChartCtrlTest, WithoutPointsTheTitleStandsOnWhite) {
+TEST_F(ChartCtrl, WithoutPointsTheTitleStandsOnWhite) {
     MemoryCanvas canvas(Width, Height, Grey);
     Draw(canvas);
     EXPECT_EQ(canvas.CountOf(Grey), 0);
@@ -46,14 +46,14 @@ TEST_F(ChartCtrlTest, WithoutPointsTheTitleStandsOnWhite) {
     EXPECT_EQ(middle, canvas.CountOf(Black));
 }
 
-TEST_F(ChartCtrlTest, AsksAgainAtEveryPaintUntilThereArePoints) {
+TEST_F(ChartCtrl, AsksAgainAtEveryPaintUntilThereArePoints) {
     MemoryCanvas canvas(Width, Height);
     Draw(canvas);
     Draw(canvas);
     EXPECT_EQ(codes, (std::vector<UINT>{CHN_GETPOINTS, CHN_GETPOINTS}));
 }
 
-TEST_F(ChartCtrlTest, SelectionIsOneOfThePoints) {
+TEST_F(ChartCtrl, SelectionIsOneOfThePoints) {
     Show({9750, 9760, 9770});
     EXPECT_EQ(Send(CHM_SETSELECTION, 0), 1);
     EXPECT_EQ(Send(CHM_SETSELECTION, 2), 1);
@@ -62,7 +62,7 @@ TEST_F(ChartCtrlTest, SelectionIsOneOfThePoints) {
 }
 
 // The current day may be scrolled away: then no point is marked, not the one that was before.
-TEST_F(ChartCtrlTest, AWrongSelectionMarksNoPoint) {
+TEST_F(ChartCtrl, AWrongSelectionMarksNoPoint) {
     Show({9750, 9750, 9750});
     Send(CHM_SETSELECTION, 1);
     EXPECT_EQ(At(Screen(), 54 - 5, 200 - 5), Black);
@@ -71,7 +71,7 @@ TEST_F(ChartCtrlTest, AWrongSelectionMarksNoPoint) {
     EXPECT_EQ(chart.Selection(), 77);
 }
 
-TEST_F(ChartCtrlTest, SelectionIsPaintedAtOnce) {
+TEST_F(ChartCtrl, SelectionIsPaintedAtOnce) {
     Show({9750, 9760, 9770});
     Send(CHM_SETSELECTION, 1);
     EXPECT_EQ(::GetUpdateRect(chart.Handle(), nullptr, FALSE), FALSE);
@@ -80,7 +80,7 @@ TEST_F(ChartCtrlTest, SelectionIsPaintedAtOnce) {
 
 // ---- Painting ----
 
-TEST_F(ChartCtrlTest, DefaultTemperatureGrid) {
+TEST_F(ChartCtrl, DefaultTemperatureGrid) {
     Show({-100, -100});
     MemoryCanvas canvas(Width, Height);
     Draw(canvas);
@@ -111,7 +111,7 @@ TEST_F(ChartCtrlTest, DefaultTemperatureGrid) {
     EXPECT_EQ(canvas.Pixel(Margin + 1, 220), White);
 }
 
-TEST_F(ChartCtrlTest, BleedingGridHasALineAtEveryLevel) {
+TEST_F(ChartCtrl, BleedingGridHasALineAtEveryLevel) {
     scales = BleedingScales;
     range.lowest = 0;
     range.highest = 3;
@@ -125,14 +125,14 @@ TEST_F(ChartCtrlTest, BleedingGridHasALineAtEveryLevel) {
     }
 }
 
-TEST_F(ChartCtrlTest, AValueBeyondEveryScaleGetsThePaddedDefaultScale) {
+TEST_F(ChartCtrl, AValueBeyondEveryScaleGetsThePaddedDefaultScale) {
     Show({9750, 9300, 9800});  // 500 + 2 x 25: 9275..9825
     MemoryCanvas canvas(Width, Height);
     Draw(canvas);
     EXPECT_EQ(labels, (std::vector<std::int32_t>{9300, 9400, 9500, 9600, 9700, 9800}));
 }
 
-TEST_F(ChartCtrlTest, WithoutMarginThereIsNoGrid) {
+TEST_F(ChartCtrl, WithoutMarginThereIsNoGrid) {
     Send(CHM_SETMARGIN, 0);
     Show({-100, -100});
     MemoryCanvas canvas(Width, Height);
@@ -141,7 +141,7 @@ TEST_F(ChartCtrlTest, WithoutMarginThereIsNoGrid) {
     EXPECT_EQ(canvas.CountOf(White), Width * Height);
 }
 
-TEST_F(ChartCtrlTest, LabelsEndAtTheAxisBelowTheirLine) {
+TEST_F(ChartCtrl, LabelsEndAtTheAxisBelowTheirLine) {
     labelText = TEXT("HHHH");
     Show({-100, -100});
     MemoryCanvas canvas(Width, Height);
@@ -168,7 +168,7 @@ TEST_F(ChartCtrlTest, LabelsEndAtTheAxisBelowTheirLine) {
     EXPECT_GT(lowest, 5);
 }
 
-TEST_F(ChartCtrlTest, AnEmptyLabelDrawsNothing) {
+TEST_F(ChartCtrl, AnEmptyLabelDrawsNothing) {
     labelText = TEXT("");
     Show({-100, -100});
     MemoryCanvas canvas(Width, Height);
@@ -181,7 +181,7 @@ TEST_F(ChartCtrlTest, AnEmptyLabelDrawsNothing) {
     }
 }
 
-TEST_F(ChartCtrlTest, CurveBridgesDaysWithoutValue) {
+TEST_F(ChartCtrl, CurveBridgesDaysWithoutValue) {
     Show({9750, 9725, -100, 9725, 9775, -100});
     Send(CHM_SETSELECTION, 77);
     MemoryCanvas canvas(Width, Height);
@@ -197,7 +197,7 @@ TEST_F(ChartCtrlTest, CurveBridgesDaysWithoutValue) {
     EXPECT_NE(canvas.Pixel(30, 220), Red);
 }
 
-TEST_F(ChartCtrlTest, CurveEndsAtTheFirstPointBeyondTheRightEdge) {
+TEST_F(ChartCtrl, CurveEndsAtTheFirstPointBeyondTheRightEdge) {
     // x = 14, 54, ..., 254 (past 234), 294
     Show({9750, 9750, 9750, 9750, 9750, 9750, 9750, 9850});
     MemoryCanvas canvas(Width, Height);
@@ -206,7 +206,7 @@ TEST_F(ChartCtrlTest, CurveEndsAtTheFirstPointBeyondTheRightEdge) {
     EXPECT_EQ(canvas.Pixel(Width - 1, 247), White);
 }
 
-TEST_F(ChartCtrlTest, SelectedPointIsASquareTheOthersAreCircles) {
+TEST_F(ChartCtrl, SelectedPointIsASquareTheOthersAreCircles) {
     Show({9750, 9740, 9740});
     Send(CHM_SETSELECTION, 1);
     MemoryCanvas canvas(Width, Height);
@@ -223,7 +223,7 @@ TEST_F(ChartCtrlTest, SelectedPointIsASquareTheOthersAreCircles) {
 
 // A day without a value is drawn when it is the first point, below the axis. Here it is seen
 // because its value is only just below the axis' end.
-TEST_F(ChartCtrlTest, FirstPointIsDrawnWhateverItsValue) {
+TEST_F(ChartCtrl, FirstPointIsDrawnWhateverItsValue) {
     scales = BleedingScales;
     range.lowest = 0;
     range.highest = 3;
@@ -246,7 +246,7 @@ TEST_F(ChartCtrlTest, FirstPointIsDrawnWhateverItsValue) {
     EXPECT_NE(second.Pixel(110, 398), Red);
 }
 
-TEST_F(ChartCtrlTest, ToAWindowWithoutAreaNothingHappens) {
+TEST_F(ChartCtrl, ToAWindowWithoutAreaNothingHappens) {
     Show({9750, 9760});
     ::SetWindowPos(chart.Handle(), nullptr, 0, 0, 0, 0, SWP_NOZORDER);
     Send(CHM_RESETDATA);
@@ -258,7 +258,7 @@ TEST_F(ChartCtrlTest, ToAWindowWithoutAreaNothingHappens) {
     EXPECT_TRUE(changed.empty());
 }
 
-TEST_F(ChartCtrlTest, PaintingGivesBackWhatItSelected) {
+TEST_F(ChartCtrl, PaintingGivesBackWhatItSelected) {
     Show({9750, 9740});
     MemoryCanvas canvas(Width, Height);
     HGDIOBJ const pen = ::GetCurrentObject(canvas.Dc(), OBJ_PEN);
@@ -273,4 +273,4 @@ TEST_F(ChartCtrlTest, PaintingGivesBackWhatItSelected) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -12,7 +12,7 @@
 #include "tests/ui/ui_test.h"
 #include "views/chart_ctrl.h"
 
-namespace lunara {
+namespace lunara::test {
 
 /// Answers the direct question.
 class RangeSink : public NotificationSink {
@@ -31,7 +31,7 @@ class RangeSink : public NotificationSink {
     std::vector<UINT> codes;
 };
 
-class ChartCtrlTest : public UiTest {
+class ChartCtrl : public UiTest {
   protected:
     static constexpr COLORREF White = RGB(255, 255, 255);
     static constexpr COLORREF Black = RGB(0, 0, 0);
@@ -160,7 +160,7 @@ class ChartCtrlTest : public UiTest {
     using Notices = std::vector<std::pair<std::int32_t, std::int32_t>>;
 
     ScriptedWindow parent;
-    ChartCtrl chart;
+    lunara::ChartCtrl chart;
     RangeSink range;
     std::vector<ChartPoint> points;
     std::span<const ChartScale> scales = TemperatureScales;
@@ -174,4 +174,4 @@ class ChartCtrlTest : public UiTest {
     Notices changed;
 };
 
-}  // namespace lunara
+}  // namespace lunara::test

@@ -2,30 +2,30 @@
 
 #include "tests/ui/views/diary_view_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 // ---- Start and scroll range ----
 
-TEST_F(DiaryViewTest, WithoutRecordsTheScrollRangeBeginsAtTheFirstRowShown) {
+TEST_F(DiaryView, WithoutRecordsTheScrollRangeBeginsAtTheFirstRowShown) {
     Make();
     // Range 0..365 at position 0 for today; the ten days before it enlarge the range at the top.
     ExpectScroll(375, 0);
 }
 
-TEST_F(DiaryViewTest, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
+TEST_F(DiaryView, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
     data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);  // 100 days before
     Make();
     ExpectScroll(465, 90);
 }
 
-TEST_F(DiaryViewTest, RecordsOfTheFutureDoNoHarmToTheScrollRange) {
+TEST_F(DiaryView, RecordsOfTheFutureDoNoHarmToTheScrollRange) {
     data->bleeding.Set(ToDateKey(Day(2028, 12, 5)), 2);
     Make();
     ExpectScroll(375, 0);
 }
 
-TEST_F(DiaryViewTest, StartsAtTheDataSetsCurrentDate) {
+TEST_F(DiaryView, StartsAtTheDataSetsCurrentDate) {
     const SYSTEMTIME date = Day(2026, 5, 20);
     data->SetCurrentDate(date);
     Make();
@@ -42,7 +42,7 @@ struct ScrollCase {
     SYSTEMTIME start;
 };
 
-TEST_F(DiaryViewTest, ScrollsByADayAndByTenDays) {
+TEST_F(DiaryView, ScrollsByADayAndByTenDays) {
     data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);
     Make();
     const ScrollCase cases[] = {
@@ -63,7 +63,7 @@ TEST_F(DiaryViewTest, ScrollsByADayAndByTenDays) {
     ExpectScroll(465, 90);
 }
 
-TEST_F(DiaryViewTest, ScrollingRepaintsBothControls) {
+TEST_F(DiaryView, ScrollingRepaintsBothControls) {
     Make();
     ASSERT_FALSE(WaitsForPaint(Agenda()));
     ASSERT_FALSE(WaitsForPaint(Calendar()));
@@ -72,7 +72,7 @@ TEST_F(DiaryViewTest, ScrollingRepaintsBothControls) {
     EXPECT_TRUE(WaitsForPaint(Calendar()));
 }
 
-TEST_F(DiaryViewTest, PagingUpFromTheFirstDayEnlargesTheRangeAtTheTop) {
+TEST_F(DiaryView, PagingUpFromTheFirstDayEnlargesTheRangeAtTheTop) {
     Make();
     ExpectScroll(375, 0);
     ScrollBy(SB_PAGEUP);
@@ -80,7 +80,7 @@ TEST_F(DiaryViewTest, PagingUpFromTheFirstDayEnlargesTheRangeAtTheTop) {
     ExpectScroll(385, 0);
 }
 
-TEST_F(DiaryViewTest, ScrollingPastTheEndEnlargesTheRangeAtTheBottom) {
+TEST_F(DiaryView, ScrollingPastTheEndEnlargesTheRangeAtTheBottom) {
     data->SetCurrentDate(Day(2027, 3, 20));
     Make();
     EXPECT_EQ(Start(), ToDateKey(Day(2027, 3, 10)));
@@ -89,10 +89,10 @@ TEST_F(DiaryViewTest, ScrollingPastTheEndEnlargesTheRangeAtTheBottom) {
     ExpectScroll(370, 370);
 }
 
-TEST_F(DiaryViewTest, ThumbMovesTheStartWhenItIsLetGo) {
+TEST_F(DiaryView, ThumbMovesTheStartWhenItIsLetGo) {
     data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);
     Make();
-    const HWND bar = Child(DiaryView::ScrollBarId);
+    const HWND bar = Child(View::ScrollBarId);
     SCROLLBARINFO info{};
     info.cbSize = sizeof(info);
     ASSERT_TRUE(::SendMessageW(bar, SBM_GETSCROLLBARINFO, 0, reinterpret_cast<LPARAM>(&info)));
@@ -113,9 +113,9 @@ TEST_F(DiaryViewTest, ThumbMovesTheStartWhenItIsLetGo) {
     EXPECT_EQ(Start(), ToDateKey(expected));
 }
 
-TEST_F(DiaryViewTest, ItsScrollBarIsDrawnAnewWhereverItScrolls) {
+TEST_F(DiaryView, ItsScrollBarIsDrawnAnewWhereverItScrolls) {
     Make();
-    const HWND bar = Child(DiaryView::ScrollBarId);
+    const HWND bar = Child(View::ScrollBarId);
     ::ShowWindow(::GetAncestor(bar, GA_ROOT), SW_SHOWNOACTIVATE);
     ::ShowWindow(view->Handle(), SW_SHOWNA);
     ::UpdateWindow(bar);
@@ -124,7 +124,7 @@ TEST_F(DiaryViewTest, ItsScrollBarIsDrawnAnewWhereverItScrolls) {
     EXPECT_NE(::GetUpdateRect(bar, nullptr, FALSE), FALSE);
 }
 
-TEST_F(DiaryViewTest, CannotScrollBeforeTheCalendarBegins) {
+TEST_F(DiaryView, CannotScrollBeforeTheCalendarBegins) {
     Make();
     view->SetCurrentDate(Day(1601, 1, 3));
     EXPECT_EQ(Start(), ToDateKey(Day(1601, 1, 1)));
@@ -138,7 +138,7 @@ TEST_F(DiaryViewTest, CannotScrollBeforeTheCalendarBegins) {
 
 // ---- Bringing dates into view ----
 
-TEST_F(DiaryViewTest, ADateThatIsShownMovesNothing) {
+TEST_F(DiaryView, ADateThatIsShownMovesNothing) {
     Make();
     view->SetCurrentDate(Day(2026, 3, 24));
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 5)));
@@ -148,19 +148,19 @@ TEST_F(DiaryViewTest, ADateThatIsShownMovesNothing) {
     EXPECT_EQ(ToDateKey(view->GetCurrentDate()), ToDateKey(Day(2026, 3, 25)));
 }
 
-TEST_F(DiaryViewTest, ALaterDateComesIntoTheSecondRowFromTheBottom) {
+TEST_F(DiaryView, ALaterDateComesIntoTheSecondRowFromTheBottom) {
     Make();
     data->SetCurrentDate(Day(2026, 3, 26));
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 8)));  // 20 rows: 18 above it, one below
 }
 
-TEST_F(DiaryViewTest, AnEarlierDateComesIntoTheThirdRow) {
+TEST_F(DiaryView, AnEarlierDateComesIntoTheThirdRow) {
     Make();
     data->SetCurrentDate(Day(2026, 3, 4));
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 2)));
 }
 
-TEST_F(DiaryViewTest, SettingTheSameDateBringsItBackIntoView) {
+TEST_F(DiaryView, SettingTheSameDateBringsItBackIntoView) {
     Make();
     for (int i = 0; i < 5; ++i) {
         ScrollBy(SB_PAGEDOWN);
@@ -171,7 +171,7 @@ TEST_F(DiaryViewTest, SettingTheSameDateBringsItBackIntoView) {
 
 // ---- Size ----
 
-TEST_F(DiaryViewTest, DateStaysInViewWhenTheWindowIsResized) {
+TEST_F(DiaryView, DateStaysInViewWhenTheWindowIsResized) {
     Make(480, 319);  // 15 px a row: 21 of them fit
     SYSTEMTIME last{};
     ASSERT_EQ(FromDateKey(Start(), last), 1);
@@ -195,4 +195,4 @@ TEST_F(DiaryViewTest, DateStaysInViewWhenTheWindowIsResized) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -3,10 +3,10 @@
 #include "resources/ids.h"
 #include "tests/ui/views/diary_view_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class DiaryNotesTest : public DiaryViewTest {
+class DiaryViewNotes : public DiaryView {
   protected:
     std::wstring NoteText(const SYSTEMTIME& date) {
         const std::unique_ptr<WCHAR[]> text(data->GetNoteText(&date));
@@ -15,7 +15,7 @@ class DiaryNotesTest : public DiaryViewTest {
     const SYSTEMTIME third = Day(2026, 3, 7);  // row 2
 };
 
-TEST_F(DiaryNotesTest, TapOnANotesCellEditsThatDay) {
+TEST_F(DiaryViewNotes, TapOnANotesCellEditsThatDay) {
     data->SetNoteFlags(NoteFlagPms, &third);
     data->SetNoteText(TEXT("before"), &third);
     Make();
@@ -34,7 +34,7 @@ TEST_F(DiaryNotesTest, TapOnANotesCellEditsThatDay) {
     EXPECT_EQ(NoteText(third), L"after");
 }
 
-TEST_F(DiaryNotesTest, CancelLeavesFlagsAndText) {
+TEST_F(DiaryViewNotes, CancelLeavesFlagsAndText) {
     data->SetNoteFlags(NoteFlagCramps, &third);
     data->SetNoteText(TEXT("before"), &third);
     Make();
@@ -49,7 +49,7 @@ TEST_F(DiaryNotesTest, CancelLeavesFlagsAndText) {
     EXPECT_EQ(NoteText(third), L"before");
 }
 
-TEST_F(DiaryNotesTest, EmptiedNoteIsDeleted) {
+TEST_F(DiaryViewNotes, EmptiedNoteIsDeleted) {
     data->SetNoteText(TEXT("before"), &third);
     Make();
     DialogHand hand([](HWND window) {
@@ -62,7 +62,7 @@ TEST_F(DiaryNotesTest, EmptiedNoteIsDeleted) {
     EXPECT_EQ(data->notePages.Count(), 0);
 }
 
-TEST_F(DiaryNotesTest, LongNoteIsShownCutAndKeptWholeByCancel) {
+TEST_F(DiaryViewNotes, LongNoteIsShownCutAndKeptWholeByCancel) {
     const std::wstring longText(200, L'n');
     data->SetNoteText(longText.c_str(), &third);
     Make();
@@ -76,7 +76,7 @@ TEST_F(DiaryNotesTest, LongNoteIsShownCutAndKeptWholeByCancel) {
 }
 
 // Cancel stores the text that was read: the note's pages move to the end, the note stays.
-TEST_F(DiaryNotesTest, CancelSetsTheTextThatWasRead) {
+TEST_F(DiaryViewNotes, CancelSetsTheTextThatWasRead) {
     const SYSTEMTIME other = Day(2026, 3, 9);
     data->SetNoteText(TEXT("before"), &third);
     data->SetNoteText(TEXT("other"), &other);
@@ -89,7 +89,7 @@ TEST_F(DiaryNotesTest, CancelSetsTheTextThatWasRead) {
     EXPECT_EQ(data->notePages.At(1).date, ToDateKey(third));
 }
 
-TEST_F(DiaryNotesTest, TapOnAnythingElseOpensNothing) {
+TEST_F(DiaryViewNotes, TapOnAnythingElseOpensNothing) {
     Make();
     bool opened = false;
     DialogHand hand([&](HWND window) {
@@ -107,7 +107,7 @@ TEST_F(DiaryNotesTest, TapOnAnythingElseOpensNothing) {
     EXPECT_FALSE(opened);
 }
 
-TEST_F(DiaryNotesTest, TapFindsTheDayInAFlatWindow) {
+TEST_F(DiaryViewNotes, TapFindsTheDayInAFlatWindow) {
     Make(600, 60);  // rows of 3 px
     ASSERT_EQ(TopCell().bottom, 3);
     DialogHand hand([](HWND window) {
@@ -119,4 +119,4 @@ TEST_F(DiaryNotesTest, TapFindsTheDayInAFlatWindow) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

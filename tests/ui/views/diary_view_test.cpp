@@ -10,7 +10,7 @@
 #include "views/month_colors.h"
 #include "window/settings.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr WCHAR ShowFlagsSetting[] = TEXT("DiaryView_ShowFlags");
@@ -39,7 +39,7 @@ class RecordingListener : public DiaryListener {
 
 // ---- Creation ----
 
-TEST_F(DiaryViewTest, HasScrollBarCalendarAndAgendaSideBySide) {
+TEST_F(DiaryView, HasScrollBarCalendarAndAgendaSideBySide) {
     Make();
     EXPECT_EQ(ClassOf(view->Handle()), FrameworkClassName);
     EXPECT_EQ(TextOf(view->Handle()), L"Diary view");
@@ -57,7 +57,7 @@ TEST_F(DiaryViewTest, HasScrollBarCalendarAndAgendaSideBySide) {
     EXPECT_NE(::GetWindowLongW(Child(3002), GWL_STYLE) & 1, 0);
 }
 
-TEST_F(DiaryViewTest, CalendarIsThreeLinesWideWhereCellsAreNoHigherThanALine) {
+TEST_F(DiaryView, CalendarIsThreeLinesWideWhereCellsAreNoHigherThanALine) {
     Make(240, 200);  // cells of 10 px
     TEXTMETRICW metrics{};
     {
@@ -68,7 +68,7 @@ TEST_F(DiaryViewTest, CalendarIsThreeLinesWideWhereCellsAreNoHigherThanALine) {
     EXPECT_EQ(calendar.right - calendar.left, 3 * metrics.tmHeight);
 }
 
-TEST_F(DiaryViewTest, ShowsTwentyDaysFromTenBeforeTheCurrentDate) {
+TEST_F(DiaryView, ShowsTwentyDaysFromTenBeforeTheCurrentDate) {
     Make();
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 5)));
     EXPECT_EQ(TopCell().bottom, RowPx);
@@ -77,14 +77,14 @@ TEST_F(DiaryViewTest, ShowsTwentyDaysFromTenBeforeTheCurrentDate) {
 
 // ---- Show flags ----
 
-TEST_F(DiaryViewTest, ShowsEverythingWithoutASetting) {
+TEST_F(DiaryView, ShowsEverythingWithoutASetting) {
     EXPECT_EQ(view->GetShowFlags(), 31U);
     Make();
     EXPECT_EQ(view->GetShowFlags(), 31U);
     EXPECT_EQ(LineCount(), 5);
 }
 
-TEST_F(DiaryViewTest, ReadsItsSettingAtCreationAndWritesItAtDestruction) {
+TEST_F(DiaryView, ReadsItsSettingAtCreationAndWritesItAtDestruction) {
     StoreShowFlags(18);
     EXPECT_EQ(view->GetShowFlags(), 31U);
     Make();
@@ -102,7 +102,7 @@ TEST_F(DiaryViewTest, ReadsItsSettingAtCreationAndWritesItAtDestruction) {
     EXPECT_EQ(stored(), 19U);
 }
 
-TEST_F(DiaryViewTest, ASettingWithoutAnyItemIsAsIfItWereMissing) {
+TEST_F(DiaryView, ASettingWithoutAnyItemIsAsIfItWereMissing) {
     StoreShowFlags(0);
     Make();
     EXPECT_EQ(view->GetShowFlags(), 31U);
@@ -112,7 +112,7 @@ TEST_F(DiaryViewTest, ASettingWithoutAnyItemIsAsIfItWereMissing) {
     EXPECT_EQ(view->GetShowFlags(), 2U);
 }
 
-TEST_F(DiaryViewTest, ASettingOfAnotherTypeIsAsIfItWereMissing) {
+TEST_F(DiaryView, ASettingOfAnotherTypeIsAsIfItWereMissing) {
     {
         Settings settings;
         ASSERT_TRUE(settings.WriteString(ShowFlagsSetting, TEXT("2")));
@@ -121,7 +121,7 @@ TEST_F(DiaryViewTest, ASettingOfAnotherTypeIsAsIfItWereMissing) {
     EXPECT_EQ(view->GetShowFlags(), 31U);
 }
 
-TEST_F(DiaryViewTest, WithoutASettingsKeyItWorksWithTheDefault) {
+TEST_F(DiaryView, WithoutASettingsKeyItWorksWithTheDefault) {
     SetSettingsLocation({nullptr, nullptr, TEXT("")});
     Make();
     EXPECT_EQ(view->GetShowFlags(), 31U);
@@ -131,26 +131,26 @@ TEST_F(DiaryViewTest, WithoutASettingsKeyItWorksWithTheDefault) {
 
 struct SetterCase {
     const char* label;
-    std::uint32_t (DiaryView::*setter)(bool);
+    std::uint32_t (lunara::DiaryView::*setter)(bool);
     std::uint32_t bit;
     const char* call;
 };
 
-TEST_F(DiaryViewTest, SettersToggleTheirItemAndTellTheListeners) {
+TEST_F(DiaryView, SettersToggleTheirItemAndTellTheListeners) {
     Make();
     RecordingListener listener;
     view->AttachListener(listener);
     const SetterCase cases[] = {
-        {"notes", &DiaryView::SetShowNotes, 1, "Notes "},
-        {"bleeding", &DiaryView::SetShowBleeding, 2, "Bleeding "},
-        {"period", &DiaryView::SetShowPeriod, 4, "Period "},
-        {"ovulation", &DiaryView::SetShowOvulation, 8, "Ovulation "},
-        {"pregnancy", &DiaryView::SetShowPregnancy, 16, "Pregnancy "},
+        {"notes", &lunara::DiaryView::SetShowNotes, 1, "Notes "},
+        {"bleeding", &lunara::DiaryView::SetShowBleeding, 2, "Bleeding "},
+        {"period", &lunara::DiaryView::SetShowPeriod, 4, "Period "},
+        {"ovulation", &lunara::DiaryView::SetShowOvulation, 8, "Ovulation "},
+        {"pregnancy", &lunara::DiaryView::SetShowPregnancy, 16, "Pregnancy "},
     };
     for (const SetterCase& c : cases) {
         LUNARA_ROW(c);
         listener.calls.clear();
-        DiaryView& diary = *view;
+        View& diary = *view;
         EXPECT_EQ((diary.*c.setter)(true), 31U);  // as it is: nobody is told
         EXPECT_TRUE(listener.calls.empty());
         EXPECT_EQ((diary.*c.setter)(false), 31U & ~c.bit);
@@ -168,7 +168,7 @@ TEST_F(DiaryViewTest, SettersToggleTheirItemAndTellTheListeners) {
     EXPECT_TRUE(listener.calls.empty());
 }
 
-TEST_F(DiaryViewTest, TheLastItemCannotBeHidden) {
+TEST_F(DiaryView, TheLastItemCannotBeHidden) {
     StoreShowFlags(DiaryShowPeriod);
     Make();
     RecordingListener listener;
@@ -180,7 +180,7 @@ TEST_F(DiaryViewTest, TheLastItemCannotBeHidden) {
     view->DetachListener(listener);
 }
 
-TEST_F(DiaryViewTest, SettersWorkBeforeTheWindowExists) {
+TEST_F(DiaryView, SettersWorkBeforeTheWindowExists) {
     EXPECT_EQ(view->SetShowNotes(false), 30U);
     view->Refresh();
     view->Reload();
@@ -189,7 +189,7 @@ TEST_F(DiaryViewTest, SettersWorkBeforeTheWindowExists) {
 
 // ---- Rows ----
 
-TEST_F(DiaryViewTest, RowsCarryTextColorsAndPictures) {
+TEST_F(DiaryView, RowsCarryTextColorsAndPictures) {
     const SYSTEMTIME fifth = Day(2026, 3, 5);
     SetDayFlags(data->predictor, DAY_CYCLE_START, 0, ToDateKey(fifth));
     data->predictor.bleedingLevels.Set(ToDateKey(fifth), std::bit_cast<std::int32_t>(3.0F));
@@ -206,7 +206,7 @@ TEST_F(DiaryViewTest, RowsCarryTextColorsAndPictures) {
     EXPECT_EQ(AskRow(1).request.text[0], 0);
 }
 
-TEST_F(DiaryViewTest, RowsFollowTheItemsShown) {
+TEST_F(DiaryView, RowsFollowTheItemsShown) {
     StoreShowFlags(DiaryShowNotes | DiaryShowPregnancy);
     const SYSTEMTIME fifth = Day(2026, 3, 5);
     data->predictor.pregnancyProbabilities.Set(ToDateKey(fifth), std::bit_cast<std::int32_t>(1.0F));
@@ -216,29 +216,29 @@ TEST_F(DiaryViewTest, RowsFollowTheItemsShown) {
     EXPECT_NE(row.items[1].overlay, nullptr);  // after the last valid period start: there is none
 }
 
-TEST_F(DiaryViewTest, MonthColorsComeFromTheTable) {
+TEST_F(DiaryView, MonthColorsComeFromTheTable) {
     Make();
     CalendarMonthColor request{
-        {Calendar(), DiaryView::CalendarId, CCN_GETMONTHCOLOR}, Day(2026, 8, 31), 0};
-    EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, DiaryView::CalendarId,
+        {Calendar(), View::CalendarId, CCN_GETMONTHCOLOR}, Day(2026, 8, 31), 0};
+    EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, View::CalendarId,
                              reinterpret_cast<LPARAM>(&request)),
               1);
     EXPECT_EQ(request.color, MonthColor(8));
 }
 
-TEST_F(DiaryViewTest, OtherNotificationsAreNotAnswered) {
+TEST_F(DiaryView, OtherNotificationsAreNotAnswered) {
     Make();
-    CalendarClick click{{Calendar(), DiaryView::CalendarId, CCN_CLICK}, {1, 1}};
-    EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, DiaryView::CalendarId,
+    CalendarClick click{{Calendar(), View::CalendarId, CCN_CLICK}, {1, 1}};
+    EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, View::CalendarId,
                              reinterpret_cast<LPARAM>(&click)),
               0);
-    NMHDR stray{Agenda(), DiaryView::AgendaId, 77};
-    EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, DiaryView::AgendaId,
-                             reinterpret_cast<LPARAM>(&stray)),
-              0);
+    NMHDR stray{Agenda(), View::AgendaId, 77};
+    EXPECT_EQ(
+        ::SendMessageW(view->Handle(), WM_NOTIFY, View::AgendaId, reinterpret_cast<LPARAM>(&stray)),
+        0);
 }
 
-TEST_F(DiaryViewTest, ChangesOfRecordsRepaintTheAgenda) {
+TEST_F(DiaryView, ChangesOfRecordsRepaintTheAgenda) {
     Make();
     const auto expectRepaint = [this](const char* label, const std::function<void()>& change) {
         PumpMessages();
@@ -252,7 +252,7 @@ TEST_F(DiaryViewTest, ChangesOfRecordsRepaintTheAgenda) {
     expectRepaint("recomputation", [this] { view->Refresh(); });
 }
 
-TEST_F(DiaryViewTest, AReplacedDataSetIsShownFromItsOwnDate) {
+TEST_F(DiaryView, AReplacedDataSetIsShownFromItsOwnDate) {
     Make();
     ScrollBy(SB_PAGEDOWN);
     data->Unload();
@@ -267,7 +267,7 @@ TEST_F(DiaryViewTest, AReplacedDataSetIsShownFromItsOwnDate) {
 
 // ---- Window ----
 
-TEST_F(DiaryViewTest, HelpOpensItsOwnAnchor) {
+TEST_F(DiaryView, HelpOpensItsOwnAnchor) {
     Make();
     HELPINFO info{};
     info.cbSize = sizeof(info);
@@ -277,7 +277,7 @@ TEST_F(DiaryViewTest, HelpOpensItsOwnAnchor) {
     EXPECT_EQ(help.anchors[0], L"Lunara.htm#_Calendar_diary");
 }
 
-TEST_F(DiaryViewTest, LaysItselfOutAgainWhenItIsResized) {
+TEST_F(DiaryView, LaysItselfOutAgainWhenItIsResized) {
     Make();
     const DateKey start = Start();
     ::SetWindowPos(view->Handle(), nullptr, 0, 0, 700, 410, SWP_NOZORDER);
@@ -286,7 +286,7 @@ TEST_F(DiaryViewTest, LaysItselfOutAgainWhenItIsResized) {
     EXPECT_EQ(AskRow(0).request.rowHeight, 20);
     EXPECT_EQ(BoxOf(Agenda()).right, 700);
     EXPECT_EQ(BoxOf(Agenda()).bottom, 410);
-    EXPECT_EQ(BoxOf(Child(DiaryView::ScrollBarId)).bottom, 410);
+    EXPECT_EQ(BoxOf(Child(View::ScrollBarId)).bottom, 410);
     EXPECT_EQ(static_cast<AgendaCtrl*>(Window::FromHandle(Agenda()))->CellWidth(), 20);
     // Rows and cells line up in whatever size.
     for (const int height : {640, 613, 300, 41, 19, 1}) {
@@ -296,7 +296,7 @@ TEST_F(DiaryViewTest, LaysItselfOutAgainWhenItIsResized) {
     }
 }
 
-TEST_F(DiaryViewTest, AWindowWithoutASizeDoesNoHarm) {
+TEST_F(DiaryView, AWindowWithoutASizeDoesNoHarm) {
     Make(0, 0);
     data->SetCurrentDate(Day(2027, 1, 1));
     data->SetCurrentDate(Day(2025, 1, 1));
@@ -308,7 +308,7 @@ TEST_F(DiaryViewTest, AWindowWithoutASizeDoesNoHarm) {
     PumpMessages();
 }
 
-TEST_F(DiaryViewTest, IsGoneFromTheDataSetWithItsWindow) {
+TEST_F(DiaryView, IsGoneFromTheDataSetWithItsWindow) {
     Make();
     EXPECT_EQ(data->AttachObserver(*view), 0);  // it is there already
     ::DestroyWindow(view->Handle());
@@ -317,7 +317,7 @@ TEST_F(DiaryViewTest, IsGoneFromTheDataSetWithItsWindow) {
     data->SetCurrentDate(Day(2020, 1, 1));
 }
 
-TEST_F(DiaryViewTest, CanBeMadeAgain) {
+TEST_F(DiaryView, CanBeMadeAgain) {
     Make();
     view->SetShowNotes(false);
     ::DestroyWindow(view->Handle());
@@ -327,7 +327,7 @@ TEST_F(DiaryViewTest, CanBeMadeAgain) {
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 6, 10)));
 }
 
-TEST_F(DiaryViewTest, DrawsItsTitleOnWhite) {
+TEST_F(DiaryView, DrawsItsTitleOnWhite) {
     Make();
     for (const int id : {3001, 3002, 3003}) {
         ::ShowWindow(Child(id), SW_HIDE);
@@ -343,7 +343,7 @@ TEST_F(DiaryViewTest, DrawsItsTitleOnWhite) {
 }
 
 // A painted diary, read back from the screen.
-TEST_F(DiaryViewTest, PaintsTheDaysOfTheDataSet) {
+TEST_F(DiaryView, PaintsTheDaysOfTheDataSet) {
     const SYSTEMTIME fifth = Day(2026, 3, 5);
     data->predictor.periodProbabilities.Set(ToDateKey(fifth), std::bit_cast<std::int32_t>(1.0F));
     Make();
@@ -359,4 +359,4 @@ TEST_F(DiaryViewTest, PaintsTheDaysOfTheDataSet) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

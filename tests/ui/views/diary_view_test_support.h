@@ -8,10 +8,12 @@
 #include "tests/ui/views/view_test_support.h"
 #include "views/diary_view.h"
 
-namespace lunara {
+namespace lunara::test {
 
-class DiaryViewTest : public UiTest {
+class DiaryView : public UiTest {
   protected:
+    using View = lunara::DiaryView;
+
     static constexpr int WidthPx = 480;
     static constexpr int HeightPx = 640;
     static constexpr LONG RowPx = 32;
@@ -20,7 +22,7 @@ class DiaryViewTest : public UiTest {
         UiTest::SetUp();
         SetLocalNow(Day(2026, 3, 15));
         data = std::make_unique<UserData>();
-        view = std::make_unique<DiaryView>(*data);
+        view = std::make_unique<View>(*data);
         ASSERT_EQ(parent.Make(nullptr, 800, 700), 1);
         ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
     }
@@ -37,8 +39,8 @@ class DiaryViewTest : public UiTest {
         PumpMessages();
     }
     HWND Child(int id) const { return ::GetDlgItem(view->Handle(), id); }
-    HWND Agenda() const { return Child(DiaryView::AgendaId); }
-    HWND Calendar() const { return Child(DiaryView::CalendarId); }
+    HWND Agenda() const { return Child(View::AgendaId); }
+    HWND Calendar() const { return Child(View::CalendarId); }
 
     DateKey Start() const {
         CalendarHitTest top{};
@@ -54,7 +56,7 @@ class DiaryViewTest : public UiTest {
         SCROLLINFO info{};
         info.cbSize = sizeof(info);
         info.fMask = SIF_RANGE | SIF_POS;
-        ::GetScrollInfo(Child(DiaryView::ScrollBarId), SB_CTL, &info);
+        ::GetScrollInfo(Child(View::ScrollBarId), SB_CTL, &info);
         return info;
     }
     void ExpectScroll(int maximum, int position) const {
@@ -65,7 +67,7 @@ class DiaryViewTest : public UiTest {
     }
     void ScrollBy(int request) {
         ::SendMessageW(view->Handle(), WM_VSCROLL, static_cast<WPARAM>(request),
-                       reinterpret_cast<LPARAM>(Child(DiaryView::ScrollBarId)));
+                       reinterpret_cast<LPARAM>(Child(View::ScrollBarId)));
     }
     std::int32_t LineCount() const {
         return static_cast<AgendaCtrl*>(Window::FromHandle(Agenda()))->LineCount();
@@ -78,10 +80,10 @@ class DiaryViewTest : public UiTest {
     /// The view's answer to the agenda.
     Row AskRow(std::int32_t index, LRESULT expected = 1) {
         Row row{};
-        row.request.header = {Agenda(), DiaryView::AgendaId, AGN_GETROW};
+        row.request.header = {Agenda(), View::AgendaId, AGN_GETROW};
         row.request.rowIndex = index;
         row.request.lineCount = LineCount();
-        EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, DiaryView::AgendaId,
+        EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, View::AgendaId,
                                  reinterpret_cast<LPARAM>(&row)),
                   expected);
         return row;
@@ -95,7 +97,7 @@ class DiaryViewTest : public UiTest {
 
     ScriptedWindow parent;
     std::unique_ptr<UserData> data;
-    std::unique_ptr<DiaryView> view;
+    std::unique_ptr<View> view;
 };
 
-}  // namespace lunara
+}  // namespace lunara::test

@@ -2,7 +2,7 @@
 
 #include "tests/ui/views/graph_view_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 class DateRefuser : public DataObserver {
@@ -12,7 +12,7 @@ class DateRefuser : public DataObserver {
 
 // ---- Start and scroll range ----
 
-TEST_F(GraphViewTest, StartsSevenDaysBeforeTheCurrentDate) {
+TEST_F(GraphView, StartsSevenDaysBeforeTheCurrentDate) {
     data->SetCurrentDate(DayFromToday(-20));
     Make();
     EXPECT_EQ(Start(), KeyFromToday(-27));
@@ -20,7 +20,7 @@ TEST_F(GraphViewTest, StartsSevenDaysBeforeTheCurrentDate) {
     EXPECT_EQ(ToDateKey(Picked()), KeyFromToday(-20));
 }
 
-TEST_F(GraphViewTest, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
+TEST_F(GraphView, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
     Warm(-100, 9800);
     Bleed(-50, 2);
     Make();
@@ -29,7 +29,7 @@ TEST_F(GraphViewTest, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
     EXPECT_EQ(Scroll().position, 93);  // 7 days before today
 }
 
-TEST_F(GraphViewTest, ScrollRangeWithoutRecordsGrowsAtOnce) {
+TEST_F(GraphView, ScrollRangeWithoutRecordsGrowsAtOnce) {
     Make();
     // At 0 for today, and 7 days back from there.
     EXPECT_EQ(Scroll().maximum, 372);
@@ -38,7 +38,7 @@ TEST_F(GraphViewTest, ScrollRangeWithoutRecordsGrowsAtOnce) {
 
 // ---- Dates ----
 
-TEST_F(GraphViewTest, PickedDateBecomesTheCurrentOne) {
+TEST_F(GraphView, PickedDateBecomesTheCurrentOne) {
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     SYSTEMTIME date = DayFromToday(-3);
     date.wDayOfWeek = 0;  // not every picker fills it in
@@ -49,7 +49,7 @@ TEST_F(GraphViewTest, PickedDateBecomesTheCurrentOne) {
     EXPECT_EQ(ToDateKey(Picked()), KeyFromToday(-3));
 }
 
-TEST_F(GraphViewTest, PickingNoDateChangesNothing) {
+TEST_F(GraphView, PickingNoDateChangesNothing) {
     Make();
     Pick(DayFromToday(-3), GDT_NONE);
     EXPECT_EQ(Current(), KeyFromToday(0));
@@ -57,19 +57,19 @@ TEST_F(GraphViewTest, PickingNoDateChangesNothing) {
     EXPECT_EQ(Current(), KeyFromToday(0));
 }
 
-TEST_F(GraphViewTest, ARefusedDateIsTakenBack) {
+TEST_F(GraphView, ARefusedDateIsTakenBack) {
     Make();
     DateRefuser refuser;
     data->AttachObserver(refuser);
     SYSTEMTIME date = DayFromToday(-3);
-    SendTo(GraphView::DatePickerId, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&date));
+    SendTo(View::DatePickerId, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&date));
     Pick(date);
     EXPECT_EQ(Current(), KeyFromToday(0));
     EXPECT_EQ(ToDateKey(Picked()), KeyFromToday(0));
     data->DetachObserver(refuser);
 }
 
-TEST_F(GraphViewTest, ANewDateIsBroughtIntoView) {
+TEST_F(GraphView, ANewDateIsBroughtIntoView) {
     Make();  // 15 days of 29 px from today - 7 on: 16 columns
     ASSERT_EQ(DayWidth(), 29);
     const struct {
@@ -91,7 +91,7 @@ TEST_F(GraphViewTest, ANewDateIsBroughtIntoView) {
     }
 }
 
-TEST_F(GraphViewTest, SetCurrentDateComesBackToADateScrolledAway) {
+TEST_F(GraphView, SetCurrentDateComesBackToADateScrolledAway) {
     Make();
     Send(WM_HSCROLL, SB_PAGEDOWN);
     Send(WM_HSCROLL, SB_PAGEDOWN);
@@ -99,7 +99,7 @@ TEST_F(GraphViewTest, SetCurrentDateComesBackToADateScrolledAway) {
     EXPECT_EQ(Start(), KeyFromToday(-2));
 }
 
-TEST_F(GraphViewTest, ScrollsByTheDiarysSteps) {
+TEST_F(GraphView, ScrollsByTheDiarysSteps) {
     Warm(-300, 9800);
     Make();
     const struct {
@@ -125,7 +125,7 @@ TEST_F(GraphViewTest, ScrollsByTheDiarysSteps) {
     EXPECT_EQ(Current(), KeyFromToday(0));
 }
 
-TEST_F(GraphViewTest, ScrollingPastTheEndsWidensTheRange) {
+TEST_F(GraphView, ScrollingPastTheEndsWidensTheRange) {
     Make();
     Send(WM_HSCROLL, SB_PAGEUP);
     EXPECT_EQ(Scroll().minimum, 0);
@@ -133,7 +133,7 @@ TEST_F(GraphViewTest, ScrollingPastTheEndsWidensTheRange) {
     EXPECT_EQ(Scroll().position, 0);
 }
 
-TEST_F(GraphViewTest, ReloadBeginsAtTheNewDiary) {
+TEST_F(GraphView, ReloadBeginsAtTheNewDiary) {
     Make();
     Warm(-400, 9800);
     data->bleeding.Set(KeyFromToday(0), 2);
@@ -146,7 +146,7 @@ TEST_F(GraphViewTest, ReloadBeginsAtTheNewDiary) {
 
 // ---- Size ----
 
-TEST_F(GraphViewTest, DateStaysInViewWhenTheWindowIsResized) {
+TEST_F(GraphView, DateStaysInViewWhenTheWindowIsResized) {
     for (const DWORD mode : {GraphShowBleeding, GraphShowTemperature}) {
         MakeIn(mode, MeasureFahrenheit);
         data->SetCurrentDate(Today());
@@ -161,10 +161,9 @@ TEST_F(GraphViewTest, DateStaysInViewWhenTheWindowIsResized) {
             ::SetWindowPos(view->Handle(), nullptr, 0, 0, row.width, row.height, SWP_NOZORDER);
             Paint();
             CalendarDayRect cell{Today(), {}};
-            EXPECT_EQ(
-                SendTo(GraphView::CalendarId, CCM_GETDAYRECT, 0, reinterpret_cast<LPARAM>(&cell)),
-                1);
-            EXPECT_EQ(BoxOf(Item(GraphView::ChartId)).right, row.width);
+            EXPECT_EQ(SendTo(View::CalendarId, CCM_GETDAYRECT, 0, reinterpret_cast<LPARAM>(&cell)),
+                      1);
+            EXPECT_EQ(BoxOf(Item(View::ChartId)).right, row.width);
             EXPECT_EQ(Selection(), DaysBetween(Today(),
                                                [&] {
                                                    SYSTEMTIME start{};
@@ -178,7 +177,7 @@ TEST_F(GraphViewTest, DateStaysInViewWhenTheWindowIsResized) {
 }
 
 // A narrow window shows more days than 15, one for every pixel.
-TEST_F(GraphViewTest, DateThatAWiderWindowWouldLoseIsBroughtBack) {
+TEST_F(GraphView, DateThatAWiderWindowWouldLoseIsBroughtBack) {
     Make(GraphLeftColumnPx + 18, Height);
     Send(WM_HSCROLL, SB_PAGEUP);
     ASSERT_EQ(Start(), KeyFromToday(-17));
@@ -192,7 +191,7 @@ TEST_F(GraphViewTest, DateThatAWiderWindowWouldLoseIsBroughtBack) {
     EXPECT_EQ(Start(), KeyFromToday(6));
 }
 
-TEST_F(GraphViewTest, WithoutAreaItStaysAlive) {
+TEST_F(GraphView, WithoutAreaItStaysAlive) {
     Make(0, 0);
     view->SetShowTemperature(true);
     data->SetCurrentDate(DayFromToday(30));
@@ -204,4 +203,4 @@ TEST_F(GraphViewTest, WithoutAreaItStaysAlive) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -2,12 +2,12 @@
 
 #include "tests/ui/views/graph_view_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class GraphDragTest : public GraphViewTest {
+class GraphViewDrag : public GraphView {
   protected:
-    HWND Chart() const { return Item(GraphView::ChartId); }
+    HWND Chart() const { return Item(View::ChartId); }
     void Down(POINT at) {
         ::SendMessageW(Chart(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.x, at.y));
     }
@@ -41,7 +41,7 @@ class GraphDragTest : public GraphViewTest {
     }
 };
 
-TEST_F(GraphDragTest, FahrenheitIsDraggedToANewValue) {
+TEST_F(GraphViewDrag, FahrenheitIsDraggedToANewValue) {
     Warm(-2, 9720);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     const POINT to = Warm98(-2, 9790);
@@ -54,7 +54,7 @@ TEST_F(GraphDragTest, FahrenheitIsDraggedToANewValue) {
     EXPECT_EQ(ToDateKey(Picked()), KeyFromToday(-2));
 }
 
-TEST_F(GraphDragTest, CelsiusIsStoredAsFahrenheit) {
+TEST_F(GraphViewDrag, CelsiusIsStoredAsFahrenheit) {
     Warm(-2, 9700);  // 36.1
     MakeIn(GraphShowTemperature, MeasureCelsius);
     const POINT from = Warm36(-2, 3610);
@@ -66,7 +66,7 @@ TEST_F(GraphDragTest, CelsiusIsStoredAsFahrenheit) {
     EXPECT_EQ(Entry(), L"37.0");
 }
 
-TEST_F(GraphDragTest, BleedingIsDraggedToALevel) {
+TEST_F(GraphViewDrag, BleedingIsDraggedToALevel) {
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     const struct {
         const char* label;
@@ -89,7 +89,7 @@ TEST_F(GraphDragTest, BleedingIsDraggedToALevel) {
 }
 
 // The axis reaches a level further than there are words.
-TEST_F(GraphDragTest, BleedingBeyondTheTopIsHeavy) {
+TEST_F(GraphViewDrag, BleedingBeyondTheTopIsHeavy) {
     Bleed(-1, 2);
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     const POINT from = Level(-1, 2);
@@ -97,7 +97,7 @@ TEST_F(GraphDragTest, BleedingBeyondTheTopIsHeavy) {
     EXPECT_EQ(data->GetBleeding(), 3);
 }
 
-TEST_F(GraphDragTest, TemperatureBeyondTheLimitBecomesTheLimit) {
+TEST_F(GraphViewDrag, TemperatureBeyondTheLimitBecomesTheLimit) {
     Warm(-3, 9990);
     Warm(-2, 9970);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
@@ -108,7 +108,7 @@ TEST_F(GraphDragTest, TemperatureBeyondTheLimitBecomesTheLimit) {
     EXPECT_EQ(Entry(), L"100.0");
 }
 
-TEST_F(GraphDragTest, CelsiusBeyondTheLimitBecomesTheLimit) {
+TEST_F(GraphViewDrag, CelsiusBeyondTheLimitBecomesTheLimit) {
     Warm(-3, 9990);  // 37.7
     Warm(-2, 9970);  // 37.6
     MakeIn(GraphShowTemperature, MeasureCelsius);
@@ -119,14 +119,14 @@ TEST_F(GraphDragTest, CelsiusBeyondTheLimitBecomesTheLimit) {
     EXPECT_EQ(Entry(), L"37.8");
 }
 
-TEST_F(GraphDragTest, AFirstValueIsDraggedIn) {
+TEST_F(GraphViewDrag, AFirstValueIsDraggedIn) {
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     Drag(Warm98(0, 9750), Warm98(0, 9800));
     EXPECT_EQ(data->GetTemperature(), 9800);
 }
 
 // What is stored may be finer than what is shown, and a day without a value must not get one.
-TEST_F(GraphDragTest, ATapSelectsAndChangesNothing) {
+TEST_F(GraphViewDrag, ATapSelectsAndChangesNothing) {
     Warm(-2, 9723);
     data->temperature.dirty = false;
     for (const DWORD measure : {MeasureFahrenheit, MeasureCelsius}) {
@@ -148,7 +148,7 @@ TEST_F(GraphDragTest, ATapSelectsAndChangesNothing) {
     }
 }
 
-TEST_F(GraphDragTest, ADateThatIsRefusedStopsTheDrag) {
+TEST_F(GraphViewDrag, ADateThatIsRefusedStopsTheDrag) {
     class Refuser : public DataObserver {
         int CanChangeDate(UserData&, const SYSTEMTIME&, const SYSTEMTIME&) override { return 0; }
     } refuser;
@@ -166,7 +166,7 @@ TEST_F(GraphDragTest, ADateThatIsRefusedStopsTheDrag) {
     data->DetachObserver(refuser);
 }
 
-TEST_F(GraphDragTest, AValueThatCannotBeEnteredStopsTheDrag) {
+TEST_F(GraphViewDrag, AValueThatCannotBeEnteredStopsTheDrag) {
     Warm(-2, 10020);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     // 9700..10020: 352 fit 400, from 9660 to 10060
@@ -178,7 +178,7 @@ TEST_F(GraphDragTest, AValueThatCannotBeEnteredStopsTheDrag) {
     EXPECT_EQ(data->GetTemperature(), 10020);
 }
 
-TEST_F(GraphDragTest, ALevelWithoutAWordStopsTheDrag) {
+TEST_F(GraphViewDrag, ALevelWithoutAWordStopsTheDrag) {
     Bleed(-2, 4);
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     Down(Level(-2, 4));
@@ -187,7 +187,7 @@ TEST_F(GraphDragTest, ALevelWithoutAWordStopsTheDrag) {
     EXPECT_EQ(Entry(), L"");
 }
 
-TEST_F(GraphDragTest, DaysToComeCannotBeTapped) {
+TEST_F(GraphViewDrag, DaysToComeCannotBeTapped) {
     for (const DWORD mode : {GraphShowBleeding, GraphShowTemperature}) {
         MakeIn(mode, MeasureFahrenheit);
         const LONG x = Level(1, 0).x;
@@ -202,7 +202,7 @@ TEST_F(GraphDragTest, DaysToComeCannotBeTapped) {
 }
 
 // The day before the first one shown: the graph scrolls to it, and the drag does not begin.
-TEST_F(GraphDragTest, ATapOnTheDayBeforeScrollsThere) {
+TEST_F(GraphViewDrag, ATapOnTheDayBeforeScrollsThere) {
     Warm(-8, 9720);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     Down(Warm98(-8, 9720));
@@ -214,7 +214,7 @@ TEST_F(GraphDragTest, ATapOnTheDayBeforeScrollsThere) {
     EXPECT_EQ(data->GetTemperature(), 9720);
 }
 
-TEST_F(GraphDragTest, ACancelledDragChangesNothing) {
+TEST_F(GraphViewDrag, ACancelledDragChangesNothing) {
     Warm(-2, 9720);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     Down(Warm98(-2, 9720));
@@ -224,7 +224,7 @@ TEST_F(GraphDragTest, ACancelledDragChangesNothing) {
     EXPECT_EQ(data->GetTemperature(), 9720);
 }
 
-TEST_F(GraphDragTest, ARefusedValueStaysWhatItWas) {
+TEST_F(GraphViewDrag, ARefusedValueStaysWhatItWas) {
     class Refuser : public DataObserver {
         int CanChangeTemperature(UserData&, std::int32_t, std::int32_t) override { return 0; }
     } refuser;
@@ -237,7 +237,7 @@ TEST_F(GraphDragTest, ARefusedValueStaysWhatItWas) {
     data->DetachObserver(refuser);
 }
 
-TEST_F(GraphDragTest, RefreshDuringADragEndsIt) {
+TEST_F(GraphViewDrag, RefreshDuringADragEndsIt) {
     Warm(-2, 9720);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     Down(Warm98(-2, 9720));
@@ -248,4 +248,4 @@ TEST_F(GraphDragTest, RefreshDuringADragEndsIt) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

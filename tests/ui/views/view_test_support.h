@@ -12,10 +12,7 @@
 #include "tests/ui/ui_test.h"
 #include "window/notification.h"
 
-namespace lunara {
-
-using test::Box;
-using test::BoxOf;
+namespace lunara::test {
 
 inline Box ClientBox(HWND window) {
     RECT rect{};
@@ -107,4 +104,4 @@ class DialogHand {
     static inline bool used = false;
 };
 
-}  // namespace lunara
+}  // namespace lunara::test

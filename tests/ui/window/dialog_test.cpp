@@ -7,16 +7,16 @@
 #include "window/data_exchange.h"
 #include "window/window_map.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr UINT NoSuchTemplate = 59999;
 constexpr int TextCapacity = 16;
 
-class TestDialog : public Dialog {
+class TestDialog : public lunara::Dialog {
   public:
     explicit TestDialog(UINT shapeId = TEST_DIALOG, Window* owner = nullptr)
-        : Dialog(shapeId, owner) {
+        : lunara::Dialog(shapeId, owner) {
         fullScreen = false;
     }
     TestDialog(const TestDialog&) = delete;
@@ -28,7 +28,7 @@ class TestDialog : public Dialog {
     }
     BOOL OnInitDialog() override {
         ++initialised;
-        const BOOL answer = Dialog::OnInitDialog();
+        const BOOL answer = lunara::Dialog::OnInitDialog();
         if (whenInitialised) {
             whenInitialised();
         }
@@ -43,16 +43,16 @@ class TestDialog : public Dialog {
     std::function<void()> whenInitialised;
 };
 
-class DialogTest : public UiTest {};
+class Dialog : public UiTest {};
 
-void Type(const Dialog& dialog, const WCHAR* text) {
+void Type(const lunara::Dialog& dialog, const WCHAR* text) {
     ::SetDlgItemTextW(dialog.Handle(), TEST_EDIT, text);
 }
 
-TEST_F(DialogTest, ModelessDialogIsBoundAndLoadedButNotShown) {
+TEST_F(Dialog, ModelessDialogIsBoundAndLoadedButNotShown) {
     TestDialog dialog;
     ::lstrcpyW(dialog.text.data(), TEXT("Anna"));
-    ASSERT_TRUE(Dialog::CreateModeless(dialog, TEST_DIALOG));
+    ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
     EXPECT_EQ(dialog.initialised, 1);
     EXPECT_EQ(Window::FromHandle(dialog.Handle()), &dialog);
     EXPECT_EQ(TextOf(dialog.Handle()), TEXT("Fields"));
@@ -63,16 +63,16 @@ TEST_F(DialogTest, ModelessDialogIsBoundAndLoadedButNotShown) {
     EXPECT_EQ(WindowMap::Current(), nullptr);
 }
 
-TEST_F(DialogTest, ADialogCanBeMadeAgain) {
+TEST_F(Dialog, ADialogCanBeMadeAgain) {
     TestDialog dialog;
     for (int round = 1; round <= 3; ++round) {
-        ASSERT_TRUE(Dialog::CreateModeless(dialog, TEST_DIALOG));
+        ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
         EXPECT_EQ(dialog.initialised, round);
         ::DestroyWindow(dialog.Handle());
     }
 }
 
-TEST_F(DialogTest, OkReadsTheControlsAndEndsWithOne) {
+TEST_F(Dialog, OkReadsTheControlsAndEndsWithOne) {
     TestDialog dialog;
     dialog.whenInitialised = [&] {
         Type(dialog, TEXT("typed"));
@@ -83,7 +83,7 @@ TEST_F(DialogTest, OkReadsTheControlsAndEndsWithOne) {
     EXPECT_EQ(dialog.Handle(), nullptr);
 }
 
-TEST_F(DialogTest, CancelEndsWithTwoAndReadsNothing) {
+TEST_F(Dialog, CancelEndsWithTwoAndReadsNothing) {
     TestDialog dialog;
     ::lstrcpyW(dialog.text.data(), TEXT("before"));
     dialog.whenInitialised = [&] {
@@ -94,26 +94,26 @@ TEST_F(DialogTest, CancelEndsWithTwoAndReadsNothing) {
     EXPECT_STREQ(dialog.text.data(), TEXT("before"));
 }
 
-TEST_F(DialogTest, AMissingTemplateMakesNoDialog) {
+TEST_F(Dialog, AMissingTemplateMakesNoDialog) {
     TestDialog dialog(NoSuchTemplate);
     EXPECT_EQ(dialog.DoModal(), -1);
-    EXPECT_FALSE(Dialog::CreateModeless(dialog, NoSuchTemplate));
+    EXPECT_FALSE(lunara::Dialog::CreateModeless(dialog, NoSuchTemplate));
     EXPECT_EQ(dialog.initialised, 0);
     EXPECT_EQ(dialog.Handle(), nullptr);
 }
 
-TEST_F(DialogTest, AnEndDuringInitialisationIsTheModalResult) {
+TEST_F(Dialog, AnEndDuringInitialisationIsTheModalResult) {
     TestDialog dialog;
     dialog.whenInitialised = [&] { ::EndDialog(dialog.Handle(), 17); };
     EXPECT_EQ(dialog.DoModal(), 17);
 }
 
-TEST_F(DialogTest, WithoutAnOwnerItBelongsToTheMainWindow) {
+TEST_F(Dialog, WithoutAnOwnerItBelongsToTheMainWindow) {
     ScriptedWindow mainWindow;
     ASSERT_EQ(mainWindow.Make(), 1);
     SetMainWindow(&mainWindow);
     TestDialog dialog;
-    ASSERT_TRUE(Dialog::CreateModeless(dialog, TEST_DIALOG));
+    ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
     EXPECT_EQ(::GetWindow(dialog.Handle(), GW_OWNER), mainWindow.Handle());
     ::DestroyWindow(dialog.Handle());
     HWND modalOwner = nullptr;
@@ -125,20 +125,20 @@ TEST_F(DialogTest, WithoutAnOwnerItBelongsToTheMainWindow) {
     EXPECT_EQ(modalOwner, mainWindow.Handle());
 }
 
-TEST_F(DialogTest, WithoutAnyMainWindowItStandsAlone) {
+TEST_F(Dialog, WithoutAnyMainWindowItStandsAlone) {
     TestDialog dialog;
-    ASSERT_TRUE(Dialog::CreateModeless(dialog, TEST_DIALOG));
+    ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
     EXPECT_EQ(::GetWindow(dialog.Handle(), GW_OWNER), nullptr);
 }
 
-TEST_F(DialogTest, AGivenOwnerIsPreferred) {
+TEST_F(Dialog, AGivenOwnerIsPreferred) {
     ScriptedWindow mainWindow;
     ScriptedWindow owner;
     ASSERT_EQ(mainWindow.Make(), 1);
     ASSERT_EQ(owner.Make(), 1);
     SetMainWindow(&mainWindow);
     TestDialog modeless;
-    ASSERT_TRUE(Dialog::CreateModeless(modeless, TEST_DIALOG, &owner));
+    ASSERT_TRUE(lunara::Dialog::CreateModeless(modeless, TEST_DIALOG, &owner));
     EXPECT_EQ(::GetWindow(modeless.Handle(), GW_OWNER), owner.Handle());
     TestDialog modal(TEST_DIALOG, &owner);
     HWND modalOwner = nullptr;
@@ -150,9 +150,9 @@ TEST_F(DialogTest, AGivenOwnerIsPreferred) {
     EXPECT_EQ(modalOwner, owner.Handle());
 }
 
-TEST_F(DialogTest, OtherMessagesAreTheDialogManagers) {
+TEST_F(Dialog, OtherMessagesAreTheDialogManagers) {
     TestDialog dialog;
-    ASSERT_TRUE(Dialog::CreateModeless(dialog, TEST_DIALOG));
+    ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
     const LRESULT answer = ::SendMessageW(dialog.Handle(), DM_GETDEFID, 0, 0);
     EXPECT_EQ(HIWORD(answer), DC_HASDEFID);
     EXPECT_EQ(LOWORD(answer), IDOK);
@@ -162,7 +162,7 @@ TEST_F(DialogTest, OtherMessagesAreTheDialogManagers) {
     EXPECT_EQ(result, 7);
 }
 
-TEST_F(DialogTest, OkAndCancelAreKnownByTheirIdWhateverTheNotification) {
+TEST_F(Dialog, OkAndCancelAreKnownByTheirIdWhateverTheNotification) {
     class CountingDialog : public TestDialog {
       public:
         void OnOK() override { ++oks; }
@@ -179,7 +179,7 @@ TEST_F(DialogTest, OkAndCancelAreKnownByTheirIdWhateverTheNotification) {
     EXPECT_EQ(dialog.cancels, 1);
 }
 
-TEST_F(DialogTest, InitialisationLeftToTheDialogManagerDoesNotGoRound) {
+TEST_F(Dialog, InitialisationLeftToTheDialogManagerDoesNotGoRound) {
     class SilentDialog : public TestDialog {
       public:
         bool OnMessage(UINT message, WPARAM, LPARAM, LRESULT*) override {
@@ -189,15 +189,17 @@ TEST_F(DialogTest, InitialisationLeftToTheDialogManagerDoesNotGoRound) {
         int seen = 0;
     };
     SilentDialog dialog;
-    ASSERT_TRUE(Dialog::CreateModeless(dialog, TEST_DIALOG));
+    ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
     EXPECT_EQ(dialog.seen, 1);
 }
 
-TEST_F(DialogTest, ADialogMadeWhileAnotherInitialisesIsBoundToo) {
+TEST_F(Dialog, ADialogMadeWhileAnotherInitialisesIsBoundToo) {
     TestDialog outer;
     TestDialog inner;
-    outer.whenInitialised = [&] { EXPECT_TRUE(Dialog::CreateModeless(inner, TEST_DIALOG)); };
-    ASSERT_TRUE(Dialog::CreateModeless(outer, TEST_DIALOG));
+    outer.whenInitialised = [&] {
+        EXPECT_TRUE(lunara::Dialog::CreateModeless(inner, TEST_DIALOG));
+    };
+    ASSERT_TRUE(lunara::Dialog::CreateModeless(outer, TEST_DIALOG));
     EXPECT_EQ(Window::FromHandle(outer.Handle()), &outer);
     EXPECT_EQ(Window::FromHandle(inner.Handle()), &inner);
     EXPECT_NE(outer.Handle(), inner.Handle());
@@ -231,21 +233,21 @@ class EarlyBinder {
     HHOOK hook;
 };
 
-TEST_F(DialogTest, InitialisationOfAWindowBoundToAnotherObjectIsStillForwarded) {
+TEST_F(Dialog, InitialisationOfAWindowBoundToAnotherObjectIsStillForwarded) {
     ScriptedWindow other;
     TestDialog dialog;
     {
         const EarlyBinder binder(other);
-        ASSERT_TRUE(Dialog::CreateModeless(dialog, TEST_DIALOG));
+        ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
     }
     EXPECT_EQ(dialog.Handle(), nullptr);
     EXPECT_EQ(dialog.initialised, 0);
     EXPECT_EQ(other.CountOf(WM_INITDIALOG), 1);
 }
 
-TEST_F(DialogTest, SpeaksInTheShellFontWhateverTheTemplateNames) {
+TEST_F(Dialog, SpeaksInTheShellFontWhateverTheTemplateNames) {
     TestDialog dialog;
-    ASSERT_TRUE(Dialog::CreateModeless(dialog, TEST_DIALOG));
+    ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
     const auto shell = reinterpret_cast<LRESULT>(ShellFont());
     ASSERT_NE(::SendMessageW(dialog.Handle(), WM_GETFONT, 0, 0), shell);  // the template's own
     for (const int id : {TEST_EDIT, TEST_CHECK, TEST_COMBO, IDOK, IDCANCEL}) {
@@ -254,4 +256,4 @@ TEST_F(DialogTest, SpeaksInTheShellFontWhateverTheTemplateNames) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

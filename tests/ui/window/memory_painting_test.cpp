@@ -4,13 +4,13 @@
 
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr COLORREF Red = RGB(255, 0, 0);
 constexpr COLORREF Green = RGB(0, 255, 0);
 
-class MemoryPaintingTest : public UiTest {
+class MemoryPainting : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
@@ -34,7 +34,7 @@ class MemoryPaintingTest : public UiTest {
     ScriptedWindow control;
 };
 
-TEST_F(MemoryPaintingTest, WhatIsErasedAndPaintedGetsToTheScreen) {
+TEST_F(MemoryPainting, WhatIsErasedAndPaintedGetsToTheScreen) {
     control.handler = [](UINT message, WPARAM wParam, LPARAM, LRESULT& result) {
         if (message == WM_ERASEBKGND) {
             Fill(reinterpret_cast<HDC>(wParam), 0, 60, Green);
@@ -55,7 +55,7 @@ TEST_F(MemoryPaintingTest, WhatIsErasedAndPaintedGetsToTheScreen) {
     EXPECT_EQ(control.CountOf(WM_PAINT), 1);
 }
 
-TEST_F(MemoryPaintingTest, AControlThatPaintsToItsWindowOnlyDoesSoFromThenOn) {
+TEST_F(MemoryPainting, AControlThatPaintsToItsWindowOnlyDoesSoFromThenOn) {
     std::vector<WPARAM> asked;
     control.handler = [&](UINT message, WPARAM wParam, LPARAM, LRESULT&) {
         if (message != WM_PAINT) {
@@ -75,7 +75,7 @@ TEST_F(MemoryPaintingTest, AControlThatPaintsToItsWindowOnlyDoesSoFromThenOn) {
     EXPECT_GE(control.CountOf(WM_ERASEBKGND), 2) << "in memory, then in the window";
 }
 
-TEST_F(MemoryPaintingTest, AnotherPictureIsLeftToTheControl) {
+TEST_F(MemoryPainting, AnotherPictureIsLeftToTheControl) {
     HDC painted = nullptr;
     control.handler = [&](UINT message, WPARAM wParam, LPARAM, LRESULT&) {
         painted = message == WM_PAINT ? reinterpret_cast<HDC>(wParam) : painted;
@@ -87,4 +87,4 @@ TEST_F(MemoryPaintingTest, AnotherPictureIsLeftToTheControl) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -4,7 +4,7 @@
 
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 HWND Key(std::uintptr_t number) { return reinterpret_cast<HWND>(number); }
@@ -163,4 +163,4 @@ TEST(WindowMap, TheProcessHasOneOnlyWhileItIsNotEmpty) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

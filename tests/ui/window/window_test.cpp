@@ -3,13 +3,13 @@
 #include "tests/ui/ui_test.h"
 #include "window/window_map.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr UINT Ask = WM_APP + 10;
 constexpr UINT AskInside = WM_APP + 11;
 
-class WindowTest : public UiTest {};
+class Window : public UiTest {};
 
 std::wstring ClassOf(HWND window) {
     std::array<WCHAR, 64> name{};
@@ -27,16 +27,16 @@ HWND MakeEdit() {
                              nullptr, AppInstance(), nullptr);
 }
 
-TEST_F(WindowTest, WithoutClassNameGetsTheFrameworksClass) {
+TEST_F(Window, WithoutClassNameGetsTheFrameworksClass) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     EXPECT_EQ(ClassOf(window.Handle()), TEXT("wfcWnd_1_0"));
-    EXPECT_EQ(Window::FromHandle(window.Handle()), &window);
+    EXPECT_EQ(lunara::Window::FromHandle(window.Handle()), &window);
 }
 
-TEST_F(WindowTest, TheFrameworksClassHasJustTheRedrawAndDoubleClickStyles) {
-    ASSERT_EQ(Window::RegisterFrameworkClass(), 1);
-    ASSERT_EQ(Window::RegisterFrameworkClass(), 1);  // there already
+TEST_F(Window, TheFrameworksClassHasJustTheRedrawAndDoubleClickStyles) {
+    ASSERT_EQ(lunara::Window::RegisterFrameworkClass(), 1);
+    ASSERT_EQ(lunara::Window::RegisterFrameworkClass(), 1);  // there already
     WNDCLASSW found{};
     ASSERT_TRUE(::GetClassInfoW(AppInstance(), FrameworkClassName, &found));
     EXPECT_EQ(found.style, 11U);
@@ -49,7 +49,7 @@ TEST_F(WindowTest, TheFrameworksClassHasJustTheRedrawAndDoubleClickStyles) {
     EXPECT_EQ(found.cbWndExtra, 0);
 }
 
-TEST_F(WindowTest, CreationParametersArriveUnchanged) {
+TEST_F(Window, CreationParametersArriveUnchanged) {
     ScriptedWindow parent;
     ASSERT_EQ(parent.Make(), 1);
     ScriptedWindow window;
@@ -80,7 +80,7 @@ TEST_F(WindowTest, CreationParametersArriveUnchanged) {
     EXPECT_EQ(::GetDlgCtrlID(window.Handle()), 77);
 }
 
-TEST_F(WindowTest, IsBoundBeforeItHandlesItsCreation) {
+TEST_F(Window, IsBoundBeforeItHandlesItsCreation) {
     ScriptedWindow window;
     HWND handleAtCreation = nullptr;
     window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
@@ -107,7 +107,7 @@ class PickyWindow : public ScriptedWindow {
     bool allowed = true;
 };
 
-TEST_F(WindowTest, PreCreateWindowMayChangeTheParameters) {
+TEST_F(Window, PreCreateWindowMayChangeTheParameters) {
     PickyWindow window;
     ASSERT_EQ(window.Make(nullptr, 100, 80), 1);
     RECT bounds{};
@@ -116,7 +116,7 @@ TEST_F(WindowTest, PreCreateWindowMayChangeTheParameters) {
     EXPECT_EQ(bounds.bottom - bounds.top, 80);
 }
 
-TEST_F(WindowTest, PreCreateWindowMayRefuse) {
+TEST_F(Window, PreCreateWindowMayRefuse) {
     PickyWindow window;
     window.allowed = false;
     EXPECT_EQ(window.Make(), 0);
@@ -137,14 +137,14 @@ class OwnClassWindow : public ScriptedWindow {
     }
 };
 
-TEST_F(WindowTest, AClassOfItsOwnIsKept) {
+TEST_F(Window, AClassOfItsOwnIsKept) {
     OwnClassWindow window;
     ASSERT_EQ(window.Make(), 1);
     EXPECT_EQ(ClassOf(window.Handle()), TEXT("LunaraTestClass"));
     EXPECT_EQ(window.CountOf(WM_CREATE), 1);
 }
 
-TEST_F(WindowTest, AForeignClassIsNotSuccessAndLeavesNoWindow) {
+TEST_F(Window, AForeignClassIsNotSuccessAndLeavesNoWindow) {
     ScriptedWindow window;
     EXPECT_EQ(window.Create(0, TEXT("STATIC"), TEXT("LunaraForeign"), WS_POPUP, 0, 0, 10, 10,
                             nullptr, nullptr),
@@ -157,7 +157,7 @@ TEST_F(WindowTest, AForeignClassIsNotSuccessAndLeavesNoWindow) {
               nullptr);
 }
 
-TEST_F(WindowTest, AnUnknownClassFails) {
+TEST_F(Window, AnUnknownClassFails) {
     ScriptedWindow window;
     EXPECT_EQ(window.Create(0, TEXT("NoSuchLunaraClass"), TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr,
                             nullptr),
@@ -166,15 +166,15 @@ TEST_F(WindowTest, AnUnknownClassFails) {
     ASSERT_EQ(window.Make(), 1);  // and does not spoil the next attempt
 }
 
-TEST_F(WindowTest, AWindowOfTheClassMadeElsewhereIsRefused) {
-    ASSERT_EQ(Window::RegisterFrameworkClass(), 1);
+TEST_F(Window, AWindowOfTheClassMadeElsewhereIsRefused) {
+    ASSERT_EQ(lunara::Window::RegisterFrameworkClass(), 1);
     EXPECT_EQ(::CreateWindowExW(0, FrameworkClassName, TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr,
                                 nullptr, AppInstance(), nullptr),
               nullptr);
     EXPECT_EQ(FrameworkWindowProc(nullptr, WM_CREATE, 0, 0), -1);
 }
 
-TEST_F(WindowTest, RefusedCreationUnbindsAndTheObjectCanBeCreatedLater) {
+TEST_F(Window, RefusedCreationUnbindsAndTheObjectCanBeCreatedLater) {
     ScriptedWindow window;
     window.handler = [](UINT message, WPARAM, LPARAM, LRESULT& result) {
         result = -1;
@@ -187,7 +187,7 @@ TEST_F(WindowTest, RefusedCreationUnbindsAndTheObjectCanBeCreatedLater) {
     EXPECT_EQ(window.Make(), 1);
 }
 
-TEST_F(WindowTest, ABoundObjectIsNotCreatedASecondTime) {
+TEST_F(Window, ABoundObjectIsNotCreatedASecondTime) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     const HWND handle = window.Handle();
@@ -196,7 +196,7 @@ TEST_F(WindowTest, ABoundObjectIsNotCreatedASecondTime) {
     EXPECT_EQ(window.CountOf(WM_CREATE), 1);
 }
 
-TEST_F(WindowTest, CreatingAChildWhileBeingCreatedBindsBoth) {
+TEST_F(Window, CreatingAChildWhileBeingCreatedBindsBoth) {
     ScriptedWindow parent;
     ScriptedWindow child;
     int childMade = 0;
@@ -209,18 +209,18 @@ TEST_F(WindowTest, CreatingAChildWhileBeingCreatedBindsBoth) {
     ASSERT_EQ(parent.Make(), 1);
     EXPECT_EQ(childMade, 1);
     EXPECT_EQ(::GetParent(child.Handle()), parent.Handle());
-    EXPECT_EQ(Window::FromHandle(parent.Handle()), &parent);
-    EXPECT_EQ(Window::FromHandle(child.Handle()), &child);
+    EXPECT_EQ(lunara::Window::FromHandle(parent.Handle()), &parent);
+    EXPECT_EQ(lunara::Window::FromHandle(child.Handle()), &child);
 }
 
-TEST_F(WindowTest, HandlerStillSeesItsHandleInDestroyAndIsUnboundAfterwards) {
+TEST_F(Window, HandlerStillSeesItsHandleInDestroyAndIsUnboundAfterwards) {
     ScriptedWindow window;
     HWND handleAtDestroy = nullptr;
-    Window* boundAtDestroy = nullptr;
+    lunara::Window* boundAtDestroy = nullptr;
     window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
         if (message == WM_DESTROY) {
             handleAtDestroy = window.Handle();
-            boundAtDestroy = Window::FromHandle(handleAtDestroy);
+            boundAtDestroy = lunara::Window::FromHandle(handleAtDestroy);
         }
         return false;
     };
@@ -230,11 +230,11 @@ TEST_F(WindowTest, HandlerStillSeesItsHandleInDestroyAndIsUnboundAfterwards) {
     EXPECT_EQ(handleAtDestroy, handle);
     EXPECT_EQ(boundAtDestroy, &window);
     EXPECT_EQ(window.Handle(), nullptr);
-    EXPECT_EQ(Window::FromHandle(handle), nullptr);
+    EXPECT_EQ(lunara::Window::FromHandle(handle), nullptr);
     EXPECT_EQ(window.CountOf(WM_NCDESTROY), 0);
 }
 
-TEST_F(WindowTest, AnObjectMayDieInItsDestroyHandler) {
+TEST_F(Window, AnObjectMayDieInItsDestroyHandler) {
     auto* window = new ScriptedWindow;
     ASSERT_EQ(window->Make(), 1);
     const HWND handle = window->Handle();
@@ -249,10 +249,10 @@ TEST_F(WindowTest, AnObjectMayDieInItsDestroyHandler) {
     delete window;
 }
 
-TEST_F(WindowTest, AnObjectThatIsGoneLeavesItsWindowAlone) {
+TEST_F(Window, AnObjectThatIsGoneLeavesItsWindowAlone) {
     HWND handle = nullptr;
     {
-        Window window;
+        lunara::Window window;
         ASSERT_EQ(window.Create(0, nullptr, TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr, nullptr), 1);
         handle = window.Handle();
     }
@@ -261,23 +261,23 @@ TEST_F(WindowTest, AnObjectThatIsGoneLeavesItsWindowAlone) {
     ::DestroyWindow(handle);
 }
 
-TEST_F(WindowTest, AttachBindsOneObjectOnly) {
+TEST_F(Window, AttachBindsOneObjectOnly) {
     const HWND edit = MakeEdit();
-    Window first;
-    Window second;
+    lunara::Window first;
+    lunara::Window second;
     EXPECT_EQ(first.Attach(edit), 1);
     EXPECT_EQ(second.Attach(edit), 0);
     EXPECT_EQ(first.Attach(edit), 0);
     EXPECT_EQ(second.Handle(), nullptr);
-    EXPECT_EQ(Window::FromHandle(edit), &first);
+    EXPECT_EQ(lunara::Window::FromHandle(edit), &first);
     ::DestroyWindow(edit);
     EXPECT_EQ(first.Detach(), edit);
 }
 
-TEST_F(WindowTest, AttachRefusesNoWindowAndASecondWindow) {
+TEST_F(Window, AttachRefusesNoWindowAndASecondWindow) {
     const HWND edit = MakeEdit();
     const HWND other = MakeEdit();
-    Window window;
+    lunara::Window window;
     EXPECT_EQ(window.Attach(nullptr), 0);
     EXPECT_EQ(WindowMap::Current(), nullptr);
     EXPECT_EQ(window.Attach(edit), 1);
@@ -288,16 +288,16 @@ TEST_F(WindowTest, AttachRefusesNoWindowAndASecondWindow) {
     ::DestroyWindow(other);
 }
 
-TEST_F(WindowTest, DetachOfAnUnboundObjectReturnsNull) {
-    Window window;
+TEST_F(Window, DetachOfAnUnboundObjectReturnsNull) {
+    lunara::Window window;
     EXPECT_EQ(window.Detach(), nullptr);
 }
 
-TEST_F(WindowTest, LastUnboundWindowDestroysTheMapAndTheNextMakesANewOne) {
+TEST_F(Window, LastUnboundWindowDestroysTheMapAndTheNextMakesANewOne) {
     const HWND edit = MakeEdit();
     const HWND other = MakeEdit();
-    Window first;
-    Window second;
+    lunara::Window first;
+    lunara::Window second;
     ASSERT_EQ(WindowMap::Current(), nullptr);
     first.Attach(edit);
     second.Attach(other);
@@ -306,7 +306,7 @@ TEST_F(WindowTest, LastUnboundWindowDestroysTheMapAndTheNextMakesANewOne) {
     ASSERT_NE(WindowMap::Current(), nullptr);
     second.Detach();
     EXPECT_EQ(WindowMap::Current(), nullptr);
-    EXPECT_EQ(Window::FromHandle(edit), nullptr);
+    EXPECT_EQ(lunara::Window::FromHandle(edit), nullptr);
     first.Attach(edit);
     ASSERT_NE(WindowMap::Current(), nullptr);
     EXPECT_EQ(WindowMap::Current()->Count(), 1);
@@ -315,7 +315,7 @@ TEST_F(WindowTest, LastUnboundWindowDestroysTheMapAndTheNextMakesANewOne) {
     ::DestroyWindow(other);
 }
 
-TEST_F(WindowTest, SubclassRoutesMessagesAndFallsBackToTheControl) {
+TEST_F(Window, SubclassRoutesMessagesAndFallsBackToTheControl) {
     const HWND edit = MakeEdit();
     const WNDPROC own = ProcedureOf(edit);
     ScriptedWindow window;
@@ -334,10 +334,10 @@ TEST_F(WindowTest, SubclassRoutesMessagesAndFallsBackToTheControl) {
     ::DestroyWindow(edit);
 }
 
-TEST_F(WindowTest, SubclassOfABoundWindowLeavesItsProcedure) {
+TEST_F(Window, SubclassOfABoundWindowLeavesItsProcedure) {
     const HWND edit = MakeEdit();
-    Window first;
-    Window second;
+    lunara::Window first;
+    lunara::Window second;
     ASSERT_EQ(first.Attach(edit), 1);
     const WNDPROC own = ProcedureOf(edit);
     EXPECT_EQ(second.Subclass(edit), 0);
@@ -346,7 +346,7 @@ TEST_F(WindowTest, SubclassOfABoundWindowLeavesItsProcedure) {
     ::DestroyWindow(edit);
 }
 
-TEST_F(WindowTest, ADestroyedSubclassedWindowGetsItsProcedureBack) {
+TEST_F(Window, ADestroyedSubclassedWindowGetsItsProcedureBack) {
     const HWND button = ::CreateWindowExW(0, TEXT("BUTTON"), TEXT(""), WS_POPUP, 0, 0, 50, 20,
                                           nullptr, nullptr, AppInstance(), nullptr);
     ScriptedWindow window;
@@ -362,7 +362,7 @@ TEST_F(WindowTest, ADestroyedSubclassedWindowGetsItsProcedureBack) {
     EXPECT_EQ(::SendMessageW(window.Handle(), WM_GETDLGCODE, 0, 0), 0);
 }
 
-TEST_F(WindowTest, HandledMessagesReturnTheHandlersResult) {
+TEST_F(Window, HandledMessagesReturnTheHandlersResult) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     ASSERT_EQ(TextOf(window.Handle()), TEXT("Scripted"));  // not handled: the system's answer
@@ -373,15 +373,15 @@ TEST_F(WindowTest, HandledMessagesReturnTheHandlersResult) {
     EXPECT_EQ(::SendMessageW(window.Handle(), Ask, 4, 2), 42);
 }
 
-TEST_F(WindowTest, TheBaseHandlesNothingAndTouchesNoResult) {
-    Window window;
+TEST_F(Window, TheBaseHandlesNothingAndTouchesNoResult) {
+    lunara::Window window;
     LRESULT result = 7;
     EXPECT_FALSE(window.OnMessage(WM_PAINT, 0, 0, &result));
     EXPECT_FALSE(window.OnMessage(WM_PAINT, 0, 0, nullptr));
     EXPECT_EQ(result, 7);
 }
 
-TEST_F(WindowTest, NestedDispatchKeepsTheOuterMessage) {
+TEST_F(Window, NestedDispatchKeepsTheOuterMessage) {
     ScriptedWindow window;
     ScriptedWindow other;
     CurrentMessage outer{};
@@ -415,7 +415,7 @@ TEST_F(WindowTest, NestedDispatchKeepsTheOuterMessage) {
     EXPECT_EQ(GetCurrentMessage().window, before.window);
 }
 
-TEST_F(WindowTest, DefaultPassesTheCurrentMessageOn) {
+TEST_F(Window, DefaultPassesTheCurrentMessageOn) {
     ScriptedWindow window;
     window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT& result) {
         if (message == WM_GETTEXTLENGTH) {
@@ -429,7 +429,7 @@ TEST_F(WindowTest, DefaultPassesTheCurrentMessageOn) {
     EXPECT_EQ(::SendMessageW(window.Handle(), WM_GETTEXTLENGTH, 0, 0), 108);  // "Scripted"
 }
 
-TEST_F(WindowTest, InvalidateCoversTheClientAreaAndUpdatePaintsAtOnce) {
+TEST_F(Window, InvalidateCoversTheClientAreaAndUpdatePaintsAtOnce) {
     ScriptedWindow window;
     RECT painted{};
     bool erased = false;
@@ -458,7 +458,7 @@ TEST_F(WindowTest, InvalidateCoversTheClientAreaAndUpdatePaintsAtOnce) {
     }
 }
 
-TEST_F(WindowTest, AFrameIsDrawnWhereThereIsOne) {
+TEST_F(Window, AFrameIsDrawnWhereThereIsOne) {
     ScriptedWindow parent;
     ASSERT_EQ(parent.Make(nullptr, 60, 40), 1);
     ScriptedWindow framed;
@@ -473,7 +473,7 @@ TEST_F(WindowTest, AFrameIsDrawnWhereThereIsOne) {
     ::ReleaseDC(framed.Handle(), dc);
 }
 
-TEST_F(WindowTest, ThePointerOverItIsAnArrow) {
+TEST_F(Window, ThePointerOverItIsAnArrow) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     ::SetCursor(::LoadCursorW(nullptr, IDC_WAIT));
@@ -482,7 +482,7 @@ TEST_F(WindowTest, ThePointerOverItIsAnArrow) {
     EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_ARROW));
 }
 
-TEST_F(WindowTest, ThePointerOverAChildIsTheChildsOwn) {
+TEST_F(Window, ThePointerOverAChildIsTheChildsOwn) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     const HWND edit = ::CreateWindowExW(0, TEXT("EDIT"), TEXT(""), WS_CHILD, 0, 0, 50, 20,
@@ -493,7 +493,7 @@ TEST_F(WindowTest, ThePointerOverAChildIsTheChildsOwn) {
     EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_IBEAM));
 }
 
-TEST_F(WindowTest, TheMainWindowIsForgottenWhenItsObjectGoes) {
+TEST_F(Window, TheMainWindowIsForgottenWhenItsObjectGoes) {
     EXPECT_EQ(MainWindowHandle(), nullptr);
     {
         ScriptedWindow window;
@@ -507,4 +507,4 @@ TEST_F(WindowTest, TheMainWindowIsForgottenWhenItsObjectGoes) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test
