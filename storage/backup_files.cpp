@@ -67,7 +67,8 @@ RestorePlaces PlacesOf(WideView userName) {
 /// Whether a folder of an earlier restore still exists. A new restore would take its files for its
 /// own.
 bool IsAnyLeftOver(const RestorePlaces& places) {
-    return IsFolder(places.staged) || IsFolder(places.aside) || IsFolder(places.before);
+    return IsFolder(places.staged.c_str()) || IsFolder(places.aside.c_str()) ||
+           IsFolder(places.before.c_str());
 }
 
 /// Renames the user's folder, if there is one, to `before`, and the staged copies to the user's
@@ -75,7 +76,7 @@ bool IsAnyLeftOver(const RestorePlaces& places) {
 /// has a sub-folder, which must stay and be reported to the user. Everything is then as it was, or
 /// as after an interrupted restore.
 bool SwapFolders(const RestorePlaces& places) {
-    if (!IsFolder(places.user)) {
+    if (!IsFolder(places.user.c_str())) {
         return Rename(places.staged, places.user);
     }
     if (HasUnmovableEntries(places.user.c_str()) || !Rename(places.user, places.before)) {
@@ -123,18 +124,18 @@ enum class Mending { Undone, Finished, NotYet };
 /// when a file or folder cannot be moved.
 Mending Mend(const RestorePlaces& places) {
     Mending result = Mending::Undone;
-    if (IsFolder(places.aside)) {
+    if (IsFolder(places.aside.c_str())) {
         // Interrupted while old files were moved aside: no copy is in place yet, so undo.
         if (CreateDirectoryTree(places.user.c_str()) == 0 || !BringBack(places)) {
             return Mending::NotYet;
         }
-    } else if (IsFolder(places.before)) {
-        if (!IsFolder(places.user)) {
+    } else if (IsFolder(places.before.c_str())) {
+        if (!IsFolder(places.user.c_str())) {
             // Interrupted between the two renames of SwapFolders: undo.
             if (!Rename(places.before, places.user)) {
                 return Mending::NotYet;
             }
-        } else if (IsFolder(places.staged)) {
+        } else if (IsFolder(places.staged.c_str())) {
             // Interrupted while copies were moved into place: complete it, if they can be moved.
             if (!MoveFolderFiles(places.staged.c_str(), places.user.c_str()).empty()) {
                 return Mending::NotYet;
@@ -181,13 +182,13 @@ RestoreResult RestoreFiles(WideView userName, WideView backupName) {
     const WideString source = BackupFolder(userName, backupName);
     const RestorePlaces places = PlacesOf(userName);
     if (Mend(places) == Mending::NotYet || IsAnyLeftOver(places) || source.empty() ||
-        !IsFolder(source) || CreateDirectoryTree(places.staged.c_str()) == 0) {
+        !IsFolder(source.c_str()) || CreateDirectoryTree(places.staged.c_str()) == 0) {
         return {};
     }
     RestoreResult result;
-    result.isRestored =
-        CopyFolderFiles(source.c_str(), places.staged.c_str(), AllFiles) != 0 &&
-        (SwapFolders(places) || (IsFolder(places.user) && SwapFiles(places, result.filesLeft)));
+    result.isRestored = CopyFolderFiles(source.c_str(), places.staged.c_str(), AllFiles) != 0 &&
+                        (SwapFolders(places) ||
+                         (IsFolder(places.user.c_str()) && SwapFiles(places, result.filesLeft)));
     if (result.isRestored) {
         RemoveFolder(places.staged);
         RemoveFolder(places.before);
@@ -200,8 +201,9 @@ RestoreResult RestoreFiles(WideView userName, WideView backupName) {
 
 bool IsRestoreCutOff(WideView userName) {
     const RestorePlaces places = PlacesOf(userName);
-    return IsFolder(places.aside) ||
-           (IsFolder(places.before) && (!IsFolder(places.user) || IsFolder(places.staged)));
+    return IsFolder(places.aside.c_str()) ||
+           (IsFolder(places.before.c_str()) &&
+            (!IsFolder(places.user.c_str()) || IsFolder(places.staged.c_str())));
 }
 
 int MendCutOffRestore(WideView userName) {

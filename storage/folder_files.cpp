@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "storage/data_folder.h"
 #include "storage/replacement_file.h"
 
 namespace lunara {
@@ -194,13 +195,8 @@ int MoveAllFolderFiles(const WCHAR* source, const WCHAR* target) {
     return finished;
 }
 
-bool IsFolder(const WideString& path) {
-    const DWORD attributes = ::GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
 int RemoveFolder(const WideString& folder) {
-    if (!IsFolder(folder) ||
+    if (!IsFolder(folder.c_str()) ||
         DeleteFolderFiles(folder.c_str(), AllFiles, FolderItself::Goes).IsNothing()) {
         return 1;
     }

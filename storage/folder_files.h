@@ -63,9 +63,6 @@ std::vector<WideString> MoveFolderFiles(const WCHAR* source, const WCHAR* target
 /// the files moved so far back, and returns 0; files of `target` that were replaced are lost.
 int MoveAllFolderFiles(const WCHAR* source, const WCHAR* target);
 
-/// Whether `path` names an existing folder.
-bool IsFolder(const WideString& path);
-
 /// Deletes `folder` with its files, read-only ones included. Returns 1, also when it did not exist;
 /// 0 when a file cannot be deleted or the folder has a sub-folder, which stay.
 int RemoveFolder(const WideString& folder);

@@ -1,119 +1,34 @@
-// Backup: what becomes of the files, and the command of the main window with its dialog.
+// The command "Backup": its dialog, saving first, and what it says. The copying itself is tested in
+// storage/backup_files_test.cpp.
 
 #include "app/backup.h"
 
 #include "platform/text.h"
 #include "resources/ids.h"
-#include "storage/backup_files.h"
 #include "tests/ui/app/backup_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-// ---- Files ----
-
-class BackupFilesTest : public BackupTestBase {
+class BackupCommand : public BackupTest {
   protected:
     void SetUp() override {
-        BackupTestBase::SetUp();
-        PutUserFiles();
-    }
-};
-
-TEST_F(BackupFilesTest, TwiceUnderOneNameReplacesTheCopies) {
-    ASSERT_EQ(BackupFiles(TestUser, TEXT("05-Mar-2006 14-07")), 1);
-    EXPECT_EQ(Read(BackupFile(L"05-Mar-2006 14-07\\Bleeding.dat")), "old bleeding");
-    Write(UserFile(L"Bleeding.dat"), "newer");
-    ASSERT_EQ(BackupFiles(TestUser, TEXT("05-Mar-2006 14-07")), 1);
-    EXPECT_EQ(Read(BackupFile(L"05-Mar-2006 14-07\\Bleeding.dat")), "newer");
-}
-
-TEST_F(BackupFilesTest, ADataFileThatTheDiaryHasNoMoreLeavesTheBackupOfTheSameName) {
-    ASSERT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
-    Write(BackupFile(L"a\\remark.txt"), "somebody else's");
-    ASSERT_NE(::DeleteFileW(UserFile(L"Notes.dat").c_str()), FALSE);
-    {
-        const LockedFile locked(BackupFile(L"a\\Notes.dat"));
-        EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 0);
-    }
-    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
-    EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");
-    EXPECT_EQ(Read(BackupFile(L"a\\Notes.dat")), "(none)");
-    EXPECT_EQ(Read(BackupFile(L"a\\remark.txt")), "somebody else's");
-}
-
-TEST_F(BackupFilesTest, ADiaryWithoutFilesEmptiesNoBackup) {
-    ASSERT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
-    RemoveTree(FolderOf(TestUser));
-    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
-    EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");
-}
-
-TEST_F(BackupFilesTest, SubFoldersAndALeadingBackslashAreTaken) {
-    EXPECT_EQ(BackupFiles(TestUser, TEXT("\\a\\b")), 1);
-    EXPECT_EQ(Read(BackupFile(L"a\\b\\Notes.dat")), "old notes");
-}
-
-TEST_F(BackupFilesTest, FilesThatDesktopToolsMarkedNormalAreNotForgotten) {
-    ::SetFileAttributesW(UserFile(L"Notes.dat").c_str(), FILE_ATTRIBUTE_NORMAL);
-    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 1);
-    EXPECT_EQ(Read(BackupFile(L"a\\Notes.dat")), "old notes");
-    ::SetFileAttributesW(BackupFile(L"a\\Notes.dat").c_str(), FILE_ATTRIBUTE_NORMAL);
-    Write(UserFile(L"Notes.dat"), "newer notes");
-    EXPECT_EQ(RestoreFiles(TestUser, TEXT("a")), 1);
-    EXPECT_EQ(Read(UserFile(L"Notes.dat")), "old notes");
-}
-
-TEST_F(BackupFilesTest, ANameThatIsNoFolderIsRefused) {
-    const struct {
-        const char* label;
-        std::wstring name;
-    } rows[] = {
-        {"empty", L""},
-        {"only a backslash", L"\\"},
-        {"the folder above", L".."},
-        {"out of the backups", L"a\\..\\..\\b"},
-        {"a dot and blanks", L" . "},
-        {"forbidden characters", L"a<b>|c?"},
-        {"too long", std::wstring(240, L'x')},
-    };
-    for (const auto& row : rows) {
-        LUNARA_ROW(row);
-        messages.boxes.clear();
-        EXPECT_EQ(BackupFiles(TestUser, row.name), 0);
-        EXPECT_EQ(BoxTexts(), Texts{L"Cannot create backup directory!"});
-    }
-    ExpectOldDiary();
-}
-
-TEST_F(BackupFilesTest, AFileInTheWayOfTheFolderIsReported) {
-    MakeFolder(Documents() + L"\\LunaraBackup");
-    Write(Documents() + L"\\LunaraBackup\\" + TestUser, "a file");
-    EXPECT_EQ(BackupFiles(TestUser, TEXT("a")), 0);
-    EXPECT_EQ(BoxTexts(), Texts{L"Cannot create backup directory!"});
-}
-
-// ---- Command ----
-
-class BackupCommandTest : public BackupTestBase {
-  protected:
-    void SetUp() override {
-        BackupTestBase::SetUp();
+        BackupTest::SetUp();
         ASSERT_EQ(SignIn(), 1);
     }
-    /// A backup's folder so that this file in it has a path of that length.
+    /// A backup folder in which this file's path has that length in UTF-16 units.
     static std::wstring BackupFolderFor(const std::wstring& file, std::size_t length) {
         const std::wstring backups = BackupFile(L"");
         return backups + std::wstring(length - backups.size() - file.size(), L'x');
     }
-    /// Saves nothing first: the files on disk are copied as they are.
+    /// Backs up without saving first, so that the files on disk are copied as they are.
     void CopyTo(const std::wstring& name) {
         script->Press(IDC_SAVE_FIRST).Type(IDC_BACKUP_NAME, name.c_str()).Press(IDOK);
         Command(IDM_BACKUP);
     }
 };
 
-TEST_F(BackupCommandTest, TheDialogOffersTheMomentsStampAndSaves) {
+TEST_F(BackupCommand, TheDialogOffersTheDateAndTimeAsNameAndSavesFirst) {
     FillDiary(main->Data());
     std::wstring name;
     LRESULT checked = 0;
@@ -135,8 +50,8 @@ TEST_F(BackupCommandTest, TheDialogOffersTheMomentsStampAndSaves) {
     EXPECT_FALSE(main->Password().IsHeld());
 }
 
-TEST_F(BackupCommandTest, AnEmptyDiaryKeepsItsPassword) {
-    // There is no file that could tell whether what is typed later is the same.
+TEST_F(BackupCommand, AnEmptyDiaryKeepsItsPassword) {
+    // With no file on disk, nothing could tell later whether a typed password is the same.
     script->Press(IDOK);
     Command(IDM_BACKUP);
     EXPECT_TRUE(main->Password().IsHeld());
@@ -146,9 +61,9 @@ TEST_F(BackupCommandTest, AnEmptyDiaryKeepsItsPassword) {
     EXPECT_EQ(data.Load(TestUser, TestPassword), 1);
 }
 
-TEST_F(BackupCommandTest, ASaveThatFailsFirstIsSaidAndLosesNothing) {
+TEST_F(BackupCommand, ASaveThatFailsBeforeTheBackupIsReportedAndLosesNothing) {
     FillDiary(main->Data());
-    MakeFolder(UserFile(L"Bleeding.dat"));  // in the file's way
+    MakeFolder(UserFile(L"Bleeding.dat"));  // a folder where the file has to go
     messages.answers = {IDCANCEL};
     script->Press(IDOK);
     Command(IDM_BACKUP);
@@ -164,29 +79,30 @@ TEST_F(BackupCommandTest, ASaveThatFailsFirstIsSaidAndLosesNothing) {
     EXPECT_EQ(data.Bleeding().Count(), 1);
 }
 
-TEST_F(BackupCommandTest, AFileThatCannotBeCopiedStopsTheBackup) {
+TEST_F(BackupCommand, AFileThatCannotBeCopiedStopsTheBackup) {
     PutUserFiles();
     {
         const LockedFile locked(UserFile(L"Notes.dat"));
         CopyTo(L"a");
     }
     EXPECT_EQ(BoxTexts(), Texts{L"Backup fails!"});
-    EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");  // what was copied stays
+    // Copies made before the failure stay.
+    EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");
     ExpectOldDiary();
 }
 
-TEST_F(BackupCommandTest, AFailedBackupIsSaid) {
+TEST_F(BackupCommand, AFailedBackupIsReported) {
     script->Type(IDC_BACKUP_NAME, TEXT("a|b")).Press(IDOK);
     Command(IDM_BACKUP);
     EXPECT_EQ(BoxTexts(), (Texts{L"Cannot create backup directory!", L"Backup fails!"}));
     EXPECT_EQ(messages.boxes[1].caption, L"Warning");
 }
 
-TEST_F(BackupCommandTest, NoPathHasMoreThan259Units) {
+TEST_F(BackupCommand, NoPathHasMoreThan259Units) {
     PutUserFiles();
     const struct {
         const char* label;
-        const wchar_t* file;  // the path of which is to have that length; "" for the folder itself
+        const wchar_t* file;  // whose path gets that length; "" for the folder itself
         std::size_t length;
         Texts boxes;
     } rows[] = {
@@ -207,8 +123,9 @@ TEST_F(BackupCommandTest, NoPathHasMoreThan259Units) {
     }
 }
 
-// Not every system makes a folder whose path leaves no room for a file; the backup fails anyway.
-TEST_F(BackupCommandTest, AFolderOf259UnitsHoldsNoFile) {
+// Whether a folder can be made whose path leaves no room for a file depends on the system; either
+// way the backup fails.
+TEST_F(BackupCommand, AFolderOf259UnitsHoldsNoFile) {
     PutUserFiles();
     const std::wstring folder = BackupFolderFor(L"", 259);
     CopyTo(folder.substr(BackupFile(L"").size()));
@@ -218,11 +135,11 @@ TEST_F(BackupCommandTest, AFolderOf259UnitsHoldsNoFile) {
     ExpectOldDiary();
 }
 
-TEST_F(BackupCommandTest, WithoutSavingFirstThePasswordStaysHeld) {
+TEST_F(BackupCommand, WithoutSavingFirstThePasswordStaysHeld) {
     script->Press(IDC_SAVE_FIRST).Press(IDOK);
     Command(IDM_BACKUP);
     EXPECT_TRUE(main->Password().IsHeld());
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

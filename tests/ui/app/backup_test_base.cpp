@@ -5,7 +5,7 @@
 #include "platform/documents_folder.h"
 #include "storage/data_folder.h"
 
-namespace lunara {
+namespace lunara::test {
 
 LockedFile::LockedFile(const std::wstring& path)
     : file(::CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)) {
@@ -14,7 +14,7 @@ LockedFile::LockedFile(const std::wstring& path)
 
 LockedFile::~LockedFile() { ::CloseHandle(file); }
 
-void BackupTestBase::SetUp() {
+void BackupTest::SetUp() {
     MainWindowTest::SetUp();
     RemoveTree(Documents());
     MakeFolder(Documents());
@@ -22,7 +22,7 @@ void BackupTestBase::SetUp() {
     RemoveTree(FolderOf(TestUser));
 }
 
-void BackupTestBase::TearDown() {
+void BackupTest::TearDown() {
     RemoveTree(Documents());
     for (const wchar_t* suffix : {L"", Staged, Aside, Before}) {
         RemoveTree(FolderOf(TestUser) + suffix);
@@ -33,29 +33,29 @@ void BackupTestBase::TearDown() {
 
 // ---- Paths ----
 
-std::wstring BackupTestBase::Documents() {
+std::wstring BackupTest::Documents() {
     std::array<wchar_t, MAX_PATH> path{};
     ::GetTempPathW(MAX_PATH, path.data());
     return std::wstring(path.data()) + L"lunara-backup-test";
 }
 
-std::wstring BackupTestBase::UserFile(const std::wstring& name) { return FileBeside(L"", name); }
+std::wstring BackupTest::UserFile(const std::wstring& name) { return FileBeside(L"", name); }
 
-std::wstring BackupTestBase::BackupFile(const std::wstring& name) {
+std::wstring BackupTest::BackupFile(const std::wstring& name) {
     return Documents() + L"\\LunaraBackup\\" + TestUser + L"\\" + name;
 }
 
-std::wstring BackupTestBase::FileBeside(const wchar_t* suffix, const std::wstring& name) {
+std::wstring BackupTest::FileBeside(const wchar_t* suffix, const std::wstring& name) {
     return FolderOf(TestUser) + suffix + L"\\" + name;
 }
 
 // ---- Files ----
 
-void BackupTestBase::RemoveTree(const std::wstring& folder) {
+void BackupTest::RemoveTree(const std::wstring& folder) {
     WIN32_FIND_DATAW entry{};
     const HANDLE search = ::FindFirstFileW((folder + L"\\*.*").c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE) {
-        ::RemoveDirectoryW(folder.c_str());  // its path may be too long to look for what is in it
+        ::RemoveDirectoryW(folder.c_str());  // empty, or too long a path to search
         return;
     }
     do {
@@ -75,43 +75,21 @@ void BackupTestBase::RemoveTree(const std::wstring& folder) {
     ::RemoveDirectoryW(folder.c_str());
 }
 
-void BackupTestBase::MakeFolder(const std::wstring& folder) {
+void BackupTest::MakeFolder(const std::wstring& folder) {
     ASSERT_EQ(CreateDirectoryTree(folder.c_str()), 1);
 }
 
-void BackupTestBase::Write(const std::wstring& path, const std::string& text) {
-    const HANDLE file =
-        ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    ASSERT_NE(file, INVALID_HANDLE_VALUE);
-    DWORD written = 0;
-    ::WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-    ::CloseHandle(file);
-}
-
-std::string BackupTestBase::Read(const std::wstring& path) {
-    const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                      OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        return "(none)";
-    }
-    std::array<char, 4096> bytes{};
-    DWORD length = 0;
-    ::ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &length, nullptr);
-    ::CloseHandle(file);
-    return {bytes.data(), length};
-}
-
-void BackupTestBase::Put(const wchar_t* suffix, const wchar_t* name, const std::string& text) {
+void BackupTest::Put(const wchar_t* suffix, const wchar_t* name, const std::string& text) {
     MakeFolder(FolderOf(TestUser) + suffix);
     Write(FileBeside(suffix, name), text);
 }
 
-void BackupTestBase::PutUserFiles() {
+void BackupTest::PutUserFiles() {
     Put(L"", L"Bleeding.dat", "old bleeding");
     Put(L"", L"Notes.dat", "old notes");
 }
 
-void BackupTestBase::PutBackup(const std::wstring& name) {
+void BackupTest::PutBackup(const std::wstring& name) {
     MakeFolder(BackupFile(name));
     Write(BackupFile(name + L"\\Bleeding.dat"), "saved bleeding");
     Write(BackupFile(name + L"\\Temperature.dat"), "saved temperature");
@@ -119,25 +97,25 @@ void BackupTestBase::PutBackup(const std::wstring& name) {
 
 // ---- Expectations ----
 
-void BackupTestBase::ExpectOldDiary() {
+void BackupTest::ExpectOldDiary() {
     EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "old bleeding");
     EXPECT_EQ(Read(UserFile(L"Notes.dat")), "old notes");
     EXPECT_EQ(Read(UserFile(L"Temperature.dat")), "(none)");
 }
 
-void BackupTestBase::ExpectRestoredDiary() {
+void BackupTest::ExpectRestoredDiary() {
     EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "saved bleeding");
     EXPECT_EQ(Read(UserFile(L"Temperature.dat")), "saved temperature");
     EXPECT_EQ(Read(UserFile(L"Notes.dat")), "(none)");
 }
 
-void BackupTestBase::ExpectNothingBeside() {
+void BackupTest::ExpectNothingBeside() {
     for (const wchar_t* suffix : {Staged, Aside, Before}) {
         EXPECT_FALSE(FileExists(FolderOf(TestUser) + suffix));
     }
 }
 
-Texts BackupTestBase::BoxTexts() const {
+Texts BackupTest::BoxTexts() const {
     Texts texts;
     for (const RecordedMessages::Box& box : messages.boxes) {
         texts.push_back(box.text);
@@ -145,4 +123,4 @@ Texts BackupTestBase::BoxTexts() const {
     return texts;
 }
 
-}  // namespace lunara
+}  // namespace lunara::test

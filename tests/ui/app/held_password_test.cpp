@@ -1,14 +1,14 @@
+// The password held while the program runs: masking, wiping, comparing.
+
 #include "app/held_password.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <iterator>
 #include <string>
 
 #include "platform/random.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr std::size_t MaskedUnits = 16;
@@ -16,10 +16,10 @@ constexpr WCHAR LongPassword[] = TEXT("abcdefghijklmnopqrstuvwxyz12345");  // 31
 
 std::uint32_t nextWord = 0;
 
-/// 0x11111111, 0x22222222, ... so that every word differs and none is zero.
+/// Returns 0x11111111, 0x22222222, ...: every word differs, and none is zero.
 std::uint32_t CountingSource() { return ++nextWord * 0x11111111U; }
 
-class HeldPasswordTest : public ::testing::Test {
+class HeldPassword : public testing::Test {
   protected:
     void SetUp() override {
         nextWord = 0;
@@ -27,13 +27,13 @@ class HeldPasswordTest : public ::testing::Test {
     }
     void TearDown() override { SetRandomSource(nullptr); }
 
-    static std::wstring Units(const HeldPassword& password) {
-        return {password.Text(), HeldPassword::Capacity};
+    static std::wstring Units(const lunara::HeldPassword& password) {
+        return {password.Text(), lunara::HeldPassword::Capacity};
     }
 };
 
-TEST_F(HeldPasswordTest, HoldsTheTextInClearUntilItIsMasked) {
-    HeldPassword password;
+TEST_F(HeldPassword, HoldsTheTextInClearUntilItIsMasked) {
+    lunara::HeldPassword password;
     password.Set(TEXT("secret"));
     EXPECT_STREQ(password.Text(), TEXT("secret"));
     EXPECT_TRUE(password.Equals(TEXT("secret")));
@@ -44,7 +44,7 @@ TEST_F(HeldPasswordTest, HoldsTheTextInClearUntilItIsMasked) {
     EXPECT_TRUE(password.Equals(TEXT("secret")));
 }
 
-TEST_F(HeldPasswordTest, ComparesUnitByUnit) {
+TEST_F(HeldPassword, ComparesUnitByUnit) {
     const struct {
         const char* label;
         const WCHAR* typed;
@@ -52,9 +52,9 @@ TEST_F(HeldPasswordTest, ComparesUnitByUnit) {
     } rows[] = {
         {"the same", TEXT("secret"), true}, {"other case", TEXT("Secret"), false},
         {"shorter", TEXT("secre"), false},  {"longer", TEXT("secrets"), false},
-        {"nothing", TEXT(""), false},       {"blank behind", TEXT("secret "), false},
+        {"nothing", TEXT(""), false},       {"trailing blank", TEXT("secret "), false},
     };
-    HeldPassword password;
+    lunara::HeldPassword password;
     password.Set(TEXT("secret"));
     for (const auto& row : rows) {
         SCOPED_TRACE(row.label);
@@ -62,8 +62,8 @@ TEST_F(HeldPasswordTest, ComparesUnitByUnit) {
     }
 }
 
-TEST_F(HeldPasswordTest, MaskCoversTheFirstSixteenUnitsAndNoMore) {
-    HeldPassword password;
+TEST_F(HeldPassword, MaskCoversTheFirstSixteenUnitsAndNoMore) {
+    lunara::HeldPassword password;
     password.Set(LongPassword);
     const std::wstring clear = Units(password);
     password.Mask();
@@ -77,8 +77,8 @@ TEST_F(HeldPasswordTest, MaskCoversTheFirstSixteenUnitsAndNoMore) {
     }
 }
 
-TEST_F(HeldPasswordTest, UnmaskTwiceChangesNothing) {
-    HeldPassword password;
+TEST_F(HeldPassword, UnmaskingTwiceChangesNothing) {
+    lunara::HeldPassword password;
     password.Set(LongPassword);
     password.Mask();
     const std::wstring masked = Units(password);
@@ -89,8 +89,8 @@ TEST_F(HeldPasswordTest, UnmaskTwiceChangesNothing) {
     EXPECT_EQ(Units(password), masked);
 }
 
-TEST_F(HeldPasswordTest, EachMaskIsANewOne) {
-    HeldPassword password;
+TEST_F(HeldPassword, EachMaskIsANewOne) {
+    lunara::HeldPassword password;
     password.Set(TEXT("secret"));
     password.Mask();
     const std::uint32_t first = password.CurrentMask();
@@ -99,8 +99,8 @@ TEST_F(HeldPasswordTest, EachMaskIsANewOne) {
     EXPECT_NE(password.CurrentMask(), first);
 }
 
-TEST_F(HeldPasswordTest, WipeTakesAFreshWordForEachOfTheEightAndClearsTheMask) {
-    HeldPassword password;
+TEST_F(HeldPassword, WipeTakesAFreshWordForEachOfTheEightAndClearsTheMask) {
+    lunara::HeldPassword password;
     password.Set(LongPassword);
     password.Mask();
     nextWord = 0;
@@ -112,30 +112,23 @@ TEST_F(HeldPasswordTest, WipeTakesAFreshWordForEachOfTheEightAndClearsTheMask) {
         SCOPED_TRACE(i);
         EXPECT_EQ(wiped[i], static_cast<WCHAR>((i / 2 + 1) * 0x1111));
     }
-    // The tail of a long password stays, mask or wipe.
+    // Neither mask nor wipe touches a long password beyond its first 16 units. Deliberate.
     EXPECT_EQ(wiped.substr(MaskedUnits), std::wstring(LongPassword).substr(MaskedUnits) + L'\0');
 }
 
-TEST_F(HeldPasswordTest, ANewObjectIsWiped) {
-    const HeldPassword password;
+TEST_F(HeldPassword, ANewObjectIsWiped) {
+    const lunara::HeldPassword password;
     EXPECT_EQ(nextWord, 8U);
     EXPECT_EQ(password.CurrentMask(), 0U);
     EXPECT_EQ(password.Text()[0], 0x1111);
-    EXPECT_EQ(password.Text()[HeldPassword::Capacity - 1], 0);
+    EXPECT_EQ(password.Text()[lunara::HeldPassword::Capacity - 1], 0);
 }
 
-TEST_F(HeldPasswordTest, TextIsCutToThirtyOneCharacters) {
-    HeldPassword password;
+TEST_F(HeldPassword, TextIsCutToThirtyOneCharacters) {
+    lunara::HeldPassword password;
     password.Set(TEXT("abcdefghijklmnopqrstuvwxyz123456789"));
     EXPECT_STREQ(password.Text(), LongPassword);
 }
 
-TEST(RandomWordTest, SystemWordsDiffer) {
-    std::uint32_t words[8];
-    std::generate(std::begin(words), std::end(words), &RandomWord);
-    std::sort(std::begin(words), std::end(words));
-    EXPECT_EQ(std::unique(std::begin(words), std::end(words)), std::end(words));
-}
-
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

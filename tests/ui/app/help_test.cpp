@@ -2,12 +2,12 @@
 
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class HelpTest : public UiTest {};
+class Help : public UiTest {};
 
-TEST_F(HelpTest, TheViewerIsStartedWithTheAnchor) {
+TEST_F(Help, TheViewerIsStartedWithTheAnchorAsItsArgument) {
     StartHelp(TEXT("Lunara.htm#Lunara_help"));
     StartHelp(TEXT("Lunara.htm#_Calendar_diary"));
     EXPECT_EQ(help.programs, (std::vector<std::wstring>(2, TEXT("PegHelp.exe"))));
@@ -15,11 +15,11 @@ TEST_F(HelpTest, TheViewerIsStartedWithTheAnchor) {
                                                        TEXT("Lunara.htm#_Calendar_diary")}));
 }
 
-TEST_F(HelpTest, AMissingViewerIsSilent) {
+TEST_F(Help, AMissingViewerShowsNoBox) {
     SetHelpRecorder(nullptr);
     StartHelp(TEXT("Lunara.htm#Lunara_help"));
     EXPECT_TRUE(messages.boxes.empty());
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -1,22 +1,22 @@
-// The main window while a dialog of one of its commands is up, and after it.
+// The main window while one of its commands shows a dialog, and afterwards.
 
 #include "platform/pocketpc/common_controls.h"
 #include "resources/ids.h"
 #include "tests/ui/app/backup_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class MainWindowDialogsTest : public BackupTestBase {
+class MainWindowDialogs : public BackupTest {
   protected:
     void SetUp() override {
-        BackupTestBase::SetUp();
+        BackupTest::SetUp();
         ASSERT_EQ(SignIn(), 1);
     }
     bool IsEnabled() { return ::IsWindowEnabled(main->Handle()) != FALSE; }
 };
 
-TEST_F(MainWindowDialogsTest, IsDisabledAndWithoutButtonsUntilTheDialogIsGone) {
+TEST_F(MainWindowDialogs, ItIsDisabledAndItsButtonsAreHiddenUntilTheDialogIsGone) {
     const struct {
         const char* label;
         UINT command;
@@ -60,4 +60,4 @@ TEST_F(MainWindowDialogsTest, IsDisabledAndWithoutButtonsUntilTheDialogIsGone) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

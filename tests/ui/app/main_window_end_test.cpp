@@ -1,4 +1,4 @@
-// How the main window ends: each way out saves.
+// The end of the main window: every way out saves the diary and the settings.
 
 #include <string>
 
@@ -7,12 +7,12 @@
 #include "storage/data_folder.h"
 #include "tests/ui/app/main_window_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class MainWindowEndTest : public MainWindowTest {
+class MainWindowEnd : public MainWindowTest {
   protected:
-    /// Whether the window is gone, its quit message came, and the diary is on disk.
+    /// The window is gone, its quit message came, diary and settings are saved.
     void ExpectEnded() {
         EXPECT_EQ(main->Handle(), nullptr);
         EXPECT_TRUE(TakeQuitMessage());
@@ -25,7 +25,7 @@ class MainWindowEndTest : public MainWindowTest {
     }
 };
 
-TEST_F(MainWindowEndTest, EveryWayOutSaves) {
+TEST_F(MainWindowEnd, EveryWayOutSaves) {
     const struct {
         const char* label;
         UINT message;
@@ -46,7 +46,7 @@ TEST_F(MainWindowEndTest, EveryWayOutSaves) {
     }
 }
 
-TEST_F(MainWindowEndTest, ASessionThatGoesOnChangesNothing) {
+TEST_F(MainWindowEnd, ACancelledEndOfTheSessionChangesNothing) {
     ASSERT_EQ(SignIn(), 1);
     FillDiary(main->Data());
     EXPECT_EQ(Send(WM_QUERYENDSESSION), TRUE);
@@ -55,21 +55,21 @@ TEST_F(MainWindowEndTest, ASessionThatGoesOnChangesNothing) {
     EXPECT_TRUE(main->Data().Bleeding().dirty);
 }
 
-TEST_F(MainWindowEndTest, TheEndOfTheSessionEndsASignIn) {
+TEST_F(MainWindowEnd, TheEndOfTheSessionEndsASignIn) {
     script->Then([this](HWND) { Send(WM_ENDSESSION, TRUE); });
     EXPECT_EQ(Create(), 0);
     EXPECT_TRUE(TakeQuitMessage());
     EXPECT_EQ(main->Handle(), nullptr);
 }
 
-TEST_F(MainWindowEndTest, ACloseMessageEndsASignIn) {
+TEST_F(MainWindowEnd, ACloseMessageEndsASignIn) {
     script->Then([this](HWND) { ::PostMessageW(main->Handle(), WM_CLOSE, 0, 0); });
     EXPECT_EQ(Create(), 0);
     EXPECT_TRUE(TakeQuitMessage());
     EXPECT_EQ(main->Handle(), nullptr);
 }
 
-TEST_F(MainWindowEndTest, TheEndOfTheSessionUnderADialogSaves) {
+TEST_F(MainWindowEnd, TheEndOfTheSessionUnderADialogSaves) {
     for (const UINT command : {IDM_CHANGE_PASSWORD, IDM_HISTORY}) {
         SCOPED_TRACE(command);
         RemoveUser(TestUser);
@@ -84,10 +84,10 @@ TEST_F(MainWindowEndTest, TheEndOfTheSessionUnderADialogSaves) {
     }
 }
 
-TEST_F(MainWindowEndTest, AFailedSaveSaysWhichFileAndTriesAgain) {
+TEST_F(MainWindowEnd, AFailedSaveNamesTheFileAndIsTriedAgain) {
     ASSERT_EQ(SignIn(), 1);
     FillDiary(main->Data());
-    // A folder stands where the file has to go.
+    // A folder where the file has to go makes the save fail.
     const std::wstring file = FolderOf(TestUser) + L"\\Bleeding.dat";
     ASSERT_EQ(CreateDirectoryTree(file.c_str()), 1);
     messages.answers = {IDRETRY, IDCANCEL};
@@ -98,7 +98,7 @@ TEST_F(MainWindowEndTest, AFailedSaveSaysWhichFileAndTriesAgain) {
     ::RemoveDirectoryW(file.c_str());
 }
 
-TEST_F(MainWindowEndTest, ThePasswordIsWipedAtTheEnd) {
+TEST_F(MainWindowEnd, ThePasswordIsWipedAtTheEnd) {
     ASSERT_EQ(SignIn(), 1);
     EXPECT_NE(main->Password().CurrentMask(), 0U);
     ASSERT_TRUE(Close());
@@ -106,7 +106,7 @@ TEST_F(MainWindowEndTest, ThePasswordIsWipedAtTheEnd) {
     EXPECT_STRNE(main->Password().Text(), TestPassword);
 }
 
-TEST_F(MainWindowEndTest, SettingsAreWrittenInFull) {
+TEST_F(MainWindowEnd, EverySettingIsWritten) {
     ASSERT_EQ(SignIn(), 1);
     Command(IDM_VIEW_DIARY);
     Command(IDM_SHOW_OVULATION);
@@ -123,7 +123,7 @@ TEST_F(MainWindowEndTest, SettingsAreWrittenInFull) {
     EXPECT_EQ(bytes, (std::wstring(TestUser).size() + 1) * sizeof(WCHAR));
 }
 
-TEST_F(MainWindowEndTest, TheSameObjectSignsInAgain) {
+TEST_F(MainWindowEnd, TheSameObjectCanSignInAgain) {
     for (int round = 0; round < 2; ++round) {
         ASSERT_EQ(SignIn(), 1);
         FillDiary(main->Data());
@@ -133,9 +133,9 @@ TEST_F(MainWindowEndTest, TheSameObjectSignsInAgain) {
     EXPECT_EQ(data.Load(TestUser, TestPassword), 1);
 }
 
-TEST_F(MainWindowEndTest, WarningsThatNobodySawAreFreed) {
+TEST_F(MainWindowEnd, AWarningStillPostedAtTheEndIsFreedAndNotShown) {
     StoreDword(TEXT("CurrentView"), ViewDiary);
-    ASSERT_EQ(SignIn(), 1);  // posts the warning of an empty diary
+    ASSERT_EQ(SignIn(), 1);  // posts the statistics warning of an empty diary
     const HWND window = main->Handle();
     ASSERT_TRUE(Close());
     MSG message{};
@@ -146,4 +146,4 @@ TEST_F(MainWindowEndTest, WarningsThatNobodySawAreFreed) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -1,28 +1,24 @@
-// How the main window comes up: settings, sign-in, the first view, a second start.
+// The start of the main window: its settings, the name offered at the sign-in, the first view.
 
-#include <cstring>
 #include <vector>
 
-#include "platform/app_folder.h"
-#include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/owner_name.h"
 #include "platform/pocketpc/top_level_window.h"
-#include "platform/text.h"
 #include "resources/ids.h"
 #include "tests/ui/app/main_window_test_base.h"
 #include "window/settings.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr WCHAR CurrentViewValue[] = TEXT("CurrentView");
 constexpr WCHAR LastUserValue[] = TEXT("LastUser");
 
-class MainWindowStartTest : public MainWindowTest {
+class MainWindowStart : public MainWindowTest {
   protected:
     HWND TopView() { return ::GetWindow(main->Handle(), GW_CHILD); }
-    /// The name that the sign-in offers. `keptName` is what the window itself holds meanwhile: the
-    /// sign-in cuts a long name, too.
+    /// The name that the sign-in offers; `keptName` is then the name that the window held
+    /// meanwhile. Both are looked at because the sign-in cuts a long name by itself, too.
     std::wstring OfferedName() {
         std::wstring name;
         script->Then([this, &name](HWND dialog) {
@@ -37,7 +33,7 @@ class MainWindowStartTest : public MainWindowTest {
     std::wstring keptName;
 };
 
-/// While it lives, what is read and written for the signed-in user lies in a key of the test's own.
+/// Redirects HKEY_CURRENT_USER to a key of the test's own while it lives.
 class OwnCurrentUser {
   public:
     OwnCurrentUser() {
@@ -54,10 +50,10 @@ class OwnCurrentUser {
         ::RegCloseKey(root);
     }
 
-    /// The device's owner record with this name.
+    /// Writes the device's owner record with this name.
     void StoreOwner(const std::wstring& name) const {
         std::vector<WCHAR> record(name.begin(), name.end());
-        record.resize(320);  // further fields
+        record.resize(320);  // the name is followed by other fields
         EXPECT_EQ(
             ::RegSetKeyValueW(root, TEXT("ControlPanel\\Owner"), TEXT("Owner"), REG_BINARY,
                               record.data(), static_cast<DWORD>(record.size() * sizeof(WCHAR))),
@@ -68,7 +64,7 @@ class OwnCurrentUser {
     HKEY root = nullptr;
 };
 
-TEST_F(MainWindowStartTest, IsAPortraitWindowWithCaptionAndFrame) {
+TEST_F(MainWindowStart, ItIsAPortraitWindowWithCaptionAndFrame) {
     ASSERT_EQ(SignIn(), 1);
     const auto style = static_cast<DWORD>(::GetWindowLongPtrW(main->Handle(), GWL_STYLE));
     constexpr DWORD Wanted = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME | WS_VISIBLE;
@@ -79,10 +75,10 @@ TEST_F(MainWindowStartTest, IsAPortraitWindowWithCaptionAndFrame) {
     EXPECT_EQ(client.right, PortraitClient.cx);
     EXPECT_EQ(client.bottom, PortraitClient.cy);
     EXPECT_EQ(TextOf(main->Handle()), L"Lunara");
-    EXPECT_EQ(GetMainWindow(), main.get());
+    EXPECT_EQ(MainWindowHandle(), main->Handle());
 }
 
-TEST_F(MainWindowStartTest, GetsItsIconsWhenItIsIdle) {
+TEST_F(MainWindowStart, ItGetsItsIconsWhenItIsIdle) {
     ASSERT_EQ(SignIn(), 1);
     for (const WPARAM kind : {ICON_BIG, ICON_SMALL}) {
         EXPECT_TRUE(
@@ -90,27 +86,27 @@ TEST_F(MainWindowStartTest, GetsItsIconsWhenItIsIdle) {
     }
 }
 
-TEST_F(MainWindowStartTest, IsVisibleBehindTheSignIn) {
+TEST_F(MainWindowStart, ItIsVisibleBehindTheSignIn) {
     bool visible = false;
     script->Then([&](HWND) { visible = ::IsWindowVisible(main->Handle()) != FALSE; });
     ASSERT_EQ(SignIn(), 1);
     EXPECT_TRUE(visible);
 }
 
-TEST_F(MainWindowStartTest, AKeyWithoutTheValueShowsTheGraph) {
+TEST_F(MainWindowStart, AKeyWithoutTheValueShowsTheGraph) {
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(main->CurrentView(), ViewGraph);
     EXPECT_EQ(TopView(), main->Graph().Handle());
 }
 
-TEST_F(MainWindowStartTest, WithoutAnyKeyTheDiaryIsShown) {
+TEST_F(MainWindowStart, WithoutAnyKeyTheDiaryIsShown) {
     SetSettingsLocation(SettingsLocation{nullptr, nullptr, TestSettingsPath});
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(main->CurrentView(), ViewDiary);
     EXPECT_EQ(TopView(), main->Diary().Handle());
 }
 
-TEST_F(MainWindowStartTest, TheStoredViewIsShownAndStoredAgain) {
+TEST_F(MainWindowStart, TheStoredViewIsShownAndStoredAgain) {
     for (const DWORD view : {ViewDiary, ViewGraph}) {
         SCOPED_TRACE(view);
         StoreDword(CurrentViewValue, view);
@@ -121,7 +117,7 @@ TEST_F(MainWindowStartTest, TheStoredViewIsShownAndStoredAgain) {
     }
 }
 
-TEST_F(MainWindowStartTest, AStrayViewShowsTheGraphAndIsWrittenBack) {
+TEST_F(MainWindowStart, AStrayViewShowsTheGraphAndIsWrittenBack) {
     StoreDword(CurrentViewValue, 5);
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(TopView(), main->Graph().Handle());
@@ -132,28 +128,29 @@ TEST_F(MainWindowStartTest, AStrayViewShowsTheGraphAndIsWrittenBack) {
     ASSERT_EQ(SignIn(), 1);
     Command(IDM_VIEW_GRAPH);
     ASSERT_TRUE(Close());
-    EXPECT_EQ(StoredDword(CurrentViewValue), ViewGraph) << "a view command ends it";
+    EXPECT_EQ(StoredDword(CurrentViewValue), ViewGraph)
+        << "a view command replaces the stray value";
 }
 
-TEST_F(MainWindowStartTest, AViewOfTheWrongTypeIsAsIfMissing) {
+TEST_F(MainWindowStart, AViewOfTheWrongTypeReadsAsMissing) {
     StoreText(CurrentViewValue, TEXT("3000"));
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(main->CurrentView(), ViewGraph);
 }
 
-TEST_F(MainWindowStartTest, ALongLastUserIsCutToThirtyOneCharacters) {
+TEST_F(MainWindowStart, ALongLastUserIsCutToThirtyOneCharacters) {
     StoreText(LastUserValue, std::wstring(40, L'n').c_str());
     EXPECT_EQ(OfferedName(), std::wstring(31, L'n'));
     EXPECT_EQ(keptName, std::wstring(31, L'n'));
 }
 
-TEST_F(MainWindowStartTest, WithoutALastUserTheOwnerIsOffered) {
+TEST_F(MainWindowStart, WithoutALastUserTheOwnerIsOffered) {
     const std::wstring owner = OwnerName();
     ASSERT_FALSE(owner.empty());
     EXPECT_EQ(OfferedName(), owner.substr(0, 31));
 }
 
-TEST_F(MainWindowStartTest, TheOwnersNameIsCutToThirtyOneCharacters) {
+TEST_F(MainWindowStart, TheOwnersNameIsCutToThirtyOneCharacters) {
     const OwnCurrentUser user;
     const struct {
         const char* label;
@@ -172,12 +169,12 @@ TEST_F(MainWindowStartTest, TheOwnersNameIsCutToThirtyOneCharacters) {
     }
 }
 
-TEST_F(MainWindowStartTest, WithoutAnyKeyNobodyIsOffered) {
+TEST_F(MainWindowStart, WithoutAnyKeyTheNameIsUnknown) {
     SetSettingsLocation(SettingsLocation{nullptr, nullptr, TestSettingsPath});
     EXPECT_EQ(OfferedName(), L"Unknown");
 }
 
-TEST_F(MainWindowStartTest, ACancelledSignInRefusesTheWindow) {
+TEST_F(MainWindowStart, ACancelledSignInRefusesTheWindow) {
     script->Press(IDCANCEL);
     EXPECT_EQ(Create(), 0);
     EXPECT_EQ(main->Handle(), nullptr);
@@ -186,7 +183,7 @@ TEST_F(MainWindowStartTest, ACancelledSignInRefusesTheWindow) {
     EXPECT_FALSE(FileExists(FolderOf(TestUser)));
 }
 
-TEST_F(MainWindowStartTest, TheUserIsRememberedAtTheEnd) {
+TEST_F(MainWindowStart, TheUserIsRememberedAtTheEnd) {
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(StoredText(LastUserValue), L"");
     ASSERT_TRUE(Close());
@@ -194,113 +191,5 @@ TEST_F(MainWindowStartTest, TheUserIsRememberedAtTheEnd) {
     EXPECT_EQ(OfferedName(), TestUser);
 }
 
-// ---- The owner's name ----
-
-class OwnerNameTest : public UiTest {
-  protected:
-    static constexpr WCHAR Root[] = TEXT("SOFTWARE\\LunaraTests");
-    void SetUp() override {
-        UiTest::SetUp();
-        ASSERT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER, Root, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
-                                    &root, nullptr),
-                  ERROR_SUCCESS);
-    }
-    void TearDown() override {
-        ::RegCloseKey(root);
-        UiTest::TearDown();
-    }
-    void Store(DWORD type, const std::vector<BYTE>& record) {
-        ASSERT_EQ(::RegSetKeyValueW(root, TEXT("ControlPanel\\Owner"), TEXT("Owner"), type,
-                                    record.data(), static_cast<DWORD>(record.size())),
-                  ERROR_SUCCESS);
-    }
-    static std::vector<BYTE> Record(const std::wstring& name, std::size_t bytes) {
-        std::vector<BYTE> record(bytes);
-        std::memcpy(record.data(), name.data(), std::min(bytes, name.size() * sizeof(WCHAR)));
-        return record;
-    }
-    HKEY root = nullptr;
-};
-
-TEST_F(OwnerNameTest, IsTheFirstFieldOfTheRecord) {
-    std::vector<BYTE> record = Record(L"Anna", 640);
-    record[72] = 'x';  // the next field
-    Store(REG_BINARY, record);
-    EXPECT_EQ(OwnerName(root), L"Anna");
-}
-
-TEST_F(OwnerNameTest, EndsWithItsFieldOrItsRecord) {
-    const struct {
-        const char* label;
-        std::size_t units;
-        std::size_t bytes;
-        std::size_t wanted;
-    } rows[] = {
-        {"36 units without a terminator, more behind", 60, 640, 36},
-        {"a full record", 60, 768, 36},
-        {"a record that ends inside the name", 60, 20, 10},
-        {"an odd byte at its end", 60, 21, 10},
-        {"one byte", 60, 1, 0},
-    };
-    for (const auto& row : rows) {
-        LUNARA_ROW(row);
-        Store(REG_BINARY, Record(std::wstring(row.units, L'o'), row.bytes));
-        EXPECT_EQ(OwnerName(root), std::wstring(row.wanted, L'o'));
-    }
-}
-
-TEST_F(OwnerNameTest, WithoutAUsableRecordTheSignedInUserIsMeant) {
-    WCHAR account[257] = {};
-    DWORD size = 257;
-    ASSERT_TRUE(::GetUserNameW(account, &size));
-    EXPECT_EQ(OwnerName(root), account) << "no record";
-    Store(REG_SZ, Record(L"Anna", 10));
-    EXPECT_EQ(OwnerName(root), account) << "another type";
-    Store(REG_BINARY, Record(L"Anna", 769));
-    EXPECT_EQ(OwnerName(root), account) << "too large";
-}
-
-TEST_F(OwnerNameTest, AnEmptyRecordIsAnEmptyName) {
-    Store(REG_BINARY, {});
-    EXPECT_EQ(OwnerName(root), L"");
-}
-
-// ---- A second start ----
-
-class SecondStartTest : public MainWindowTest {
-  protected:
-    /// Runs the program beside this one; its exit code.
-    static DWORD RunProgram() {
-        WCHAR folder[PathCapacity] = {};
-        GetAppFolder(folder, PathCapacity);
-        const std::wstring program = std::wstring(folder) + L"..\\..\\Lunara.exe";
-        STARTUPINFOW startup{};
-        startup.cb = sizeof(startup);
-        PROCESS_INFORMATION process{};
-        if (!::CreateProcessW(program.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr,
-                              nullptr, &startup, &process)) {
-            ADD_FAILURE() << "cannot start the program";
-            return ~DWORD{0};
-        }
-        EXPECT_TRUE(PumpUntil(
-            [&process] { return ::WaitForSingleObject(process.hProcess, 0) == WAIT_OBJECT_0; }));
-        DWORD code = ~DWORD{0};
-        ::GetExitCodeProcess(process.hProcess, &code);
-        ::TerminateProcess(process.hProcess, 1);  // in case it did not end
-        ::CloseHandle(process.hThread);
-        ::CloseHandle(process.hProcess);
-        return code;
-    }
-};
-
-TEST_F(SecondStartTest, BringsTheFirstForwardAndEnds) {
-    ASSERT_EQ(SignIn(), 1);
-    ::ShowWindow(main->Handle(), SW_MINIMIZE);
-    ASSERT_TRUE(::IsIconic(main->Handle()));
-    EXPECT_EQ(RunProgram(), 0U);
-    EXPECT_FALSE(::IsIconic(main->Handle()));
-    EXPECT_EQ(::GetForegroundWindow(), main->Handle());
-}
-
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

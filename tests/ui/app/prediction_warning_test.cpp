@@ -1,16 +1,19 @@
+// Warnings about the prediction: their box, and the limit of one box an hour.
+
 #include "app/prediction_warning.h"
 
 #include "platform/clock.h"
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr DWORD Start = 5'000'000;
 constexpr DWORD HourMs = 3'600'000;
 
-class PredictionWarningTest : public UiTest {
+class PredictionWarning : public UiTest {
   protected:
+    /// Shows a warning at that tick count.
     void ShowAt(DWORD ticks, const WCHAR* text) {
         SetTickCount(ticks);
         const std::size_t size = std::wstring(text).size() + 1;
@@ -21,7 +24,7 @@ class PredictionWarningTest : public UiTest {
     UserData data;
 };
 
-TEST_F(PredictionWarningTest, BoxHasNoOwnerAndWarns) {
+TEST_F(PredictionWarning, TheBoxHasNoOwnerAndAnExclamationMark) {
     ShowAt(Start, TEXT("Too few. "));
     ASSERT_EQ(messages.boxes.size(), 1U);
     EXPECT_EQ(messages.boxes[0].owner, nullptr);
@@ -30,7 +33,7 @@ TEST_F(PredictionWarningTest, BoxHasNoOwnerAndWarns) {
     EXPECT_EQ(messages.boxes[0].flags, static_cast<UINT>(MB_ICONEXCLAMATION));
 }
 
-TEST_F(PredictionWarningTest, OneBoxAnHour) {
+TEST_F(PredictionWarning, ThereIsOneBoxAnHour) {
     ShowAt(Start, TEXT("first"));
     ShowAt(Start + HourMs, TEXT("within the hour"));
     EXPECT_EQ(messages.boxes.size(), 1U);
@@ -39,7 +42,7 @@ TEST_F(PredictionWarningTest, OneBoxAnHour) {
     EXPECT_EQ(messages.boxes[1].text, L"later");
 }
 
-TEST_F(PredictionWarningTest, ANullTextShowsNothingAndUsesNoTurn) {
+TEST_F(PredictionWarning, ANullTextShowsNothingAndDoesNotStartTheHour) {
     SetTickCount(Start);
     ShowPredictionWarning(data, nullptr, MB_OK);
     EXPECT_TRUE(messages.boxes.empty());
@@ -47,7 +50,7 @@ TEST_F(PredictionWarningTest, ANullTextShowsNothingAndUsesNoTurn) {
     EXPECT_EQ(messages.boxes.size(), 1U);
 }
 
-TEST_F(PredictionWarningTest, InsufficientDataSharesTheHour) {
+TEST_F(PredictionWarning, TheInsufficientDataWarningSharesTheHour) {
     ShowAt(Start, TEXT("first"));
     SetTickCount(Start + HourMs);
     ShowInsufficientDataWarning(data, MB_OK);
@@ -60,4 +63,4 @@ TEST_F(PredictionWarningTest, InsufficientDataSharesTheHour) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -1,14 +1,16 @@
+// Signing in and changing the password, through the dialogs of the main window.
+
 #include "app/sign_in.h"
 
-#include <array>
-#include <utility>
+#include <string>
+#include <vector>
 
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/common_controls.h"
 #include "resources/ids.h"
 #include "tests/ui/app/main_window_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr WCHAR LengthMessage[] = TEXT("Password should be at least 4 long if specified!");
@@ -21,33 +23,19 @@ DWORD PanelFlags() {
     return info.fdwFlags;
 }
 
-class LoginTest : public MainWindowTest {
+class SigningIn : public MainWindowTest {
   protected:
-    /// The folder of the test's user with one file of these bytes.
+    /// Writes one file of these bytes into the folder of the test's user, which is made if missing.
     void PutFile(const WCHAR* fileName, const std::string& bytes) {
         ::CreateDirectoryW(FolderOf(TestUser).c_str(), nullptr);
-        const HANDLE file = ::CreateFileW(Path(fileName).c_str(), GENERIC_WRITE, 0, nullptr,
-                                          CREATE_ALWAYS, 0, nullptr);
-        ASSERT_NE(file, INVALID_HANDLE_VALUE);
-        DWORD written = 0;
-        ::WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-        ::CloseHandle(file);
-        ASSERT_EQ(written, bytes.size());
+        Write(Path(fileName), bytes);
     }
-    static std::string BytesOf(const WCHAR* fileName) {
-        const HANDLE file = ::CreateFileW(Path(fileName).c_str(), GENERIC_READ, FILE_SHARE_READ,
-                                          nullptr, OPEN_EXISTING, 0, nullptr);
-        std::array<char, 4096> bytes{};
-        DWORD length = 0;
-        ::ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &length, nullptr);
-        ::CloseHandle(file);
-        return {bytes.data(), length};
-    }
+    static std::string BytesOf(const WCHAR* fileName) { return Read(Path(fileName)); }
     static std::wstring Path(const WCHAR* fileName) {
         return FolderOf(TestUser) + L"\\" + fileName;
     }
 
-    /// A step that notes what the fields hold and which of them has the focus.
+    /// Queues a step that records what the fields hold and which control has the focus.
     void Look() {
         script->Then([this](HWND dialog) {
             name = TextOf(::GetDlgItem(dialog, IDC_USER_NAME));
@@ -61,14 +49,14 @@ class LoginTest : public MainWindowTest {
     int focus = 0;
 };
 
-TEST_F(LoginTest, ANewNameBeginsANewDiarySilently) {
+TEST_F(SigningIn, ANewNameBeginsANewDiarySilently) {
     EXPECT_EQ(SignIn(), 1);
     EXPECT_TRUE(messages.boxes.empty());
     EXPECT_TRUE(main->Data().IsLoaded());
     EXPECT_STREQ(main->UserName(), TestUser);
 }
 
-TEST_F(LoginTest, ThePasswordIsHeldMasked) {
+TEST_F(SigningIn, ThePasswordIsHeldMasked) {
     ASSERT_EQ(SignIn(), 1);
     EXPECT_STRNE(main->Password().Text(), TestPassword);
     HeldPassword& held = const_cast<HeldPassword&>(main->Password());
@@ -77,7 +65,7 @@ TEST_F(LoginTest, ThePasswordIsHeldMasked) {
     held.Unmask();
 }
 
-TEST_F(LoginTest, NameIsPresetFromTheSettings) {
+TEST_F(SigningIn, NameIsPresetFromTheSettings) {
     StoreText(TEXT("LastUser"), TEXT("Anna"));
     Look();
     script->Press(IDCANCEL);
@@ -87,7 +75,7 @@ TEST_F(LoginTest, NameIsPresetFromTheSettings) {
     EXPECT_EQ(focus, IDC_USER_NAME);
 }
 
-TEST_F(LoginTest, WithoutAnyNameTheFieldSaysUnknown) {
+TEST_F(SigningIn, WithoutAnyNameTheFieldSaysUnknown) {
     StoreText(TEXT("LastUser"), TEXT(""));
     Look();
     script->Press(IDCANCEL);
@@ -95,7 +83,7 @@ TEST_F(LoginTest, WithoutAnyNameTheFieldSaysUnknown) {
     EXPECT_EQ(name, L"Unknown");
 }
 
-TEST_F(LoginTest, EmptyNameIsRefusedAndTheFocusGoesToThePassword) {
+TEST_F(SigningIn, EmptyNameIsRefusedAndTheFocusGoesToThePassword) {
     script->Type(IDC_USER_NAME, TEXT("")).Type(IDC_PASSWORD, TestPassword).Press(IDOK);
     Look();
     script->Press(IDCANCEL);
@@ -108,7 +96,7 @@ TEST_F(LoginTest, EmptyNameIsRefusedAndTheFocusGoesToThePassword) {
     EXPECT_EQ(password, TestPassword) << "only a failed load clears it";
 }
 
-TEST_F(LoginTest, PasswordsOfOneToThreeCharactersAreRefused) {
+TEST_F(SigningIn, PasswordsOfOneToThreeCharactersAreRefused) {
     for (const WCHAR* typed : {TEXT("a"), TEXT("ab"), TEXT("abc")}) {
         script->Type(IDC_USER_NAME, TestUser).Type(IDC_PASSWORD, typed).Press(IDOK);
     }
@@ -124,12 +112,12 @@ TEST_F(LoginTest, PasswordsOfOneToThreeCharactersAreRefused) {
     EXPECT_EQ(focus, IDC_PASSWORD);
 }
 
-TEST_F(LoginTest, AnEmptyPasswordIsAccepted) {
+TEST_F(SigningIn, AnEmptyPasswordIsAccepted) {
     EXPECT_EQ(SignIn(TestUser, TEXT("")), 1);
     EXPECT_TRUE(messages.boxes.empty());
 }
 
-TEST_F(LoginTest, NameAndPasswordAreCutToThirtyOneCharacters) {
+TEST_F(SigningIn, NameAndPasswordAreCutToThirtyOneCharacters) {
     const std::wstring longText(40, L'x');
     ASSERT_EQ(SignIn(longText.c_str(), longText.c_str()), 1);
     EXPECT_EQ(main->UserName(), std::wstring(31, L'x'));
@@ -137,7 +125,7 @@ TEST_F(LoginTest, NameAndPasswordAreCutToThirtyOneCharacters) {
     RemoveUser(std::wstring(31, L'x').c_str());
 }
 
-TEST_F(LoginTest, WrongPasswordKeepsTheNameAndMayBeTriedAgain) {
+TEST_F(SigningIn, WrongPasswordKeepsTheNameAndMayBeTriedAgain) {
     ASSERT_EQ(SignIn(), 1);
     FillDiary(main->Data());
     ASSERT_TRUE(Close());
@@ -157,7 +145,7 @@ TEST_F(LoginTest, WrongPasswordKeepsTheNameAndMayBeTriedAgain) {
     EXPECT_EQ(main->Data().GetBleeding(&day), 2);
 }
 
-TEST_F(LoginTest, AFileThatCannotBeReadIsNamedAndLeftAlone) {
+TEST_F(SigningIn, AFileThatCannotBeReadIsNamedAndLeftAlone) {
     const struct {
         const char* label;
         std::string bytes;
@@ -167,7 +155,8 @@ TEST_F(LoginTest, AFileThatCannotBeReadIsNamedAndLeftAlone) {
         {"too new", std::string("LU\x63\x00", 4), TEXT("Data file requires new version of Lunara")},
         {"wrong length", std::string("LU\x01\x00", 4) + "odd",
          TEXT("Data file is corupted or wrong type")},
-        {"short header, which leaves no error", "LU", TEXT("Data file is corupted or wrong type")},
+        {"short header, which sets no last error", "LU",
+         TEXT("Data file is corupted or wrong type")},
     };
     for (const auto& row : rows) {
         LUNARA_ROW(row);
@@ -182,7 +171,7 @@ TEST_F(LoginTest, AFileThatCannotBeReadIsNamedAndLeftAlone) {
     }
 }
 
-TEST_F(LoginTest, TheMainWindowIsDisabledMeanwhileAndItsButtonsAreHidden) {
+TEST_F(SigningIn, TheMainWindowIsDisabledAndItsButtonsAreHiddenMeanwhile) {
     StoreDword(TEXT("CurrentView"), ViewDiary);
     bool enabled = true;
     BYTE notes = 0;
@@ -199,7 +188,7 @@ TEST_F(LoginTest, TheMainWindowIsDisabledMeanwhileAndItsButtonsAreHidden) {
     EXPECT_EQ(::GetFocus(), main->Handle());
 }
 
-TEST_F(LoginTest, CompletionIsOffWhileAPasswordIsTyped) {
+TEST_F(SigningIn, WordCompletionIsOffWhileThePasswordHasTheFocus) {
     DWORD atName = 0;
     DWORD atPassword = 0;
     DWORD afterwards = 0;
@@ -215,13 +204,13 @@ TEST_F(LoginTest, CompletionIsOffWhileAPasswordIsTyped) {
     EXPECT_EQ(afterwards & (SIPF_ON | SIPF_DISABLECOMPLETION), SIPF_ON);
 }
 
-TEST_F(LoginTest, ThePanelIsDownAtTheEndAndCompletionAsItWas) {
+TEST_F(SigningIn, AfterwardsTheInputPanelIsDownAndCompletionIsRestored) {
     script->Then([](HWND dialog) { ::SetFocus(::GetDlgItem(dialog, IDC_PASSWORD)); });
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(PanelFlags() & (SIPF_ON | SIPF_DISABLECOMPLETION), 0U);
 }
 
-TEST_F(LoginTest, TheKeyboardMovesBetweenTheFieldsAndAnswers) {
+TEST_F(SigningIn, TabMovesBetweenTheFieldsAndEnterAccepts) {
     script->Type(IDC_USER_NAME, TestUser);
     script->Then([](HWND) { ::PostMessageW(::GetFocus(), WM_KEYDOWN, VK_TAB, 0); });
     Look();
@@ -230,7 +219,7 @@ TEST_F(LoginTest, TheKeyboardMovesBetweenTheFieldsAndAnswers) {
     EXPECT_EQ(focus, IDC_PASSWORD);
 }
 
-TEST_F(LoginTest, TheEndOfTheProgramEndsTheLoginAndIsHeardOutside) {
+TEST_F(SigningIn, AQuitMessageEndsTheSignInAndStaysInTheQueue) {
     script->Then([](HWND) { ::PostQuitMessage(7); });
     EXPECT_EQ(Create(), 0);
     MSG message{};
@@ -239,10 +228,10 @@ TEST_F(LoginTest, TheEndOfTheProgramEndsTheLoginAndIsHeardOutside) {
     EXPECT_FALSE(main->Data().IsLoaded());
 }
 
-class ChangePasswordTest : public LoginTest {
+class ChangingPassword : public SigningIn {
   protected:
     void SetUp() override {
-        LoginTest::SetUp();
+        SigningIn::SetUp();
         ASSERT_EQ(SignIn(), 1);
         messages.boxes.clear();
     }
@@ -261,7 +250,7 @@ class ChangePasswordTest : public LoginTest {
     }
 };
 
-TEST_F(ChangePasswordTest, AllFourFilesAreWrittenAnewUnderTheNewPassword) {
+TEST_F(ChangingPassword, AllFourFilesAreWrittenAgainWithTheNewPassword) {
     FillDiary(main->Data());
     ASSERT_TRUE(Close());
     ASSERT_EQ(SignIn(), 1);
@@ -270,13 +259,13 @@ TEST_F(ChangePasswordTest, AllFourFilesAreWrittenAnewUnderTheNewPassword) {
     Fill(TestPassword, OtherPassword, OtherPassword);
     Command(IDM_CHANGE_PASSWORD);
     EXPECT_TRUE(messages.boxes.empty());
-    EXPECT_TRUE(Opens(TestPassword)) << "nothing is written before the end";
+    EXPECT_TRUE(Opens(TestPassword)) << "files are written at the end only";
     ASSERT_TRUE(Close());
     EXPECT_TRUE(Opens(OtherPassword));
     EXPECT_FALSE(Opens(TestPassword));
 }
 
-TEST_F(ChangePasswordTest, AnEmptyNewPasswordIsAllowed) {
+TEST_F(ChangingPassword, AnEmptyNewPasswordIsAllowed) {
     FillDiary(main->Data());
     Fill(TestPassword, TEXT(""), TEXT(""));
     Command(IDM_CHANGE_PASSWORD);
@@ -285,7 +274,7 @@ TEST_F(ChangePasswordTest, AnEmptyNewPasswordIsAllowed) {
     EXPECT_TRUE(Opens(TEXT("")));
 }
 
-TEST_F(ChangePasswordTest, NewPasswordsThatDifferAreBothCleared) {
+TEST_F(ChangingPassword, NewPasswordsThatDifferAreBothCleared) {
     Fill(TestPassword, OtherPassword, TEXT("wxyz9"));
     std::wstring fields[3];
     script->Then([&fields, this](HWND dialog) {
@@ -306,7 +295,7 @@ TEST_F(ChangePasswordTest, NewPasswordsThatDifferAreBothCleared) {
     EXPECT_EQ(focus, IDC_NEW_PASSWORD);
 }
 
-TEST_F(ChangePasswordTest, AShortNewPasswordIsRefused) {
+TEST_F(ChangingPassword, AShortNewPasswordIsRefused) {
     Fill(TestPassword, TEXT("abc"), TEXT("abc"));
     script->Then([this](HWND) { focus = ::GetDlgCtrlID(::GetFocus()); });
     script->Press(IDCANCEL);
@@ -316,8 +305,8 @@ TEST_F(ChangePasswordTest, AShortNewPasswordIsRefused) {
     EXPECT_EQ(focus, IDC_NEW_PASSWORD);
 }
 
-TEST_F(ChangePasswordTest, AWrongOldPasswordKeepsTheDialogOpen) {
-    Fill(TEXT("ABCD"), OtherPassword, OtherPassword);  // passwords are case-sensitive
+TEST_F(ChangingPassword, AWrongOldPasswordKeepsTheDialogOpen) {
+    Fill(TEXT("ABCD"), OtherPassword, OtherPassword);  // the right one but for its case
     std::wstring oldPassword = L"?";
     std::wstring newPassword;
     script->Then([&, this](HWND dialog) {
@@ -334,10 +323,11 @@ TEST_F(ChangePasswordTest, AWrongOldPasswordKeepsTheDialogOpen) {
     EXPECT_EQ(oldPassword, L"");
     EXPECT_EQ(newPassword, OtherPassword);
     EXPECT_EQ(focus, IDC_OLD_PASSWORD);
-    EXPECT_TRUE(main->Data().Bleeding().dirty) << "the second try changed it";
+    EXPECT_TRUE(main->Data().Bleeding().dirty)
+        << "every file is to be written with the new password";
 }
 
-TEST_F(ChangePasswordTest, CancelChangesNothing) {
+TEST_F(ChangingPassword, CancelChangesNothing) {
     script->Type(IDC_OLD_PASSWORD, TestPassword)
         .Type(IDC_NEW_PASSWORD, OtherPassword)
         .Type(IDC_CONFIRM_PASSWORD, OtherPassword)
@@ -350,7 +340,7 @@ TEST_F(ChangePasswordTest, CancelChangesNothing) {
     EXPECT_TRUE(Opens(TestPassword));
 }
 
-TEST_F(ChangePasswordTest, TheEndOfTheProgramIsHeardOutsideTheDialog) {
+TEST_F(ChangingPassword, AQuitMessageEndsTheDialogAndStaysInTheQueue) {
     script->Then([](HWND) { ::PostQuitMessage(3); });
     Command(IDM_CHANGE_PASSWORD);
     MSG message{};
@@ -358,7 +348,7 @@ TEST_F(ChangePasswordTest, TheEndOfTheProgramIsHeardOutsideTheDialog) {
     EXPECT_EQ(message.wParam, 3U);
 }
 
-TEST_F(ChangePasswordTest, EachOfTheThreeFieldsTurnsCompletionOff) {
+TEST_F(ChangingPassword, EachOfTheThreeFieldsTurnsWordCompletionOff) {
     std::vector<DWORD> flags;
     for (const int id : {IDC_OLD_PASSWORD, IDC_NEW_PASSWORD, IDC_CONFIRM_PASSWORD, int{IDOK}}) {
         script->Then([id](HWND dialog) { ::SetFocus(::GetDlgItem(dialog, id)); });
@@ -371,4 +361,4 @@ TEST_F(ChangePasswordTest, EachOfTheThreeFieldsTurnsCompletionOff) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

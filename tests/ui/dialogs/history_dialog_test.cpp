@@ -1,3 +1,5 @@
+// The history dialog: adding a past period by its start, end, length and bleeding level.
+
 #include "dialogs/history_dialog.h"
 
 #include "platform/clock.h"
@@ -6,7 +8,7 @@
 #include "tests/ui/app/main_window_test_base.h"
 #include "tests/support/user_data_access.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr DateKey Key(unsigned month, unsigned day) { return MakeDateKey(2024, month, day); }
@@ -17,7 +19,7 @@ DateKey DateOf(HWND dialog, int picker) {
     return ToDateKey(date);
 }
 
-/// As a picker tells of a date that was chosen in it.
+/// Sets a picker's date and notifies the dialog, as the picker does when the user chooses one.
 void Pick(HWND dialog, int picker, const SYSTEMTIME& date) {
     const HWND control = ::GetDlgItem(dialog, picker);
     ::SendMessageW(control, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&date));
@@ -30,6 +32,7 @@ void Pick(HWND dialog, int picker, const SYSTEMTIME& date) {
                    reinterpret_cast<LPARAM>(&change));
 }
 
+/// Sets a spin control and notifies the dialog, as a press of its arrows does.
 void Spin(HWND dialog, int spin, int position) {
     const HWND control = ::GetDlgItem(dialog, spin);
     ::SendMessageW(control, UDM_SETPOS, 0, position);
@@ -37,6 +40,7 @@ void Spin(HWND dialog, int spin, int position) {
                    reinterpret_cast<LPARAM>(control));
 }
 
+/// What the dialog's controls show.
 struct Shown {
     DateKey start;
     DateKey end;
@@ -52,7 +56,7 @@ Shown Look(HWND dialog) {
             ::IsWindowEnabled(::GetDlgItem(dialog, IDOK)) != FALSE};
 }
 
-class HistoryDialogTest : public MainWindowTest {
+class HistoryDialog : public MainWindowTest {
   protected:
     void SetUp() override {
         MainWindowTest::SetUp();
@@ -68,7 +72,7 @@ class HistoryDialogTest : public MainWindowTest {
     }
 };
 
-TEST_F(HistoryDialogTest, AStartThatIsTooLateLeavesTheLastFiveDays) {
+TEST_F(HistoryDialog, ACurrentDateTooLateForAStartOffersTheLastFiveDays) {
     Shown shown{};
     script->Then([&](HWND dialog) { shown = Look(dialog); });
     script->Press(IDOK).Press(IDCANCEL);
@@ -80,7 +84,7 @@ TEST_F(HistoryDialogTest, AStartThatIsTooLateLeavesTheLastFiveDays) {
     EXPECT_EQ(main->Data().Bleeding().At(4).date, Key(5, 14));
 }
 
-TEST_F(HistoryDialogTest, StartsAtTheCurrentDateWhenThatIsAllowed) {
+TEST_F(HistoryDialog, StartsAtTheCurrentDateWhenThatIsAllowed) {
     main->Data().SetCurrentDate(Day(2024, 4, 2));
     Shown shown{};
     script->Then([&](HWND dialog) { shown = Look(dialog); });
@@ -90,7 +94,7 @@ TEST_F(HistoryDialogTest, StartsAtTheCurrentDateWhenThatIsAllowed) {
     EXPECT_EQ(main->Data().Bleeding().Count(), 0);
 }
 
-TEST_F(HistoryDialogTest, AllFieldsMoveTogether) {
+TEST_F(HistoryDialog, AllFieldsMoveTogether) {
     std::vector<Shown> shown;
     const auto look = [&](HWND dialog) { shown.push_back(Look(dialog)); };
     script->Then([&](HWND dialog) {
@@ -112,7 +116,7 @@ TEST_F(HistoryDialogTest, AllFieldsMoveTogether) {
     Expect(shown[3], Key(4, 2), Key(4, 5), L"3", L"Heavy", true);
 }
 
-TEST_F(HistoryDialogTest, RefusedDatesJumpBack) {
+TEST_F(HistoryDialog, ARefusedDateJumpsBack) {
     const struct {
         const char* label;
         int picker;
@@ -136,11 +140,11 @@ TEST_F(HistoryDialogTest, RefusedDatesJumpBack) {
     }
 }
 
-TEST_F(HistoryDialogTest, ARefusedLengthJumpsBack) {
+TEST_F(HistoryDialog, ARefusedLengthJumpsBack) {
     Shown shown{};
     int position = 0;
     script->Then([&](HWND dialog) {
-        Spin(dialog, IDC_PERIOD_LENGTH_SPIN, 6);  // would end tomorrow
+        Spin(dialog, IDC_PERIOD_LENGTH_SPIN, 6);  // the end would be tomorrow
         shown = Look(dialog);
         position = LOWORD(::SendDlgItemMessageW(dialog, IDC_PERIOD_LENGTH_SPIN, UDM_GETPOS, 0, 0));
     });
@@ -150,7 +154,7 @@ TEST_F(HistoryDialogTest, ARefusedLengthJumpsBack) {
     EXPECT_EQ(position, 5);
 }
 
-TEST_F(HistoryDialogTest, APickerWithoutADateIsNotHeard) {
+TEST_F(HistoryDialog, APickerWithoutADateChangesNothing) {
     Shown shown{};
     script->Then([&](HWND dialog) {
         NMDATETIMECHANGE change{};
@@ -166,13 +170,13 @@ TEST_F(HistoryDialogTest, APickerWithoutADateIsNotHeard) {
     EXPECT_EQ(shown.start, Key(5, 10));
 }
 
-TEST_F(HistoryDialogTest, AddingTwiceIsRefusedWithNothingWritten) {
+TEST_F(HistoryDialog, AnOverlappingPeriodIsRefusedAndNothingIsWritten) {
     main->Data().SetCurrentDate(Day(2024, 4, 2));
     Shown afterAdd{};
     script->Press(IDOK);
     script->Then([&](HWND dialog) {
         afterAdd = Look(dialog);
-        Pick(dialog, IDC_START_DATE, Day(2024, 4, 6));  // overlaps the 6th
+        Pick(dialog, IDC_START_DATE, Day(2024, 4, 6));  // the 6th is in the first period, too
         ::SendMessageW(dialog, WM_COMMAND, IDOK, 0);
     });
     script->Press(IDCANCEL);
@@ -185,7 +189,7 @@ TEST_F(HistoryDialogTest, AddingTwiceIsRefusedWithNothingWritten) {
     EXPECT_EQ(messages.boxes[0].flags, UINT{MB_ICONEXCLAMATION});
 }
 
-TEST_F(HistoryDialogTest, AddComesBackWithEachAcceptedChangeAndNoOther) {
+TEST_F(HistoryDialog, OnlyAnAcceptedChangeEnablesAddAgain) {
     const struct {
         const char* label;
         void (*change)(HWND dialog);
@@ -217,7 +221,7 @@ TEST_F(HistoryDialogTest, AddComesBackWithEachAcceptedChangeAndNoOther) {
     }
 }
 
-TEST_F(HistoryDialogTest, ClosingBringsThePredictionUpToDate) {
+TEST_F(HistoryDialog, ClosingBringsThePredictionUpToDate) {
     script->Press(IDOK).Press(IDCANCEL);
     Command(IDM_HISTORY);
     EXPECT_TRUE(main->Data().Prediction().predictionUpToDate);
@@ -226,4 +230,4 @@ TEST_F(HistoryDialogTest, ClosingBringsThePredictionUpToDate) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -3,14 +3,14 @@
 #include "tests/ui/ui_test.h"
 #include "tests/ui/ui_test_ids.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class GdiTest : public UiTest {};
+class Gdi : public UiTest {};
 
 bool IsAlive(HGDIOBJ object) { return ::GetObjectType(object) != 0; }
 
-TEST_F(GdiTest, AnOwnerDeletesWhatItOwns) {
+TEST_F(Gdi, AnOwnerDeletesWhatItOwns) {
     const int before = LiveGdiObjects(GdiKind::Brush);
     HBRUSH handle = nullptr;
     {
@@ -25,7 +25,7 @@ TEST_F(GdiTest, AnOwnerDeletesWhatItOwns) {
     EXPECT_EQ(LiveGdiObjects(GdiKind::Brush), before);
 }
 
-TEST_F(GdiTest, AMovedOwnerHandsItsObjectOver) {
+TEST_F(Gdi, AMovedOwnerHandsItsObjectOver) {
     Pen pen(::CreatePen(PS_SOLID, 1, RGB(1, 2, 3)));
     const HPEN handle = pen.Get();
     Pen other(std::move(pen));
@@ -42,7 +42,7 @@ TEST_F(GdiTest, AMovedOwnerHandsItsObjectOver) {
     EXPECT_EQ(LiveGdiObjects(GdiKind::Pen), 0);
 }
 
-TEST_F(GdiTest, AnOwnerOfNothingIsNotCounted) {
+TEST_F(Gdi, AnOwnerOfNothingIsNotCounted) {
     const Font none;
     const Font failed(nullptr);
     EXPECT_FALSE(none);
@@ -50,7 +50,7 @@ TEST_F(GdiTest, AnOwnerOfNothingIsNotCounted) {
     EXPECT_EQ(LiveGdiObjects(), 0);
 }
 
-TEST_F(GdiTest, AMemoryDcIsDeletedAsADc) {
+TEST_F(Gdi, AMemoryDcIsDeletedAsADc) {
     HDC handle = nullptr;
     {
         const MemoryDc dc(::CreateCompatibleDC(nullptr));
@@ -60,7 +60,7 @@ TEST_F(GdiTest, AMemoryDcIsDeletedAsADc) {
     EXPECT_EQ(::GetObjectType(handle), 0U);
 }
 
-TEST_F(GdiTest, SelectScopePutsThePreviousObjectBack) {
+TEST_F(Gdi, SelectScopePutsThePreviousObjectBack) {
     const MemoryCanvas canvas(4, 4);
     const HGDIOBJ before = ::GetCurrentObject(canvas.Dc(), OBJ_PEN);
     const Pen pen(::CreatePen(PS_SOLID, 1, RGB(255, 0, 0)));
@@ -72,7 +72,7 @@ TEST_F(GdiTest, SelectScopePutsThePreviousObjectBack) {
     EXPECT_EQ(::GetCurrentObject(canvas.Dc(), OBJ_PEN), before);
 }
 
-TEST_F(GdiTest, BackgroundModeScopePutsThePreviousModeBack) {
+TEST_F(Gdi, BackgroundModeScopePutsThePreviousModeBack) {
     const MemoryCanvas canvas(4, 4);
     ::SetBkMode(canvas.Dc(), OPAQUE);
     {
@@ -82,7 +82,7 @@ TEST_F(GdiTest, BackgroundModeScopePutsThePreviousModeBack) {
     EXPECT_EQ(::GetBkMode(canvas.Dc()), OPAQUE);
 }
 
-TEST_F(GdiTest, PaintingStartsFromTheShellFontAndValidates) {
+TEST_F(Gdi, APaintScopeSelectsTheShellFontAndValidatesTheWindow) {
     ScriptedWindow window;
     HGDIOBJ font = nullptr;
     window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
@@ -101,7 +101,7 @@ TEST_F(GdiTest, PaintingStartsFromTheShellFontAndValidates) {
     EXPECT_FALSE(::GetUpdateRect(window.Handle(), nullptr, FALSE));
 }
 
-TEST_F(GdiTest, AWindowsDcStartsFromTheShellFont) {
+TEST_F(Gdi, AWindowDcScopeSelectsTheShellFont) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     const WindowDcScope scope(window.Handle());
@@ -109,7 +109,7 @@ TEST_F(GdiTest, AWindowsDcStartsFromTheShellFont) {
     EXPECT_EQ(::WindowFromDC(scope.Dc()), window.Handle());
 }
 
-TEST_F(GdiTest, TextIsMeasuredWithoutAWindowAsInOne) {
+TEST_F(Gdi, AMeasuringDcMeasuresTextLikeAWindowsDc) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     const WindowDcScope shown(window.Handle());
@@ -124,7 +124,7 @@ TEST_F(GdiTest, TextIsMeasuredWithoutAWindowAsInOne) {
     }
 }
 
-TEST_F(GdiTest, TheShellFontIsTheSystemsMessageFontMadeOnce) {
+TEST_F(Gdi, TheShellFontIsTheSystemsMessageFontMadeOnce) {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof(metrics);
     ASSERT_TRUE(::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0));
@@ -137,7 +137,7 @@ TEST_F(GdiTest, TheShellFontIsTheSystemsMessageFontMadeOnce) {
     EXPECT_EQ(LiveGdiObjects(GdiKind::Font), 0);
 }
 
-TEST_F(GdiTest, ABitmapResourceIsLoaded) {
+TEST_F(Gdi, ABitmapResourceIsLoaded) {
     const Bitmap bitmap = LoadBitmapResource(TEST_BITMAP);
     ASSERT_TRUE(bitmap);
     const MemoryCanvas canvas(2, 2);
@@ -150,7 +150,7 @@ TEST_F(GdiTest, ABitmapResourceIsLoaded) {
     EXPECT_EQ(canvas.Pixel(1, 1), RGB(255, 255, 255));
 }
 
-TEST_F(GdiTest, BitmapsAreTheProgramsOwnMemory) {
+TEST_F(Gdi, BitmapsLieInTheProgramsOwnMemory) {
     const Bitmap loaded = LoadBitmapResource(TEST_BITMAP);
     const Bitmap made = MakePicture(7, 5);
     for (const Bitmap* bitmap : {&loaded, &made}) {
@@ -160,7 +160,7 @@ TEST_F(GdiTest, BitmapsAreTheProgramsOwnMemory) {
     }
 }
 
-TEST_F(GdiTest, APictureHasItsSizeAndStartsAtTheTop) {
+TEST_F(Gdi, APictureHasTheGivenSizeAndItsTopRowFirst) {
     const Bitmap picture = MakePicture(7, 5);
     ASSERT_TRUE(picture);
     DIBSECTION shape{};
@@ -174,15 +174,15 @@ TEST_F(GdiTest, APictureHasItsSizeAndStartsAtTheTop) {
     EXPECT_EQ(static_cast<const DWORD*>(shape.dsBm.bmBits)[2] & 0xFFFFFF, DWORD{0x010203});
 }
 
-TEST_F(GdiTest, APictureOfNothingIsNone) {
+TEST_F(Gdi, APictureWithoutAreaHoldsNone) {
     EXPECT_FALSE(MakePicture(0, 5));
     EXPECT_FALSE(MakePicture(7, 0));
 }
 
-TEST_F(GdiTest, AMissingBitmapResourceIsNone) {
+TEST_F(Gdi, AMissingBitmapResourceHoldsNone) {
     const Bitmap bitmap = LoadBitmapResource(59999);
     EXPECT_FALSE(bitmap);
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

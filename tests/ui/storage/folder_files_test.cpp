@@ -1,17 +1,17 @@
-// Operations on paths and on the files of one folder, on real folders.
+// Operations on paths and on the files of one folder, run on real folders.
 
 #include "storage/folder_files.h"
 
 #include "tests/ui/app/backup_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class FolderFilesTest : public BackupTestBase {};
+class FolderFiles : public BackupTest {};
 
 // ---- Paths ----
 
-TEST_F(FolderFilesTest, PathsAreJoinedWithOneBackslash) {
+TEST_F(FolderFiles, PathsAreJoinedWithOneBackslash) {
     const struct {
         const char* label;
         const WCHAR* path;
@@ -32,7 +32,7 @@ TEST_F(FolderFilesTest, PathsAreJoinedWithOneBackslash) {
     }
 }
 
-TEST_F(FolderFilesTest, APathOf260UnitsIsRefusedAndLeftAlone) {
+TEST_F(FolderFiles, APathOf260UnitsIsRefusedAndLeavesTheArgument) {
     WideString path(200, 'x');
     EXPECT_EQ(AppendPath(path, WideString(59, 'y')), 0);
     EXPECT_EQ(path.size(), 200U);
@@ -42,78 +42,49 @@ TEST_F(FolderFilesTest, APathOf260UnitsIsRefusedAndLeftAlone) {
 
 // ---- Deleting ----
 
-TEST_F(FolderFilesTest, WhatCannotBeDeletedIsShownAndTheRestGoes) {
+TEST_F(FolderFiles, AFileThatCannotBeDeletedIsReportedAndTheOthersGo) {
     PutUserFiles();
     const std::wstring folder = FolderOf(TestUser);
     {
         const LockedFile locked(UserFile(L"Bleeding.dat"));
-        EXPECT_EQ(DeleteFolderFiles(folder.c_str(), TEXT("*.*"), true, false), 0);
+        const NotDeleted left = DeleteFolderFiles(folder.c_str(), TEXT("*.*"), FolderItself::Goes);
+        EXPECT_EQ(left.files, Texts{UserFile(L"Bleeding.dat")});
+        EXPECT_EQ(left.folder, folder);
     }
-    EXPECT_EQ(BoxTexts(), (Texts{L"Fail to delete file '" + UserFile(L"Bleeding.dat") + L"'",
-                                 L"Fail to delete folder '" + folder + L"'"}));
-    EXPECT_EQ(messages.boxes[0].caption, L"Error");
     EXPECT_EQ(Read(UserFile(L"Notes.dat")), "(none)");
     EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "old bleeding");
 }
 
-TEST_F(FolderFilesTest, DeletingQuietlyAnswersInsteadOfShowing) {
+TEST_F(FolderFiles, AFolderGoesWithItsFilesUnlessItHoldsAHiddenOne) {
     PutUserFiles();
     const std::wstring folder = FolderOf(TestUser);
-    {
-        const LockedFile locked(UserFile(L"Bleeding.dat"));
-        EXPECT_EQ(DeleteFolderFiles(folder.c_str(), TEXT("*.*"), true, true), 1);
-    }
     MakeFolder(folder + L"\\.hidden");
-    EXPECT_EQ(DeleteFolderFiles(folder.c_str(), TEXT("*.*"), true, true), 2);  // .hidden is in it
-    EXPECT_TRUE(messages.boxes.empty());
+    const NotDeleted left = DeleteFolderFiles(folder.c_str(), TEXT("*.*"), FolderItself::Goes);
+    EXPECT_TRUE(left.files.empty());
+    EXPECT_EQ(left.folder, folder);
+    RemoveTree(folder + L"\\.hidden");
+    EXPECT_TRUE(DeleteFolderFiles(folder.c_str(), TEXT("*.*"), FolderItself::Goes).IsNothing());
+    EXPECT_FALSE(FileExists(folder));
 }
 
 // ---- Copying ----
 
-TEST_F(FolderFilesTest, CopyingStopsAtASubFolderAndPassesOverDots) {
+TEST_F(FolderFiles, CopyingReplacesFilesStopsAtASubFolderAndSkipsNamesThatBeginWithADot) {
     PutUserFiles();
     Write(UserFile(L".hidden"), "not copied");
     const std::wstring source = FolderOf(TestUser);
     const std::wstring target = Documents() + L"\\copy";
     MakeFolder(target);
-    const auto copy = [&source, &target](bool clearFirst, bool overwrite) {
-        return CopyFolderFiles(source.c_str(), target.c_str(), TEXT("*.*"), clearFirst, overwrite,
-                               false);
+    Write(target + L"\\Bleeding.dat", "replaced");
+    const auto copy = [&source, &target] {
+        return CopyFolderFiles(source.c_str(), target.c_str(), TEXT("*.*"));
     };
-    EXPECT_EQ(copy(false, true), 1);
+    EXPECT_EQ(copy(), 1);
     EXPECT_EQ(Read(target + L"\\Bleeding.dat"), "old bleeding");
     EXPECT_EQ(Read(target + L"\\.hidden"), "(none)");
-    EXPECT_EQ(copy(false, false), 0);  // is there already
     MakeFolder(UserFile(L"sub"));
-    EXPECT_EQ(copy(true, true), 0);
-}
-
-// Not every system lets a file be seen with that attribute, so the choice has a table, too.
-TEST_F(FolderFilesTest, FilesArePassedOverByNameAndAttribute) {
-    const struct {
-        const char* label;
-        const WCHAR* name;
-        DWORD attributes;
-        NormalFiles normal;
-        bool isPassedOver;
-    } rows[] = {
-        {"a user's file", L"Notes.dat", FILE_ATTRIBUTE_ARCHIVE, NormalFiles::PassOver, false},
-        {"normal, on the device", L"Notes.dat", FILE_ATTRIBUTE_NORMAL, NormalFiles::PassOver, true},
-        {"normal, on a desktop", L"Notes.dat", FILE_ATTRIBUTE_NORMAL, NormalFiles::Take, false},
-        {"no attributes", L"Notes.dat", 0, NormalFiles::PassOver, false},
-        {"read-only", L"Notes.dat", FILE_ATTRIBUTE_READONLY, NormalFiles::PassOver, false},
-        {"the folder above", L"..", FILE_ATTRIBUTE_DIRECTORY, NormalFiles::Take, true},
-        {"a name with a dot first", L".Notes", FILE_ATTRIBUTE_ARCHIVE, NormalFiles::Take, true},
-        {"a sub-folder", L"more", FILE_ATTRIBUTE_DIRECTORY, NormalFiles::Take, false},
-    };
-    for (const auto& row : rows) {
-        LUNARA_ROW(row);
-        WIN32_FIND_DATAW entry{};
-        entry.dwFileAttributes = row.attributes;
-        ::lstrcpynW(entry.cFileName, row.name, MAX_PATH);
-        EXPECT_EQ(IsPassedOver(entry, row.normal), row.isPassedOver);
-    }
+    EXPECT_EQ(copy(), 0);
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -1,3 +1,5 @@
+// The agenda: one row a day with item cells and a text bubble, both asked of its owner.
+
 #include "views/agenda_ctrl.h"
 
 #include <memory>
@@ -5,7 +7,7 @@
 #include "platform/text.h"
 #include "tests/ui/views/view_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr COLORREF White = RGB(255, 255, 255);
@@ -15,13 +17,13 @@ constexpr COLORREF Mint = RGB(100, 220, 160);
 constexpr COLORREF BubbleYellow = RGB(255, 255, 128);
 constexpr int ControlId = 3001;
 
-class AgendaCtrlTest : public UiTest {
+class AgendaCtrl : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
         ASSERT_EQ(parent.Make(nullptr, 400, 400), 1);
         ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
-        agenda = std::make_unique<AgendaCtrl>();
+        agenda = std::make_unique<lunara::AgendaCtrl>();
         ASSERT_EQ(agenda->Create(0, nullptr, TEXT("Agenda"), WS_CHILD | WS_VISIBLE, 0, 0, 300, 200,
                                  parent.Handle(), reinterpret_cast<HMENU>(ControlId)),
                   1);
@@ -47,7 +49,7 @@ class AgendaCtrlTest : public UiTest {
     LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) {
         return ::SendMessageW(agenda->Handle(), message, wParam, lParam);
     }
-    /// Every row 20 px high; `fill` does the rest.
+    /// Answers every row with a height of 20 px, then lets `fill` change the answer.
     void AnswerRows(std::function<void(AgendaRowRequest&)> fill) {
         answerRow = [fill = std::move(fill)](AgendaRowRequest& row) -> LRESULT {
             row.rowHeight = 20;
@@ -65,12 +67,12 @@ class AgendaCtrlTest : public UiTest {
     }
 
     ScriptedWindow parent;
-    std::unique_ptr<AgendaCtrl> agenda;
+    std::unique_ptr<lunara::AgendaCtrl> agenda;
     std::function<LRESULT(AgendaRowRequest&)> answerRow;
     std::vector<POINT> taps;
 };
 
-/// The box round all pixels of a colour; empty (0, 0, 0, 0) without any.
+/// The bounding box of all pixels of a colour; (0, 0, 0, 0) without any.
 Box Extent(const MemoryCanvas& canvas, COLORREF color) {
     const RECT bounds = canvas.Bounds();
     Box box = {bounds.right, bounds.bottom, 0, 0};
@@ -85,7 +87,7 @@ Box Extent(const MemoryCanvas& canvas, COLORREF color) {
     return box.right == 0 ? Box{} : box;
 }
 
-/// A bitmap of one colour, of the screen's depth or of one bit.
+/// A bitmap of one colour, with the screen's colour depth.
 Bitmap SolidBitmap(int width, int height, COLORREF color) {
     const MemoryDc dc(::CreateCompatibleDC(nullptr));
     const WindowDcScope screen(nullptr);
@@ -97,11 +99,9 @@ Bitmap SolidBitmap(int width, int height, COLORREF color) {
     return bitmap;
 }
 
-TEST_F(AgendaCtrlTest, HasItsOwnWindowClass) {
-    EXPECT_EQ(ClassOf(agenda->Handle()), L"AgendaCtrl");
-}
+TEST_F(AgendaCtrl, HasItsOwnWindowClass) { EXPECT_EQ(ClassOf(agenda->Handle()), L"AgendaCtrl"); }
 
-TEST_F(AgendaCtrlTest, TakesMeasuresOfAtLeastOne) {
+TEST_F(AgendaCtrl, TakesMeasuresOfAtLeastOne) {
     EXPECT_EQ(Send(AGM_SETMEASURES, 5, 20), 1);
     EXPECT_EQ(agenda->LineCount(), 5);
     EXPECT_EQ(agenda->CellWidth(), 20);
@@ -116,7 +116,7 @@ TEST_F(AgendaCtrlTest, TakesMeasuresOfAtLeastOne) {
     }
 }
 
-TEST_F(AgendaCtrlTest, NewMeasuresRepaintTheWholeControl) {
+TEST_F(AgendaCtrl, NewMeasuresRepaintTheWholeControl) {
     PumpMessages();
     ASSERT_FALSE(WaitsForPaint(agenda->Handle()));
     Send(AGM_SETMEASURES, 0, 20);
@@ -134,7 +134,7 @@ struct HitCase {
     std::int32_t line;
 };
 
-TEST_F(AgendaCtrlTest, HitTestStoresTheColumnOfAnItem) {
+TEST_F(AgendaCtrl, HitTestStoresTheColumnOfAnItem) {
     Send(AGM_SETMEASURES, 5, 20);
     const HitCase cases[] = {
         {"first", {0, 0}, 1, 0},
@@ -152,7 +152,7 @@ TEST_F(AgendaCtrlTest, HitTestStoresTheColumnOfAnItem) {
     }
 }
 
-TEST_F(AgendaCtrlTest, HitTestBeforeAnyMeasureFindsNoItem) {
+TEST_F(AgendaCtrl, HitTestBeforeAnyMeasureFindsNoItem) {
     AgendaHitTest request{{5, 5}, -1};
     EXPECT_EQ(Send(AGM_HITTEST, 0, reinterpret_cast<LPARAM>(&request)), 2);
     request.pt = {-5, 5};
@@ -160,7 +160,7 @@ TEST_F(AgendaCtrlTest, HitTestBeforeAnyMeasureFindsNoItem) {
     EXPECT_EQ(request.line, -1);
 }
 
-TEST_F(AgendaCtrlTest, TapIsReportedWithItsSign) {
+TEST_F(AgendaCtrl, TapIsReportedWithItsSign) {
     Send(WM_LBUTTONUP, 0, MAKELPARAM(-2, 130));
     Send(WM_LBUTTONUP, 0, MAKELPARAM(130, -2));
     ASSERT_EQ(taps.size(), 2U);
@@ -170,7 +170,7 @@ TEST_F(AgendaCtrlTest, TapIsReportedWithItsSign) {
     EXPECT_EQ(taps[1].y, -2);
 }
 
-TEST_F(AgendaCtrlTest, WithoutItemsThereAreOnlyFrameAndTitle) {
+TEST_F(AgendaCtrl, WithoutItemsThereAreOnlyFrameAndTitle) {
     bool asked = false;
     AnswerRows([&](AgendaRowRequest&) { asked = true; });
     const MemoryCanvas canvas(300, 200, Lilac);
@@ -180,11 +180,11 @@ TEST_F(AgendaCtrlTest, WithoutItemsThereAreOnlyFrameAndTitle) {
     EXPECT_EQ(canvas.Pixel(299, 199), Black);
     EXPECT_EQ(canvas.Pixel(5, 5), White);
     EXPECT_EQ(canvas.CountOf(Lilac), 0);
-    // The title: more black than the frame's.
+    // More black than in the frame alone: the title.
     EXPECT_GT(canvas.CountOf(Black), 2 * 300 + 2 * 198);
 }
 
-TEST_F(AgendaCtrlTest, RowsAreAskedFromTheTopUntilTheBottom) {
+TEST_F(AgendaCtrl, RowsAreAskedFromTheTopUntilTheBottom) {
     Send(AGM_SETMEASURES, 3, 20);
     std::vector<std::int32_t> rows;
     AnswerRows([&](AgendaRowRequest& row) {
@@ -198,7 +198,7 @@ TEST_F(AgendaCtrlTest, RowsAreAskedFromTheTopUntilTheBottom) {
             EXPECT_EQ(row.Items()[k].overlay, nullptr);
             row.Items()[k].color = Lilac;
         }
-        SetText(row, TEXT("left over from the row before?"));
+        SetText(row, TEXT("must be cleared for the next row"));
         row.rowHeight = 60;
         rows.push_back(row.rowIndex);
     });
@@ -207,7 +207,7 @@ TEST_F(AgendaCtrlTest, RowsAreAskedFromTheTopUntilTheBottom) {
     EXPECT_EQ(rows, (std::vector<std::int32_t>{0, 1, 2, 3}));
 }
 
-TEST_F(AgendaCtrlTest, StopsWhenNobodyAnswers) {
+TEST_F(AgendaCtrl, StopsAtTheFirstRowWithoutAnAnswer) {
     Send(AGM_SETMEASURES, 3, 20);
     int asked = 0;
     answerRow = [&](AgendaRowRequest& row) -> LRESULT {
@@ -222,7 +222,7 @@ TEST_F(AgendaCtrlTest, StopsWhenNobodyAnswers) {
     EXPECT_EQ(canvas.CountOf(Mint), 0);
 }
 
-TEST_F(AgendaCtrlTest, ARowOfNoHeightEndsTheAgenda) {
+TEST_F(AgendaCtrl, ARowOfNoHeightEndsTheAgenda) {
     Send(AGM_SETMEASURES, 3, 20);
     for (const std::int32_t height : {0, -5, 0x8000}) {
         int asked = 0;
@@ -236,7 +236,7 @@ TEST_F(AgendaCtrlTest, ARowOfNoHeightEndsTheAgenda) {
     }
 }
 
-TEST_F(AgendaCtrlTest, AnAnswerMayNotChangeTheLineCountNorLeaveTheTextOpen) {
+TEST_F(AgendaCtrl, AnAnswerThatChangesTheLineCountOrLeavesTheTextUnterminatedDoesNoHarm) {
     Send(AGM_SETMEASURES, 2, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         row.lineCount = 1000000;
@@ -247,7 +247,7 @@ TEST_F(AgendaCtrlTest, AnAnswerMayNotChangeTheLineCountNorLeaveTheTextOpen) {
     EXPECT_GT(canvas.CountOf(BubbleYellow), 0);
 }
 
-TEST_F(AgendaCtrlTest, OneSinkThatAnswersIsEnough) {
+TEST_F(AgendaCtrl, OneSinkThatAnswersIsEnough) {
     Send(AGM_SETMEASURES, 2, 20);
     ScriptedSink sink([&](NMHDR& record) -> LRESULT {
         auto& row = reinterpret_cast<AgendaRowRequest&>(record);
@@ -261,7 +261,7 @@ TEST_F(AgendaCtrlTest, OneSinkThatAnswersIsEnough) {
     EXPECT_EQ(canvas.Pixel(30, 190), Mint);
 }
 
-TEST_F(AgendaCtrlTest, ItemCellsAreFilledAndShareTheirBorders) {
+TEST_F(AgendaCtrl, ItemCellsAreFilledAndShareTheirBorders) {
     Send(AGM_SETMEASURES, 2, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         row.Items()[0].color = row.rowIndex % 2 == 0 ? Lilac : Mint;
@@ -279,7 +279,7 @@ TEST_F(AgendaCtrlTest, ItemCellsAreFilledAndShareTheirBorders) {
     EXPECT_EQ(canvas.Pixel(41, 10), White);
 }
 
-TEST_F(AgendaCtrlTest, BitmapIsUnitedWithTheItemsColor) {
+TEST_F(AgendaCtrl, BitmapIsUnitedWithTheItemsColor) {
     Send(AGM_SETMEASURES, 2, 20);
     const Bitmap black = SolidBitmap(10, 10, Black);
     const Bitmap white = SolidBitmap(10, 10, White);
@@ -289,8 +289,8 @@ TEST_F(AgendaCtrlTest, BitmapIsUnitedWithTheItemsColor) {
     });
     const MemoryCanvas canvas(300, 200);
     agenda->Draw(canvas.Dc(), canvas.Bounds());
-    // Centred: (20 - 10) div 2 + 1. Black shows the colour, white stays white; round about is
-    // white.
+    // The bitmap is OR-ed with the colour: black shows the colour, white stays white. It is
+    // centred, so it begins at (20 - 10) / 2 + 1 = 6 px; the rest of the cell is white.
     EXPECT_EQ(canvas.Pixel(6, 6), Lilac);
     EXPECT_EQ(canvas.Pixel(15, 15), Lilac);
     EXPECT_EQ(canvas.Pixel(16, 16), White);
@@ -299,7 +299,7 @@ TEST_F(AgendaCtrlTest, BitmapIsUnitedWithTheItemsColor) {
     EXPECT_EQ(canvas.Pixel(20, 10), Black);
 }
 
-TEST_F(AgendaCtrlTest, OverlayMarksTheCellWhereItIsBlack) {
+TEST_F(AgendaCtrl, OverlayMarksTheCellWhereItIsBlack) {
     Send(AGM_SETMEASURES, 2, 20);
     const Bitmap black = SolidBitmap(10, 10, Black);
     const Bitmap white = SolidBitmap(10, 10, White);
@@ -314,8 +314,9 @@ TEST_F(AgendaCtrlTest, OverlayMarksTheCellWhereItIsBlack) {
     EXPECT_EQ(canvas.Pixel(30, 10), Lilac);
 }
 
-// A picture of one bit per pixel takes its colours from the device context.
-TEST_F(AgendaCtrlTest, PicturesOfOneBitAreBlackAndWhite) {
+// GDI draws a monochrome bitmap in the text and background colours of the device context; these
+// must not tint it.
+TEST_F(AgendaCtrl, PicturesOfOneBitAreBlackAndWhite) {
     Send(AGM_SETMEASURES, 1, 20);
     const Bitmap ones(::CreateBitmap(8, 8, 1, 1, std::vector<BYTE>(16, 0xFF).data()));
     AnswerRows([&](AgendaRowRequest& row) { row.Items()[0] = {Lilac, nullptr, ones.Get()}; });
@@ -325,7 +326,7 @@ TEST_F(AgendaCtrlTest, PicturesOfOneBitAreBlackAndWhite) {
     EXPECT_EQ(canvas.Pixel(10, 10), Lilac);
 }
 
-TEST_F(AgendaCtrlTest, PicturesLargerThanTheirCellStayInside) {
+TEST_F(AgendaCtrl, PicturesLargerThanTheirCellStayInside) {
     Send(AGM_SETMEASURES, 1, 10);
     const Bitmap black = SolidBitmap(30, 30, Black);
     AnswerRows([&](AgendaRowRequest& row) { row.Items()[0] = {Lilac, nullptr, black.Get()}; });
@@ -336,7 +337,7 @@ TEST_F(AgendaCtrlTest, PicturesLargerThanTheirCellStayInside) {
     EXPECT_EQ(canvas.Pixel(5, 3), Lilac);
 }
 
-TEST_F(AgendaCtrlTest, TextStandsInAYellowBubbleWithAnArrowToIt) {
+TEST_F(AgendaCtrl, TextStandsInAYellowBubbleWithAnArrowToIt) {
     Send(AGM_SETMEASURES, 5, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         if (row.rowIndex == 2) {
@@ -351,11 +352,11 @@ TEST_F(AgendaCtrlTest, TextStandsInAYellowBubbleWithAnArrowToIt) {
     EXPECT_EQ(yellow.left, 140);  // two cells right of the items
     EXPECT_EQ(yellow.top, 40 + pad);
     EXPECT_NEAR(yellow.bottom, 40 + 3 * pad + 2 * h, 1);
-    EXPECT_EQ(canvas.Pixel(105, 40 + 2 * pad), Black);  // the arrow's line
+    EXPECT_EQ(canvas.Pixel(105, 40 + 2 * pad), Black);  // the arrow's shaft
     EXPECT_EQ(canvas.Pixel(99, 41 + 2 * pad), White);
 }
 
-TEST_F(AgendaCtrlTest, FirstLineIsBold) {
+TEST_F(AgendaCtrl, FirstLineIsBold) {
     Send(AGM_SETMEASURES, 1, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         if (row.rowIndex == 0) {
@@ -380,7 +381,7 @@ TEST_F(AgendaCtrlTest, FirstLineIsBold) {
     EXPECT_GT(inkOfLine(1), 0);
 }
 
-TEST_F(AgendaCtrlTest, AnAmpersandIsALetter) {
+TEST_F(AgendaCtrl, AnAmpersandIsShownAsALetter) {
     Send(AGM_SETMEASURES, 1, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         if (row.rowIndex == 0) {
@@ -392,11 +393,11 @@ TEST_F(AgendaCtrlTest, AnAmpersandIsALetter) {
     SIZE size{};
     ::GetTextExtentPoint32W(canvas.Dc(), TEXT("&&&&&&&&"), 8, &size);
     const Box yellow = Extent(canvas, BubbleYellow);
-    const LONG margin = TextHeight(canvas) / 3;  // whole pixels
+    const LONG margin = TextHeight(canvas) / 3;  // px, rounded down
     EXPECT_NEAR(yellow.right - yellow.left, size.cx + 2 * margin, 2);
 }
 
-TEST_F(AgendaCtrlTest, ThreeLongTextsStackDownwards) {
+TEST_F(AgendaCtrl, ThreeLongTextsStackDownwards) {
     Send(AGM_SETMEASURES, 1, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         if (row.rowIndex < 3) {
@@ -407,13 +408,14 @@ TEST_F(AgendaCtrlTest, ThreeLongTextsStackDownwards) {
     agenda->Draw(canvas.Dc(), canvas.Bounds());
     const LONG h = TextHeight(canvas);
     const LONG pad = h / 3;
-    // Each takes three lines and one between: the third begins at 8 h, although its row is at 40.
+    // A bubble takes three lines of height h and a gap of one, so the third begins at 8 h, although
+    // its row begins at 40 px.
     const Box yellow = Extent(canvas, BubbleYellow);
     EXPECT_EQ(yellow.top, pad);
     EXPECT_NEAR(yellow.bottom, 8 * h + 3 * pad + 3 * h, 1);
 }
 
-TEST_F(AgendaCtrlTest, ABubbleThatIsPushedBelowTheBottomIsNotDrawn) {
+TEST_F(AgendaCtrl, ABubbleThatIsPushedBelowTheBottomIsNotDrawn) {
     Send(AGM_SETMEASURES, 1, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         SetText(row, row.rowIndex == 0 ? TEXT("1\n2\n3\n4\n5\n6\n7\n8") : TEXT("."));
@@ -422,10 +424,10 @@ TEST_F(AgendaCtrlTest, ABubbleThatIsPushedBelowTheBottomIsNotDrawn) {
     const LONG h = TextHeight(probe);
     const MemoryCanvas canvas(300, static_cast<int>(9 * h));
     agenda->Draw(canvas.Dc(), canvas.Bounds());
-    // The narrow bubbles of the later rows would begin at 9 h, the height.
-    const LONG margin = h / 3;  // whole pixels
+    // The next bubble would begin at 9 h, which is the height of the control.
+    const LONG margin = h / 3;  // px, rounded down
     EXPECT_NEAR(Extent(canvas, BubbleYellow).bottom, 8 * h + 3 * margin, 1);
-    // Nor is an arrow to it: below the first row's there is no line beside the item cells.
+    // Its arrow is left out with it: below the first row nothing is drawn beside the item cells.
     for (LONG y = 20; y < 9 * h; ++y) {
         for (LONG x = 22; x < 60; ++x) {
             EXPECT_EQ(canvas.Pixel(x, y), White) << x << ", " << y;
@@ -433,21 +435,21 @@ TEST_F(AgendaCtrlTest, ABubbleThatIsPushedBelowTheBottomIsNotDrawn) {
     }
 }
 
-TEST_F(AgendaCtrlTest, TooWideATextMovesItsBubbleLeft) {
+TEST_F(AgendaCtrl, TooWideATextMovesItsBubbleLeft) {
     Send(AGM_SETMEASURES, 5, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         if (row.rowIndex == 0) {
-            SetText(row, TEXT("WWWWWWWWWWWWWWWWWW"));  // one word: it cannot wrap
+            SetText(row, TEXT("WWWWWWWWWWWWWWWWWW"));  // one word cannot wrap
         }
     });
     const MemoryCanvas canvas(300, 200);
     agenda->Draw(canvas.Dc(), canvas.Bounds());
     const Box yellow = Extent(canvas, BubbleYellow);
     EXPECT_LT(yellow.left, 140);
-    EXPECT_NEAR(yellow.right, 298, 1);  // 2 px inside the control
+    EXPECT_NEAR(yellow.right, 298, 1);  // 2 px from the right edge
 }
 
-TEST_F(AgendaCtrlTest, DrawingLeavesTheDeviceContextAsItWas) {
+TEST_F(AgendaCtrl, DrawingLeavesTheDeviceContextAsItWas) {
     Send(AGM_SETMEASURES, 5, 20);
     const Bitmap black = SolidBitmap(10, 10, Black);
     AnswerRows([&](AgendaRowRequest& row) {
@@ -462,7 +464,7 @@ TEST_F(AgendaCtrlTest, DrawingLeavesTheDeviceContextAsItWas) {
     EXPECT_EQ(LiveGdiObjects(), live);
 }
 
-TEST_F(AgendaCtrlTest, TheLargestMeasuresAndASmallWindowDoNoHarm) {
+TEST_F(AgendaCtrl, TheLargestMeasuresAndASmallWindowDoNoHarm) {
     AnswerRows([](AgendaRowRequest& row) { SetText(row, TEXT("Mar, 04\nCycle start. ")); });
     Send(AGM_SETMEASURES, 0x7FFF, 0x7FFF);
     const MemoryCanvas canvas(30, 20);
@@ -473,4 +475,4 @@ TEST_F(AgendaCtrlTest, TheLargestMeasuresAndASmallWindowDoNoHarm) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -1,10 +1,13 @@
+// The calendar: a strip of day cells with a band of month colours beside it, in a horizontal and a
+// vertical form.
+
 #include "views/calendar_ctrl.h"
 
 #include <memory>
 
 #include "tests/ui/views/view_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr COLORREF White = RGB(255, 255, 255);
@@ -14,14 +17,14 @@ constexpr COLORREF Lilac = RGB(200, 100, 200);
 constexpr COLORREF Mint = RGB(100, 220, 160);
 constexpr int ControlId = 3002;
 
-class CalendarCtrlTest : public UiTest {
+class CalendarCtrl : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
         SetLocalNow(Day(2026, 3, 15));
         ASSERT_EQ(parent.Make(nullptr, 400, 400), 1);
         ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
-        calendar = std::make_unique<CalendarCtrl>();
+        calendar = std::make_unique<lunara::CalendarCtrl>();
     }
     void TearDown() override {
         ::DestroyWindow(parent.Handle());
@@ -45,7 +48,7 @@ class CalendarCtrlTest : public UiTest {
         EXPECT_EQ(Send(CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&request)), expected);
         return request;
     }
-    /// Answers for the months with these colours, in turn.
+    /// Answers the first requests for a month's colour with these colours, in order.
     void ColorMonths(const std::vector<COLORREF>& colors) {
         parent.handler = [this, colors](UINT message, WPARAM, LPARAM lParam, LRESULT& result) {
             if (message != WM_NOTIFY) {
@@ -65,39 +68,39 @@ class CalendarCtrlTest : public UiTest {
     }
 
     ScriptedWindow parent;
-    std::unique_ptr<CalendarCtrl> calendar;
+    std::unique_ptr<lunara::CalendarCtrl> calendar;
     std::size_t asked = 0;
 };
 
-TEST_F(CalendarCtrlTest, HasItsOwnWindowClass) {
+TEST_F(CalendarCtrl, HasItsOwnWindowClass) {
     Make(CCS_VERTICAL, 60, 240);
     EXPECT_EQ(ClassOf(calendar->Handle()), L"CalendarCtrl");
 }
 
-TEST_F(CalendarCtrlTest, ShowsFifteenDaysFromTodayAtFirst) {
+TEST_F(CalendarCtrl, ShowsFifteenDaysFromTodayAtFirst) {
     Make(0, 150, 60);
     const CalendarHitTest hit = HitTest({0, 0}, CCHT_DAY);
     EXPECT_EQ(ToDateKey(hit.date), ToDateKey(Day(2026, 3, 15)));
     EXPECT_EQ(BoxOf(hit.cell), (Box{0, 0, 10, 10}));
 }
 
-TEST_F(CalendarCtrlTest, DayCountFillsTheStripWithWholeCells) {
+TEST_F(CalendarCtrl, DayCountFillsTheStripWithWholeCells) {
     Make(CCS_VERTICAL, 60, 250);
     EXPECT_EQ(Send(CCM_SETDAYCOUNT, 20, 0), 0);
     EXPECT_EQ(BoxOf(HitTest({50, 0}, CCHT_DAY).cell), (Box{48, 0, 60, 12}));
 }
 
-TEST_F(CalendarCtrlTest, SenselessDayCountsDoNoHarm) {
+TEST_F(CalendarCtrl, SenselessDayCountsDoNoHarm) {
     Make(CCS_VERTICAL, 60, 250);
     for (const WPARAM days : {WPARAM{0}, static_cast<WPARAM>(-1), WPARAM{1000000}}) {
         EXPECT_EQ(Send(CCM_SETDAYCOUNT, days, 0), 0);
         ::RedrawWindow(calendar->Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
     }
-    // More days than pixels: one cell for every pixel.
+    // With more days than pixels, each pixel is a cell.
     EXPECT_EQ(BoxOf(HitTest({59, 0}, CCHT_DAY).cell), (Box{59, 0, 60, 1}));
 }
 
-TEST_F(CalendarCtrlTest, WithoutASizeItKeepsItsDaysAndPaintsNothing) {
+TEST_F(CalendarCtrl, WithoutASizeItKeepsItsDayCount) {
     Make(CCS_VERTICAL, 0, 0);
     Send(CCM_SETDAYCOUNT, 20, 0);
     HitTest({0, 0}, CCHT_OUTSIDE);
@@ -105,8 +108,8 @@ TEST_F(CalendarCtrlTest, WithoutASizeItKeepsItsDaysAndPaintsNothing) {
     EXPECT_EQ(BoxOf(HitTest({39, 0}, CCHT_DAY).cell), (Box{30, 0, 40, 10}));
 }
 
-// The style is asked anew each time.
-TEST_F(CalendarCtrlTest, FollowsItsStyle) {
+// The style is read at each use, so a change takes effect at once.
+TEST_F(CalendarCtrl, FollowsItsStyle) {
     Make(0, 240, 240);
     Send(CCM_SETDAYCOUNT, 20, 0);
     HitTest({2, 100}, CCHT_MONTHBAND);
@@ -115,7 +118,7 @@ TEST_F(CalendarCtrlTest, FollowsItsStyle) {
     EXPECT_EQ(BoxOf(HitTest({2, 2}, CCHT_MONTHBAND).cell), (Box{228, 0, 240, 12}));
 }
 
-TEST_F(CalendarCtrlTest, FindsTheCellOfADate) {
+TEST_F(CalendarCtrl, FindsTheCellOfADate) {
     Make(0, 240, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 3, 1));
@@ -127,7 +130,7 @@ TEST_F(CalendarCtrlTest, FindsTheCellOfADate) {
     EXPECT_EQ(BoxOf(request.cell), (Box{7, 7, 7, 7}));
 }
 
-TEST_F(CalendarCtrlTest, DayAfterTheLastCellCountsAsShown) {
+TEST_F(CalendarCtrl, TheDayAfterTheLastCellCountsAsShown) {
     Make(0, 240, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 3, 1));
@@ -136,7 +139,7 @@ TEST_F(CalendarCtrlTest, DayAfterTheLastCellCountsAsShown) {
     EXPECT_FALSE(calendar->IsDateShown(Day(2026, 2, 28)));
 }
 
-TEST_F(CalendarCtrlTest, NewStartAndNewDayCountRepaintTheWholeWindowWithoutErasing) {
+TEST_F(CalendarCtrl, NewStartAndNewDayCountRepaintTheWholeWindowWithoutErasing) {
     Make(CCS_VERTICAL, 60, 240);
     const auto expectInvalid = [this] {
         RECT update{};
@@ -153,7 +156,7 @@ TEST_F(CalendarCtrlTest, NewStartAndNewDayCountRepaintTheWholeWindowWithoutErasi
     expectInvalid();
 }
 
-TEST_F(CalendarCtrlTest, ClickIsHandedToEverySinkWithItsSign) {
+TEST_F(CalendarCtrl, ClickIsHandedToEverySinkWithItsSign) {
     Make(CCS_VERTICAL, 60, 240);
     std::vector<POINT> points;
     ScriptedSink sink([&](NMHDR& record) -> LRESULT {
@@ -174,7 +177,7 @@ TEST_F(CalendarCtrlTest, ClickIsHandedToEverySinkWithItsSign) {
     EXPECT_EQ(parent.CountOf(WM_NOTIFY), 2);
 }
 
-TEST_F(CalendarCtrlTest, MonthColorsAreAskedOncePerSegment) {
+TEST_F(CalendarCtrl, MonthColorsAreAskedOncePerSegment) {
     Make(0, 240, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2025, 12, 31));
@@ -196,14 +199,14 @@ TEST_F(CalendarCtrlTest, MonthColorsAreAskedOncePerSegment) {
     EXPECT_EQ(dates[0].wMonth, 12);
     EXPECT_EQ(dates[1].wYear, 2026);
     EXPECT_EQ(dates[1].wMonth, 1);
-    // Day and day of week stay the start's.
+    // Day and day of week stay those of the first date.
     EXPECT_EQ(dates[1].wDay, 31);
     EXPECT_EQ(dates[1].wDayOfWeek, dates[0].wDayOfWeek);
     EXPECT_EQ(offered[0], White);
     EXPECT_EQ(offered[1], Lilac);
 }
 
-TEST_F(CalendarCtrlTest, LastSinkThatAnswersGivesTheColor) {
+TEST_F(CalendarCtrl, LastSinkThatAnswersGivesTheColor) {
     Make(0, 240, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 4, 1));
@@ -224,14 +227,14 @@ TEST_F(CalendarCtrlTest, LastSinkThatAnswersGivesTheColor) {
     EXPECT_EQ(canvas.Pixel(60, 40), Mint);
 }
 
-TEST_F(CalendarCtrlTest, HorizontalFormDrawsTheStripAboveTheBand) {
+TEST_F(CalendarCtrl, HorizontalFormDrawsTheStripAboveTheBand) {
     Make(0, 400, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
-    SetStart(Day(2026, 4, 21));  // ten days of April, then May
+    SetStart(Day(2026, 4, 21));  // ten days of April, ten of May
     ColorMonths({Lilac, Mint});
     const MemoryCanvas canvas(400, 60);
     calendar->Draw(canvas.Dc(), canvas.Bounds());
-    // Borders of the first cell and of the band's two segments.
+    // Borders of the first cell, and between the band's two months.
     EXPECT_EQ(canvas.Pixel(0, 10), Black);
     EXPECT_EQ(canvas.Pixel(20, 10), Black);
     EXPECT_EQ(canvas.Pixel(10, 0), Black);
@@ -241,7 +244,7 @@ TEST_F(CalendarCtrlTest, HorizontalFormDrawsTheStripAboveTheBand) {
     EXPECT_EQ(canvas.Pixel(396, 50), Mint);
 }
 
-TEST_F(CalendarCtrlTest, VerticalFormDrawsTheBandLeftOfTheStrip) {
+TEST_F(CalendarCtrl, VerticalFormDrawsTheBandLeftOfTheStrip) {
     Make(CCS_VERTICAL, 100, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 4, 21));
@@ -256,7 +259,7 @@ TEST_F(CalendarCtrlTest, VerticalFormDrawsTheBandLeftOfTheStrip) {
     EXPECT_EQ(canvas.Pixel(50, 390), Mint);
 }
 
-TEST_F(CalendarCtrlTest, WithoutAnAnswerTheFirstMonthIsWhiteAndLaterOnesKeepTheColor) {
+TEST_F(CalendarCtrl, WithoutAnAnswerTheFirstMonthIsWhiteAndLaterOnesKeepTheColor) {
     Make(CCS_VERTICAL, 100, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 4, 21));
@@ -269,25 +272,27 @@ TEST_F(CalendarCtrlTest, WithoutAnAnswerTheFirstMonthIsWhiteAndLaterOnesKeepTheC
     EXPECT_EQ(canvas.Pixel(50, 390), Lilac);
 }
 
-// The band has a 29 February 2100; the days beside it have none.
-TEST_F(CalendarCtrlTest, BandOf2100HasTheDayThatTheStripHasNot) {
+// The band's month arithmetic takes 2100 for a leap year, the day strip does not. Deliberate: the
+// band is one day longer there.
+TEST_F(CalendarCtrl, TheBandHasA29thOfFebruary2100ThatTheStripLacks) {
     Make(0, 400, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2100, 2, 27));
     ColorMonths({Lilac, Mint});
     const MemoryCanvas canvas(400, 60);
     calendar->Draw(canvas.Dc(), canvas.Bounds());
-    EXPECT_EQ(canvas.Pixel(58, 50), Lilac);  // 27, 28 and "29" February
+    EXPECT_EQ(canvas.Pixel(58, 50), Lilac);  // 27 and 28 February, and a 29th
     EXPECT_EQ(canvas.Pixel(60, 50), Black);
     EXPECT_EQ(canvas.Pixel(62, 50), Mint);
     EXPECT_EQ(ToDateKey(HitTest({45, 5}, CCHT_DAY).date), ToDateKey(Day(2100, 3, 1)));
 }
 
-// The marker is filled with the brush that was there before, whatever the months' colours are.
-TEST_F(CalendarCtrlTest, TodaysMarkerHasTheDeviceContextsOwnBrush) {
+// Today's marker and the day cells are filled with the brush that the caller selected, not with a
+// month's colour.
+TEST_F(CalendarCtrl, TodaysMarkerIsFilledWithTheBrushOfTheDeviceContext) {
     Make(CCS_VERTICAL, 100, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
-    SetStart(Day(2026, 3, 2));  // the 15th has no label in its way: it has, so look left of the tip
+    SetStart(Day(2026, 3, 2));
     ColorMonths({Lilac, Mint});
     SetLocalNow(Day(2026, 3, 6));
     const MemoryCanvas canvas(100, 400);
@@ -296,17 +301,17 @@ TEST_F(CalendarCtrlTest, TodaysMarkerHasTheDeviceContextsOwnBrush) {
         const SelectScope selected(canvas.Dc(), red.Get());
         calendar->Draw(canvas.Dc(), canvas.Bounds());
     }
-    // p = 4 x 20 + 10 = 90, the band ends at 80: the shaft's middle.
+    // Today is the fifth cell: its middle is at y = 4 * 20 + 10 = 90. The band ends at x = 80.
     EXPECT_EQ(canvas.Pixel(70, 90), Red);
     EXPECT_EQ(canvas.Pixel(77, 90), Red);
     EXPECT_EQ(canvas.Pixel(79, 90), Black);  // the tip
     EXPECT_EQ(canvas.Pixel(67, 90), Black);  // the shaft's end
     EXPECT_EQ(canvas.Pixel(64, 90), Lilac);
-    // The strip's cells have that brush, too.
+    // A cell of the strip.
     EXPECT_EQ(canvas.Pixel(82, 2), Red);
 }
 
-TEST_F(CalendarCtrlTest, NoMarkerWithoutToday) {
+TEST_F(CalendarCtrl, WithoutTodayInViewThereIsNoMarker) {
     Make(CCS_VERTICAL, 100, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 3, 2));
@@ -317,7 +322,7 @@ TEST_F(CalendarCtrlTest, NoMarkerWithoutToday) {
     EXPECT_EQ(canvas.Pixel(70, 90), Lilac);
 }
 
-/// Pixels of a box that have not the colour of its ground.
+/// The number of pixels in a box that differ from its background colour.
 int InkIn(const MemoryCanvas& canvas, const Box& box, COLORREF ground) {
     int ink = 0;
     for (LONG y = box.top; y < box.bottom; ++y) {
@@ -328,7 +333,7 @@ int InkIn(const MemoryCanvas& canvas, const Box& box, COLORREF ground) {
     return ink;
 }
 
-TEST_F(CalendarCtrlTest, NumbersStandBesideTheirDays) {
+TEST_F(CalendarCtrl, NumbersStandBesideTheirDays) {
     Make(CCS_VERTICAL, 140, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 4, 1));
@@ -337,20 +342,20 @@ TEST_F(CalendarCtrlTest, NumbersStandBesideTheirDays) {
     const MemoryCanvas canvas(140, 400);
     calendar->Draw(canvas.Dc(), canvas.Bounds());
     for (int cell = 0; cell < 20; ++cell) {
-        // A row of the band close to the strip, without its borders; the month's name stands left.
+        // The part of the band next to the strip, without borders and left of it the month's name.
         const Box beside = {100, cell * 20 + 4, 119, cell * 20 + 18};
         const int day = cell + 1;
         const bool labelled = day == 1 || day % 5 == 0;
         EXPECT_EQ(InkIn(canvas, beside, Lilac) > 0, labelled) << "day " << day;
-        // And a letter in every cell.
+        // Every cell has a letter, labelled or not.
         EXPECT_GT(InkIn(canvas, {122, cell * 20 + 2, 138, cell * 20 + 19}, White), 0) << day;
     }
-    // The name of the month, along the middle of its segment: 10 px wide at 24 px from the left.
+    // The month's name runs along the middle of its segment, left of the numbers.
     EXPECT_GT(InkIn(canvas, {2, 180, 26, 220}, Lilac), 0);
     EXPECT_EQ(InkIn(canvas, {2, 20, 26, 120}, Lilac), 0);
 }
 
-TEST_F(CalendarCtrlTest, NumbersStandBelowTheirDaysInTheHorizontalForm) {
+TEST_F(CalendarCtrl, NumbersStandBelowTheirDaysInTheHorizontalForm) {
     Make(0, 400, 100);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 4, 2));
@@ -358,8 +363,8 @@ TEST_F(CalendarCtrlTest, NumbersStandBelowTheirDaysInTheHorizontalForm) {
     ColorMonths({Lilac});
     const MemoryCanvas canvas(400, 100);
     calendar->Draw(canvas.Dc(), canvas.Bounds());
-    // The first day is labelled because its neighbour, the 3rd, is not; the last one, the 21st,
-    // is not because its neighbour is.
+    // The first day is labelled, since its neighbour, the 3rd, is not. The last one, the 21st, is
+    // not, since its neighbour, the 20th, is.
     EXPECT_GT(InkIn(canvas, {2, 22, 19, 42}, Lilac), 0);
     EXPECT_EQ(InkIn(canvas, {26, 22, 39, 42}, Lilac), 0);
     EXPECT_GT(InkIn(canvas, {60, 22, 80, 42}, Lilac), 0);
@@ -367,7 +372,7 @@ TEST_F(CalendarCtrlTest, NumbersStandBelowTheirDaysInTheHorizontalForm) {
     EXPECT_EQ(InkIn(canvas, {386, 22, 399, 42}, Lilac), 0);
 }
 
-TEST_F(CalendarCtrlTest, DrawingLeavesTheDeviceContextAsItWas) {
+TEST_F(CalendarCtrl, DrawingLeavesTheDeviceContextAsItWas) {
     Make(CCS_VERTICAL, 100, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
     ColorMonths({Lilac, Mint});
@@ -379,7 +384,7 @@ TEST_F(CalendarCtrlTest, DrawingLeavesTheDeviceContextAsItWas) {
     EXPECT_EQ(LiveGdiObjects(), live);
 }
 
-TEST_F(CalendarCtrlTest, SmallerThanItsDaysItIsJustWhite) {
+TEST_F(CalendarCtrl, AWindowTooSmallForItsDaysIsWhite) {
     Make(CCS_VERTICAL, 10, 5);
     const MemoryCanvas canvas(10, 5, Red);
     calendar->Draw(canvas.Dc(), canvas.Bounds());
@@ -387,4 +392,4 @@ TEST_F(CalendarCtrlTest, SmallerThanItsDaysItIsJustWhite) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

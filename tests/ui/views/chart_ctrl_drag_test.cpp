@@ -1,11 +1,11 @@
-// Taps on the chart's points, and dragging one.
+// The chart: tapping a point, and dragging one to another value.
 
 #include "tests/ui/views/chart_ctrl_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-TEST_F(ChartCtrlTest, DragTellsTheNewValue) {
+TEST_F(ChartCtrl, ADragReportsTheNewValueAtItsEnd) {
     Show({9750, 9740, 9760, 9750});
     Down(94, 180);  // 9760
     EXPECT_EQ(selected, (Notices{{2, 9760}}));
@@ -20,8 +20,8 @@ TEST_F(ChartCtrlTest, DragTellsTheNewValue) {
     EXPECT_NE(::GetCapture(), chart.Handle());
 }
 
-TEST_F(ChartCtrlTest, TapOnAPointKeepsItsValue) {
-    // A low chart, where a pixel stands for several values.
+TEST_F(ChartCtrl, ATapOnAPointReportsItsUnchangedValue) {
+    // In a low chart one pixel stands for several values.
     ::SetWindowPos(chart.Handle(), nullptr, 0, 0, Width, 90, SWP_NOZORDER);
     Show({9750, 9744, 9760});
     const ChartMapping mapping({0, 0, Width, 90}, Margin, {9650, 9850, TemperatureScales[1]});
@@ -32,7 +32,7 @@ TEST_F(ChartCtrlTest, TapOnAPointKeepsItsValue) {
     EXPECT_EQ(changed, (Notices{{1, 9744}}));
 }
 
-TEST_F(ChartCtrlTest, MiddlePointStaysInsideTheChart) {
+TEST_F(ChartCtrl, ADraggedPointStaysInsideTheChart) {
     Show({9750, 9740, 9760});
     Down(94, 180);
     Move(94, -50);
@@ -43,7 +43,7 @@ TEST_F(ChartCtrlTest, MiddlePointStaysInsideTheChart) {
     EXPECT_EQ(changed, (Notices{{2, 9850}, {2, 9650}}));
 }
 
-TEST_F(ChartCtrlTest, TapsBesideEveryPointAreIgnored) {
+TEST_F(ChartCtrl, TapsBesideEveryPointAreIgnored) {
     Show({9750, 9740, -100});
     const struct {
         const char* label;
@@ -67,17 +67,17 @@ TEST_F(ChartCtrlTest, TapsBesideEveryPointAreIgnored) {
     Up(58, 216);
 }
 
-TEST_F(ChartCtrlTest, TapWithoutPointsIsIgnored) {
+TEST_F(ChartCtrl, TapWithoutPointsIsIgnored) {
     Down(54, 200);
     Up(54, 200);
     EXPECT_TRUE(selected.empty());
     Show({9750, 9740});
-    Send(CHM_RESETDATA);  // and not painted since
+    Send(CHM_RESETDATA);  // the points are asked for at the next paint only
     Down(54, 220);
     EXPECT_TRUE(selected.empty());
 }
 
-TEST_F(ChartCtrlTest, ARefusalFromAnySinkEndsTheTap) {
+TEST_F(ChartCtrl, ARefusalFromAnySinkEndsTheTap) {
     Show({9750, 9740});
     refuses = true;
     Down(54, 220);
@@ -94,7 +94,7 @@ TEST_F(ChartCtrlTest, ARefusalFromAnySinkEndsTheTap) {
     EXPECT_TRUE(changed.empty());
 }
 
-TEST_F(ChartCtrlTest, ASecondButtonDownWhileDraggingIsIgnored) {
+TEST_F(ChartCtrl, ASecondButtonDownWhileDraggingIsIgnored) {
     Show({9750, 9740, 9760});
     Down(54, 220);
     Down(94, 180);
@@ -103,14 +103,14 @@ TEST_F(ChartCtrlTest, ASecondButtonDownWhileDraggingIsIgnored) {
     EXPECT_EQ(changed, (Notices{{1, 9740}}));
 }
 
-TEST_F(ChartCtrlTest, TheSecondOfTwoQuickTapsDragsToo) {
+TEST_F(ChartCtrl, TheSecondOfTwoQuickTapsDragsToo) {
     Show({9750, 9740});
     Send(WM_LBUTTONDBLCLK, MK_LBUTTON, MAKELPARAM(54, 220));
     EXPECT_TRUE(chart.IsDragging());
     Up(54, 220);
 }
 
-TEST_F(ChartCtrlTest, ButtonUpAndMovesWithoutADragDoNothing) {
+TEST_F(ChartCtrl, ButtonUpAndMovesWithoutADragDoNothing) {
     Show({9750, 9740});
     Move(54, 100);
     Up(54, 100);
@@ -122,7 +122,7 @@ struct Interruption {
     std::function<void(HWND)> interrupt;
 };
 
-TEST_F(ChartCtrlTest, AnInterruptedDragEndsWithoutAValue) {
+TEST_F(ChartCtrl, AnInterruptedDragEndsWithoutAValue) {
     const Interruption rows[] = {
         {"capture lost", [](HWND) { ::ReleaseCapture(); }},
         {"capture taken", [this](HWND) { ::SetCapture(parent.Handle()); }},
@@ -149,15 +149,15 @@ TEST_F(ChartCtrlTest, AnInterruptedDragEndsWithoutAValue) {
     }
 }
 
-TEST_F(ChartCtrlTest, WindowDestroyedWhileDraggingLeavesNothing) {
+TEST_F(ChartCtrl, DestroyingTheWindowEndsADrag) {
     Show({9750, 9740, 9760});
     Down(54, 220);
     ::DestroyWindow(chart.Handle());
     EXPECT_FALSE(chart.IsDragging());
 }
 
-// The parent scrolled: another day stands under the pen now.
-TEST_F(ChartCtrlTest, PointsReplacedBySelectingEndTheTap) {
+// When selecting makes the parent scroll, another day is under the pen: the tap must not drag it.
+TEST_F(ChartCtrl, NewPointsSetWhileSelectingEndTheTap) {
     Show({9750, 9740, 9760});
     onSelect = [this] {
         Send(CHM_RESETDATA);
@@ -169,7 +169,7 @@ TEST_F(ChartCtrlTest, PointsReplacedBySelectingEndTheTap) {
     EXPECT_TRUE(changed.empty());
 }
 
-TEST_F(ChartCtrlTest, TheParentMayResetWhenItIsToldTheValue) {
+TEST_F(ChartCtrl, TheParentMayResetTheDataFromTheNotificationOfTheValue) {
     Show({9750, 9740, 9760});
     onChanged = [this] { Send(CHM_RESETDATA); };
     Down(54, 220);
@@ -179,8 +179,8 @@ TEST_F(ChartCtrlTest, TheParentMayResetWhenItIsToldTheValue) {
     EXPECT_FALSE(chart.IsDragging());
 }
 
-// The band is drawn so that a second drawing takes it away.
-TEST_F(ChartCtrlTest, DraggingLeavesNoTrace) {
+// The rubber band is drawn with XOR, so drawing it a second time must erase it.
+TEST_F(ChartCtrl, DraggingLeavesNoTrace) {
     Show({9750, 9740, 9760, 9720});
     Send(CHM_SETSELECTION, 1);
     const std::vector<COLORREF> before = Screen();
@@ -196,7 +196,7 @@ TEST_F(ChartCtrlTest, DraggingLeavesNoTrace) {
     EXPECT_EQ(Screen(), before);
 }
 
-TEST_F(ChartCtrlTest, BandHasABoxAroundTheDraggedPoint) {
+TEST_F(ChartCtrl, TheBandHasABoxAroundTheDraggedPoint) {
     Show({9750, 9740, 9760, 9720});
     const std::vector<COLORREF> before = Screen();
     Down(94, 180);
@@ -208,7 +208,7 @@ TEST_F(ChartCtrlTest, BandHasABoxAroundTheDraggedPoint) {
     EXPECT_EQ(At(dragged, 90, 118), White);
     EXPECT_EQ(At(dragged, 98, 118), White);
     EXPECT_EQ(At(dragged, 94, 116), White);
-    // The labels stay readable.
+    // The band does not reach into the labels.
     for (int y = 0; y < Height; ++y) {
         for (int x = 0; x < Margin; ++x) {
             ASSERT_EQ(At(dragged, x, y), At(before, x, y)) << x << ", " << y;
@@ -217,8 +217,8 @@ TEST_F(ChartCtrlTest, BandHasABoxAroundTheDraggedPoint) {
     Up(94, 120);
 }
 
-// The band is part of what is painted, or the next move would draw it instead of erasing it.
-TEST_F(ChartCtrlTest, PaintingWhileDraggingKeepsTheBand) {
+// Painting during a drag must include the band: the next move draws it once more to erase it.
+TEST_F(ChartCtrl, PaintingWhileDraggingKeepsTheBand) {
     Show({9750, 9740, 9760, 9720});
     const std::vector<COLORREF> before = Screen();
     Down(94, 180);
@@ -232,4 +232,4 @@ TEST_F(ChartCtrlTest, PaintingWhileDraggingKeepsTheBand) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -1,32 +1,33 @@
-// Which days the diary view shows: where it starts, how it scrolls, and how a date comes into view.
+// The diary view: the day it starts at, scrolling, and bringing a date into view.
 
-#include "tests/ui/views/diary_view_test_support.h"
 #include "tests/support/user_data_access.h"
+#include "tests/ui/views/diary_view_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 // ---- Start and scroll range ----
 
-TEST_F(DiaryViewTest, WithoutRecordsTheScrollRangeBeginsAtTheFirstRowShown) {
+TEST_F(DiaryView, WithoutRecordsTheScrollRangeBeginsAtTheFirstRowShown) {
     Make();
-    // Range 0..365 at position 0 for today; the ten days before it enlarge the range at the top.
+    // The range for today is [0, 365] at position 0. Starting ten days earlier adds those at the
+    // top.
     ExpectScroll(375, 0);
 }
 
-TEST_F(DiaryViewTest, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
-    test::RecordBleeding(*data, ToDateKey(Day(2025, 12, 5)), 2);  // 100 days before
+TEST_F(DiaryView, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
+    RecordBleeding(*data, ToDateKey(Day(2025, 12, 5)), 2);  // 100 days before
     Make();
     ExpectScroll(465, 90);
 }
 
-TEST_F(DiaryViewTest, RecordsOfTheFutureDoNoHarmToTheScrollRange) {
-    test::RecordBleeding(*data, ToDateKey(Day(2028, 12, 5)), 2);
+TEST_F(DiaryView, RecordsOfTheFutureDoNoHarmToTheScrollRange) {
+    RecordBleeding(*data, ToDateKey(Day(2028, 12, 5)), 2);
     Make();
     ExpectScroll(375, 0);
 }
 
-TEST_F(DiaryViewTest, StartsAtTheDataSetsCurrentDate) {
+TEST_F(DiaryView, StartsAtTheDataSetsCurrentDate) {
     const SYSTEMTIME date = Day(2026, 5, 20);
     data->SetCurrentDate(date);
     Make();
@@ -43,8 +44,8 @@ struct ScrollCase {
     SYSTEMTIME start;
 };
 
-TEST_F(DiaryViewTest, ScrollsByADayAndByTenDays) {
-    test::RecordBleeding(*data, ToDateKey(Day(2025, 12, 5)), 2);
+TEST_F(DiaryView, ScrollsByADayAndByTenDays) {
+    RecordBleeding(*data, ToDateKey(Day(2025, 12, 5)), 2);
     Make();
     const ScrollCase cases[] = {
         {"line up", SB_LINEUP, Day(2026, 3, 4)},
@@ -64,7 +65,7 @@ TEST_F(DiaryViewTest, ScrollsByADayAndByTenDays) {
     ExpectScroll(465, 90);
 }
 
-TEST_F(DiaryViewTest, ScrollingRepaintsBothControls) {
+TEST_F(DiaryView, ScrollingRepaintsBothControls) {
     Make();
     ASSERT_FALSE(WaitsForPaint(Agenda()));
     ASSERT_FALSE(WaitsForPaint(Calendar()));
@@ -73,7 +74,7 @@ TEST_F(DiaryViewTest, ScrollingRepaintsBothControls) {
     EXPECT_TRUE(WaitsForPaint(Calendar()));
 }
 
-TEST_F(DiaryViewTest, PagingUpFromTheFirstDayEnlargesTheRangeAtTheTop) {
+TEST_F(DiaryView, PagingUpFromTheFirstDayEnlargesTheRangeAtTheTop) {
     Make();
     ExpectScroll(375, 0);
     ScrollBy(SB_PAGEUP);
@@ -81,7 +82,7 @@ TEST_F(DiaryViewTest, PagingUpFromTheFirstDayEnlargesTheRangeAtTheTop) {
     ExpectScroll(385, 0);
 }
 
-TEST_F(DiaryViewTest, ScrollingPastTheEndEnlargesTheRangeAtTheBottom) {
+TEST_F(DiaryView, ScrollingPastTheEndEnlargesTheRangeAtTheBottom) {
     data->SetCurrentDate(Day(2027, 3, 20));
     Make();
     EXPECT_EQ(Start(), ToDateKey(Day(2027, 3, 10)));
@@ -90,17 +91,17 @@ TEST_F(DiaryViewTest, ScrollingPastTheEndEnlargesTheRangeAtTheBottom) {
     ExpectScroll(370, 370);
 }
 
-TEST_F(DiaryViewTest, ThumbMovesTheStartWhenItIsLetGo) {
-    test::RecordBleeding(*data, ToDateKey(Day(2025, 12, 5)), 2);
+TEST_F(DiaryView, DraggingTheThumbScrollsWhenItIsReleased) {
+    RecordBleeding(*data, ToDateKey(Day(2025, 12, 5)), 2);
     Make();
-    const HWND bar = Child(DiaryView::ScrollBarId);
+    const HWND bar = Child(View::ScrollBarId);
     SCROLLBARINFO info{};
     info.cbSize = sizeof(info);
     ASSERT_TRUE(::SendMessageW(bar, SBM_GETSCROLLBARINFO, 0, reinterpret_cast<LPARAM>(&info)));
     const LONG x = 5;
     const LONG thumb = (info.xyThumbTop + info.xyThumbBottom) / 2;
     const DateKey before = Start();
-    // The bar's own loop takes these from the queue.
+    // The scroll bar's own message loop, begun by the button, takes these from the queue.
     ::PostMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x, thumb + 60));
     ::PostMessageW(bar, WM_LBUTTONUP, 0, MAKELPARAM(x, thumb + 60));
     ::SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, thumb));
@@ -108,15 +109,15 @@ TEST_F(DiaryViewTest, ThumbMovesTheStartWhenItIsLetGo) {
     EXPECT_GT(Start(), before);
     const SCROLLINFO scroll = Scroll();
     EXPECT_GT(scroll.nPos, 90);
-    // One step is one day.
+    // A position is a day: 90 stands for 5 March.
     SYSTEMTIME expected{};
     AddDays(Day(2026, 3, 5), scroll.nPos - 90, expected);
     EXPECT_EQ(Start(), ToDateKey(expected));
 }
 
-TEST_F(DiaryViewTest, ItsScrollBarIsDrawnAnewWhereverItScrolls) {
+TEST_F(DiaryView, ScrollingRedrawsTheScrollBar) {
     Make();
-    const HWND bar = Child(DiaryView::ScrollBarId);
+    const HWND bar = Child(View::ScrollBarId);
     ::ShowWindow(::GetAncestor(bar, GA_ROOT), SW_SHOWNOACTIVATE);
     ::ShowWindow(view->Handle(), SW_SHOWNA);
     ::UpdateWindow(bar);
@@ -125,7 +126,7 @@ TEST_F(DiaryViewTest, ItsScrollBarIsDrawnAnewWhereverItScrolls) {
     EXPECT_NE(::GetUpdateRect(bar, nullptr, FALSE), FALSE);
 }
 
-TEST_F(DiaryViewTest, CannotScrollBeforeTheCalendarBegins) {
+TEST_F(DiaryView, CannotScrollBeforeTheCalendarBegins) {
     Make();
     view->SetCurrentDate(Day(1601, 1, 3));
     EXPECT_EQ(Start(), ToDateKey(Day(1601, 1, 1)));
@@ -139,29 +140,29 @@ TEST_F(DiaryViewTest, CannotScrollBeforeTheCalendarBegins) {
 
 // ---- Bringing dates into view ----
 
-TEST_F(DiaryViewTest, ADateThatIsShownMovesNothing) {
+TEST_F(DiaryView, ADateInViewDoesNotScroll) {
     Make();
     view->SetCurrentDate(Day(2026, 3, 24));
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 5)));
-    // The day after the last row counts as shown.
+    // The day after the last row counts as shown, too.
     view->SetCurrentDate(Day(2026, 3, 25));
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 5)));
     EXPECT_EQ(ToDateKey(view->GetCurrentDate()), ToDateKey(Day(2026, 3, 25)));
 }
 
-TEST_F(DiaryViewTest, ALaterDateComesIntoTheSecondRowFromTheBottom) {
+TEST_F(DiaryView, ALaterDateScrollsIntoTheSecondRowFromTheBottom) {
     Make();
     data->SetCurrentDate(Day(2026, 3, 26));
-    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 8)));  // 20 rows: 18 above it, one below
+    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 8)));  // of 20 rows, 18 above it and one below
 }
 
-TEST_F(DiaryViewTest, AnEarlierDateComesIntoTheThirdRow) {
+TEST_F(DiaryView, AnEarlierDateScrollsIntoTheThirdRow) {
     Make();
     data->SetCurrentDate(Day(2026, 3, 4));
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 2)));
 }
 
-TEST_F(DiaryViewTest, SettingTheSameDateBringsItBackIntoView) {
+TEST_F(DiaryView, SettingTheCurrentDateAgainBringsItBackIntoView) {
     Make();
     for (int i = 0; i < 5; ++i) {
         ScrollBy(SB_PAGEDOWN);
@@ -172,8 +173,8 @@ TEST_F(DiaryViewTest, SettingTheSameDateBringsItBackIntoView) {
 
 // ---- Size ----
 
-TEST_F(DiaryViewTest, DateStaysInViewWhenTheWindowIsResized) {
-    Make(480, 319);  // 15 px a row: 21 of them fit
+TEST_F(DiaryView, TheCurrentDateStaysInViewWhenTheWindowIsResized) {
+    Make(480, 319);  // rows of 15 px, of which 21 fit
     SYSTEMTIME last{};
     ASSERT_EQ(FromDateKey(Start(), last), 1);
     AddDays(last, 20, last);
@@ -181,13 +182,13 @@ TEST_F(DiaryViewTest, DateStaysInViewWhenTheWindowIsResized) {
     const DateKey start = Start();
     ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 318, SWP_NOZORDER);
     EXPECT_EQ(Start(), start);
-    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 640, SWP_NOZORDER);  // 20 fit
+    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 640, SWP_NOZORDER);  // 20 rows fit
     SYSTEMTIME expected{};
     AddDays(last, -18, expected);
     EXPECT_EQ(Start(), ToDateKey(expected));
     ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 700, SWP_NOZORDER);
     EXPECT_EQ(Start(), ToDateKey(expected));
-    // A diary that was scrolled away from the date is left where it is.
+    // When the date was scrolled out of view, resizing does not bring it back.
     ScrollBy(SB_PAGEDOWN);
     ScrollBy(SB_PAGEDOWN);
     const DateKey away = Start();
@@ -196,4 +197,4 @@ TEST_F(DiaryViewTest, DateStaysInViewWhenTheWindowIsResized) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

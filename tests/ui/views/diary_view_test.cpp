@@ -1,4 +1,4 @@
-// What the diary view is made of, which items it shows, and what its rows hold.
+// The diary view: its child windows, its show flags and settings, and the contents of its rows.
 
 #include "views/diary_view.h"
 
@@ -6,12 +6,12 @@
 
 #include "cycle/day_status.h"
 #include "cycle/predictor.h"
-#include "tests/ui/views/diary_view_test_support.h"
 #include "tests/support/user_data_access.h"
+#include "tests/ui/views/diary_view_test_support.h"
 #include "views/month_colors.h"
 #include "window/settings.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr WCHAR ShowFlagsSetting[] = TEXT("DiaryView_ShowFlags");
@@ -21,7 +21,7 @@ void StoreShowFlags(DWORD flags) {
     ASSERT_TRUE(settings.WriteDword(ShowFlagsSetting, flags));
 }
 
-/// Lists what the view tells, "Notes 0" and the like.
+/// Records the notifications of the view as texts such as "Notes 0".
 class RecordingListener : public DiaryListener {
   public:
     void NotesShownChanged(bool isShown) override { Add("Notes ", isShown); }
@@ -29,6 +29,8 @@ class RecordingListener : public DiaryListener {
     void PeriodShownChanged(bool isShown) override { Add("Period ", isShown); }
     void OvulationShownChanged(bool isShown) override { Add("Ovulation ", isShown); }
     void PregnancyShownChanged(bool isShown) override { Add("Pregnancy ", isShown); }
+
+    void HelpRequested(const WCHAR* anchor) override { calls.push_back("help " + ToUtf8(anchor)); }
 
     std::vector<std::string> calls;
 
@@ -40,25 +42,25 @@ class RecordingListener : public DiaryListener {
 
 // ---- Creation ----
 
-TEST_F(DiaryViewTest, HasScrollBarCalendarAndAgendaSideBySide) {
+TEST_F(DiaryView, HasScrollBarCalendarAndAgendaSideBySide) {
     Make();
     EXPECT_EQ(ClassOf(view->Handle()), FrameworkClassName);
     EXPECT_EQ(TextOf(view->Handle()), L"Diary view");
-    const Box bar = BoxOf(Child(3003));
-    const Box calendar = BoxOf(Child(3002));
-    const Box agenda = BoxOf(Child(3001));
+    const Box bar = BoxOf(Child(View::ScrollBarId));
+    const Box calendar = BoxOf(Child(View::CalendarId));
+    const Box agenda = BoxOf(Child(View::AgendaId));
     EXPECT_EQ(bar, (Box{0, 0, ::GetSystemMetrics(SM_CXVSCROLL), HeightPx}));
     EXPECT_EQ(calendar.left, bar.right - 1);
     EXPECT_EQ(calendar.bottom, HeightPx);
     EXPECT_EQ(agenda.left, calendar.right - 1);
     EXPECT_EQ(agenda, (Box{agenda.left, 0, WidthPx, HeightPx}));
-    EXPECT_EQ(ClassOf(Child(3002)), L"CalendarCtrl");
-    EXPECT_EQ(ClassOf(Child(3001)), L"AgendaCtrl");
-    EXPECT_EQ(::lstrcmpiW(ClassOf(Child(3003)).c_str(), L"scrollbar"), 0);
-    EXPECT_NE(::GetWindowLongW(Child(3002), GWL_STYLE) & 1, 0);
+    EXPECT_EQ(ClassOf(Child(View::CalendarId)), L"CalendarCtrl");
+    EXPECT_EQ(ClassOf(Child(View::AgendaId)), L"AgendaCtrl");
+    EXPECT_EQ(::lstrcmpiW(ClassOf(Child(View::ScrollBarId)).c_str(), L"scrollbar"), 0);
+    EXPECT_NE(::GetWindowLongW(Child(View::CalendarId), GWL_STYLE) & CCS_VERTICAL, 0);
 }
 
-TEST_F(DiaryViewTest, CalendarIsThreeLinesWideWhereCellsAreNoHigherThanALine) {
+TEST_F(DiaryView, TheCalendarIsThreeTextLinesWideWhereItsCellsAreLowerThanALine) {
     Make(240, 200);  // cells of 10 px
     TEXTMETRICW metrics{};
     {
@@ -69,7 +71,7 @@ TEST_F(DiaryViewTest, CalendarIsThreeLinesWideWhereCellsAreNoHigherThanALine) {
     EXPECT_EQ(calendar.right - calendar.left, 3 * metrics.tmHeight);
 }
 
-TEST_F(DiaryViewTest, ShowsTwentyDaysFromTenBeforeTheCurrentDate) {
+TEST_F(DiaryView, ShowsTwentyDaysFromTenBeforeTheCurrentDate) {
     Make();
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 5)));
     EXPECT_EQ(TopCell().bottom, RowPx);
@@ -78,14 +80,14 @@ TEST_F(DiaryViewTest, ShowsTwentyDaysFromTenBeforeTheCurrentDate) {
 
 // ---- Show flags ----
 
-TEST_F(DiaryViewTest, ShowsEverythingWithoutASetting) {
+TEST_F(DiaryView, ShowsEverythingWithoutASetting) {
     EXPECT_EQ(view->GetShowFlags(), 31U);
     Make();
     EXPECT_EQ(view->GetShowFlags(), 31U);
     EXPECT_EQ(LineCount(), 5);
 }
 
-TEST_F(DiaryViewTest, ReadsItsSettingAtCreationAndWritesItAtDestruction) {
+TEST_F(DiaryView, ReadsItsSettingAtCreationAndWritesItAtDestruction) {
     StoreShowFlags(18);
     EXPECT_EQ(view->GetShowFlags(), 31U);
     Make();
@@ -103,7 +105,7 @@ TEST_F(DiaryViewTest, ReadsItsSettingAtCreationAndWritesItAtDestruction) {
     EXPECT_EQ(stored(), 19U);
 }
 
-TEST_F(DiaryViewTest, ASettingWithoutAnyItemIsAsIfItWereMissing) {
+TEST_F(DiaryView, ASettingWithoutAnyItemIsAsIfItWereMissing) {
     StoreShowFlags(0);
     Make();
     EXPECT_EQ(view->GetShowFlags(), 31U);
@@ -113,7 +115,7 @@ TEST_F(DiaryViewTest, ASettingWithoutAnyItemIsAsIfItWereMissing) {
     EXPECT_EQ(view->GetShowFlags(), 2U);
 }
 
-TEST_F(DiaryViewTest, ASettingOfAnotherTypeIsAsIfItWereMissing) {
+TEST_F(DiaryView, ASettingOfAnotherTypeIsAsIfItWereMissing) {
     {
         Settings settings;
         ASSERT_TRUE(settings.WriteString(ShowFlagsSetting, TEXT("2")));
@@ -122,7 +124,7 @@ TEST_F(DiaryViewTest, ASettingOfAnotherTypeIsAsIfItWereMissing) {
     EXPECT_EQ(view->GetShowFlags(), 31U);
 }
 
-TEST_F(DiaryViewTest, WithoutASettingsKeyItWorksWithTheDefault) {
+TEST_F(DiaryView, WithoutASettingsKeyItWorksWithTheDefault) {
     SetSettingsLocation({nullptr, nullptr, TEXT("")});
     Make();
     EXPECT_EQ(view->GetShowFlags(), 31U);
@@ -132,27 +134,27 @@ TEST_F(DiaryViewTest, WithoutASettingsKeyItWorksWithTheDefault) {
 
 struct SetterCase {
     const char* label;
-    std::uint32_t (DiaryView::*setter)(bool);
+    std::uint32_t (lunara::DiaryView::*setter)(bool);
     std::uint32_t bit;
     const char* call;
 };
 
-TEST_F(DiaryViewTest, SettersToggleTheirItemAndTellTheListeners) {
+TEST_F(DiaryView, SettersToggleTheirItemAndTellTheListeners) {
     Make();
     RecordingListener listener;
     view->AttachListener(listener);
     const SetterCase cases[] = {
-        {"notes", &DiaryView::SetShowNotes, 1, "Notes "},
-        {"bleeding", &DiaryView::SetShowBleeding, 2, "Bleeding "},
-        {"period", &DiaryView::SetShowPeriod, 4, "Period "},
-        {"ovulation", &DiaryView::SetShowOvulation, 8, "Ovulation "},
-        {"pregnancy", &DiaryView::SetShowPregnancy, 16, "Pregnancy "},
+        {"notes", &lunara::DiaryView::SetShowNotes, 1, "Notes "},
+        {"bleeding", &lunara::DiaryView::SetShowBleeding, 2, "Bleeding "},
+        {"period", &lunara::DiaryView::SetShowPeriod, 4, "Period "},
+        {"ovulation", &lunara::DiaryView::SetShowOvulation, 8, "Ovulation "},
+        {"pregnancy", &lunara::DiaryView::SetShowPregnancy, 16, "Pregnancy "},
     };
     for (const SetterCase& c : cases) {
         LUNARA_ROW(c);
         listener.calls.clear();
-        DiaryView& diary = *view;
-        EXPECT_EQ((diary.*c.setter)(true), 31U);  // as it is: nobody is told
+        View& diary = *view;
+        EXPECT_EQ((diary.*c.setter)(true), 31U);  // no change, so no notification
         EXPECT_TRUE(listener.calls.empty());
         EXPECT_EQ((diary.*c.setter)(false), 31U & ~c.bit);
         EXPECT_EQ(view->GetShowFlags(), 31U & ~c.bit);
@@ -169,7 +171,7 @@ TEST_F(DiaryViewTest, SettersToggleTheirItemAndTellTheListeners) {
     EXPECT_TRUE(listener.calls.empty());
 }
 
-TEST_F(DiaryViewTest, TheLastItemCannotBeHidden) {
+TEST_F(DiaryView, TheLastItemCannotBeHidden) {
     StoreShowFlags(DiaryShowPeriod);
     Make();
     RecordingListener listener;
@@ -181,7 +183,7 @@ TEST_F(DiaryViewTest, TheLastItemCannotBeHidden) {
     view->DetachListener(listener);
 }
 
-TEST_F(DiaryViewTest, SettersWorkBeforeTheWindowExists) {
+TEST_F(DiaryView, SettersWorkBeforeItsWindowExists) {
     EXPECT_EQ(view->SetShowNotes(false), 30U);
     view->Refresh();
     view->Reload();
@@ -190,7 +192,7 @@ TEST_F(DiaryViewTest, SettersWorkBeforeTheWindowExists) {
 
 // ---- Rows ----
 
-TEST_F(DiaryViewTest, RowsCarryTextColorsAndPictures) {
+TEST_F(DiaryView, RowsCarryTextColorsAndPictures) {
     const SYSTEMTIME fifth = Day(2026, 3, 5);
     SetDayFlags(UserDataTestAccess::Prediction(*data), DAY_CYCLE_START, 0, ToDateKey(fifth));
     UserDataTestAccess::Prediction(*data).bleedingLevels.Set(ToDateKey(fifth),
@@ -204,11 +206,11 @@ TEST_F(DiaryViewTest, RowsCarryTextColorsAndPictures) {
     EXPECT_NE(row.items[1].bitmap, nullptr);
     EXPECT_EQ(row.items[1].overlay, nullptr);
     EXPECT_EQ(row.items[2].color, RGB(255, 255, 255));
-    // A day without a status has no date either.
+    // A day without a status has no text at all, not even its date.
     EXPECT_EQ(AskRow(1).request.text[0], 0);
 }
 
-TEST_F(DiaryViewTest, RowsFollowTheItemsShown) {
+TEST_F(DiaryView, RowsFollowTheItemsShown) {
     StoreShowFlags(DiaryShowNotes | DiaryShowPregnancy);
     const SYSTEMTIME fifth = Day(2026, 3, 5);
     UserDataTestAccess::Prediction(*data).pregnancyProbabilities.Set(
@@ -216,32 +218,33 @@ TEST_F(DiaryViewTest, RowsFollowTheItemsShown) {
     Make();
     const Row row = AskRow(0);
     EXPECT_EQ(row.items[1].color, RGB(0, 255, 0));
-    EXPECT_NE(row.items[1].overlay, nullptr);  // after the last valid period start: there is none
+    // The overlay marks days after the last valid period start; with no period start, all days.
+    EXPECT_NE(row.items[1].overlay, nullptr);
 }
 
-TEST_F(DiaryViewTest, MonthColorsComeFromTheTable) {
+TEST_F(DiaryView, MonthColorsComeFromTheTable) {
     Make();
     CalendarMonthColor request{
-        {Calendar(), DiaryView::CalendarId, CCN_GETMONTHCOLOR}, Day(2026, 8, 31), 0};
-    EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, DiaryView::CalendarId,
+        {Calendar(), View::CalendarId, CCN_GETMONTHCOLOR}, Day(2026, 8, 31), 0};
+    EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, View::CalendarId,
                              reinterpret_cast<LPARAM>(&request)),
               1);
     EXPECT_EQ(request.color, MonthColor(8));
 }
 
-TEST_F(DiaryViewTest, OtherNotificationsAreNotAnswered) {
+TEST_F(DiaryView, OtherNotificationsAreNotAnswered) {
     Make();
-    CalendarClick click{{Calendar(), DiaryView::CalendarId, CCN_CLICK}, {1, 1}};
-    EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, DiaryView::CalendarId,
+    CalendarClick click{{Calendar(), View::CalendarId, CCN_CLICK}, {1, 1}};
+    EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, View::CalendarId,
                              reinterpret_cast<LPARAM>(&click)),
               0);
-    NMHDR stray{Agenda(), DiaryView::AgendaId, 77};
-    EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, DiaryView::AgendaId,
-                             reinterpret_cast<LPARAM>(&stray)),
-              0);
+    NMHDR stray{Agenda(), View::AgendaId, 77};
+    EXPECT_EQ(
+        ::SendMessageW(view->Handle(), WM_NOTIFY, View::AgendaId, reinterpret_cast<LPARAM>(&stray)),
+        0);
 }
 
-TEST_F(DiaryViewTest, ChangesOfRecordsRepaintTheAgenda) {
+TEST_F(DiaryView, ChangesOfRecordsRepaintTheAgenda) {
     Make();
     const auto expectRepaint = [this](const char* label, const std::function<void()>& change) {
         PumpMessages();
@@ -255,7 +258,7 @@ TEST_F(DiaryViewTest, ChangesOfRecordsRepaintTheAgenda) {
     expectRepaint("recomputation", [this] { view->Refresh(); });
 }
 
-TEST_F(DiaryViewTest, AReplacedDataSetIsShownFromItsOwnDate) {
+TEST_F(DiaryView, AReloadedDataSetIsShownFromItsOwnDate) {
     Make();
     ScrollBy(SB_PAGEDOWN);
     data->Unload();
@@ -270,17 +273,18 @@ TEST_F(DiaryViewTest, AReplacedDataSetIsShownFromItsOwnDate) {
 
 // ---- Window ----
 
-TEST_F(DiaryViewTest, HelpOpensItsOwnAnchor) {
+TEST_F(DiaryView, HelpAsksItsListenersForItsOwnAnchor) {
     Make();
+    RecordingListener listener;
+    view->AttachListener(listener);
     HELPINFO info{};
     info.cbSize = sizeof(info);
     ::SendMessageW(view->Handle(), WM_HELP, 0, reinterpret_cast<LPARAM>(&info));
-    ASSERT_EQ(help.anchors.size(), 1U);
-    EXPECT_EQ(help.programs[0], L"PegHelp.exe");
-    EXPECT_EQ(help.anchors[0], L"Lunara.htm#_Calendar_diary");
+    EXPECT_EQ(listener.calls, std::vector<std::string>{"help Lunara.htm#_Calendar_diary"});
+    view->DetachListener(listener);
 }
 
-TEST_F(DiaryViewTest, LaysItselfOutAgainWhenItIsResized) {
+TEST_F(DiaryView, LaysItselfOutAgainWhenItIsResized) {
     Make();
     const DateKey start = Start();
     ::SetWindowPos(view->Handle(), nullptr, 0, 0, 700, 410, SWP_NOZORDER);
@@ -289,9 +293,9 @@ TEST_F(DiaryViewTest, LaysItselfOutAgainWhenItIsResized) {
     EXPECT_EQ(AskRow(0).request.rowHeight, 20);
     EXPECT_EQ(BoxOf(Agenda()).right, 700);
     EXPECT_EQ(BoxOf(Agenda()).bottom, 410);
-    EXPECT_EQ(BoxOf(Child(DiaryView::ScrollBarId)).bottom, 410);
+    EXPECT_EQ(BoxOf(Child(View::ScrollBarId)).bottom, 410);
     EXPECT_EQ(static_cast<AgendaCtrl*>(Window::FromHandle(Agenda()))->CellWidth(), 20);
-    // Rows and cells line up in whatever size.
+    // Rows of the agenda and cells of the calendar have the same height at every size.
     for (const int height : {640, 613, 300, 41, 19, 1}) {
         ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, height, SWP_NOZORDER);
         PumpMessages();
@@ -299,7 +303,7 @@ TEST_F(DiaryViewTest, LaysItselfOutAgainWhenItIsResized) {
     }
 }
 
-TEST_F(DiaryViewTest, AWindowWithoutASizeDoesNoHarm) {
+TEST_F(DiaryView, AWindowWithoutASizeDoesNoHarm) {
     Make(0, 0);
     data->SetCurrentDate(Day(2027, 1, 1));
     data->SetCurrentDate(Day(2025, 1, 1));
@@ -311,16 +315,16 @@ TEST_F(DiaryViewTest, AWindowWithoutASizeDoesNoHarm) {
     PumpMessages();
 }
 
-TEST_F(DiaryViewTest, IsGoneFromTheDataSetWithItsWindow) {
+TEST_F(DiaryView, StopsObservingTheDataSetWhenItsWindowIsDestroyed) {
     Make();
-    EXPECT_EQ(data->AttachObserver(*view), 0);  // it is there already
+    EXPECT_EQ(data->AttachObserver(*view), 0);  // 0: it is attached already
     ::DestroyWindow(view->Handle());
     EXPECT_EQ(data->DetachObserver(*view), 0);
     data->SetBleeding(2);
     data->SetCurrentDate(Day(2020, 1, 1));
 }
 
-TEST_F(DiaryViewTest, CanBeMadeAgain) {
+TEST_F(DiaryView, CanBeCreatedAgain) {
     Make();
     view->SetShowNotes(false);
     ::DestroyWindow(view->Handle());
@@ -330,37 +334,30 @@ TEST_F(DiaryViewTest, CanBeMadeAgain) {
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 6, 10)));
 }
 
-TEST_F(DiaryViewTest, DrawsItsTitleOnWhite) {
+TEST_F(DiaryView, DrawsItsTitleOnWhite) {
     Make();
-    for (const int id : {3001, 3002, 3003}) {
+    for (const int id : {View::AgendaId, View::CalendarId, View::ScrollBarId}) {
         ::ShowWindow(Child(id), SW_HIDE);
     }
     ::RedrawWindow(view->Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
-    const MemoryCanvas canvas(WidthPx, HeightPx, RGB(9, 9, 9));
-    {
-        const WindowDcScope dc(view->Handle());
-        ::BitBlt(canvas.Dc(), 0, 0, WidthPx, HeightPx, dc.Dc(), 0, 0, SRCCOPY);
-    }
+    MemoryCanvas canvas(WidthPx, HeightPx, RGB(9, 9, 9));
+    canvas.CopyFrom(view->Handle());
     EXPECT_EQ(canvas.Pixel(5, 5), RGB(255, 255, 255));
     EXPECT_GT(canvas.CountOf(RGB(0, 0, 0)), 0);
 }
 
-// A painted diary, read back from the screen.
-TEST_F(DiaryViewTest, PaintsTheDaysOfTheDataSet) {
+TEST_F(DiaryView, PaintsTheDaysOfTheDataSet) {
     const SYSTEMTIME fifth = Day(2026, 3, 5);
     UserDataTestAccess::Prediction(*data).periodProbabilities.Set(
         ToDateKey(fifth), std::bit_cast<std::int32_t>(1.0F));
     Make();
     ::RedrawWindow(view->Handle(), nullptr, nullptr,
                    RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    const MemoryCanvas canvas(WidthPx, HeightPx);
-    {
-        const WindowDcScope dc(Agenda());
-        ::BitBlt(canvas.Dc(), 0, 0, WidthPx, HeightPx, dc.Dc(), 0, 0, SRCCOPY);
-    }
-    EXPECT_EQ(canvas.Pixel(2 * RowPx + 4, 4), RGB(0, 0, 255));              // period of the 5th
-    EXPECT_EQ(canvas.Pixel(2 * RowPx + 4, RowPx + 4), RGB(255, 255, 255));  // of the 6th
+    MemoryCanvas canvas(WidthPx, HeightPx);
+    canvas.CopyFrom(Agenda());
+    EXPECT_EQ(canvas.Pixel(2 * RowPx + 4, 4), RGB(0, 0, 255));              // the 5th has a period
+    EXPECT_EQ(canvas.Pixel(2 * RowPx + 4, RowPx + 4), RGB(255, 255, 255));  // the 6th has none
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

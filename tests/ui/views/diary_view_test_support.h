@@ -1,6 +1,6 @@
 #pragma once
 
-// A diary view in a visible window, on 15 March 2026, with an empty data set.
+// Fixture with a diary view in a visible parent. Today is 15 March 2026, the data set is empty.
 
 #include <memory>
 
@@ -8,19 +8,21 @@
 #include "tests/ui/views/view_test_support.h"
 #include "views/diary_view.h"
 
-namespace lunara {
+namespace lunara::test {
 
-class DiaryViewTest : public UiTest {
+class DiaryView : public UiTest {
   protected:
+    using View = lunara::DiaryView;
+
     static constexpr int WidthPx = 480;
     static constexpr int HeightPx = 640;
-    static constexpr LONG RowPx = 32;
+    static constexpr LONG RowPx = 32;  // HeightPx over twenty days
 
     void SetUp() override {
         UiTest::SetUp();
         SetLocalNow(Day(2026, 3, 15));
         data = std::make_unique<UserData>();
-        view = std::make_unique<DiaryView>(*data);
+        view = std::make_unique<View>(*data);
         ASSERT_EQ(parent.Make(nullptr, 800, 700), 1);
         ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
     }
@@ -37,14 +39,16 @@ class DiaryViewTest : public UiTest {
         PumpMessages();
     }
     HWND Child(int id) const { return ::GetDlgItem(view->Handle(), id); }
-    HWND Agenda() const { return Child(DiaryView::AgendaId); }
-    HWND Calendar() const { return Child(DiaryView::CalendarId); }
+    HWND Agenda() const { return Child(View::AgendaId); }
+    HWND Calendar() const { return Child(View::CalendarId); }
 
+    /// The first day shown.
     DateKey Start() const {
         CalendarHitTest top{};
         ::SendMessageW(Calendar(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&top));
         return ToDateKey(top.date);
     }
+    /// The cell of the first day in the calendar's strip.
     Box TopCell() const {
         CalendarHitTest top{};
         ::SendMessageW(Calendar(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&top));
@@ -54,7 +58,7 @@ class DiaryViewTest : public UiTest {
         SCROLLINFO info{};
         info.cbSize = sizeof(info);
         info.fMask = SIF_RANGE | SIF_POS;
-        ::GetScrollInfo(Child(DiaryView::ScrollBarId), SB_CTL, &info);
+        ::GetScrollInfo(Child(View::ScrollBarId), SB_CTL, &info);
         return info;
     }
     void ExpectScroll(int maximum, int position) const {
@@ -65,7 +69,7 @@ class DiaryViewTest : public UiTest {
     }
     void ScrollBy(int request) {
         ::SendMessageW(view->Handle(), WM_VSCROLL, static_cast<WPARAM>(request),
-                       reinterpret_cast<LPARAM>(Child(DiaryView::ScrollBarId)));
+                       reinterpret_cast<LPARAM>(Child(View::ScrollBarId)));
     }
     std::int32_t LineCount() const {
         return static_cast<AgendaCtrl*>(Window::FromHandle(Agenda()))->LineCount();
@@ -75,18 +79,18 @@ class DiaryViewTest : public UiTest {
         AgendaRowRequest request;
         AgendaItem items[MaxDiaryItems];
     };
-    /// The view's answer to the agenda.
+    /// Asks the view for a row as the agenda does.
     Row AskRow(std::int32_t index, LRESULT expected = 1) {
         Row row{};
-        row.request.header = {Agenda(), DiaryView::AgendaId, AGN_GETROW};
+        row.request.header = {Agenda(), View::AgendaId, AGN_GETROW};
         row.request.rowIndex = index;
         row.request.lineCount = LineCount();
-        EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, DiaryView::AgendaId,
+        EXPECT_EQ(::SendMessageW(view->Handle(), WM_NOTIFY, View::AgendaId,
                                  reinterpret_cast<LPARAM>(&row)),
                   expected);
         return row;
     }
-    /// A tap on the middle of a cell of the agenda.
+    /// Taps the middle of a cell of the agenda; columns and rows count from 0.
     void Tap(int column, int row) {
         const LONG cell = RowPx;
         ::SendMessageW(Agenda(), WM_LBUTTONUP, 0,
@@ -95,7 +99,7 @@ class DiaryViewTest : public UiTest {
 
     ScriptedWindow parent;
     std::unique_ptr<UserData> data;
-    std::unique_ptr<DiaryView> view;
+    std::unique_ptr<View> view;
 };
 
-}  // namespace lunara
+}  // namespace lunara::test

@@ -1,9 +1,9 @@
-// Which days the graph view shows: where it starts, how it scrolls, and how a date comes into view.
+// The graph view: the day it starts at, scrolling, and bringing a date into view.
 
 #include "tests/ui/views/graph_view_test_support.h"
 #include "tests/support/user_data_access.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 class DateRefuser : public DataObserver {
@@ -13,7 +13,7 @@ class DateRefuser : public DataObserver {
 
 // ---- Start and scroll range ----
 
-TEST_F(GraphViewTest, StartsSevenDaysBeforeTheCurrentDate) {
+TEST_F(GraphView, StartsSevenDaysBeforeTheCurrentDate) {
     data->SetCurrentDate(DayFromToday(-20));
     Make();
     EXPECT_EQ(Start(), KeyFromToday(-27));
@@ -21,7 +21,7 @@ TEST_F(GraphViewTest, StartsSevenDaysBeforeTheCurrentDate) {
     EXPECT_EQ(ToDateKey(Picked()), KeyFromToday(-20));
 }
 
-TEST_F(GraphViewTest, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
+TEST_F(GraphView, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
     Warm(-100, 9800);
     Bleed(-50, 2);
     Make();
@@ -30,19 +30,19 @@ TEST_F(GraphViewTest, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
     EXPECT_EQ(Scroll().position, 93);  // 7 days before today
 }
 
-TEST_F(GraphViewTest, ScrollRangeWithoutRecordsGrowsAtOnce) {
+TEST_F(GraphView, ScrollRangeWithoutRecordsGrowsAtOnce) {
     Make();
-    // At 0 for today, and 7 days back from there.
+    // The range for today is [0, 365] at position 0. Starting 7 days earlier adds those.
     EXPECT_EQ(Scroll().maximum, 372);
     EXPECT_EQ(Scroll().position, 0);
 }
 
 // ---- Dates ----
 
-TEST_F(GraphViewTest, PickedDateBecomesTheCurrentOne) {
+TEST_F(GraphView, PickedDateBecomesTheCurrentOne) {
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     SYSTEMTIME date = DayFromToday(-3);
-    date.wDayOfWeek = 0;  // not every picker fills it in
+    date.wDayOfWeek = 0;  // some date pickers leave it out
     Pick(date);
     EXPECT_EQ(Current(), KeyFromToday(-3));
     EXPECT_EQ(IsSameDay(view->GetCurrentDate(), DayFromToday(-3)), 1);
@@ -50,7 +50,7 @@ TEST_F(GraphViewTest, PickedDateBecomesTheCurrentOne) {
     EXPECT_EQ(ToDateKey(Picked()), KeyFromToday(-3));
 }
 
-TEST_F(GraphViewTest, PickingNoDateChangesNothing) {
+TEST_F(GraphView, PickingNoDateChangesNothing) {
     Make();
     Pick(DayFromToday(-3), GDT_NONE);
     EXPECT_EQ(Current(), KeyFromToday(0));
@@ -58,20 +58,20 @@ TEST_F(GraphViewTest, PickingNoDateChangesNothing) {
     EXPECT_EQ(Current(), KeyFromToday(0));
 }
 
-TEST_F(GraphViewTest, ARefusedDateIsTakenBack) {
+TEST_F(GraphView, ARefusedDateIsTakenBackInThePicker) {
     Make();
     DateRefuser refuser;
     data->AttachObserver(refuser);
     SYSTEMTIME date = DayFromToday(-3);
-    SendTo(GraphView::DatePickerId, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&date));
+    SendTo(View::DatePickerId, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&date));
     Pick(date);
     EXPECT_EQ(Current(), KeyFromToday(0));
     EXPECT_EQ(ToDateKey(Picked()), KeyFromToday(0));
     data->DetachObserver(refuser);
 }
 
-TEST_F(GraphViewTest, ANewDateIsBroughtIntoView) {
-    Make();  // 15 days of 29 px from today - 7 on: 16 columns
+TEST_F(GraphView, ANewDateIsBroughtIntoView) {
+    Make();  // 15 days of 29 px from today - 7 on, with the day before in column 0
     ASSERT_EQ(DayWidth(), 29);
     const struct {
         const char* label;
@@ -92,7 +92,7 @@ TEST_F(GraphViewTest, ANewDateIsBroughtIntoView) {
     }
 }
 
-TEST_F(GraphViewTest, SetCurrentDateComesBackToADateScrolledAway) {
+TEST_F(GraphView, SettingTheCurrentDateAgainBringsItBackIntoView) {
     Make();
     Send(WM_HSCROLL, SB_PAGEDOWN);
     Send(WM_HSCROLL, SB_PAGEDOWN);
@@ -100,7 +100,7 @@ TEST_F(GraphViewTest, SetCurrentDateComesBackToADateScrolledAway) {
     EXPECT_EQ(Start(), KeyFromToday(-2));
 }
 
-TEST_F(GraphViewTest, ScrollsByTheDiarysSteps) {
+TEST_F(GraphView, ScrollsByADayAndByTenDays) {
     Warm(-300, 9800);
     Make();
     const struct {
@@ -126,7 +126,7 @@ TEST_F(GraphViewTest, ScrollsByTheDiarysSteps) {
     EXPECT_EQ(Current(), KeyFromToday(0));
 }
 
-TEST_F(GraphViewTest, ScrollingPastTheEndsWidensTheRange) {
+TEST_F(GraphView, ScrollingPastTheEndsWidensTheRange) {
     Make();
     Send(WM_HSCROLL, SB_PAGEUP);
     EXPECT_EQ(Scroll().minimum, 0);
@@ -134,7 +134,7 @@ TEST_F(GraphViewTest, ScrollingPastTheEndsWidensTheRange) {
     EXPECT_EQ(Scroll().position, 0);
 }
 
-TEST_F(GraphViewTest, ReloadBeginsAtTheNewDiary) {
+TEST_F(GraphView, AReloadedDataSetIsShownFromItsOwnDate) {
     Make();
     Warm(-400, 9800);
     test::RecordBleeding(*data, KeyFromToday(0), 2);
@@ -147,7 +147,7 @@ TEST_F(GraphViewTest, ReloadBeginsAtTheNewDiary) {
 
 // ---- Size ----
 
-TEST_F(GraphViewTest, DateStaysInViewWhenTheWindowIsResized) {
+TEST_F(GraphView, TheCurrentDateStaysInViewWhenTheWindowIsResized) {
     for (const DWORD mode : {GraphShowBleeding, GraphShowTemperature}) {
         MakeIn(mode, MeasureFahrenheit);
         data->SetCurrentDate(Today());
@@ -162,10 +162,9 @@ TEST_F(GraphViewTest, DateStaysInViewWhenTheWindowIsResized) {
             ::SetWindowPos(view->Handle(), nullptr, 0, 0, row.width, row.height, SWP_NOZORDER);
             Paint();
             CalendarDayRect cell{Today(), {}};
-            EXPECT_EQ(
-                SendTo(GraphView::CalendarId, CCM_GETDAYRECT, 0, reinterpret_cast<LPARAM>(&cell)),
-                1);
-            EXPECT_EQ(BoxOf(Item(GraphView::ChartId)).right, row.width);
+            EXPECT_EQ(SendTo(View::CalendarId, CCM_GETDAYRECT, 0, reinterpret_cast<LPARAM>(&cell)),
+                      1);
+            EXPECT_EQ(BoxOf(Item(View::ChartId)).right, row.width);
             EXPECT_EQ(Selection(), DaysBetween(Today(),
                                                [&] {
                                                    SYSTEMTIME start{};
@@ -178,22 +177,23 @@ TEST_F(GraphViewTest, DateStaysInViewWhenTheWindowIsResized) {
     }
 }
 
-// A narrow window shows more days than 15, one for every pixel.
-TEST_F(GraphViewTest, DateThatAWiderWindowWouldLoseIsBroughtBack) {
+// A window too narrow for 15 days shows more of them, one for each pixel. Widening it would put the
+// current date out of view.
+TEST_F(GraphView, ADateThatAWiderWindowWouldLoseIsBroughtBack) {
     Make(GraphLeftColumnPx + 18, Height);
     Send(WM_HSCROLL, SB_PAGEUP);
     ASSERT_EQ(Start(), KeyFromToday(-17));
     ::SetWindowPos(view->Handle(), nullptr, 0, 0, Width, Height, SWP_NOZORDER);
     EXPECT_EQ(Start(), KeyFromToday(-14));
     EXPECT_EQ(Selection(), 15);
-    // One that was not in view does not come.
+    // When the date was scrolled out of view, resizing does not bring it back.
     Send(WM_HSCROLL, SB_PAGEDOWN);
     Send(WM_HSCROLL, SB_PAGEDOWN);
     ::SetWindowPos(view->Handle(), nullptr, 0, 0, 240, 320, SWP_NOZORDER);
     EXPECT_EQ(Start(), KeyFromToday(6));
 }
 
-TEST_F(GraphViewTest, WithoutAreaItStaysAlive) {
+TEST_F(GraphView, AWindowWithoutAreaDoesNoHarm) {
     Make(0, 0);
     view->SetShowTemperature(true);
     data->SetCurrentDate(DayFromToday(30));
@@ -205,4 +205,4 @@ TEST_F(GraphViewTest, WithoutAreaItStaysAlive) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

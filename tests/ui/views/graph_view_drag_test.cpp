@@ -1,14 +1,14 @@
-// Tapping and dragging points of the graph with button and move messages, as a pen does it.
+// The graph view: tapping and dragging points, with the button and move messages that a pen sends.
 
 #include "tests/ui/views/graph_view_test_support.h"
 #include "tests/support/user_data_access.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-class GraphDragTest : public GraphViewTest {
+class GraphViewDrag : public GraphView {
   protected:
-    HWND Chart() const { return Item(GraphView::ChartId); }
+    HWND Chart() const { return Item(View::ChartId); }
     void Down(POINT at) {
         ::SendMessageW(Chart(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(at.x, at.y));
     }
@@ -17,7 +17,7 @@ class GraphDragTest : public GraphViewTest {
     }
     void Up(POINT at) { ::SendMessageW(Chart(), WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y)); }
     bool IsDragging() const { return ::GetCapture() == Chart(); }
-    /// The pixel of a value of a day, on an axis from `minimum` to `maximum`.
+    /// The chart pixel of a day's value on an axis [minimum, maximum]; `days` counts from today.
     POINT At(int days, std::int32_t value, std::int32_t minimum, std::int32_t maximum) {
         SYSTEMTIME start{};
         FromDateKey(Start(), start);
@@ -29,10 +29,11 @@ class GraphDragTest : public GraphViewTest {
         return mapping.ToPixel(
             {static_cast<std::int32_t>(GraphLeftColumnPx - width / 2 + column * width), value});
     }
+    // Pixels on the default axis of each unit and of bleeding.
     POINT Warm98(int days, std::int32_t value) { return At(days, value, 9650, 9850); }
     POINT Warm36(int days, std::int32_t value) { return At(days, value, 3550, 3750); }
     POINT Level(int days, std::int32_t level) { return At(days, level, 0, 4); }
-    /// Presses at one point, moves to another and lets go.
+    /// Presses at one point, moves to another by way of a third, and releases there.
     void Drag(POINT from, POINT to) {
         Down(from);
         Move({from.x, (from.y + to.y) / 2});
@@ -42,7 +43,7 @@ class GraphDragTest : public GraphViewTest {
     }
 };
 
-TEST_F(GraphDragTest, FahrenheitIsDraggedToANewValue) {
+TEST_F(GraphViewDrag, FahrenheitIsDraggedToANewValue) {
     Warm(-2, 9720);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     const POINT to = Warm98(-2, 9790);
@@ -55,7 +56,7 @@ TEST_F(GraphDragTest, FahrenheitIsDraggedToANewValue) {
     EXPECT_EQ(ToDateKey(Picked()), KeyFromToday(-2));
 }
 
-TEST_F(GraphDragTest, CelsiusIsStoredAsFahrenheit) {
+TEST_F(GraphViewDrag, CelsiusIsStoredAsFahrenheit) {
     Warm(-2, 9700);  // 36.1
     MakeIn(GraphShowTemperature, MeasureCelsius);
     const POINT from = Warm36(-2, 3610);
@@ -67,7 +68,7 @@ TEST_F(GraphDragTest, CelsiusIsStoredAsFahrenheit) {
     EXPECT_EQ(Entry(), L"37.0");
 }
 
-TEST_F(GraphDragTest, BleedingIsDraggedToALevel) {
+TEST_F(GraphViewDrag, BleedingIsDraggedToALevel) {
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     const struct {
         const char* label;
@@ -89,8 +90,8 @@ TEST_F(GraphDragTest, BleedingIsDraggedToALevel) {
     EXPECT_EQ(data->Bleeding().Count(), 0);
 }
 
-// The axis reaches a level further than there are words.
-TEST_F(GraphDragTest, BleedingBeyondTheTopIsHeavy) {
+// The axis reaches one level above heavy, the highest that can be entered.
+TEST_F(GraphViewDrag, BleedingBeyondTheTopIsHeavy) {
     Bleed(-1, 2);
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     const POINT from = Level(-1, 2);
@@ -98,36 +99,37 @@ TEST_F(GraphDragTest, BleedingBeyondTheTopIsHeavy) {
     EXPECT_EQ(data->GetBleeding(), 3);
 }
 
-TEST_F(GraphDragTest, TemperatureBeyondTheLimitBecomesTheLimit) {
+TEST_F(GraphViewDrag, TemperatureBeyondTheLimitBecomesTheLimit) {
     Warm(-3, 9990);
     Warm(-2, 9970);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
-    // 9700..9990: 319 do not fit 300, so 400 from 9645 to 10045
+    // [9700, 9990] padded needs 319 units: more than 300, so the axis takes 400, [9645, 10045].
     const POINT from = At(-2, 9970, 9645, 10045);
     Drag(from, {from.x, 0});
     EXPECT_EQ(data->GetTemperature(), 10000);
     EXPECT_EQ(Entry(), L"100.0");
 }
 
-TEST_F(GraphDragTest, CelsiusBeyondTheLimitBecomesTheLimit) {
+TEST_F(GraphViewDrag, CelsiusBeyondTheLimitBecomesTheLimit) {
     Warm(-3, 9990);  // 37.7
     Warm(-2, 9970);  // 37.6
     MakeIn(GraphShowTemperature, MeasureCelsius);
-    // 3600..3770: 187 fit 200, from 3585 to 3785
+    // [3600, 3770] padded needs 187 units, so the axis takes 200, [3585, 3785].
     const POINT from = At(-2, 3760, 3585, 3785);
     Drag(from, {from.x, 0});
     EXPECT_EQ(data->GetTemperature(), 10000);
     EXPECT_EQ(Entry(), L"37.8");
 }
 
-TEST_F(GraphDragTest, AFirstValueIsDraggedIn) {
+TEST_F(GraphViewDrag, ADragGivesADayItsFirstTemperature) {
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     Drag(Warm98(0, 9750), Warm98(0, 9800));
     EXPECT_EQ(data->GetTemperature(), 9800);
 }
 
-// What is stored may be finer than what is shown, and a day without a value must not get one.
-TEST_F(GraphDragTest, ATapSelectsAndChangesNothing) {
+// The stored value may be finer than the one shown, which must not replace it; and a day without a
+// value must not get the one it is drawn at.
+TEST_F(GraphViewDrag, ATapSelectsAndChangesNothing) {
     Warm(-2, 9723);
     test::ClearDirty(*data);
     for (const DWORD measure : {MeasureFahrenheit, MeasureCelsius}) {
@@ -149,7 +151,7 @@ TEST_F(GraphDragTest, ATapSelectsAndChangesNothing) {
     }
 }
 
-TEST_F(GraphDragTest, ADateThatIsRefusedStopsTheDrag) {
+TEST_F(GraphViewDrag, ARefusedDateStopsTheDrag) {
     class Refuser : public DataObserver {
         int CanChangeDate(UserData&, const SYSTEMTIME&, const SYSTEMTIME&) override { return 0; }
     } refuser;
@@ -160,17 +162,17 @@ TEST_F(GraphDragTest, ADateThatIsRefusedStopsTheDrag) {
     EXPECT_FALSE(IsDragging());
     Up(Warm98(-2, 9800));
     EXPECT_EQ(Current(), KeyFromToday(0));
-    // The selected day needs no change of date.
+    // A tap on the current day needs no change of date, so nothing refuses it.
     Down(Warm98(0, 9750));
     EXPECT_TRUE(IsDragging());
     Up(Warm98(0, 9750));
     data->DetachObserver(refuser);
 }
 
-TEST_F(GraphDragTest, AValueThatCannotBeEnteredStopsTheDrag) {
+TEST_F(GraphViewDrag, AValueThatCannotBeEnteredStopsTheDrag) {
     Warm(-2, 10020);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
-    // 9700..10020: 352 fit 400, from 9660 to 10060
+    // [9700, 10020] padded needs 352 units, so the axis takes 400, [9660, 10060].
     Down(At(-2, 10020, 9660, 10060));
     EXPECT_EQ(Current(), KeyFromToday(-2));
     EXPECT_FALSE(IsDragging());
@@ -179,7 +181,7 @@ TEST_F(GraphDragTest, AValueThatCannotBeEnteredStopsTheDrag) {
     EXPECT_EQ(data->GetTemperature(), 10020);
 }
 
-TEST_F(GraphDragTest, ALevelWithoutAWordStopsTheDrag) {
+TEST_F(GraphViewDrag, ALevelWithoutAWordStopsTheDrag) {
     Bleed(-2, 4);
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     Down(Level(-2, 4));
@@ -188,7 +190,7 @@ TEST_F(GraphDragTest, ALevelWithoutAWordStopsTheDrag) {
     EXPECT_EQ(Entry(), L"");
 }
 
-TEST_F(GraphDragTest, DaysToComeCannotBeTapped) {
+TEST_F(GraphViewDrag, FutureDaysCannotBeTapped) {
     for (const DWORD mode : {GraphShowBleeding, GraphShowTemperature}) {
         MakeIn(mode, MeasureFahrenheit);
         const LONG x = Level(1, 0).x;
@@ -202,8 +204,9 @@ TEST_F(GraphDragTest, DaysToComeCannotBeTapped) {
     }
 }
 
-// The day before the first one shown: the graph scrolls to it, and the drag does not begin.
-TEST_F(GraphDragTest, ATapOnTheDayBeforeScrollsThere) {
+// A tap on the day in the left margin, before the first one shown, scrolls there; since the points
+// move under the pen, no drag begins.
+TEST_F(GraphViewDrag, ATapOnTheDayBeforeScrollsThere) {
     Warm(-8, 9720);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     Down(Warm98(-8, 9720));
@@ -215,7 +218,7 @@ TEST_F(GraphDragTest, ATapOnTheDayBeforeScrollsThere) {
     EXPECT_EQ(data->GetTemperature(), 9720);
 }
 
-TEST_F(GraphDragTest, ACancelledDragChangesNothing) {
+TEST_F(GraphViewDrag, ACancelledDragChangesNothing) {
     Warm(-2, 9720);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     Down(Warm98(-2, 9720));
@@ -225,7 +228,7 @@ TEST_F(GraphDragTest, ACancelledDragChangesNothing) {
     EXPECT_EQ(data->GetTemperature(), 9720);
 }
 
-TEST_F(GraphDragTest, ARefusedValueStaysWhatItWas) {
+TEST_F(GraphViewDrag, ARefusedValueStaysWhatItWas) {
     class Refuser : public DataObserver {
         int CanChangeTemperature(UserData&, std::int32_t, std::int32_t) override { return 0; }
     } refuser;
@@ -238,7 +241,7 @@ TEST_F(GraphDragTest, ARefusedValueStaysWhatItWas) {
     data->DetachObserver(refuser);
 }
 
-TEST_F(GraphDragTest, RefreshDuringADragEndsIt) {
+TEST_F(GraphViewDrag, RefreshDuringADragEndsIt) {
     Warm(-2, 9720);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     Down(Warm98(-2, 9720));
@@ -249,4 +252,4 @@ TEST_F(GraphDragTest, RefreshDuringADragEndsIt) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

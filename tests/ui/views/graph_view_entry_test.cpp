@@ -1,11 +1,11 @@
-// The fields of the graph view for the current day's value.
+// The graph view: the entry field and the spin control for the current day's value.
 
 #include "tests/ui/views/graph_view_test_support.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-TEST_F(GraphViewTest, EntryShowsTheCurrentDay) {
+TEST_F(GraphView, EntryShowsTheCurrentDay) {
     Warm(-1, 9823);
     Bleed(-1, 3);
     const struct {
@@ -22,8 +22,8 @@ TEST_F(GraphViewTest, EntryShowsTheCurrentDay) {
         {"no temperature", GraphShowTemperature, MeasureFahrenheit, 0, 975, L"97.5"},
         {"no temperature, celsius", GraphShowTemperature, MeasureCelsius, 0, 364, L"36.4"},
         {"no bleeding", GraphShowBleeding, MeasureFahrenheit, 0, 0, L"None"},
-        {"temperature to come", GraphShowTemperature, MeasureFahrenheit, 1, 950, L""},
-        {"bleeding to come", GraphShowBleeding, MeasureFahrenheit, 1, 0, L""},
+        {"future temperature", GraphShowTemperature, MeasureFahrenheit, 1, 950, L""},
+        {"future bleeding", GraphShowBleeding, MeasureFahrenheit, 1, 0, L""},
     };
     for (const auto& row : rows) {
         LUNARA_ROW(row);
@@ -35,14 +35,14 @@ TEST_F(GraphViewTest, EntryShowsTheCurrentDay) {
     }
 }
 
-TEST_F(GraphViewTest, ValuesBeyondTheLimitsAreNotPutIntoTheEntry) {
+TEST_F(GraphView, AValueBeyondTheLimitsLeavesTheEntryEmpty) {
     Warm(0, 10230);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     EXPECT_EQ(Entry(), L"");
     EXPECT_EQ(SpinPosition(), 1000);
 }
 
-TEST_F(GraphViewTest, SpinSetsTheValue) {
+TEST_F(GraphView, TheSpinSetsTheValue) {
     const struct {
         const char* label;
         DWORD mode;
@@ -73,12 +73,12 @@ TEST_F(GraphViewTest, SpinSetsTheValue) {
         EXPECT_EQ(data->GetTemperature(), row.temperature);
         EXPECT_EQ(data->GetBleeding(), row.bleeding);
         EXPECT_EQ(Entry(), row.text);
-        EXPECT_TRUE(WaitsForPaint(Item(GraphView::ChartId)));
+        EXPECT_TRUE(WaitsForPaint(Item(View::ChartId)));
         ::DestroyWindow(view->Handle());
     }
 }
 
-TEST_F(GraphViewTest, SpinTurnedToNoneRemovesTheRecord) {
+TEST_F(GraphView, TheSpinAtNoneRemovesTheRecord) {
     Bleed(0, 2);
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     Spin(0);
@@ -86,11 +86,11 @@ TEST_F(GraphViewTest, SpinTurnedToNoneRemovesTheRecord) {
     EXPECT_EQ(Entry(), L"None");
 }
 
-TEST_F(GraphViewTest, SpinOnADayToComeIsRefused) {
+TEST_F(GraphView, TheSpinIsRefusedOnAFutureDay) {
     for (const DWORD mode : {GraphShowBleeding, GraphShowTemperature}) {
         data->SetCurrentDate(DayFromToday(1));
         MakeIn(mode, MeasureFahrenheit);
-        SendTo(GraphView::ValueSpinId, UDM_SETPOS, 0, SpinRange().second);
+        SendTo(View::ValueSpinId, UDM_SETPOS, 0, SpinRange().second);
         Spin(SpinRange().second);
         EXPECT_EQ(data->Bleeding().Count(), 0);
         EXPECT_EQ(data->Temperature().Count(), 0);
@@ -100,44 +100,44 @@ TEST_F(GraphViewTest, SpinOnADayToComeIsRefused) {
     }
 }
 
-TEST_F(GraphViewTest, ArrowOfTheSpinCountsUp) {
+TEST_F(GraphView, TheUpArrowOfTheSpinCountsUp) {
     Bleed(0, 1);
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
-    const HWND spin = Item(GraphView::ValueSpinId);
+    const HWND spin = Item(View::ValueSpinId);
     ::SendMessageW(spin, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 3));
     ::SendMessageW(spin, WM_LBUTTONUP, 0, MAKELPARAM(5, 3));
     EXPECT_EQ(data->GetBleeding(), 2);
     EXPECT_EQ(Entry(), L"Norm");
 }
 
-TEST_F(GraphViewTest, OtherScrollersAreNotTheSpin) {
+TEST_F(GraphView, ScrollMessagesOfOtherControlsAreNotTheSpins) {
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     Send(WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 3), 0);
     EXPECT_EQ(data->GetBleeding(), 0);
 }
 
-TEST_F(GraphViewTest, ChangesFromElsewhereAreShown) {
+TEST_F(GraphView, ChangesFromElsewhereAreShown) {
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     data->SetBleeding(2);
     EXPECT_EQ(Entry(), L"Norm");
-    EXPECT_TRUE(WaitsForPaint(Item(GraphView::ChartId)));
+    EXPECT_TRUE(WaitsForPaint(Item(View::ChartId)));
     view->SetShowTemperature(true);
     Paint();
     data->SetTemperature(9700);
     EXPECT_EQ(Entry(), L"97.0");
-    EXPECT_TRUE(WaitsForPaint(Item(GraphView::ChartId)));
+    EXPECT_TRUE(WaitsForPaint(Item(View::ChartId)));
 }
 
-TEST_F(GraphViewTest, RefreshShowsWhatChangedMeanwhile) {
+TEST_F(GraphView, RefreshShowsChangesThatNotifiedNoObserver) {
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
-    Bleed(0, 3);  // unnoticed
+    Bleed(0, 3);  // past the observers
     view->Refresh();
     EXPECT_EQ(Entry(), L"Heavy");
-    EXPECT_TRUE(WaitsForPaint(Item(GraphView::ChartId)));
-    EXPECT_TRUE(WaitsForPaint(Item(GraphView::CalendarId)));
+    EXPECT_TRUE(WaitsForPaint(Item(View::ChartId)));
+    EXPECT_TRUE(WaitsForPaint(Item(View::CalendarId)));
 }
 
-TEST_F(GraphViewTest, ADayThatHasComeCanBeEntered) {
+TEST_F(GraphView, AFutureDayThatHasBecomeTodayTakesAValue) {
     data->SetCurrentDate(DayFromToday(1));
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     SetLocalNow(DayFromToday(1));
@@ -148,4 +148,4 @@ TEST_F(GraphViewTest, ADayThatHasComeCanBeEntered) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

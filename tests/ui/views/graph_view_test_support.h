@@ -1,7 +1,7 @@
 #pragma once
 
-// A graph view in a visible window, with a diary of a few days around 15 March 2026, which is
-// today.
+// Fixture with a graph view in a visible parent. Today is 15 March 2026 and the current date; the
+// data set is empty until a test fills it with days relative to today.
 
 #include <memory>
 
@@ -10,13 +10,15 @@
 #include "views/graph_view.h"
 #include "window/settings.h"
 
-// after windows.h
+// needs windows.h before it
 #include "platform/pocketpc/common_controls.h"
 
-namespace lunara {
+namespace lunara::test {
 
-class GraphViewTest : public UiTest {
+class GraphView : public UiTest {
   protected:
+    using View = lunara::GraphView;
+
     static constexpr int Width = 480;
     static constexpr int Height = 640;
 
@@ -27,7 +29,7 @@ class GraphViewTest : public UiTest {
         data->SetCurrentDate(Today());
         ASSERT_EQ(parent.Make(nullptr, Width, Height), 1);
         ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
-        view = std::make_unique<GraphView>(*data);
+        view = std::make_unique<View>(*data);
     }
     void TearDown() override {
         ::DestroyWindow(parent.Handle());
@@ -41,13 +43,15 @@ class GraphViewTest : public UiTest {
         AddDays(Today(), days, date);
         return date;
     }
+    /// Records a temperature, in hundredths of a degree Fahrenheit, `days` after today.
     void Warm(int days, std::int32_t value) {
         test::RecordTemperature(*data, ToDateKey(DayFromToday(days)), value);
     }
+    /// Records a bleeding level `days` after today.
     void Bleed(int days, std::int32_t level) {
         test::RecordBleeding(*data, ToDateKey(DayFromToday(days)), level);
     }
-    /// The settings' key exists from here on.
+    /// Writes a setting, and thereby creates the settings key.
     static void Store(const WCHAR* name, DWORD value) { Settings().WriteDword(name, value); }
     void Make(int width = Width, int height = Height) {
         ASSERT_EQ(
@@ -56,7 +60,7 @@ class GraphViewTest : public UiTest {
             1);
         Paint();
     }
-    /// In this graph and unit.
+    /// Creates the view with this graph and unit in its settings.
     void MakeIn(DWORD mode, DWORD measure) {
         Store(TEXT("GraphView_ShowFlags"), mode);
         Store(TEXT("TemperatureMeasure"), measure);
@@ -78,57 +82,55 @@ class GraphViewTest : public UiTest {
     }
     void Spin(int position) {
         Send(WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, position),
-             reinterpret_cast<LPARAM>(Item(GraphView::ValueSpinId)));
+             reinterpret_cast<LPARAM>(Item(View::ValueSpinId)));
     }
-    int SpinPosition() {
-        return static_cast<int>(LOWORD(SendTo(GraphView::ValueSpinId, UDM_GETPOS)));
-    }
+    int SpinPosition() { return static_cast<int>(LOWORD(SendTo(View::ValueSpinId, UDM_GETPOS))); }
     std::pair<int, int> SpinRange() {
-        const LRESULT range = SendTo(GraphView::ValueSpinId, UDM_GETRANGE);
+        const LRESULT range = SendTo(View::ValueSpinId, UDM_GETRANGE);
         return {HIWORD(range), LOWORD(range)};
     }
-    std::wstring Entry() const { return TextOf(Item(GraphView::ValueEditId)); }
+    std::wstring Entry() const { return TextOf(Item(View::ValueEditId)); }
     SYSTEMTIME Picked() {
         SYSTEMTIME date{};
-        SendTo(GraphView::DatePickerId, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&date));
+        SendTo(View::DatePickerId, DTM_GETSYSTEMTIME, 0, reinterpret_cast<LPARAM>(&date));
         return date;
     }
     void Pick(SYSTEMTIME date, DWORD flags = GDT_VALID) {
         NMDATETIMECHANGE change{};
-        change.nmhdr.hwndFrom = Item(GraphView::DatePickerId);
-        change.nmhdr.idFrom = GraphView::DatePickerId;
+        change.nmhdr.hwndFrom = Item(View::DatePickerId);
+        change.nmhdr.idFrom = View::DatePickerId;
         change.nmhdr.code = static_cast<UINT>(DTN_DATETIMECHANGE);
         change.dwFlags = flags;
         change.st = date;
-        Send(WM_NOTIFY, GraphView::DatePickerId, reinterpret_cast<LPARAM>(&change));
+        Send(WM_NOTIFY, View::DatePickerId, reinterpret_cast<LPARAM>(&change));
     }
     DateKey Current() const { return ToDateKey(view->GetCurrentDate()); }
     /// The first day shown.
     DateKey Start() {
         CalendarHitTest hit{};
-        SendTo(GraphView::CalendarId, CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+        SendTo(View::CalendarId, CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
         return ToDateKey(hit.date);
     }
     LONG DayWidth() {
         CalendarHitTest hit{};
-        SendTo(GraphView::CalendarId, CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+        SendTo(View::CalendarId, CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
         return hit.cell.right - hit.cell.left;
     }
     ScrollState Scroll() {
         SCROLLINFO info{};
         info.cbSize = sizeof(info);
         info.fMask = SIF_RANGE | SIF_POS;
-        ::GetScrollInfo(Item(GraphView::ScrollBarId), SB_CTL, &info);
+        ::GetScrollInfo(Item(View::ScrollBarId), SB_CTL, &info);
         return {info.nMin, info.nMax, info.nPos};
     }
     std::int32_t Selection() const {
-        return static_cast<ChartCtrl*>(Window::FromHandle(Item(GraphView::ChartId)))->Selection();
+        return static_cast<ChartCtrl*>(Window::FromHandle(Item(View::ChartId)))->Selection();
     }
     static DateKey KeyFromToday(int days) { return ToDateKey(DayFromToday(days)); }
 
     ScriptedWindow parent;
     std::unique_ptr<UserData> data;
-    std::unique_ptr<GraphView> view;
+    std::unique_ptr<View> view;
 };
 
-}  // namespace lunara
+}  // namespace lunara::test

@@ -1,8 +1,10 @@
+// The toggle button: flat or bevelled, with a state that its owner sets.
+
 #include "views/toggle_button.h"
 
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr int ButtonId = 3004;
@@ -29,7 +31,7 @@ class NamedSink : public NotificationSink {
     std::string name;
 };
 
-class ToggleButtonTest : public UiTest {
+class ToggleButton : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
@@ -41,26 +43,26 @@ class ToggleButtonTest : public UiTest {
         ::DestroyWindow(parent.Handle());
         UiTest::TearDown();
     }
-    void Make(ToggleButton& button, const WCHAR* text) {
+    void Make(lunara::ToggleButton& button, const WCHAR* text) {
         ASSERT_EQ(button.Create(0, nullptr, text, WS_CHILD, 0, 0, Width, Height, parent.Handle(),
                                 reinterpret_cast<HMENU>(ButtonId)),
                   1);
     }
-    static LRESULT SetCheck(const ToggleButton& button, WPARAM state) {
+    static LRESULT SetCheck(const lunara::ToggleButton& button, WPARAM state) {
         return ::SendMessageW(button.Handle(), BM_SETCHECK, state, 0);
     }
-    static LRESULT GetCheck(const ToggleButton& button) {
+    static LRESULT GetCheck(const lunara::ToggleButton& button) {
         return ::SendMessageW(button.Handle(), BM_GETCHECK, 0, 0);
     }
 
     ScriptedWindow parent;
-    ToggleButton flat{ToggleLook::Flat};
-    ToggleButton bevelled{ToggleLook::Bevelled};
+    lunara::ToggleButton flat{ToggleLook::Flat};
+    lunara::ToggleButton bevelled{ToggleLook::Bevelled};
 };
 
-TEST_F(ToggleButtonTest, StartsUnchecked) { EXPECT_EQ(GetCheck(flat), 0); }
+TEST_F(ToggleButton, StartsUnchecked) { EXPECT_EQ(GetCheck(flat), 0); }
 
-TEST_F(ToggleButtonTest, KeepsTheStateThatItIsGiven) {
+TEST_F(ToggleButton, KeepsTheStateThatItIsGiven) {
     const struct {
         const char* label;
         WPARAM given;
@@ -77,12 +79,12 @@ TEST_F(ToggleButtonTest, KeepsTheStateThatItIsGiven) {
     }
 }
 
-TEST_F(ToggleButtonTest, ATapDoesNotChangeTheState) {
+TEST_F(ToggleButton, ATapDoesNotChangeTheState) {
     ::SendMessageW(flat.Handle(), WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
     EXPECT_EQ(GetCheck(flat), 0);
 }
 
-TEST_F(ToggleButtonTest, ATapReachesTheParentAsCommandAndEverySinkInOrder) {
+TEST_F(ToggleButton, ATapReachesTheParentAsCommandAndEverySinkInOrder) {
     std::vector<std::string> log;
     LPARAM from = 0;
     parent.handler = [&](UINT message, WPARAM wParam, LPARAM lParam, LRESULT&) {
@@ -103,10 +105,10 @@ TEST_F(ToggleButtonTest, ATapReachesTheParentAsCommandAndEverySinkInOrder) {
     EXPECT_EQ(parent.CountOf(WM_NOTIFY), 0);
 }
 
-TEST_F(ToggleButtonTest, ErasesItsGround) {
+TEST_F(ToggleButton, ErasesItsBackgroundInTheColourOfItsStateAndLook) {
     const struct {
         const char* label;
-        const ToggleButton* button;
+        const lunara::ToggleButton* button;
         WPARAM state;
         COLORREF color;
     } rows[] = {{"flat", &flat, 0, White},
@@ -125,7 +127,7 @@ TEST_F(ToggleButtonTest, ErasesItsGround) {
     }
 }
 
-TEST_F(ToggleButtonTest, FlatLookIsBlackOnWhiteOrWhiteOnBlack) {
+TEST_F(ToggleButton, FlatLookIsBlackOnWhiteOrWhiteOnBlack) {
     const struct {
         const char* label;
         WPARAM state;
@@ -153,7 +155,7 @@ TEST_F(ToggleButtonTest, FlatLookIsBlackOnWhiteOrWhiteOnBlack) {
     }
 }
 
-TEST_F(ToggleButtonTest, BevelledLookIsRaisedUnlessItIsChecked) {
+TEST_F(ToggleButton, BevelledLookIsRaisedUnlessItIsChecked) {
     const struct {
         const char* label;
         WPARAM state;
@@ -176,7 +178,7 @@ TEST_F(ToggleButtonTest, BevelledLookIsRaisedUnlessItIsChecked) {
     }
 }
 
-/// Where the text's black pixels begin.
+/// The left and top of the bounding box of the text's black pixels, inside the frame.
 POINT TextCorner(const MemoryCanvas& canvas) {
     POINT corner = {Width, Height};
     for (int y = 3; y < Height - 3; ++y) {
@@ -190,7 +192,7 @@ POINT TextCorner(const MemoryCanvas& canvas) {
     return corner;
 }
 
-TEST_F(ToggleButtonTest, SunkenTextMovesRightAndDown) {
+TEST_F(ToggleButton, SunkenTextMovesRightAndDown) {
     MemoryCanvas raised(Width, Height);
     bevelled.Draw(raised.Dc(), raised.Bounds());
     SetCheck(bevelled, 1);
@@ -200,11 +202,11 @@ TEST_F(ToggleButtonTest, SunkenTextMovesRightAndDown) {
     EXPECT_EQ(TextCorner(sunken).y, TextCorner(raised).y + 1);
 }
 
-TEST_F(ToggleButtonTest, TextLongerThan31CharactersIsCut) {
+TEST_F(ToggleButton, TextLongerThan31CharactersIsCut) {
     constexpr int Wide = 600;
     const std::wstring cut(31, L'i');
-    ToggleButton longer(ToggleLook::Flat);
-    ToggleButton exact(ToggleLook::Flat);
+    lunara::ToggleButton longer(ToggleLook::Flat);
+    lunara::ToggleButton exact(ToggleLook::Flat);
     Make(longer, (cut + L"WWWWWWWW").c_str());
     Make(exact, cut.c_str());
     MemoryCanvas first(Wide, Height);
@@ -219,11 +221,11 @@ TEST_F(ToggleButtonTest, TextLongerThan31CharactersIsCut) {
     }
 }
 
-TEST_F(ToggleButtonTest, WithoutAreaNothingIsDrawn) {
+TEST_F(ToggleButton, WithoutAreaNothingIsDrawn) {
     MemoryCanvas canvas(4, 4);
     flat.Draw(canvas.Dc(), {0, 0, 0, 0});
     EXPECT_EQ(canvas.CountOf(White), 16);
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

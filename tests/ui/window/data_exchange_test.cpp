@@ -1,17 +1,23 @@
+// Data exchange: the list of fields that a dialog moves between its controls and its members.
+
 #include "window/data_exchange.h"
 
 #include <array>
+#include <functional>
+#include <vector>
 
 #include "tests/ui/ui_test.h"
 #include "tests/ui/ui_test_ids.h"
 #include "window/dialog.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr int TextCapacity = 8;
 
-/// The test's dialog with a list of fields that each test chooses.
+using Exchange = lunara::DataExchange;
+
+/// The test dialog with a list of fields that each test sets.
 class FieldsDialog : public Dialog {
   public:
     FieldsDialog() : Dialog(TEST_DIALOG) { fullScreen = false; }
@@ -22,17 +28,17 @@ class FieldsDialog : public Dialog {
             ::DestroyWindow(Handle());
         }
     }
-    void DoDataExchange(DataExchange& exchange) override {
+    void DoDataExchange(Exchange& exchange) override {
         if (fields) {
             fields(exchange);
         }
     }
     HWND Control(int id) const { return ::GetDlgItem(Handle(), id); }
 
-    std::function<void(DataExchange&)> fields;
+    std::function<void(Exchange&)> fields;
 };
 
-class DataExchangeTest : public UiTest {
+class DataExchange : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
@@ -47,9 +53,9 @@ class DataExchangeTest : public UiTest {
     std::array<WCHAR, TextCapacity> text{};
 };
 
-TEST_F(DataExchangeTest, UpdateDataAsksForTheFieldsInTheGivenDirection) {
+TEST_F(DataExchange, UpdateDataAsksForTheFieldsInTheGivenDirection) {
     std::vector<bool> directions;
-    dialog.fields = [&](DataExchange& exchange) {
+    dialog.fields = [&](Exchange& exchange) {
         EXPECT_EQ(exchange.Current(), nullptr);
         directions.push_back(exchange.IsSaving());
     };
@@ -58,16 +64,16 @@ TEST_F(DataExchangeTest, UpdateDataAsksForTheFieldsInTheGivenDirection) {
     EXPECT_EQ(directions, (std::vector<bool>{true, false}));
 }
 
-TEST_F(DataExchangeTest, TakeKeepsTheControlAsTheCurrentOne) {
-    DataExchange exchange(true, dialog);
+TEST_F(DataExchange, TakeMakesTheControlTheCurrentOne) {
+    Exchange exchange(true, dialog);
     EXPECT_EQ(exchange.Take(TEST_EDIT), dialog.Control(TEST_EDIT));
     EXPECT_EQ(exchange.Current(), dialog.Control(TEST_EDIT));
     EXPECT_EQ(exchange.Take(9), nullptr);
     EXPECT_EQ(exchange.Current(), nullptr);
 }
 
-TEST_F(DataExchangeTest, TextGoesBothWays) {
-    dialog.fields = [&](DataExchange& exchange) {
+TEST_F(DataExchange, TextGoesBothWays) {
+    dialog.fields = [&](Exchange& exchange) {
         ExchangeText(exchange, TEST_EDIT, text.data(), TextCapacity);
         EXPECT_EQ(exchange.Current(), dialog.Control(TEST_EDIT));
     };
@@ -79,8 +85,8 @@ TEST_F(DataExchangeTest, TextGoesBothWays) {
     EXPECT_STREQ(text.data(), TEXT("Berta"));
 }
 
-TEST_F(DataExchangeTest, SavedTextIsCutAtTheBuffer) {
-    dialog.fields = [&](DataExchange& exchange) {
+TEST_F(DataExchange, SavedTextIsCutAtTheBuffer) {
+    dialog.fields = [&](Exchange& exchange) {
         ExchangeText(exchange, TEST_EDIT, text.data(), TextCapacity);
     };
     ::SetWindowTextW(dialog.Control(TEST_EDIT), TEXT("0123456789"));
@@ -88,8 +94,8 @@ TEST_F(DataExchangeTest, SavedTextIsCutAtTheBuffer) {
     EXPECT_STREQ(text.data(), TEXT("0123456"));
 }
 
-TEST_F(DataExchangeTest, AMissingControlLeavesTheField) {
-    dialog.fields = [&](DataExchange& exchange) {
+TEST_F(DataExchange, AMissingControlLeavesTheFieldAlone) {
+    dialog.fields = [&](Exchange& exchange) {
         ExchangeText(exchange, 9, text.data(), TextCapacity);
     };
     ::lstrcpyW(text.data(), TEXT("Anna"));
@@ -97,7 +103,7 @@ TEST_F(DataExchangeTest, AMissingControlLeavesTheField) {
     EXPECT_STREQ(text.data(), TEXT("Anna"));
 }
 
-TEST_F(DataExchangeTest, LimitTextLimitsTheCurrentControl) {
+TEST_F(DataExchange, LimitTextLimitsTheCurrentControl) {
     struct Row {
         const char* label;
         const WCHAR* text;
@@ -116,16 +122,16 @@ TEST_F(DataExchangeTest, LimitTextLimitsTheCurrentControl) {
         LUNARA_ROW(row);
         const HWND edit = dialog.Control(TEST_EDIT);
         ::SendMessageW(edit, EM_LIMITTEXT, 20, 0);
-        DataExchange exchange(row.saving, dialog);
+        Exchange exchange(row.saving, dialog);
         exchange.Take(TEST_EDIT);
         EXPECT_EQ(LimitText(exchange, row.text, 5), row.result);
         EXPECT_EQ(::SendMessageW(edit, EM_GETLIMITTEXT, 0, 0), row.limit);
     }
 }
 
-TEST_F(DataExchangeTest, CheckGoesBothWays) {
+TEST_F(DataExchange, CheckGoesBothWays) {
     int value = 0;
-    dialog.fields = [&](DataExchange& exchange) { ExchangeCheck(exchange, TEST_CHECK, value); };
+    dialog.fields = [&](Exchange& exchange) { ExchangeCheck(exchange, TEST_CHECK, value); };
     for (const int state : {BST_CHECKED, BST_INDETERMINATE, BST_UNCHECKED}) {
         value = state;
         dialog.UpdateData(false);
@@ -136,25 +142,25 @@ TEST_F(DataExchangeTest, CheckGoesBothWays) {
     }
 }
 
-TEST_F(DataExchangeTest, CheckOutsideItsRangeShowsUncheckedAndStoresZero) {
+TEST_F(DataExchange, CheckOutsideItsRangeShowsUncheckedAndStoresZero) {
     for (const int wrong : {3, -1, 1000}) {
         SCOPED_TRACE(wrong);
         ::SendMessageW(dialog.Control(TEST_CHECK), BM_SETCHECK, BST_CHECKED, 0);
         int value = wrong;
-        dialog.fields = [&](DataExchange& exchange) { ExchangeCheck(exchange, TEST_CHECK, value); };
+        dialog.fields = [&](Exchange& exchange) { ExchangeCheck(exchange, TEST_CHECK, value); };
         dialog.UpdateData(false);
         EXPECT_EQ(value, 0);
         EXPECT_EQ(::SendMessageW(dialog.Control(TEST_CHECK), BM_GETCHECK, 0, 0), BST_UNCHECKED);
     }
 }
 
-class ComboExchangeTest : public DataExchangeTest {
+class DataExchangeCombo : public DataExchange {
   protected:
     void Fill(std::initializer_list<const WCHAR*> items) {
         for (const WCHAR* item : items) {
             ::SendMessageW(Combo(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item));
         }
-        dialog.fields = [this](DataExchange& exchange) {
+        dialog.fields = [this](Exchange& exchange) {
             ExchangeComboText(exchange, TEST_COMBO, text.data());
         };
     }
@@ -162,7 +168,7 @@ class ComboExchangeTest : public DataExchangeTest {
     LRESULT Selected() const { return ::SendMessageW(Combo(), CB_GETCURSEL, 0, 0); }
 };
 
-TEST_F(ComboExchangeTest, SelectedItemGoesBothWays) {
+TEST_F(DataExchangeCombo, SelectedItemGoesBothWays) {
     Fill({TEXT("first"), TEXT("second"), TEXT("third")});
     ::lstrcpyW(text.data(), TEXT("second"));
     dialog.UpdateData(false);
@@ -175,14 +181,14 @@ TEST_F(ComboExchangeTest, SelectedItemGoesBothWays) {
     EXPECT_STREQ(text.data(), TEXT("third"));
 }
 
-TEST_F(ComboExchangeTest, WithoutASelectionTheFieldIsLeft) {
+TEST_F(DataExchangeCombo, WithoutASelectionTheFieldIsLeftAlone) {
     Fill({TEXT("first")});
     ::lstrcpyW(text.data(), TEXT("kept"));
     dialog.UpdateData(true);
     EXPECT_STREQ(text.data(), TEXT("kept"));
 }
 
-TEST_F(ComboExchangeTest, TheSearchBeginsBehindTheFirstItem) {
+TEST_F(DataExchangeCombo, TheSearchForATextBeginsAfterTheFirstItem) {
     Fill({TEXT("may"), TEXT("june"), TEXT("may 2")});
     ::lstrcpyW(text.data(), TEXT("may"));
     dialog.UpdateData(false);
@@ -190,4 +196,4 @@ TEST_F(ComboExchangeTest, TheSearchBeginsBehindTheFirstItem) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -5,25 +5,14 @@
 #include "tests/ui/ui_test.h"
 #include "window/window.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr UINT FirstWarning = 50001;
 
-class MessagesTest : public UiTest {
+class Messages : public UiTest {
   protected:
-    void SetUp() override {
-        UiTest::SetUp();
-        ASSERT_EQ(mainWindow.Make(), 1);
-        SetMainWindow(&mainWindow);
-    }
-    void TearDown() override {
-        SetMainWindow(nullptr);
-        ::DestroyWindow(mainWindow.Handle());
-        UiTest::TearDown();
-    }
-
-    ScriptedWindow mainWindow;
+    StandInMainWindow mainWindow;
 };
 
 struct IdAndText {
@@ -49,7 +38,7 @@ constexpr IdAndText ErrorTexts[] = {
     {57359, TEXT("Restore is done!")},
 };
 
-TEST_F(MessagesTest, EveryErrorIdHasItsText) {
+TEST_F(Messages, EveryErrorIdHasItsText) {
     ScriptedWindow owner;
     ASSERT_EQ(owner.Make(), 1);
     for (const IdAndText& row : ErrorTexts) {
@@ -64,27 +53,21 @@ TEST_F(MessagesTest, EveryErrorIdHasItsText) {
     }
 }
 
-TEST_F(MessagesTest, CaptionsAreLiteral) {
-    EXPECT_STREQ(CaptionWarning, TEXT("Warning"));
-    EXPECT_STREQ(CaptionError, TEXT("Error"));
-    EXPECT_STREQ(CaptionMessage, TEXT("Message"));
-}
-
-TEST_F(MessagesTest, TheAnswerIsTheButton) {
+TEST_F(Messages, TheResultIsTheButtonPressed) {
     messages.answers = {IDYES, IDNO, IDYES};
     EXPECT_EQ(ShowMessage(nullptr, 57356, CaptionMessage, MB_YESNO), IDYES);
     EXPECT_EQ(ShowMessage(nullptr, 57356, CaptionMessage, MB_YESNO), IDNO);
     EXPECT_EQ(ShowAppMessage(57356, MB_YESNO), IDYES);
 }
 
-TEST_F(MessagesTest, AnIdWithoutTextShowsNothing) {
+TEST_F(Messages, AnIdWithoutTextShowsNothing) {
     EXPECT_EQ(ShowMessage(nullptr, 57349, CaptionWarning, MB_OK), 0);
     EXPECT_EQ(ShowMessage(nullptr, 0, CaptionWarning, MB_OK), 0);
     EXPECT_EQ(ShowAppMessage(57349, MB_OK), 0);
     EXPECT_TRUE(messages.boxes.empty());
 }
 
-TEST_F(MessagesTest, TheProgramsOwnBoxesStandOverTheMainWindowWithItsTitle) {
+TEST_F(Messages, AppMessagesAreOwnedByTheMainWindowAndCarryTheProgramsTitle) {
     EXPECT_EQ(ShowAppMessage(57353, MB_ICONINFORMATION), IDOK);
     ASSERT_EQ(messages.boxes.size(), 1U);
     EXPECT_EQ(messages.boxes[0].text, TEXT("Backup is done!"));
@@ -93,17 +76,17 @@ TEST_F(MessagesTest, TheProgramsOwnBoxesStandOverTheMainWindowWithItsTitle) {
     EXPECT_EQ(messages.boxes[0].owner, mainWindow.Handle());
 }
 
-TEST_F(MessagesTest, NoFlagBitsShowNoBox) {
+TEST_F(Messages, NoFlagBitsShowNoBox) {
     EXPECT_EQ(ShowFlagMessages(FirstWarning, 0, MB_OK), 1);
     EXPECT_TRUE(messages.boxes.empty());
 }
 
-TEST_F(MessagesTest, FlagBitsWithoutTextsShowNoBox) {
+TEST_F(Messages, FlagBitsWithoutTextsShowNoBox) {
     EXPECT_EQ(ShowFlagMessages(57349, 1, MB_OK), 1);
     EXPECT_TRUE(messages.boxes.empty());
 }
 
-TEST_F(MessagesTest, BitsZeroAndTwoShowTwoLines) {
+TEST_F(Messages, BitsZeroAndTwoShowTwoLines) {
     messages.answers = {IDNO};
     EXPECT_EQ(ShowFlagMessages(FirstWarning, 0b101, MB_YESNO | MB_ICONEXCLAMATION), IDNO);
     ASSERT_EQ(messages.boxes.size(), 1U);
@@ -115,25 +98,25 @@ TEST_F(MessagesTest, BitsZeroAndTwoShowTwoLines) {
     EXPECT_EQ(messages.boxes[0].owner, mainWindow.Handle());
 }
 
-TEST_F(MessagesTest, OneBitShowsOneLineWithoutABreak) {
+TEST_F(Messages, OneBitShowsOneLineWithoutALineBreak) {
     ShowFlagMessages(FirstWarning, 0b10, MB_OK);
     ASSERT_EQ(messages.boxes.size(), 1U);
     EXPECT_EQ(messages.boxes[0].text, TEXT("No statistical data. "));
 }
 
-TEST_F(MessagesTest, BitsWithoutTextLeaveNoEmptyLine) {
-    // 57349 has no text; bit 0 is 57348, bit 1 nothing, bit 2 57350.
+TEST_F(Messages, BitsWithoutTextLeaveNoEmptyLine) {
+    // Bit 0 stands for 57348, bit 1 for 57349, which has no text, bit 2 for 57350.
     ShowFlagMessages(57348, 0b111, MB_OK);
     ASSERT_EQ(messages.boxes.size(), 1U);
     EXPECT_EQ(messages.boxes[0].text,
               TEXT("User/Password invalid\nBleeding entry for the period exists!"));
-    // A gap at the end, too: 57359 is the last.
+    // The last bit without a text: 57359 is the highest id that has one.
     ShowFlagMessages(57359, 0b11, MB_OK);
     ASSERT_EQ(messages.boxes.size(), 2U);
     EXPECT_EQ(messages.boxes[1].text, TEXT("Restore is done!"));
 }
 
-TEST_F(MessagesTest, AllBitsShowEveryTextInBitOrderUpToSixtyThreeUnits) {
+TEST_F(Messages, AllBitsShowEveryTextInBitOrderUpToSixtyThreeUnits) {
     std::wstring expected;
     for (UINT bit = 0; bit < 32; ++bit) {
         std::array<WCHAR, 64> text{};
@@ -147,7 +130,7 @@ TEST_F(MessagesTest, AllBitsShowEveryTextInBitOrderUpToSixtyThreeUnits) {
     EXPECT_EQ(messages.boxes[0].text, expected);
 }
 
-TEST_F(MessagesTest, ASystemErrorShowsTheSystemsText) {
+TEST_F(Messages, ASystemErrorShowsTheSystemsText) {
     std::array<WCHAR, 512> expected{};
     ASSERT_GT(::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
                                ERROR_FILE_NOT_FOUND, 0, expected.data(),
@@ -161,13 +144,13 @@ TEST_F(MessagesTest, ASystemErrorShowsTheSystemsText) {
     EXPECT_EQ(messages.boxes[0].flags, static_cast<UINT>(MB_ICONINFORMATION));
 }
 
-TEST_F(MessagesTest, ASystemErrorWithoutTextShowsNothing) {
-    ::SetLastError(0x20001234);  // codes with this bit are never the system's
+TEST_F(Messages, ASystemErrorWithoutTextShowsNothing) {
+    ::SetLastError(0x20001234);  // bit 29 is reserved for applications: the system has no such code
     ShowSystemError();
     EXPECT_TRUE(messages.boxes.empty());
 }
 
-/// Presses "No" in the box of that caption as soon as it is up.
+/// Presses "No" in the program's message box as soon as it is up, and stops the timer.
 void CALLBACK AnswerNo(HWND, UINT, UINT_PTR timer, DWORD) {
     const HWND box = ::FindWindowW(TEXT("#32770"), TEXT("Lunara"));
     if (box != nullptr) {
@@ -176,7 +159,7 @@ void CALLBACK AnswerNo(HWND, UINT, UINT_PTR timer, DWORD) {
     }
 }
 
-TEST_F(MessagesTest, WithoutARecorderTheUserIsAsked) {
+TEST_F(Messages, WithoutARecorderTheUserIsAsked) {
     SetMessageRecorder(nullptr);
     ::SetTimer(nullptr, 0, 10, &AnswerNo);
     EXPECT_EQ(ShowAppMessage(57356, MB_YESNO), IDNO);
@@ -184,4 +167,4 @@ TEST_F(MessagesTest, WithoutARecorderTheUserIsAsked) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

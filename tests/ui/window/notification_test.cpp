@@ -1,8 +1,10 @@
+// Notifications of custom controls: to the parent first, then to the attached sinks in order.
+
 #include "window/notification.h"
 
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr int ControlId = 3001;
@@ -59,7 +61,7 @@ class TestSink : public NotificationSink {
     LRESULT answer;
 };
 
-class NotificationTest : public UiTest {
+class Notification : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
@@ -91,14 +93,14 @@ class NotificationTest : public UiTest {
     TestControl control;
 };
 
-TEST_F(NotificationTest, HeaderNamesTheControl) {
+TEST_F(Notification, HeaderNamesTheControl) {
     const NMHDR header = control.Header(Code);
     EXPECT_EQ(header.hwndFrom, control.Handle());
     EXPECT_EQ(header.idFrom, static_cast<UINT_PTR>(ControlId));
     EXPECT_EQ(header.code, Code);
 }
 
-TEST_F(NotificationTest, AControlTellsItsParentFromTheStart) {
+TEST_F(Notification, AControlNotifiesItsParentWithoutAnySink) {
     ColorRecord record{control.Header(Code), 0};
     parentAnswer = 5;
     EXPECT_TRUE(control.NotifyAll(record.header));
@@ -109,7 +111,7 @@ TEST_F(NotificationTest, AControlTellsItsParentFromTheStart) {
     EXPECT_EQ(log.size(), 2U);
 }
 
-TEST_F(NotificationTest, SinksAreAskedInTheOrderInWhichTheyWereAttached) {
+TEST_F(Notification, SinksAreAskedInTheOrderInWhichTheyWereAttached) {
     TestSink first(log, "first", 0);
     TestSink second(log, "second", 0);
     control.AttachSink(second);
@@ -123,7 +125,7 @@ TEST_F(NotificationTest, SinksAreAskedInTheOrderInWhichTheyWereAttached) {
     EXPECT_EQ(log, (std::vector<std::string>{"parent", "first"}));
 }
 
-TEST_F(NotificationTest, AnAnswerDoesNotStopTheLaterSinks) {
+TEST_F(Notification, AnAnswerDoesNotStopTheLaterSinks) {
     TestSink first(log, "first", 1);
     TestSink second(log, "second", 0);
     control.AttachSink(first);
@@ -133,7 +135,7 @@ TEST_F(NotificationTest, AnAnswerDoesNotStopTheLaterSinks) {
     EXPECT_EQ(log, (std::vector<std::string>{"parent", "first", "second"}));
 }
 
-TEST_F(NotificationTest, EachNonZeroAnswerIsSeenSoThatTheLastWins) {
+TEST_F(Notification, NotifyEachReportsEachNonZeroAnswerSoThatTheLastOneWins) {
     TestSink red(log, "red", 1);
     TestSink green(log, "green", 2);
     TestSink silent(log, "silent", 0);
@@ -147,14 +149,15 @@ TEST_F(NotificationTest, EachNonZeroAnswerIsSeenSoThatTheLastWins) {
     EXPECT_EQ(colors, (std::vector<int>{1, 2}));
 }
 
-TEST_F(NotificationTest, TheRangeIsAskedOfEverySink) {
+TEST_F(Notification, TheRangeIsAskedOfEverySink) {
     TestSink first(log, "first", 3);
     TestSink second(log, "second", 7);
     TestSink third(log, "third", 0);
     NMHDR record = control.Header(0);
     int minimum = 50;
     int maximum = 60;
-    EXPECT_FALSE(control.AskRange(record, minimum, maximum));  // the parent has no answer
+    // No sink is attached yet, and the parent gives no range.
+    EXPECT_FALSE(control.AskRange(record, minimum, maximum));
     EXPECT_EQ(minimum, 50);
     EXPECT_EQ(maximum, 60);
     for (TestSink* sink : {&first, &second, &third}) {
@@ -167,4 +170,4 @@ TEST_F(NotificationTest, TheRangeIsAskedOfEverySink) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

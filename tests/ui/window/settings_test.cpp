@@ -1,16 +1,18 @@
+// Settings: values under the program's registry key, and which root that key lies under.
+
 #include "window/settings.h"
 
 #include <array>
 
 #include "tests/ui/ui_test.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr WCHAR Path[] = TEXT("SOFTWARE\\LunaraTests\\Settings");
 constexpr int NameCapacity = 32;
 
-class SettingsTest : public UiTest {
+class Settings : public UiTest {
   protected:
     void SetUp() override {
         UiTest::SetUp();
@@ -24,22 +26,22 @@ class SettingsTest : public UiTest {
     DWORD number = 77;
 };
 
-TEST_F(SettingsTest, WhatIsWrittenIsReadAgain) {
+TEST_F(Settings, WhatIsWrittenIsReadAgain) {
     {
-        Settings settings;
+        lunara::Settings settings;
         ASSERT_TRUE(settings.IsOpen());
         EXPECT_TRUE(settings.WriteDword(TEXT("CurrentView"), 3001));
         EXPECT_TRUE(settings.WriteString(TEXT("LastUser"), TEXT("Anna Maria")));
     }
-    const Settings settings;
+    const lunara::Settings settings;
     EXPECT_TRUE(settings.ReadDword(TEXT("CurrentView"), number));
     EXPECT_EQ(number, 3001U);
     EXPECT_TRUE(settings.ReadString(TEXT("LastUser"), text.data(), NameCapacity));
     EXPECT_STREQ(text.data(), TEXT("Anna Maria"));
 }
 
-TEST_F(SettingsTest, TextsAreStoredWithTheirTerminator) {
-    Settings settings;
+TEST_F(Settings, TextsAreStoredWithTheirTerminator) {
+    lunara::Settings settings;
     ASSERT_TRUE(settings.WriteString(TEXT("LastUser"), TEXT("Anna")));
     DWORD type = 0;
     DWORD bytes = 0;
@@ -50,17 +52,17 @@ TEST_F(SettingsTest, TextsAreStoredWithTheirTerminator) {
     EXPECT_EQ(bytes, 10U);
 }
 
-TEST_F(SettingsTest, ANewKeyIsOpenAndHasNoValues) {
-    const Settings settings;
+TEST_F(Settings, ANewKeyIsOpenAndHasNoValues) {
+    const lunara::Settings settings;
     EXPECT_TRUE(settings.IsOpen());
     EXPECT_FALSE(settings.ReadDword(TEXT("CurrentView"), number));
     EXPECT_FALSE(settings.ReadString(TEXT("LastUser"), text.data(), NameCapacity));
     EXPECT_EQ(number, 77U);
 }
 
-TEST_F(SettingsTest, WithoutAKeyNothingIsReadOrWritten) {
+TEST_F(Settings, WithoutAKeyNothingIsReadOrWritten) {
     SetSettingsLocation(SettingsLocation{nullptr, nullptr, Path});
-    Settings settings;
+    lunara::Settings settings;
     EXPECT_FALSE(settings.IsOpen());
     EXPECT_FALSE(settings.ReadDword(TEXT("CurrentView"), number));
     EXPECT_FALSE(settings.ReadString(TEXT("LastUser"), text.data(), NameCapacity));
@@ -68,9 +70,9 @@ TEST_F(SettingsTest, WithoutAKeyNothingIsReadOrWritten) {
     EXPECT_FALSE(settings.WriteString(TEXT("LastUser"), TEXT("Anna")));
 }
 
-TEST_F(SettingsTest, ARootThatRefusesGivesWayToTheUsersKey) {
-    // A key that is closed again stands for the machine's key of a user who may not write there:
-    // Wine grants every right.
+TEST_F(Settings, ARootThatCannotBeWrittenGivesWayToTheFallbackRoot) {
+    // A closed key stands in for HKEY_LOCAL_MACHINE of a user who may not write there, since Wine
+    // grants every right.
     HKEY refusing = nullptr;
     ASSERT_EQ(
         ::RegCreateKeyExW(HKEY_CURRENT_USER, TEXT("SOFTWARE\\LunaraTests\\Refusing"), 0, nullptr,
@@ -78,7 +80,7 @@ TEST_F(SettingsTest, ARootThatRefusesGivesWayToTheUsersKey) {
         ERROR_SUCCESS);
     ::RegCloseKey(refusing);
     SetSettingsLocation(SettingsLocation{refusing, HKEY_CURRENT_USER, Path});
-    Settings settings;
+    lunara::Settings settings;
     ASSERT_TRUE(settings.IsOpen());
     ASSERT_TRUE(settings.WriteDword(TEXT("CurrentView"), 3000));
     DWORD bytes = sizeof(number);
@@ -88,10 +90,10 @@ TEST_F(SettingsTest, ARootThatRefusesGivesWayToTheUsersKey) {
     EXPECT_EQ(number, 3000U);
 }
 
-TEST_F(SettingsTest, TheFirstRootIsPreferred) {
+TEST_F(Settings, TheFirstRootIsPreferredToTheFallback) {
     SetSettingsLocation(SettingsLocation{HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER, Path});
     {
-        Settings settings;
+        lunara::Settings settings;
         ASSERT_TRUE(settings.WriteDword(TEXT("CurrentView"), 3000));
     }
     DWORD bytes = sizeof(number);
@@ -105,14 +107,14 @@ TEST_F(SettingsTest, TheFirstRootIsPreferred) {
     ::RegDeleteTreeW(HKEY_LOCAL_MACHINE, TEXT("SOFTWARE\\LunaraTests"));
 }
 
-TEST_F(SettingsTest, SettingsLiveInTheProgramsKeyOfTheMachineThenOfTheUser) {
+TEST_F(Settings, TheDefaultIsTheProgramsKeyOfTheMachineThenOfTheUser) {
     const SettingsLocation location = DefaultSettingsLocation();
     EXPECT_EQ(location.root, HKEY_LOCAL_MACHINE);
     EXPECT_EQ(location.fallbackRoot, HKEY_CURRENT_USER);
     EXPECT_STREQ(location.path, TEXT("SOFTWARE\\Apps\\Lunara"));
 }
 
-TEST_F(SettingsTest, ANumberOfTheWrongTypeOrSizeIsAsIfItWereMissing) {
+TEST_F(Settings, ANumberOfTheWrongTypeOrSizeReadsAsMissing) {
     struct Row {
         const char* label;
         DWORD type;
@@ -130,26 +132,26 @@ TEST_F(SettingsTest, ANumberOfTheWrongTypeOrSizeIsAsIfItWereMissing) {
         LUNARA_ROW(row);
         Store(TEXT("Number"), row.type, Data.data(), row.bytes);
         number = 77;
-        const Settings settings;
+        const lunara::Settings settings;
         EXPECT_EQ(settings.ReadDword(TEXT("Number"), number), row.found);
         EXPECT_EQ(number, row.found ? 513U : 77U);
     }
 }
 
-TEST_F(SettingsTest, ATextOfTheWrongTypeOrSizeIsAsIfItWereMissing) {
+TEST_F(Settings, ATextOfTheWrongTypeOrSizeReadsAsMissing) {
     struct Row {
         const char* label;
         DWORD type;
         DWORD bytes;
         const WCHAR* data;
-        const WCHAR* read;  // null: missing
+        const WCHAR* read;  // null: reads as missing
     };
     constexpr WCHAR Longest[] = TEXT("0123456789012345678901234567890");
     constexpr WCHAR TooLong[] = TEXT("01234567890123456789012345678901");
     const Row rows[] = {
         {"terminated", REG_SZ, 10, TEXT("Anna"), TEXT("Anna")},
         {"unterminated", REG_SZ, 8, TEXT("Anna"), TEXT("Anna")},
-        {"junk behind the terminator", REG_SZ, 20, TEXT("Anna\0junk"), TEXT("Anna")},
+        {"junk after the terminator", REG_SZ, 20, TEXT("Anna\0junk"), TEXT("Anna")},
         {"empty", REG_SZ, 2, TEXT(""), TEXT("")},
         {"no bytes", REG_SZ, 0, TEXT(""), TEXT("")},
         {"longest", REG_SZ, 64, Longest, Longest},
@@ -166,7 +168,7 @@ TEST_F(SettingsTest, ATextOfTheWrongTypeOrSizeIsAsIfItWereMissing) {
         LUNARA_ROW(row);
         Store(TEXT("Text"), row.type, row.data, row.bytes);
         text.fill(TEXT('#'));
-        const Settings settings;
+        const lunara::Settings settings;
         EXPECT_EQ(settings.ReadString(TEXT("Text"), text.data(), NameCapacity),
                   row.read != nullptr);
         EXPECT_EQ(text[NameCapacity], TEXT('#')) << "written past the buffer";
@@ -178,14 +180,14 @@ TEST_F(SettingsTest, ATextOfTheWrongTypeOrSizeIsAsIfItWereMissing) {
     }
 }
 
-TEST_F(SettingsTest, AHugeTextIsAsIfItWereMissing) {
+TEST_F(Settings, AHugeTextReadsAsMissingAndIsNotWritten) {
     const std::wstring huge(100000, TEXT('x'));
     Store(TEXT("Text"), REG_SZ, huge.c_str(), static_cast<DWORD>(huge.size() * sizeof(WCHAR)));
-    const Settings settings;
+    const lunara::Settings settings;
     EXPECT_FALSE(settings.ReadString(TEXT("Text"), text.data(), NameCapacity));
-    Settings writing;
+    lunara::Settings writing;
     EXPECT_FALSE(writing.WriteString(TEXT("Other"), huge.c_str()));
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

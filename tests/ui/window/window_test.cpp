@@ -1,45 +1,41 @@
+// Window objects: creation, binding to a handle, subclassing, dispatch of messages.
+
 #include "window/window.h"
 
 #include "tests/ui/ui_test.h"
 #include "window/window_map.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
 constexpr UINT Ask = WM_APP + 10;
 constexpr UINT AskInside = WM_APP + 11;
 
-class WindowTest : public UiTest {};
-
-std::wstring ClassOf(HWND window) {
-    std::array<WCHAR, 64> name{};
-    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    return name.data();
-}
+class Window : public UiTest {};
 
 WNDPROC ProcedureOf(HWND window) {
     return reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(window, GWLP_WNDPROC));
 }
 
-/// A system control that no object is bound to.
+/// A system control with no object bound to it.
 HWND MakeEdit() {
     return ::CreateWindowExW(0, TEXT("EDIT"), TEXT("typed"), WS_POPUP, 0, 0, 50, 20, nullptr,
                              nullptr, AppInstance(), nullptr);
 }
 
-TEST_F(WindowTest, WithoutClassNameGetsTheFrameworksClass) {
+TEST_F(Window, WithoutAClassNameItGetsTheFrameworksClass) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     EXPECT_EQ(ClassOf(window.Handle()), TEXT("wfcWnd_1_0"));
-    EXPECT_EQ(Window::FromHandle(window.Handle()), &window);
+    EXPECT_EQ(ScriptedWindow::FromHandle(window.Handle()), &window);
 }
 
-TEST_F(WindowTest, TheFrameworksClassHasJustTheRedrawAndDoubleClickStyles) {
-    ASSERT_EQ(Window::RegisterFrameworkClass(), 1);
-    ASSERT_EQ(Window::RegisterFrameworkClass(), 1);  // there already
+TEST_F(Window, TheFrameworksClassHasOnlyTheRedrawAndDoubleClickStyles) {
+    ASSERT_EQ(ScriptedWindow::RegisterFrameworkClass(), 1);
+    ASSERT_EQ(ScriptedWindow::RegisterFrameworkClass(), 1);  // registered already
     WNDCLASSW found{};
     ASSERT_TRUE(::GetClassInfoW(AppInstance(), FrameworkClassName, &found));
-    EXPECT_EQ(found.style, 11U);
+    EXPECT_EQ(found.style, UINT{CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS});
     EXPECT_EQ(found.lpfnWndProc, &FrameworkWindowProc);
     EXPECT_EQ(found.hInstance, AppInstance());
     EXPECT_EQ(found.hbrBackground, nullptr);
@@ -49,7 +45,7 @@ TEST_F(WindowTest, TheFrameworksClassHasJustTheRedrawAndDoubleClickStyles) {
     EXPECT_EQ(found.cbWndExtra, 0);
 }
 
-TEST_F(WindowTest, CreationParametersArriveUnchanged) {
+TEST_F(Window, CreationParametersArriveUnchanged) {
     ScriptedWindow parent;
     ASSERT_EQ(parent.Make(), 1);
     ScriptedWindow window;
@@ -80,7 +76,7 @@ TEST_F(WindowTest, CreationParametersArriveUnchanged) {
     EXPECT_EQ(::GetDlgCtrlID(window.Handle()), 77);
 }
 
-TEST_F(WindowTest, IsBoundBeforeItHandlesItsCreation) {
+TEST_F(Window, IsBoundBeforeItHandlesItsCreation) {
     ScriptedWindow window;
     HWND handleAtCreation = nullptr;
     window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
@@ -107,7 +103,7 @@ class PickyWindow : public ScriptedWindow {
     bool allowed = true;
 };
 
-TEST_F(WindowTest, PreCreateWindowMayChangeTheParameters) {
+TEST_F(Window, PreCreateWindowMayChangeTheParameters) {
     PickyWindow window;
     ASSERT_EQ(window.Make(nullptr, 100, 80), 1);
     RECT bounds{};
@@ -116,7 +112,7 @@ TEST_F(WindowTest, PreCreateWindowMayChangeTheParameters) {
     EXPECT_EQ(bounds.bottom - bounds.top, 80);
 }
 
-TEST_F(WindowTest, PreCreateWindowMayRefuse) {
+TEST_F(Window, PreCreateWindowMayRefuse) {
     PickyWindow window;
     window.allowed = false;
     EXPECT_EQ(window.Make(), 0);
@@ -137,44 +133,44 @@ class OwnClassWindow : public ScriptedWindow {
     }
 };
 
-TEST_F(WindowTest, AClassOfItsOwnIsKept) {
+TEST_F(Window, AClassSetByPreCreateWindowIsKept) {
     OwnClassWindow window;
     ASSERT_EQ(window.Make(), 1);
     EXPECT_EQ(ClassOf(window.Handle()), TEXT("LunaraTestClass"));
     EXPECT_EQ(window.CountOf(WM_CREATE), 1);
 }
 
-TEST_F(WindowTest, AForeignClassIsNotSuccessAndLeavesNoWindow) {
+TEST_F(Window, AForeignClassFailsAndLeavesNoWindow) {
     ScriptedWindow window;
     EXPECT_EQ(window.Create(0, TEXT("STATIC"), TEXT("LunaraForeign"), WS_POPUP, 0, 0, 10, 10,
                             nullptr, nullptr),
               0);
     EXPECT_EQ(window.Handle(), nullptr);
     EXPECT_EQ(::FindWindowW(TEXT("STATIC"), TEXT("LunaraForeign")), nullptr);
-    // The object does not wait for the next window of the framework's class either.
+    // Nor is the object still pending, to be bound to the next window of the framework's class.
     EXPECT_EQ(::CreateWindowExW(0, FrameworkClassName, TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr,
                                 nullptr, AppInstance(), nullptr),
               nullptr);
 }
 
-TEST_F(WindowTest, AnUnknownClassFails) {
+TEST_F(Window, AnUnknownClassFails) {
     ScriptedWindow window;
     EXPECT_EQ(window.Create(0, TEXT("NoSuchLunaraClass"), TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr,
                             nullptr),
               0);
     EXPECT_EQ(window.Handle(), nullptr);
-    ASSERT_EQ(window.Make(), 1);  // and does not spoil the next attempt
+    ASSERT_EQ(window.Make(), 1);  // the failure leaves the object usable
 }
 
-TEST_F(WindowTest, AWindowOfTheClassMadeElsewhereIsRefused) {
-    ASSERT_EQ(Window::RegisterFrameworkClass(), 1);
+TEST_F(Window, AWindowOfTheFrameworksClassCreatedElsewhereIsRefused) {
+    ASSERT_EQ(ScriptedWindow::RegisterFrameworkClass(), 1);
     EXPECT_EQ(::CreateWindowExW(0, FrameworkClassName, TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr,
                                 nullptr, AppInstance(), nullptr),
               nullptr);
     EXPECT_EQ(FrameworkWindowProc(nullptr, WM_CREATE, 0, 0), -1);
 }
 
-TEST_F(WindowTest, RefusedCreationUnbindsAndTheObjectCanBeCreatedLater) {
+TEST_F(Window, RefusedCreationUnbindsAndTheObjectCanBeCreatedLater) {
     ScriptedWindow window;
     window.handler = [](UINT message, WPARAM, LPARAM, LRESULT& result) {
         result = -1;
@@ -187,7 +183,7 @@ TEST_F(WindowTest, RefusedCreationUnbindsAndTheObjectCanBeCreatedLater) {
     EXPECT_EQ(window.Make(), 1);
 }
 
-TEST_F(WindowTest, ABoundObjectIsNotCreatedASecondTime) {
+TEST_F(Window, ABoundObjectIsNotCreatedASecondTime) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     const HWND handle = window.Handle();
@@ -196,7 +192,7 @@ TEST_F(WindowTest, ABoundObjectIsNotCreatedASecondTime) {
     EXPECT_EQ(window.CountOf(WM_CREATE), 1);
 }
 
-TEST_F(WindowTest, CreatingAChildWhileBeingCreatedBindsBoth) {
+TEST_F(Window, CreatingAChildWhileBeingCreatedBindsBoth) {
     ScriptedWindow parent;
     ScriptedWindow child;
     int childMade = 0;
@@ -209,18 +205,18 @@ TEST_F(WindowTest, CreatingAChildWhileBeingCreatedBindsBoth) {
     ASSERT_EQ(parent.Make(), 1);
     EXPECT_EQ(childMade, 1);
     EXPECT_EQ(::GetParent(child.Handle()), parent.Handle());
-    EXPECT_EQ(Window::FromHandle(parent.Handle()), &parent);
-    EXPECT_EQ(Window::FromHandle(child.Handle()), &child);
+    EXPECT_EQ(ScriptedWindow::FromHandle(parent.Handle()), &parent);
+    EXPECT_EQ(ScriptedWindow::FromHandle(child.Handle()), &child);
 }
 
-TEST_F(WindowTest, HandlerStillSeesItsHandleInDestroyAndIsUnboundAfterwards) {
+TEST_F(Window, HandlerStillSeesItsHandleInDestroyAndIsUnboundAfterwards) {
     ScriptedWindow window;
     HWND handleAtDestroy = nullptr;
-    Window* boundAtDestroy = nullptr;
+    lunara::Window* boundAtDestroy = nullptr;
     window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
         if (message == WM_DESTROY) {
             handleAtDestroy = window.Handle();
-            boundAtDestroy = Window::FromHandle(handleAtDestroy);
+            boundAtDestroy = ScriptedWindow::FromHandle(handleAtDestroy);
         }
         return false;
     };
@@ -230,11 +226,11 @@ TEST_F(WindowTest, HandlerStillSeesItsHandleInDestroyAndIsUnboundAfterwards) {
     EXPECT_EQ(handleAtDestroy, handle);
     EXPECT_EQ(boundAtDestroy, &window);
     EXPECT_EQ(window.Handle(), nullptr);
-    EXPECT_EQ(Window::FromHandle(handle), nullptr);
+    EXPECT_EQ(ScriptedWindow::FromHandle(handle), nullptr);
     EXPECT_EQ(window.CountOf(WM_NCDESTROY), 0);
 }
 
-TEST_F(WindowTest, AnObjectMayDieInItsDestroyHandler) {
+TEST_F(Window, AnObjectMayDieInItsDestroyHandler) {
     auto* window = new ScriptedWindow;
     ASSERT_EQ(window->Make(), 1);
     const HWND handle = window->Handle();
@@ -249,10 +245,10 @@ TEST_F(WindowTest, AnObjectMayDieInItsDestroyHandler) {
     delete window;
 }
 
-TEST_F(WindowTest, AnObjectThatIsGoneLeavesItsWindowAlone) {
+TEST_F(Window, DestroyingTheObjectLeavesItsWindow) {
     HWND handle = nullptr;
     {
-        Window window;
+        lunara::Window window;
         ASSERT_EQ(window.Create(0, nullptr, TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr, nullptr), 1);
         handle = window.Handle();
     }
@@ -261,23 +257,23 @@ TEST_F(WindowTest, AnObjectThatIsGoneLeavesItsWindowAlone) {
     ::DestroyWindow(handle);
 }
 
-TEST_F(WindowTest, AttachBindsOneObjectOnly) {
+TEST_F(Window, AttachBindsOneObjectOnly) {
     const HWND edit = MakeEdit();
-    Window first;
-    Window second;
+    lunara::Window first;
+    lunara::Window second;
     EXPECT_EQ(first.Attach(edit), 1);
     EXPECT_EQ(second.Attach(edit), 0);
     EXPECT_EQ(first.Attach(edit), 0);
     EXPECT_EQ(second.Handle(), nullptr);
-    EXPECT_EQ(Window::FromHandle(edit), &first);
+    EXPECT_EQ(ScriptedWindow::FromHandle(edit), &first);
     ::DestroyWindow(edit);
     EXPECT_EQ(first.Detach(), edit);
 }
 
-TEST_F(WindowTest, AttachRefusesNoWindowAndASecondWindow) {
+TEST_F(Window, AttachRefusesNoWindowAndASecondWindow) {
     const HWND edit = MakeEdit();
     const HWND other = MakeEdit();
-    Window window;
+    lunara::Window window;
     EXPECT_EQ(window.Attach(nullptr), 0);
     EXPECT_EQ(WindowMap::Current(), nullptr);
     EXPECT_EQ(window.Attach(edit), 1);
@@ -288,16 +284,16 @@ TEST_F(WindowTest, AttachRefusesNoWindowAndASecondWindow) {
     ::DestroyWindow(other);
 }
 
-TEST_F(WindowTest, DetachOfAnUnboundObjectReturnsNull) {
-    Window window;
+TEST_F(Window, DetachOfAnUnboundObjectReturnsNull) {
+    lunara::Window window;
     EXPECT_EQ(window.Detach(), nullptr);
 }
 
-TEST_F(WindowTest, LastUnboundWindowDestroysTheMapAndTheNextMakesANewOne) {
+TEST_F(Window, LastUnboundWindowDestroysTheMapAndTheNextMakesANewOne) {
     const HWND edit = MakeEdit();
     const HWND other = MakeEdit();
-    Window first;
-    Window second;
+    lunara::Window first;
+    lunara::Window second;
     ASSERT_EQ(WindowMap::Current(), nullptr);
     first.Attach(edit);
     second.Attach(other);
@@ -306,7 +302,7 @@ TEST_F(WindowTest, LastUnboundWindowDestroysTheMapAndTheNextMakesANewOne) {
     ASSERT_NE(WindowMap::Current(), nullptr);
     second.Detach();
     EXPECT_EQ(WindowMap::Current(), nullptr);
-    EXPECT_EQ(Window::FromHandle(edit), nullptr);
+    EXPECT_EQ(ScriptedWindow::FromHandle(edit), nullptr);
     first.Attach(edit);
     ASSERT_NE(WindowMap::Current(), nullptr);
     EXPECT_EQ(WindowMap::Current()->Count(), 1);
@@ -315,13 +311,13 @@ TEST_F(WindowTest, LastUnboundWindowDestroysTheMapAndTheNextMakesANewOne) {
     ::DestroyWindow(other);
 }
 
-TEST_F(WindowTest, SubclassRoutesMessagesAndFallsBackToTheControl) {
+TEST_F(Window, SubclassRoutesMessagesAndFallsBackToTheControl) {
     const HWND edit = MakeEdit();
     const WNDPROC own = ProcedureOf(edit);
     ScriptedWindow window;
     ASSERT_EQ(window.Subclass(edit), 1);
     EXPECT_NE(ProcedureOf(edit), own);
-    EXPECT_EQ(TextOf(edit), TEXT("typed"));  // still the control's own answer
+    EXPECT_EQ(TextOf(edit), TEXT("typed"));  // the control's own answer
     EXPECT_GE(window.CountOf(WM_GETTEXT), 1);
     window.handler = [](UINT message, WPARAM, LPARAM, LRESULT& result) {
         result = 41;
@@ -334,10 +330,10 @@ TEST_F(WindowTest, SubclassRoutesMessagesAndFallsBackToTheControl) {
     ::DestroyWindow(edit);
 }
 
-TEST_F(WindowTest, SubclassOfABoundWindowLeavesItsProcedure) {
+TEST_F(Window, SubclassOfABoundWindowLeavesItsProcedure) {
     const HWND edit = MakeEdit();
-    Window first;
-    Window second;
+    lunara::Window first;
+    lunara::Window second;
     ASSERT_EQ(first.Attach(edit), 1);
     const WNDPROC own = ProcedureOf(edit);
     EXPECT_EQ(second.Subclass(edit), 0);
@@ -346,7 +342,7 @@ TEST_F(WindowTest, SubclassOfABoundWindowLeavesItsProcedure) {
     ::DestroyWindow(edit);
 }
 
-TEST_F(WindowTest, ADestroyedSubclassedWindowGetsItsProcedureBack) {
+TEST_F(Window, ADestroyedSubclassedWindowGetsItsProcedureBack) {
     const HWND button = ::CreateWindowExW(0, TEXT("BUTTON"), TEXT(""), WS_POPUP, 0, 0, 50, 20,
                                           nullptr, nullptr, AppInstance(), nullptr);
     ScriptedWindow window;
@@ -357,15 +353,15 @@ TEST_F(WindowTest, ADestroyedSubclassedWindowGetsItsProcedureBack) {
     EXPECT_EQ(window.CountOf(WM_DESTROY), 1);
     EXPECT_EQ(window.CountOf(WM_NCDESTROY), 0);
     ASSERT_EQ(window.Make(), 1);
-    // The second window has no earlier procedure to fall back to.
+    // The new window is not subclassed: the procedure of the button must not be kept for it.
     EXPECT_EQ(ProcedureOf(window.Handle()), &FrameworkWindowProc);
     EXPECT_EQ(::SendMessageW(window.Handle(), WM_GETDLGCODE, 0, 0), 0);
 }
 
-TEST_F(WindowTest, HandledMessagesReturnTheHandlersResult) {
+TEST_F(Window, HandledMessagesReturnTheHandlersResult) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
-    ASSERT_EQ(TextOf(window.Handle()), TEXT("Scripted"));  // not handled: the system's answer
+    ASSERT_EQ(TextOf(window.Handle()), TEXT("Scripted"));  // not handled, so the system answers
     window.handler = [](UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
         result = static_cast<LRESULT>(wParam) * 10 + lParam;
         return message == Ask;
@@ -373,15 +369,15 @@ TEST_F(WindowTest, HandledMessagesReturnTheHandlersResult) {
     EXPECT_EQ(::SendMessageW(window.Handle(), Ask, 4, 2), 42);
 }
 
-TEST_F(WindowTest, TheBaseHandlesNothingAndTouchesNoResult) {
-    Window window;
+TEST_F(Window, TheBaseClassHandlesNothingAndLeavesTheResultAlone) {
+    lunara::Window window;
     LRESULT result = 7;
     EXPECT_FALSE(window.OnMessage(WM_PAINT, 0, 0, &result));
     EXPECT_FALSE(window.OnMessage(WM_PAINT, 0, 0, nullptr));
     EXPECT_EQ(result, 7);
 }
 
-TEST_F(WindowTest, NestedDispatchKeepsTheOuterMessage) {
+TEST_F(Window, NestedDispatchKeepsTheOuterMessage) {
     ScriptedWindow window;
     ScriptedWindow other;
     CurrentMessage outer{};
@@ -415,7 +411,7 @@ TEST_F(WindowTest, NestedDispatchKeepsTheOuterMessage) {
     EXPECT_EQ(GetCurrentMessage().window, before.window);
 }
 
-TEST_F(WindowTest, DefaultPassesTheCurrentMessageOn) {
+TEST_F(Window, DefaultPassesTheCurrentMessageOn) {
     ScriptedWindow window;
     window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT& result) {
         if (message == WM_GETTEXTLENGTH) {
@@ -426,10 +422,11 @@ TEST_F(WindowTest, DefaultPassesTheCurrentMessageOn) {
         return false;
     };
     ASSERT_EQ(window.Make(), 1);
-    EXPECT_EQ(::SendMessageW(window.Handle(), WM_GETTEXTLENGTH, 0, 0), 108);  // "Scripted"
+    // "Scripted" has 8 units.
+    EXPECT_EQ(::SendMessageW(window.Handle(), WM_GETTEXTLENGTH, 0, 0), 108);
 }
 
-TEST_F(WindowTest, InvalidateCoversTheClientAreaAndUpdatePaintsAtOnce) {
+TEST_F(Window, InvalidateCoversTheClientAreaAndUpdatePaintsAtOnce) {
     ScriptedWindow window;
     RECT painted{};
     bool erased = false;
@@ -458,7 +455,7 @@ TEST_F(WindowTest, InvalidateCoversTheClientAreaAndUpdatePaintsAtOnce) {
     }
 }
 
-TEST_F(WindowTest, AFrameIsDrawnWhereThereIsOne) {
+TEST_F(Window, ABorderIsDrawnAroundTheClientArea) {
     ScriptedWindow parent;
     ASSERT_EQ(parent.Make(nullptr, 60, 40), 1);
     ScriptedWindow framed;
@@ -473,7 +470,7 @@ TEST_F(WindowTest, AFrameIsDrawnWhereThereIsOne) {
     ::ReleaseDC(framed.Handle(), dc);
 }
 
-TEST_F(WindowTest, ThePointerOverItIsAnArrow) {
+TEST_F(Window, ThePointerOverAWindowIsAnArrow) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     ::SetCursor(::LoadCursorW(nullptr, IDC_WAIT));
@@ -482,7 +479,7 @@ TEST_F(WindowTest, ThePointerOverItIsAnArrow) {
     EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_ARROW));
 }
 
-TEST_F(WindowTest, ThePointerOverAChildIsTheChildsOwn) {
+TEST_F(Window, ThePointerOverAChildIsTheChildsOwn) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     const HWND edit = ::CreateWindowExW(0, TEXT("EDIT"), TEXT(""), WS_CHILD, 0, 0, 50, 20,
@@ -493,18 +490,5 @@ TEST_F(WindowTest, ThePointerOverAChildIsTheChildsOwn) {
     EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_IBEAM));
 }
 
-TEST_F(WindowTest, TheMainWindowIsForgottenWhenItsObjectGoes) {
-    EXPECT_EQ(MainWindowHandle(), nullptr);
-    {
-        ScriptedWindow window;
-        SetMainWindow(&window);
-        EXPECT_EQ(GetMainWindow(), &window);
-        EXPECT_EQ(MainWindowHandle(), nullptr);  // not created yet
-        ASSERT_EQ(window.Make(), 1);
-        EXPECT_EQ(MainWindowHandle(), window.Handle());
-    }
-    EXPECT_EQ(GetMainWindow(), nullptr);
-}
-
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test

@@ -1,18 +1,19 @@
-// A backup that saved first has wiped the password. It is asked for when it is needed next.
+// After a backup that saved first, the password is wiped: it is asked for again when it is next
+// needed.
 
 #include "resources/ids.h"
 #include "tests/ui/app/backup_test_base.h"
 
-namespace lunara {
+namespace lunara::test {
 namespace {
 
-constexpr std::int32_t SavedTemperature = 9810;  // of FillDiary
+constexpr std::int32_t SavedTemperature = 9810;  // the one of FillDiary
 constexpr std::int32_t NewTemperature = 9777;
 
-class WipedPasswordTest : public BackupTestBase {
+class WipedPassword : public BackupTest {
   protected:
     void SetUp() override {
-        BackupTestBase::SetUp();
+        BackupTest::SetUp();
         ASSERT_EQ(SignIn(), 1);
         FillDiary(main->Data());
         script->Press(IDOK);
@@ -20,9 +21,9 @@ class WipedPasswordTest : public BackupTestBase {
         ASSERT_FALSE(main->Password().IsHeld());
         messages.boxes.clear();
     }
-    /// Instead of the temperature that the backup saved.
+    /// Replaces the temperature that the backup saved.
     void EnterNewTemperature() { main->Data().SetTemperature(NewTemperature); }
-    /// In the diary of this folder.
+    /// The diary in this folder opens and has that temperature.
     static void ExpectTemperatureIn(const std::wstring& folder, std::int32_t temperature) {
         const SYSTEMTIME date = Day(2024, 5, 10);
         UserData data;
@@ -34,7 +35,7 @@ class WipedPasswordTest : public BackupTestBase {
 
 // ---- The next backup ----
 
-TEST_F(WipedPasswordTest, TheSecondBackupAsksForThePassword) {
+TEST_F(WipedPassword, TheSecondBackupAsksForThePassword) {
     EnterNewTemperature();
     script->Type(IDC_BACKUP_NAME, TEXT("second")).Press(IDOK).Press(IDCANCEL);
     Command(IDM_BACKUP);
@@ -49,7 +50,7 @@ TEST_F(WipedPasswordTest, TheSecondBackupAsksForThePassword) {
 
 // ---- The end ----
 
-TEST_F(WipedPasswordTest, EntriesAfterABackupAskForThePasswordAtTheEnd) {
+TEST_F(WipedPassword, EntriesAfterABackupAskForThePasswordAtTheEnd) {
     EnterNewTemperature();
     bool readOnly = false;
     std::wstring name;
@@ -69,9 +70,9 @@ TEST_F(WipedPasswordTest, EntriesAfterABackupAskForThePasswordAtTheEnd) {
     ExpectTemperatureIn(FolderOf(TestUser), NewTemperature);
 }
 
-TEST_F(WipedPasswordTest, WithNothingToSaveTheEndDoesNotAsk) { EXPECT_TRUE(Close()); }
+TEST_F(WipedPassword, WithNothingToSaveTheEndDoesNotAskForThePassword) { EXPECT_TRUE(Close()); }
 
-TEST_F(WipedPasswordTest, GivingUpAtTheEndAsksOnceWhetherToLeave) {
+TEST_F(WipedPassword, GivingUpAtTheEndAsksOnceWhetherToLeave) {
     EnterNewTemperature();
     messages.answers = {IDNO};
     script->Press(IDCANCEL);
@@ -86,7 +87,7 @@ TEST_F(WipedPasswordTest, GivingUpAtTheEndAsksOnceWhetherToLeave) {
     ExpectTemperatureIn(FolderOf(TestUser), SavedTemperature);
 }
 
-TEST_F(WipedPasswordTest, TheEndOfTheSessionAsksWhileSomebodyIsThere) {
+TEST_F(WipedPassword, TheEndOfTheSessionAsksWhileTheUserCanStillAnswer) {
     EnterNewTemperature();
     messages.answers = {IDNO};
     script->Press(IDCANCEL);
@@ -102,7 +103,7 @@ TEST_F(WipedPasswordTest, TheEndOfTheSessionAsksWhileSomebodyIsThere) {
 
 // ---- Change of password ----
 
-TEST_F(WipedPasswordTest, ChangingThePasswordAsksForThePresentOneFirst) {
+TEST_F(WipedPassword, ChangingThePasswordAsksForTheCurrentOneFirst) {
     script->Type(IDC_PASSWORD, TestPassword).Press(IDOK);
     script->Type(IDC_OLD_PASSWORD, TestPassword)
         .Type(IDC_NEW_PASSWORD, TEXT("newer"))
@@ -115,4 +116,4 @@ TEST_F(WipedPasswordTest, ChangingThePasswordAsksForThePresentOneFirst) {
 }
 
 }  // namespace
-}  // namespace lunara
+}  // namespace lunara::test
