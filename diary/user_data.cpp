@@ -355,7 +355,7 @@ bool UserData::IsDirty(DataFile which) const {
 }
 
 bool UserData::IsDirty() const {
-    return std::any_of(std::begin(DataFiles), std::end(DataFiles),
+    return std::any_of(std::begin(AllDataFiles), std::end(AllDataFiles),
                        [this](DataFile which) { return IsDirty(which); });
 }
 

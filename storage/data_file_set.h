@@ -21,8 +21,8 @@ enum class DataFile : std::size_t { Temperature, Bleeding, NoteFlags, NotePages 
 inline constexpr std::size_t DataFileCount = 4;
 
 /// All of them, in the order in which they are loaded and saved.
-inline constexpr DataFile DataFiles[DataFileCount] = {DataFile::Temperature, DataFile::Bleeding,
-                                                      DataFile::NoteFlags, DataFile::NotePages};
+inline constexpr DataFile AllDataFiles[DataFileCount] = {DataFile::Temperature, DataFile::Bleeding,
+                                                         DataFile::NoteFlags, DataFile::NotePages};
 
 /// File names in the order of `DataFile`.
 inline constexpr const WCHAR* DataFileNames[DataFileCount] = {

@@ -24,7 +24,7 @@ int RunCheck(const Options& options, const WideString& password, const Streams& 
         return Report(*failure, streams);
     }
     UserData data;
-    for (const DataFile file : DataFiles) {
+    for (const DataFile file : AllDataFiles) {
         const std::optional<Failure> failure = LoadDiaryFile(file, data, options.folder, password);
         if (failure) {
             streams.out.flush();

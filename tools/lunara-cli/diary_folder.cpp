@@ -73,7 +73,7 @@ std::optional<Failure> LoadDiary(UserData& data, const WideString& folder,
     if (std::optional<Failure> failure = MendDiary(folder)) {
         return failure;
     }
-    for (const DataFile file : DataFiles) {
+    for (const DataFile file : AllDataFiles) {
         if (std::optional<Failure> failure = LoadDiaryFile(file, data, folder, password)) {
             return failure;
         }
@@ -83,7 +83,7 @@ std::optional<Failure> LoadDiary(UserData& data, const WideString& folder,
 
 std::optional<Failure> SaveDiary(UserData& data, const WideString& folder,
                                  const WideString& password) {
-    for (const DataFile file : DataFiles) {  // before the folder is made
+    for (const DataFile file : AllDataFiles) {  // before the folder is made
         if (std::optional<Failure> failure = CheckLength(PathInFolder(folder, file))) {
             return failure;
         }
@@ -93,7 +93,7 @@ std::optional<Failure> SaveDiary(UserData& data, const WideString& folder,
     const bool isRoot = folder.size() == 1 && IsSeparator(folder.front());
     const WideString target = isRoot ? folder + TEXT(".") : folder;
     std::vector<WideString> deleted;
-    for (const DataFile file : DataFiles) {
+    for (const DataFile file : AllDataFiles) {
         if (data.IsDirty(file) && data.Count(file) == 0) {
             deleted.push_back(PathInFolder(folder, file));
         }

@@ -25,7 +25,7 @@ std::string ComparableName(const std::filesystem::path& name) {
 /// file that a save puts beside it.
 bool IsDiaryName(const std::filesystem::path& name) {
     const std::string wanted = ComparableName(name);
-    for (const DataFile file : DataFiles) {
+    for (const DataFile file : AllDataFiles) {
         for (const char* extension : {".dat", ".new", ".old"}) {
             if (wanted ==
                 ComparableName(
@@ -43,7 +43,7 @@ bool IsDiaryFile(const WideString& path, const WideString& folder) {
     const std::filesystem::path target = TargetOf(path);
     const std::filesystem::path diary = TargetOf(folder);
     std::error_code error;
-    for (const DataFile file : DataFiles) {
+    for (const DataFile file : AllDataFiles) {
         if (std::filesystem::equivalent(target, diary / DataFileName(file), error)) {
             return true;
         }

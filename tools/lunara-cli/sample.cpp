@@ -9,7 +9,7 @@ int RunSample(const Options& options, const WideString& password, const Streams&
     if (const std::optional<Failure> failure = MendDiary(options.folder)) {
         return Report(*failure, streams);
     }
-    for (const DataFile file : DataFiles) {
+    for (const DataFile file : AllDataFiles) {
         const WideString path = PathInFolder(options.folder, file);
         if (FileExists(path)) {
             return Report({path, "there is a diary already, which the sample would replace"},

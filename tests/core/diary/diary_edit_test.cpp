@@ -40,7 +40,7 @@ class DiaryEditTest : public ::testing::Test {
     /// The names of the dirty collections, and "prediction" when it is out of date.
     std::vector<std::string> Changed() const {
         std::vector<std::string> names;
-        for (const DataFile file : DataFiles) {
+        for (const DataFile file : AllDataFiles) {
             if (data.IsDirty(file)) {
                 names.push_back(ToUtf8(DataFileName(file)));
             }

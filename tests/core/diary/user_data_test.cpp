@@ -449,13 +449,13 @@ TEST_F(UserDataFolder, OneFileIsLoadedByItself) {
     data.SetNoteFlags(1);
     data.SetNoteText(TEXT("x"));
     ASSERT_EQ(data.SaveFolder(path.c_str(), TEXT("")), 1);
-    for (const DataFile file : DataFiles) {
+    for (const DataFile file : AllDataFiles) {
         UserData other;
         UpdatePrediction(other, 0);
         WideString name;
         ASSERT_TRUE(DataFilePath(path.c_str(), file, name));
         EXPECT_EQ(other.LoadFile(file, name.c_str(), TEXT("")), 1);
-        for (const DataFile each : DataFiles) {
+        for (const DataFile each : AllDataFiles) {
             EXPECT_EQ(other.Count(each), each == file ? 1 : 0);
         }
         EXPECT_FALSE(other.IsLoaded());

@@ -92,7 +92,7 @@ class DataFileSet : public testing::TestWithParam<Story> {
     int Save() { return data->SaveFolder(folder.c_str(), NewPassword); }
 
     bool AllDirty() const {
-        return std::all_of(std::begin(DataFiles), std::end(DataFiles),
+        return std::all_of(std::begin(AllDataFiles), std::end(AllDataFiles),
                            [this](DataFile which) { return data->IsDirty(which); });
     }
 
