@@ -46,9 +46,9 @@ TEST_F(FailingFileCallsTest, ListsEveryCallWithItsFile) {
 
 TEST_F(FailingFileCallsTest, StrikesAsOftenAsTheFaultSays) {
     const struct {
-        const char* label;
+        const char* label = "";
         FileFault fault;
-        const char* answers;  // of three files
+        const char* answers = "";  // of three files
     } cases[] = {
         {"one call of any kind", {.at = 2}, "..x. .... ...."},
         {"two calls", {.at = 3, .times = 2}, "...x x ...."},
