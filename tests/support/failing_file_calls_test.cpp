@@ -121,10 +121,13 @@ TEST_F(FailingFileCallsTest, HookRunsBetweenTheHalfWriteAndItsFailure) {
 TEST_F(FailingFileCallsTest, FaultCountsFromItsSettingUntilItIsMended) {
     FailingFileCalls calls;
     EXPECT_EQ(WriteFour("a"), "....");
+    EXPECT_EQ(calls.Failures(), 0);
     calls.Fail({.at = 1, .times = FromThereOn});
     EXPECT_EQ(WriteFour("a"), ".xxx");
+    EXPECT_EQ(calls.Failures(), 3);
     calls.Mend();
     EXPECT_EQ(WriteFour("a"), "....");
+    EXPECT_EQ(calls.Failures(), 3);
 }
 
 TEST_F(FailingFileCallsTest, GivesBackTheCallsThatWereInUse) {

@@ -136,6 +136,7 @@ TEST_F(RestoreRecoveryTest, WhicheverMoveFailsOneWholeDiaryIsThere) {
                 const test::FailingFileCalls calls(FailingMoves(failAt, row.failures));
                 restored = RestoreFiles(TestUser, TEXT("a"));
                 moves = calls.Count(test::ReplaceCall | test::MoveFolderCall);
+                EXPECT_EQ(calls.Failures() > 0, failAt < moves);
             }
             if (IsRestoreCutOff(TestUser)) {
                 EXPECT_EQ(restored, 0);
