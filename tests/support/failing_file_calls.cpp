@@ -157,6 +157,7 @@ const FileFault* FailingFileCalls::Struck(FileCallKind kind, WideView path) {
             struck = &fault;
         }
     }
+    failures += struck != nullptr ? 1 : 0;
     return struck;
 }
 

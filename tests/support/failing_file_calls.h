@@ -96,6 +96,9 @@ class FailingFileCalls : public FileCalls {
     const std::vector<FileCallMade>& Calls() const { return calls; }
     /// Number of calls whose kind is in `kinds`.
     int Count(unsigned kinds = AnyFileCall) const;
+    /// How many calls have been struck. A test that runs on until its fault is out of reach checks
+    /// by this that the fault was in reach before.
+    int Failures() const { return failures; }
     /// Each call in words: "create Bleeding.new", the kind and the name of the file without its
     /// folders, or the kind alone where the file is unknown.
     std::vector<std::string> Steps() const;
@@ -125,6 +128,7 @@ class FailingFileCalls : public FileCalls {
     FileCalls& before;
     std::vector<SetFault> faults;
     std::vector<FileCallMade> calls;
+    int failures = 0;
     std::map<HANDLE, WideString> openFiles;
 };
 

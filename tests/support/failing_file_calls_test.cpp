@@ -46,9 +46,9 @@ TEST_F(FailingFileCallsTest, ListsEveryCallWithItsFile) {
 
 TEST_F(FailingFileCallsTest, StrikesAsOftenAsTheFaultSays) {
     const struct {
-        const char* label;
+        const char* label = "";
         FileFault fault;
-        const char* answers;  // of three files
+        const char* answers = "";  // of three files
     } cases[] = {
         {"one call of any kind", {.at = 2}, "..x. .... ...."},
         {"two calls", {.at = 3, .times = 2}, "...x x ...."},
@@ -121,10 +121,13 @@ TEST_F(FailingFileCallsTest, HookRunsBetweenTheHalfWriteAndItsFailure) {
 TEST_F(FailingFileCallsTest, FaultCountsFromItsSettingUntilItIsMended) {
     FailingFileCalls calls;
     EXPECT_EQ(WriteFour("a"), "....");
+    EXPECT_EQ(calls.Failures(), 0);
     calls.Fail({.at = 1, .times = FromThereOn});
     EXPECT_EQ(WriteFour("a"), ".xxx");
+    EXPECT_EQ(calls.Failures(), 3);
     calls.Mend();
     EXPECT_EQ(WriteFour("a"), "....");
+    EXPECT_EQ(calls.Failures(), 3);
 }
 
 TEST_F(FailingFileCallsTest, GivesBackTheCallsThatWereInUse) {

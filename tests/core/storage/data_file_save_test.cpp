@@ -127,9 +127,9 @@ void ExpectEveryStepsFailureKeepsTheOldFile(const ScratchFolder& scratch,
                                             const std::filesystem::path& file,
                                             const Bytes& oldBytes, SaveIt save) {
     const struct {
-        const char* label;
+        const char* label = "";
         FileFault fault;
-        DWORD error;
+        DWORD error = ERROR_SUCCESS;
     } ways[] = {
         {"with an error", {.error = ERROR_DISK_FULL}, ERROR_DISK_FULL},
         {"without an error", {.error = ERROR_SUCCESS}, ERROR_WRITE_FAULT},
