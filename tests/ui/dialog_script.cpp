@@ -1,22 +1,19 @@
 #include "tests/ui/dialog_script.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
 #include <string>
+
+#include "tests/ui/ui_test.h"
 
 namespace lunara::test {
 namespace {
 
-constexpr int PatienceTicks = 300;
+constexpr int PatienceTicks = 300;  // of 10 ms each
 constexpr WCHAR DialogClass[] = TEXT("#32770");
 
 DialogScript* currentScript = nullptr;
 
 BOOL CALLBACK TakeDialog(HWND window, LPARAM found) {
-    std::array<WCHAR, 16> name{};
-    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    if (::lstrcmpW(name.data(), DialogClass) == 0 && ::IsWindowVisible(window) != FALSE) {
+    if (ClassOf(window) == DialogClass && ::IsWindowVisible(window) != FALSE) {
         *reinterpret_cast<HWND*>(found) = window;
         return FALSE;
     }
@@ -64,7 +61,8 @@ void CALLBACK DialogScript::OnTick(HWND, UINT, UINT_PTR, DWORD) {
     }
 }
 
-// Timer messages come only when the queue is empty, so all that a step posted is done by then.
+// WM_TIMER is generated only while the queue holds no posted message, so a tick comes after
+// everything that the step before it posted.
 void DialogScript::Tick() {
     const HWND dialog = VisibleDialog();
     if (dialog != nullptr && !steps.empty()) {

@@ -1,6 +1,7 @@
 #include "tests/ui/ui_test.h"
 
 #include <algorithm>
+#include <array>
 
 #include "platform/clock.h"
 #include "records/dates.h"
@@ -9,7 +10,6 @@
 namespace lunara::test {
 namespace {
 
-constexpr WCHAR TestKey[] = TEXT("SOFTWARE\\LunaraTests");
 constexpr ULONGLONG PatienceMs = 10000;
 constexpr DWORD PollMs = 10;
 
@@ -91,6 +91,11 @@ COLORREF MemoryCanvas::Pixel(int x, int y) const {
     return RGB(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
 }
 
+void MemoryCanvas::CopyFrom(HWND window, int left, int top) {
+    const WindowDcScope source(window);
+    ::BitBlt(dc.Get(), 0, 0, width, height, source.Dc(), left, top, SRCCOPY);
+}
+
 int MemoryCanvas::CountOf(COLORREF color) const {
     int count = 0;
     for (int y = 0; y < height; ++y) {
@@ -129,12 +134,19 @@ int ScriptedWindow::CountOf(UINT message) const {
     return static_cast<int>(std::count(log.begin(), log.end(), message));
 }
 
+StandInMainWindow::StandInMainWindow() {
+    EXPECT_EQ(Make(), 1);
+    SetMainWindow(this);
+}
+
+StandInMainWindow::~StandInMainWindow() { SetMainWindow(nullptr); }
+
 void UiTest::SetUp() {
     liveBefore = LiveGdiObjects();
     SetMessageRecorder(&messages);
     SetHelpRecorder(&help);
-    ::RegDeleteTreeW(HKEY_CURRENT_USER, TestKey);
-    SetSettingsLocation(SettingsLocation{HKEY_CURRENT_USER, nullptr, TestKey});
+    ::RegDeleteTreeW(HKEY_CURRENT_USER, TestSettingsPath);
+    SetSettingsLocation(SettingsLocation{HKEY_CURRENT_USER, nullptr, TestSettingsPath});
 }
 
 void UiTest::TearDown() {
@@ -142,7 +154,7 @@ void UiTest::TearDown() {
     SetMessageRecorder(nullptr);
     SetHelpRecorder(nullptr);
     ReleaseClock();
-    ::RegDeleteTreeW(HKEY_CURRENT_USER, TestKey);
+    ::RegDeleteTreeW(HKEY_CURRENT_USER, TestSettingsPath);
     SetSettingsLocation(DefaultSettingsLocation());
     EXPECT_EQ(LiveGdiObjects(), liveBefore) << "drawing objects left over";
 }
@@ -158,6 +170,12 @@ std::wstring TextOf(HWND window) {
     const int length = ::GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
     text.resize(static_cast<std::size_t>(length));
     return text;
+}
+
+std::wstring ClassOf(HWND window) {
+    std::array<WCHAR, 256> name{};  // the longest class name has 255 units
+    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    return name.data();
 }
 
 }  // namespace lunara::test

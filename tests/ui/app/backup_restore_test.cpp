@@ -1,8 +1,7 @@
-// Restore: what becomes of the files, and the command of the main window with its dialog.
+// The command "Restore": its question, the sign-in after it, what the views show then, and a
+// restore that is cut off. The replacing of files is tested in storage/backup_files_test.cpp.
 
-#include <array>
-
-#include "dialogs/backup_dialog.h"
+#include "app/backup.h"
 #include "records/dates.h"
 #include "resources/ids.h"
 #include "storage/backup_files.h"
@@ -11,8 +10,6 @@
 namespace lunara::test {
 namespace {
 
-// ---- Command ----
-
 class RestoreCommand : public BackupTest {
   protected:
     void SetUp() override {
@@ -20,13 +17,13 @@ class RestoreCommand : public BackupTest {
         ASSERT_EQ(SignIn(), 1);
         FillDiary(main->Data());
     }
-    /// Chooses the backup offered, and lets the question whether to lose the current data be
-    /// answered. What follows in the script happens in the sign-in.
+    /// Queues the choice of the backup that the dialog offers, and the answer to the question
+    /// whether to lose the current data. Later steps of the script belong to the sign-in.
     void ChooseAndAnswer(int answer) {
         messages.answers = {answer};
         script->Press(IDOK);
     }
-    /// The program ends, and what is in memory is not saved over what was restored.
+    /// The program ends without saving what is in memory over the restored files.
     void ExpectEndWithoutSaving() {
         EXPECT_TRUE(TakeQuitMessage());
         EXPECT_FALSE(main->Data().IsLoaded());
@@ -41,7 +38,7 @@ TEST_F(RestoreCommand, WithoutBackupsItSaysSo) {
     EXPECT_EQ(messages.boxes[0].caption, L"Warning");
 }
 
-TEST_F(RestoreCommand, NoKeepsTheDiary) {
+TEST_F(RestoreCommand, TheAnswerNoKeepsTheDiary) {
     PutBackup(L"a");
     ChooseAndAnswer(IDNO);
     Command(IDM_RESTORE);
@@ -50,7 +47,7 @@ TEST_F(RestoreCommand, NoKeepsTheDiary) {
     EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "(none)");
 }
 
-TEST_F(RestoreCommand, ARestoreThatFailsSaysNothingAndGoesOn) {
+TEST_F(RestoreCommand, ARestoreThatFailsLeavesTheDiaryOpenWithoutABox) {
     PutBackup(L"a");
     const LockedFile locked(BackupFile(L"a\\Temperature.dat"));
     ChooseAndAnswer(IDYES);
@@ -81,13 +78,13 @@ TEST_F(RestoreCommand, ABackupUnderAnotherPasswordNeedsThatPassword) {
     EXPECT_EQ(data.GetBleeding(), 3);
 }
 
-// ---- What the views show afterwards ----
+// ---- The views afterwards ----
 
 class RestoredViews : public RestoreCommand {
   protected:
     static constexpr int DaysBack = 100;
 
-    /// A diary that begins a hundred days ago and has heavy bleeding on the current date.
+    /// Makes a backup of a diary that begins DaysBack ago and has heavy bleeding on `current`.
     static void PutLongDiary(const SYSTEMTIME& current) {
         SYSTEMTIME first{};
         AddDays(TestToday, -DaysBack, first);
@@ -109,15 +106,16 @@ class RestoredViews : public RestoreCommand {
 };
 
 TEST_F(RestoredViews, BothBeginAtTheRestoredDiaryAndItsCurrentDate) {
-    const SYSTEMTIME current = Day(2024, 5, 10);  // of FillDiary, 95 days after the first record
+    // FillDiary's date, 95 days after the first record.
+    const SYSTEMTIME current = Day(2024, 5, 10);
     PutLongDiary(current);
     const HWND diary = main->Diary().Handle();
     const HWND graph = main->Graph().Handle();
     for (const UINT view : {IDM_VIEW_DIARY, IDM_VIEW_GRAPH}) {
         SCOPED_TRACE(view);
         Command(view);
-        PumpMessages();  // the warning of a diary without statistics takes no answer of the next
-                         // box
+        // Shows the statistics warning now, so that it does not take the answer queued below.
+        PumpMessages();
         ::SendMessageW(diary, WM_VSCROLL, SB_PAGEUP, 0);
         ::SendMessageW(graph, WM_HSCROLL, SB_PAGEUP, 0);
         FillDiary(main->Data());
@@ -133,7 +131,7 @@ TEST_F(RestoredViews, BothBeginAtTheRestoredDiaryAndItsCurrentDate) {
     }
 }
 
-// ---- The sign-in after it ----
+// ---- The sign-in afterwards ----
 
 TEST_F(RestoreCommand, GivingUpTheSignInEndsWithoutSaving) {
     PutBackup(L"foreign");
@@ -161,23 +159,23 @@ TEST_F(RestoreCommand, ACloseMessageInTheSignInEndsWithoutSaving) {
 
 // ---- A restore that is cut off ----
 
-/// A restore of files one by one with all moves failing from one on. The diary is on disk and in
-/// memory; the backup is under another password.
+/// A restore that goes file by file, of which every move fails from the move given on. The diary is
+/// on disk and in memory; the backup has another password.
 class RestoreCutOff : public BackupTest, public testing::WithParamInterface<int> {
   protected:
     void SetUp() override {
         BackupTest::SetUp();
         {
-            UserData hers;
-            FillDiary(hers);
-            ASSERT_EQ(hers.Save(TestUser, TestPassword), 1);
+            UserData current;
+            FillDiary(current);
+            ASSERT_EQ(current.Save(TestUser, TestPassword), 1);
             UserData older;
             older.SetBleeding(3);
             older.SetTemperature(9800);
             MakeFolder(BackupFile(L"older"));
             ASSERT_EQ(older.SaveFolder(BackupFile(L"older").c_str(), TEXT("older password")), 1);
         }
-        MakeFolder(UserFile(L"pictures"));  // so that the files go one by one
+        MakeFolder(UserFile(L"pictures"));  // a sub-folder makes the restore go file by file
         ASSERT_EQ(SignIn(), 1);
         records = main->Data().bleeding.Count() + main->Data().temperature.Count();
     }
@@ -193,11 +191,12 @@ class RestoreCutOff : public BackupTest, public testing::WithParamInterface<int>
     std::int32_t records = 0;
 };
 
-// Her four files are set aside, then all of them are; two copies go in.
+// Moves 0 to 3 set the user's four files aside, move 4 marks them all as out, 5 and 6 put the two
+// copies in.
 INSTANTIATE_TEST_SUITE_P(FromMove, RestoreCutOff, testing::Values(3, 4, 5, 6),
                          testing::PrintToStringParamName());
 
-TEST_P(RestoreCutOff, IsSaidAndWhatIsInMemoryIsSavedWhole) {
+TEST_P(RestoreCutOff, IsReportedAndTheDiaryInMemoryIsSavedWhole) {
     Restore();
     ASSERT_GE(messages.boxes.size(), 2U);
     EXPECT_EQ(BoxTexts().back(), L"A restore was cut off, and its files are still in use!");
@@ -209,7 +208,7 @@ TEST_P(RestoreCutOff, IsSaidAndWhatIsInMemoryIsSavedWhole) {
     EXPECT_EQ(data.bleeding.Count() + data.temperature.Count(), records);
 }
 
-TEST_P(RestoreCutOff, NothingIsSavedUntilItIsEnded) {
+TEST_P(RestoreCutOff, NothingIsSavedUntilTheRecoverySucceeds) {
     Restore();
     main->Data().SetNoteText(TEXT("written since"));
     const std::string notes = Read(UserFile(L"NotePages.dat"));

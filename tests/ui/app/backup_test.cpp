@@ -1,10 +1,10 @@
-// Backup: what becomes of the files, and the command of the main window with its dialog.
+// The command "Backup": its dialog, saving first, and what it says. The copying itself is tested in
+// storage/backup_files_test.cpp.
 
 #include "app/backup.h"
 
 #include "platform/text.h"
 #include "resources/ids.h"
-#include "storage/backup_files.h"
 #include "tests/ui/app/backup_test_base.h"
 
 namespace lunara::test {
@@ -16,19 +16,19 @@ class BackupCommand : public BackupTest {
         BackupTest::SetUp();
         ASSERT_EQ(SignIn(), 1);
     }
-    /// A backup's folder so that this file in it has a path of that length.
+    /// A backup folder in which this file's path has that length in UTF-16 units.
     static std::wstring BackupFolderFor(const std::wstring& file, std::size_t length) {
         const std::wstring backups = BackupFile(L"");
         return backups + std::wstring(length - backups.size() - file.size(), L'x');
     }
-    /// Saves nothing first: the files on disk are copied as they are.
+    /// Backs up without saving first, so that the files on disk are copied as they are.
     void CopyTo(const std::wstring& name) {
         script->Press(IDC_SAVE_FIRST).Type(IDC_BACKUP_NAME, name.c_str()).Press(IDOK);
         Command(IDM_BACKUP);
     }
 };
 
-TEST_F(BackupCommand, TheDialogOffersTheMomentsStampAndSaves) {
+TEST_F(BackupCommand, TheDialogOffersTheDateAndTimeAsNameAndSavesFirst) {
     FillDiary(main->Data());
     std::wstring name;
     LRESULT checked = 0;
@@ -51,7 +51,7 @@ TEST_F(BackupCommand, TheDialogOffersTheMomentsStampAndSaves) {
 }
 
 TEST_F(BackupCommand, AnEmptyDiaryKeepsItsPassword) {
-    // There is no file that could tell whether what is typed later is the same.
+    // With no file on disk, nothing could tell later whether a typed password is the same.
     script->Press(IDOK);
     Command(IDM_BACKUP);
     EXPECT_TRUE(main->Password().IsHeld());
@@ -61,9 +61,9 @@ TEST_F(BackupCommand, AnEmptyDiaryKeepsItsPassword) {
     EXPECT_EQ(data.Load(TestUser, TestPassword), 1);
 }
 
-TEST_F(BackupCommand, ASaveThatFailsFirstIsSaidAndLosesNothing) {
+TEST_F(BackupCommand, ASaveThatFailsBeforeTheBackupIsReportedAndLosesNothing) {
     FillDiary(main->Data());
-    MakeFolder(UserFile(L"Bleeding.dat"));  // in the file's way
+    MakeFolder(UserFile(L"Bleeding.dat"));  // a folder where the file has to go
     messages.answers = {IDCANCEL};
     script->Press(IDOK);
     Command(IDM_BACKUP);
@@ -86,11 +86,12 @@ TEST_F(BackupCommand, AFileThatCannotBeCopiedStopsTheBackup) {
         CopyTo(L"a");
     }
     EXPECT_EQ(BoxTexts(), Texts{L"Backup fails!"});
-    EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");  // what was copied stays
+    // Copies made before the failure stay.
+    EXPECT_EQ(Read(BackupFile(L"a\\Bleeding.dat")), "old bleeding");
     ExpectOldDiary();
 }
 
-TEST_F(BackupCommand, AFailedBackupIsSaid) {
+TEST_F(BackupCommand, AFailedBackupIsReported) {
     script->Type(IDC_BACKUP_NAME, TEXT("a|b")).Press(IDOK);
     Command(IDM_BACKUP);
     EXPECT_EQ(BoxTexts(), (Texts{L"Cannot create backup directory!", L"Backup fails!"}));
@@ -101,7 +102,7 @@ TEST_F(BackupCommand, NoPathHasMoreThan259Units) {
     PutUserFiles();
     const struct {
         const char* label;
-        const wchar_t* file;  // the path of which is to have that length; "" for the folder itself
+        const wchar_t* file;  // whose path gets that length; "" for the folder itself
         std::size_t length;
         Texts boxes;
     } rows[] = {
@@ -122,7 +123,8 @@ TEST_F(BackupCommand, NoPathHasMoreThan259Units) {
     }
 }
 
-// Not every system makes a folder whose path leaves no room for a file; the backup fails anyway.
+// Whether a folder can be made whose path leaves no room for a file depends on the system; either
+// way the backup fails.
 TEST_F(BackupCommand, AFolderOf259UnitsHoldsNoFile) {
     PutUserFiles();
     const std::wstring folder = BackupFolderFor(L"", 259);

@@ -79,7 +79,7 @@ void BackupTest::RemoveTree(const std::wstring& folder) {
     WIN32_FIND_DATAW entry{};
     const HANDLE search = ::FindFirstFileW((folder + L"\\*.*").c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE) {
-        ::RemoveDirectoryW(folder.c_str());  // its path may be too long to look for what is in it
+        ::RemoveDirectoryW(folder.c_str());  // empty, or too long a path to search
         return;
     }
     do {
@@ -101,28 +101,6 @@ void BackupTest::RemoveTree(const std::wstring& folder) {
 
 void BackupTest::MakeFolder(const std::wstring& folder) {
     ASSERT_EQ(CreateDirectoryTree(folder.c_str()), 1);
-}
-
-void BackupTest::Write(const std::wstring& path, const std::string& text) {
-    const HANDLE file =
-        ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-    ASSERT_NE(file, INVALID_HANDLE_VALUE);
-    DWORD written = 0;
-    ::WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-    ::CloseHandle(file);
-}
-
-std::string BackupTest::Read(const std::wstring& path) {
-    const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
-                                      OPEN_EXISTING, 0, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        return "(none)";
-    }
-    std::array<char, 4096> bytes{};
-    DWORD length = 0;
-    ::ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &length, nullptr);
-    ::CloseHandle(file);
-    return {bytes.data(), length};
 }
 
 void BackupTest::Put(const wchar_t* suffix, const wchar_t* name, const std::string& text) {

@@ -1,7 +1,8 @@
 #pragma once
 
-// Backup and restore on real folders: the documents folder and the user's folder are the test's
-// own. Data files hold short texts there, which tell whose they are.
+// Base of the tests of backup and restore, which work on real folders: a documents folder and a
+// user's folder of the test's own. Their data files hold short texts that tell where they came
+// from, such as "old notes".
 
 #include <string>
 #include <vector>
@@ -13,7 +14,7 @@ namespace lunara::test {
 
 using Texts = std::vector<std::wstring>;
 
-/// Keeps a file open so that nobody can delete, move or replace it.
+/// Holds a file open without sharing, so that it cannot be read, deleted, moved or replaced.
 class LockedFile {
   public:
     explicit LockedFile(const std::wstring& path);
@@ -25,12 +26,13 @@ class LockedFile {
     HANDLE file;
 };
 
-/// Moves of files and folders, counted; one of them fails, two in a row, or all from one on.
+/// Counts moves of files and folders while it lives, and makes one of them fail, two in a row, or
+/// all from one on.
 class FailingMoves : public FileCalls {
   public:
     enum class Way { OneMove, TwoMoves, FromThereOn };
 
-    /// `failingMove` counts from 0; none fails when it is negative.
+    /// `failingMove`: index of the first move that fails; negative for none.
     FailingMoves(int failingMove, Way failingWay);
     FailingMoves(const FailingMoves&) = delete;
     FailingMoves& operator=(const FailingMoves&) = delete;
@@ -39,7 +41,7 @@ class FailingMoves : public FileCalls {
     BOOL Replace(const WCHAR* from, const WCHAR* to) override;
     BOOL MoveFolder(const WCHAR* from, const WCHAR* to) override;
 
-    /// How many moves there were, failed ones included.
+    /// The number of moves, failed ones included.
     int Count() const { return count; }
 
   private:
@@ -52,40 +54,42 @@ class FailingMoves : public FileCalls {
 
 class BackupTest : public MainWindowTest {
   protected:
-    /// What the name of a folder beside the user's ends with while a restore is under way: the
-    /// copies, her files while they are moved, all of them.
-    static constexpr wchar_t Staged[] = L"%7Erestore";
-    static constexpr wchar_t Aside[] = L"%7Easide";
-    static constexpr wchar_t Before[] = L"%7Ebefore";
+    // Suffixes of the folders beside the user's during a restore.
+    static constexpr wchar_t Staged[] = L"%7Erestore";  // the copies that are to go in
+    static constexpr wchar_t Aside[] = L"%7Easide";     // the user's files while they are moved out
+    static constexpr wchar_t Before[] = L"%7Ebefore";   // the user's files once all are out
 
     void SetUp() override;
     void TearDown() override;
 
-    /// Stands for the documents folder.
+    /// The folder that stands in for the documents folder.
     static std::wstring Documents();
+    // Paths of a file in the user's folder, under the user's backups, and in the folder beside the
+    // user's that has this suffix.
     static std::wstring UserFile(const std::wstring& name);
     static std::wstring BackupFile(const std::wstring& name);
-    /// In the folder beside the user's that has this suffix.
     static std::wstring FileBeside(const wchar_t* suffix, const std::wstring& name);
 
+    /// Removes a folder with everything in it, read-only files included.
     static void RemoveTree(const std::wstring& folder);
+    /// Makes a folder with its parents.
     static void MakeFolder(const std::wstring& folder);
-    /// Replaces what is there.
-    static void Write(const std::wstring& path, const std::string& text);
-    /// "(none)" without such a file.
-    static std::string Read(const std::wstring& path);
-    /// Writes a file in the folder beside the user's, made when it is missing; "" is her own.
+    /// Writes a file in the folder beside the user's with this suffix, which is made when missing.
+    /// The suffix "" means the user's own folder.
     static void Put(const wchar_t* suffix, const wchar_t* name, const std::string& text);
 
-    /// The user's files: "old bleeding" and "old notes".
+    /// Gives the user two files, "old bleeding" and "old notes".
     static void PutUserFiles();
-    /// A backup of "saved bleeding" and "saved temperature".
+    /// Makes a backup of two files, "saved bleeding" and "saved temperature".
     static void PutBackup(const std::wstring& name);
+    /// The user's folder holds what PutUserFiles wrote, and no file of the backup.
     static void ExpectOldDiary();
+    /// The user's folder holds what PutBackup wrote, and no old file.
     static void ExpectRestoredDiary();
-    /// No folder of a restore is left.
+    /// No folder of a restore is left beside the user's.
     static void ExpectNothingBeside();
 
+    /// The texts of the message boxes shown, in order.
     Texts BoxTexts() const;
 };
 

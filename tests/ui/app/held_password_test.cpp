@@ -1,9 +1,9 @@
+// The password held while the program runs: masking, wiping, comparing.
+
 #include "app/held_password.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <iterator>
 #include <string>
 
 #include "platform/random.h"
@@ -16,7 +16,7 @@ constexpr WCHAR LongPassword[] = TEXT("abcdefghijklmnopqrstuvwxyz12345");  // 31
 
 std::uint32_t nextWord = 0;
 
-/// 0x11111111, 0x22222222, ... so that every word differs and none is zero.
+/// Returns 0x11111111, 0x22222222, ...: every word differs, and none is zero.
 std::uint32_t CountingSource() { return ++nextWord * 0x11111111U; }
 
 class HeldPassword : public testing::Test {
@@ -52,7 +52,7 @@ TEST_F(HeldPassword, ComparesUnitByUnit) {
     } rows[] = {
         {"the same", TEXT("secret"), true}, {"other case", TEXT("Secret"), false},
         {"shorter", TEXT("secre"), false},  {"longer", TEXT("secrets"), false},
-        {"nothing", TEXT(""), false},       {"blank behind", TEXT("secret "), false},
+        {"nothing", TEXT(""), false},       {"trailing blank", TEXT("secret "), false},
     };
     lunara::HeldPassword password;
     password.Set(TEXT("secret"));
@@ -77,7 +77,7 @@ TEST_F(HeldPassword, MaskCoversTheFirstSixteenUnitsAndNoMore) {
     }
 }
 
-TEST_F(HeldPassword, UnmaskTwiceChangesNothing) {
+TEST_F(HeldPassword, UnmaskingTwiceChangesNothing) {
     lunara::HeldPassword password;
     password.Set(LongPassword);
     password.Mask();
@@ -112,7 +112,7 @@ TEST_F(HeldPassword, WipeTakesAFreshWordForEachOfTheEightAndClearsTheMask) {
         SCOPED_TRACE(i);
         EXPECT_EQ(wiped[i], static_cast<WCHAR>((i / 2 + 1) * 0x1111));
     }
-    // The tail of a long password stays, mask or wipe.
+    // Neither mask nor wipe touches a long password beyond its first 16 units. Deliberate.
     EXPECT_EQ(wiped.substr(MaskedUnits), std::wstring(LongPassword).substr(MaskedUnits) + L'\0');
 }
 

@@ -1,13 +1,9 @@
-// How the main window comes up: settings, sign-in, the first view, a second start.
+// The start of the main window: its settings, the name offered at the sign-in, the first view.
 
-#include <cstring>
 #include <vector>
 
-#include "platform/app_folder.h"
-#include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/owner_name.h"
 #include "platform/pocketpc/top_level_window.h"
-#include "platform/text.h"
 #include "resources/ids.h"
 #include "tests/ui/app/main_window_test_base.h"
 #include "window/settings.h"
@@ -21,8 +17,8 @@ constexpr WCHAR LastUserValue[] = TEXT("LastUser");
 class MainWindowStart : public MainWindowTest {
   protected:
     HWND TopView() { return ::GetWindow(main->Handle(), GW_CHILD); }
-    /// The name that the sign-in offers. `keptName` is what the window itself holds meanwhile: the
-    /// sign-in cuts a long name, too.
+    /// The name that the sign-in offers; `keptName` is then the name that the window held
+    /// meanwhile. Both are looked at because the sign-in cuts a long name by itself, too.
     std::wstring OfferedName() {
         std::wstring name;
         script->Then([this, &name](HWND dialog) {
@@ -37,7 +33,7 @@ class MainWindowStart : public MainWindowTest {
     std::wstring keptName;
 };
 
-/// While it lives, what is read and written for the signed-in user lies in a key of the test's own.
+/// Redirects HKEY_CURRENT_USER to a key of the test's own while it lives.
 class OwnCurrentUser {
   public:
     OwnCurrentUser() {
@@ -54,10 +50,10 @@ class OwnCurrentUser {
         ::RegCloseKey(root);
     }
 
-    /// The device's owner record with this name.
+    /// Writes the device's owner record with this name.
     void StoreOwner(const std::wstring& name) const {
         std::vector<WCHAR> record(name.begin(), name.end());
-        record.resize(320);  // further fields
+        record.resize(320);  // the name is followed by other fields
         EXPECT_EQ(
             ::RegSetKeyValueW(root, TEXT("ControlPanel\\Owner"), TEXT("Owner"), REG_BINARY,
                               record.data(), static_cast<DWORD>(record.size() * sizeof(WCHAR))),
@@ -68,7 +64,7 @@ class OwnCurrentUser {
     HKEY root = nullptr;
 };
 
-TEST_F(MainWindowStart, IsAPortraitWindowWithCaptionAndFrame) {
+TEST_F(MainWindowStart, ItIsAPortraitWindowWithCaptionAndFrame) {
     ASSERT_EQ(SignIn(), 1);
     const auto style = static_cast<DWORD>(::GetWindowLongPtrW(main->Handle(), GWL_STYLE));
     constexpr DWORD Wanted = WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | WS_THICKFRAME | WS_VISIBLE;
@@ -82,7 +78,7 @@ TEST_F(MainWindowStart, IsAPortraitWindowWithCaptionAndFrame) {
     EXPECT_EQ(GetMainWindow(), main.get());
 }
 
-TEST_F(MainWindowStart, GetsItsIconsWhenItIsIdle) {
+TEST_F(MainWindowStart, ItGetsItsIconsWhenItIsIdle) {
     ASSERT_EQ(SignIn(), 1);
     for (const WPARAM kind : {ICON_BIG, ICON_SMALL}) {
         EXPECT_TRUE(
@@ -90,7 +86,7 @@ TEST_F(MainWindowStart, GetsItsIconsWhenItIsIdle) {
     }
 }
 
-TEST_F(MainWindowStart, IsVisibleBehindTheSignIn) {
+TEST_F(MainWindowStart, ItIsVisibleBehindTheSignIn) {
     bool visible = false;
     script->Then([&](HWND) { visible = ::IsWindowVisible(main->Handle()) != FALSE; });
     ASSERT_EQ(SignIn(), 1);
@@ -132,10 +128,11 @@ TEST_F(MainWindowStart, AStrayViewShowsTheGraphAndIsWrittenBack) {
     ASSERT_EQ(SignIn(), 1);
     Command(IDM_VIEW_GRAPH);
     ASSERT_TRUE(Close());
-    EXPECT_EQ(StoredDword(CurrentViewValue), ViewGraph) << "a view command ends it";
+    EXPECT_EQ(StoredDword(CurrentViewValue), ViewGraph)
+        << "a view command replaces the stray value";
 }
 
-TEST_F(MainWindowStart, AViewOfTheWrongTypeIsAsIfMissing) {
+TEST_F(MainWindowStart, AViewOfTheWrongTypeReadsAsMissing) {
     StoreText(CurrentViewValue, TEXT("3000"));
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(main->CurrentView(), ViewGraph);
@@ -172,7 +169,7 @@ TEST_F(MainWindowStart, TheOwnersNameIsCutToThirtyOneCharacters) {
     }
 }
 
-TEST_F(MainWindowStart, WithoutAnyKeyNobodyIsOffered) {
+TEST_F(MainWindowStart, WithoutAnyKeyTheNameIsUnknown) {
     SetSettingsLocation(SettingsLocation{nullptr, nullptr, TestSettingsPath});
     EXPECT_EQ(OfferedName(), L"Unknown");
 }

@@ -1,18 +1,16 @@
-// What the main window does while it runs: views, commands, menu and buttons.
+// The running main window: its views, messages and commands, the minute timer.
 
 #include "app/main_window.h"
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
-#include "app/commands.h"
 #include "platform/clock.h"
 #include "platform/pocketpc/common_controls.h"
-#include "platform/pocketpc/menu_bar.h"
 #include "records/dates.h"
 #include "resources/ids.h"
 #include "tests/ui/app/main_window_test_base.h"
+#include "tests/ui/window_boxes.h"
 
 namespace lunara::test {
 namespace {
@@ -46,7 +44,7 @@ TEST_F(MainWindow, SwitchingViewsKeepsTheDate) {
     EXPECT_TRUE(IsSameDay(main->Diary().GetCurrentDate(), second));
 }
 
-TEST_F(MainWindow, ViewCommandsBringTheirViewToTheTop) {
+TEST_F(MainWindow, AViewCommandBringsItsViewToTheTop) {
     Command(IDM_VIEW_DIARY);
     EXPECT_EQ(TopView(), main->Diary().Handle());
     EXPECT_EQ(main->CurrentView(), ViewDiary);
@@ -59,37 +57,22 @@ TEST_F(MainWindow, ViewCommandsBringTheirViewToTheTop) {
     EXPECT_NE(MenuStateOf(IDM_VIEW_GRAPH) & MF_CHECKED, 0U);
 }
 
-TEST_F(MainWindow, ViewsFillTheWindowAboveTheBarAtEverySize) {
+TEST_F(MainWindow, TheViewsFillTheWindowAboveTheBarAtEverySize) {
     for (const SIZE size : {SIZE{600, 700}, SIZE{400, 500}}) {
         ::SetWindowPos(main->Handle(), nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER);
-        RECT client{};
-        ::GetClientRect(main->Handle(), &client);
-        RECT bar{};
-        ::GetWindowRect(main->MenuBar(), &bar);
-        ::MapWindowPoints(nullptr, main->Handle(), reinterpret_cast<POINT*>(&bar), 2);
-        EXPECT_EQ(bar.left, 0);
-        EXPECT_EQ(bar.right, client.right);
-        EXPECT_EQ(bar.bottom, client.bottom);
+        const Box client = ClientBox(main->Handle());
+        const Box bar = BoxOf(main->MenuBar());
+        EXPECT_EQ(bar, (Box{0, bar.top, client.right, client.bottom}));
         EXPECT_GT(bar.bottom - bar.top, 16);
-        for (const HWND view : {main->Diary().Handle(), main->Graph().Handle()}) {
-            RECT place{};
-            ::GetWindowRect(view, &place);
-            ::MapWindowPoints(nullptr, main->Handle(), reinterpret_cast<POINT*>(&place), 2);
-            EXPECT_EQ(place.left, 0);
-            EXPECT_EQ(place.top, 0);
-            EXPECT_EQ(place.right, client.right);
-            EXPECT_EQ(place.bottom, bar.top);
-        }
+        EXPECT_EQ(BoxOf(main->Diary().Handle()), (Box{0, 0, client.right, bar.top}));
+        EXPECT_EQ(BoxOf(main->Graph().Handle()), (Box{0, 0, client.right, bar.top}));
     }
 }
 
 TEST_F(MainWindow, MinimisingLeavesTheViewsAsTheyAre) {
-    RECT before{};
-    ::GetClientRect(main->Diary().Handle(), &before);
+    const Box before = ClientBox(main->Diary().Handle());
     ::ShowWindow(main->Handle(), SW_MINIMIZE);
-    RECT minimised{};
-    ::GetClientRect(main->Diary().Handle(), &minimised);
-    EXPECT_TRUE(::EqualRect(&before, &minimised));
+    EXPECT_EQ(ClientBox(main->Diary().Handle()), before);
     ::ShowWindow(main->Handle(), SW_RESTORE);
 }
 
@@ -116,7 +99,7 @@ TEST_F(MainWindow, AboutHidesTheButtonsWhileItIsShown) {
     EXPECT_EQ(StateOf(IDM_SHOW_TEMPERATURE), Hidden) << "the diary never had it";
 }
 
-TEST_F(MainWindow, HelpGoesToTheShownView) {
+TEST_F(MainWindow, HelpOpensTheAnchorOfTheShownView) {
     Command(IDM_VIEW_DIARY);
     Send(WM_HELP);
     Command(IDM_VIEW_GRAPH);
@@ -143,8 +126,8 @@ TEST_F(MainWindow, TheBackgroundIsWhite) {
     EXPECT_EQ(canvas.Pixel(479, 639), RGB(255, 255, 255));
 }
 
-TEST_F(MainWindow, PredictionWarningsArriveAsMessages) {
-    Command(IDM_VIEW_DIARY);  // an empty diary
+TEST_F(MainWindow, APredictionWarningIsShownInABoxWithoutOwner) {
+    Command(IDM_VIEW_DIARY);  // an empty diary has no statistics
     PumpMessages();
     ASSERT_EQ(messages.boxes.size(), 1U);
     EXPECT_EQ(messages.boxes[0].owner, nullptr);
@@ -161,7 +144,7 @@ TEST_F(MainWindow, ShowingTheDiaryBringsThePredictionUpToDateAndTheGraphDoesNot)
     EXPECT_TRUE(main->Data().predictor.predictionUpToDate);
 }
 
-TEST_F(MainWindow, TheDayTimerPredictsAnewOnlyOnAnotherDay) {
+TEST_F(MainWindow, TheDayTimerPredictsAgainOnlyOnAnotherDay) {
     FillDiary(main->Data());
     Send(WM_TIMER, DayTimerId);
     EXPECT_FALSE(main->Data().predictor.predictionUpToDate) << "the day has not changed";
@@ -174,7 +157,7 @@ TEST_F(MainWindow, TheDayTimerPredictsAnewOnlyOnAnotherDay) {
     EXPECT_TRUE(main->Data().predictor.predictionUpToDate);
     EXPECT_EQ(main->Data().predictor.computedFor, ToDateKey(tomorrow));
     PumpMessages();
-    EXPECT_TRUE(messages.boxes.empty()) << "silently";
+    EXPECT_TRUE(messages.boxes.empty()) << "the timer's prediction warns of nothing";
 }
 
 TEST_F(MainWindow, TheDayTimerRepaintsTheViewsEveryMinuteAfterTheDayHasChanged) {
@@ -182,8 +165,7 @@ TEST_F(MainWindow, TheDayTimerRepaintsTheViewsEveryMinuteAfterTheDayHasChanged) 
     AddDays(TestToday, 40, later);
     SetLocalNow(later);
     Command(IDM_VIEW_GRAPH);
-    constexpr int ChartId = 3001;  // it covers most of the view
-    const HWND chart = ::GetDlgItem(main->Graph().Handle(), ChartId);
+    const HWND chart = ::GetDlgItem(main->Graph().Handle(), GraphView::ChartId);
     for (int minute = 0; minute < 2; ++minute) {
         ::UpdateWindow(chart);
         ASSERT_FALSE(::GetUpdateRect(chart, nullptr, FALSE));

@@ -127,4 +127,27 @@ bool MainWindowTest::FileExists(const std::wstring& path) {
     return ::GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+void MainWindowTest::Write(const std::wstring& path, const std::string& text) {
+    const HANDLE file =
+        ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    DWORD written = 0;
+    ::WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
+    ::CloseHandle(file);
+    ASSERT_EQ(written, text.size());
+}
+
+std::string MainWindowTest::Read(const std::wstring& path) {
+    const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                      OPEN_EXISTING, 0, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return "(none)";
+    }
+    std::array<char, 4096> bytes{};
+    DWORD length = 0;
+    ::ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &length, nullptr);
+    ::CloseHandle(file);
+    return {bytes.data(), length};
+}
+
 }  // namespace lunara::test

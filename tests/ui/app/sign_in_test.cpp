@@ -1,7 +1,9 @@
+// Signing in and changing the password, through the dialogs of the main window.
+
 #include "app/sign_in.h"
 
-#include <array>
-#include <utility>
+#include <string>
+#include <vector>
 
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/common_controls.h"
@@ -23,31 +25,17 @@ DWORD PanelFlags() {
 
 class SigningIn : public MainWindowTest {
   protected:
-    /// The folder of the test's user with one file of these bytes.
+    /// Writes one file of these bytes into the folder of the test's user, which is made if missing.
     void PutFile(const WCHAR* fileName, const std::string& bytes) {
         ::CreateDirectoryW(FolderOf(TestUser).c_str(), nullptr);
-        const HANDLE file = ::CreateFileW(Path(fileName).c_str(), GENERIC_WRITE, 0, nullptr,
-                                          CREATE_ALWAYS, 0, nullptr);
-        ASSERT_NE(file, INVALID_HANDLE_VALUE);
-        DWORD written = 0;
-        ::WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-        ::CloseHandle(file);
-        ASSERT_EQ(written, bytes.size());
+        Write(Path(fileName), bytes);
     }
-    static std::string BytesOf(const WCHAR* fileName) {
-        const HANDLE file = ::CreateFileW(Path(fileName).c_str(), GENERIC_READ, FILE_SHARE_READ,
-                                          nullptr, OPEN_EXISTING, 0, nullptr);
-        std::array<char, 4096> bytes{};
-        DWORD length = 0;
-        ::ReadFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &length, nullptr);
-        ::CloseHandle(file);
-        return {bytes.data(), length};
-    }
+    static std::string BytesOf(const WCHAR* fileName) { return Read(Path(fileName)); }
     static std::wstring Path(const WCHAR* fileName) {
         return FolderOf(TestUser) + L"\\" + fileName;
     }
 
-    /// A step that notes what the fields hold and which of them has the focus.
+    /// Queues a step that records what the fields hold and which control has the focus.
     void Look() {
         script->Then([this](HWND dialog) {
             name = TextOf(::GetDlgItem(dialog, IDC_USER_NAME));
@@ -167,7 +155,8 @@ TEST_F(SigningIn, AFileThatCannotBeReadIsNamedAndLeftAlone) {
         {"too new", std::string("LU\x63\x00", 4), TEXT("Data file requires new version of Lunara")},
         {"wrong length", std::string("LU\x01\x00", 4) + "odd",
          TEXT("Data file is corupted or wrong type")},
-        {"short header, which leaves no error", "LU", TEXT("Data file is corupted or wrong type")},
+        {"short header, which sets no last error", "LU",
+         TEXT("Data file is corupted or wrong type")},
     };
     for (const auto& row : rows) {
         LUNARA_ROW(row);
@@ -182,7 +171,7 @@ TEST_F(SigningIn, AFileThatCannotBeReadIsNamedAndLeftAlone) {
     }
 }
 
-TEST_F(SigningIn, TheMainWindowIsDisabledMeanwhileAndItsButtonsAreHidden) {
+TEST_F(SigningIn, TheMainWindowIsDisabledAndItsButtonsAreHiddenMeanwhile) {
     StoreDword(TEXT("CurrentView"), ViewDiary);
     bool enabled = true;
     BYTE notes = 0;
@@ -199,7 +188,7 @@ TEST_F(SigningIn, TheMainWindowIsDisabledMeanwhileAndItsButtonsAreHidden) {
     EXPECT_EQ(::GetFocus(), main->Handle());
 }
 
-TEST_F(SigningIn, CompletionIsOffWhileAPasswordIsTyped) {
+TEST_F(SigningIn, WordCompletionIsOffWhileThePasswordHasTheFocus) {
     DWORD atName = 0;
     DWORD atPassword = 0;
     DWORD afterwards = 0;
@@ -215,13 +204,13 @@ TEST_F(SigningIn, CompletionIsOffWhileAPasswordIsTyped) {
     EXPECT_EQ(afterwards & (SIPF_ON | SIPF_DISABLECOMPLETION), SIPF_ON);
 }
 
-TEST_F(SigningIn, ThePanelIsDownAtTheEndAndCompletionAsItWas) {
+TEST_F(SigningIn, AfterwardsTheInputPanelIsDownAndCompletionIsRestored) {
     script->Then([](HWND dialog) { ::SetFocus(::GetDlgItem(dialog, IDC_PASSWORD)); });
     ASSERT_EQ(SignIn(), 1);
     EXPECT_EQ(PanelFlags() & (SIPF_ON | SIPF_DISABLECOMPLETION), 0U);
 }
 
-TEST_F(SigningIn, TheKeyboardMovesBetweenTheFieldsAndAnswers) {
+TEST_F(SigningIn, TabMovesBetweenTheFieldsAndEnterAccepts) {
     script->Type(IDC_USER_NAME, TestUser);
     script->Then([](HWND) { ::PostMessageW(::GetFocus(), WM_KEYDOWN, VK_TAB, 0); });
     Look();
@@ -230,7 +219,7 @@ TEST_F(SigningIn, TheKeyboardMovesBetweenTheFieldsAndAnswers) {
     EXPECT_EQ(focus, IDC_PASSWORD);
 }
 
-TEST_F(SigningIn, TheEndOfTheProgramEndsTheLoginAndIsHeardOutside) {
+TEST_F(SigningIn, AQuitMessageEndsTheSignInAndStaysInTheQueue) {
     script->Then([](HWND) { ::PostQuitMessage(7); });
     EXPECT_EQ(Create(), 0);
     MSG message{};
@@ -261,7 +250,7 @@ class ChangingPassword : public SigningIn {
     }
 };
 
-TEST_F(ChangingPassword, AllFourFilesAreWrittenAnewUnderTheNewPassword) {
+TEST_F(ChangingPassword, AllFourFilesAreWrittenAgainWithTheNewPassword) {
     FillDiary(main->Data());
     ASSERT_TRUE(Close());
     ASSERT_EQ(SignIn(), 1);
@@ -270,7 +259,7 @@ TEST_F(ChangingPassword, AllFourFilesAreWrittenAnewUnderTheNewPassword) {
     Fill(TestPassword, OtherPassword, OtherPassword);
     Command(IDM_CHANGE_PASSWORD);
     EXPECT_TRUE(messages.boxes.empty());
-    EXPECT_TRUE(Opens(TestPassword)) << "nothing is written before the end";
+    EXPECT_TRUE(Opens(TestPassword)) << "files are written at the end only";
     ASSERT_TRUE(Close());
     EXPECT_TRUE(Opens(OtherPassword));
     EXPECT_FALSE(Opens(TestPassword));
@@ -317,7 +306,7 @@ TEST_F(ChangingPassword, AShortNewPasswordIsRefused) {
 }
 
 TEST_F(ChangingPassword, AWrongOldPasswordKeepsTheDialogOpen) {
-    Fill(TEXT("ABCD"), OtherPassword, OtherPassword);  // passwords are case-sensitive
+    Fill(TEXT("ABCD"), OtherPassword, OtherPassword);  // the right one but for its case
     std::wstring oldPassword = L"?";
     std::wstring newPassword;
     script->Then([&, this](HWND dialog) {
@@ -334,7 +323,7 @@ TEST_F(ChangingPassword, AWrongOldPasswordKeepsTheDialogOpen) {
     EXPECT_EQ(oldPassword, L"");
     EXPECT_EQ(newPassword, OtherPassword);
     EXPECT_EQ(focus, IDC_OLD_PASSWORD);
-    EXPECT_TRUE(main->Data().bleeding.dirty) << "the second try changed it";
+    EXPECT_TRUE(main->Data().bleeding.dirty) << "every file is to be written with the new password";
 }
 
 TEST_F(ChangingPassword, CancelChangesNothing) {
@@ -350,7 +339,7 @@ TEST_F(ChangingPassword, CancelChangesNothing) {
     EXPECT_TRUE(Opens(TestPassword));
 }
 
-TEST_F(ChangingPassword, TheEndOfTheProgramIsHeardOutsideTheDialog) {
+TEST_F(ChangingPassword, AQuitMessageEndsTheDialogAndStaysInTheQueue) {
     script->Then([](HWND) { ::PostQuitMessage(3); });
     Command(IDM_CHANGE_PASSWORD);
     MSG message{};
@@ -358,7 +347,7 @@ TEST_F(ChangingPassword, TheEndOfTheProgramIsHeardOutsideTheDialog) {
     EXPECT_EQ(message.wParam, 3U);
 }
 
-TEST_F(ChangingPassword, EachOfTheThreeFieldsTurnsCompletionOff) {
+TEST_F(ChangingPassword, EachOfTheThreeFieldsTurnsWordCompletionOff) {
     std::vector<DWORD> flags;
     for (const int id : {IDC_OLD_PASSWORD, IDC_NEW_PASSWORD, IDC_CONFIRM_PASSWORD, int{IDOK}}) {
         script->Then([id](HWND dialog) { ::SetFocus(::GetDlgItem(dialog, id)); });

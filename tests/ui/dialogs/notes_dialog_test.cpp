@@ -1,8 +1,12 @@
 #include "dialogs/notes_dialog.h"
 
+#include "platform/clock.h"
 #include "platform/text.h"
+#include "records/dates.h"
 #include "resources/ids.h"
-#include "tests/ui/views/view_test_support.h"
+#include "tests/ui/dialog_script.h"
+#include "tests/ui/ui_test.h"
+#include "tests/ui/window_boxes.h"
 
 namespace lunara::test {
 namespace {
@@ -14,10 +18,6 @@ class NotesDialog : public UiTest {
         SetLocalNow(Day(2026, 3, 15));
     }
 };
-
-void Press(HWND dialog, int button) {
-    ::PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button), 0);
-}
 
 LRESULT CheckOf(HWND dialog, int box) {
     return ::SendDlgItemMessageW(dialog, box, BM_GETCHECK, 0, 0);
@@ -31,8 +31,8 @@ TEST_F(NotesDialog, StartsEmptyAtToday) {
     EXPECT_EQ(dialog.text[0], 0);
 }
 
-/// The dialog's window without its loop, not shown: a display without a window manager is slow to
-/// show and hide windows.
+/// The dialog's window, without a message loop and never shown: showing and hiding windows is slow
+/// on a display without a window manager.
 class HiddenWindow {
   public:
     explicit HiddenWindow(lunara::NotesDialog& shown) : dialog(shown) {
@@ -87,12 +87,8 @@ TEST_F(NotesDialog, HeaderNamesWeekdayMonthAndDay) {
 
 TEST_F(NotesDialog, OkReadsTheControlsAndEndsWithOne) {
     lunara::NotesDialog dialog;
-    DialogHand hand([](HWND window) {
-        ::SetDlgItemTextW(window, IDC_NOTE_TEXT, L"headache");
-        ::SendDlgItemMessageW(window, IDC_CRAMPS, BM_SETCHECK, BST_CHECKED, 0);
-        ::SendDlgItemMessageW(window, IDC_PMS, BM_SETCHECK, BST_CHECKED, 0);
-        Press(window, IDOK);
-    });
+    DialogScript script;
+    script.Type(IDC_NOTE_TEXT, L"headache").Press(IDC_CRAMPS).Press(IDC_PMS).Press(IDOK);
     EXPECT_EQ(dialog.DoModal(), 1);
     EXPECT_STREQ(dialog.text.data(), L"headache");
     EXPECT_EQ(dialog.cramps, 1);
@@ -102,17 +98,14 @@ TEST_F(NotesDialog, OkReadsTheControlsAndEndsWithOne) {
 TEST_F(NotesDialog, CancelEndsWithTwoAndReadsNothing) {
     lunara::NotesDialog dialog;
     CopyText(dialog.text.data(), dialog.text.size(), TEXT("before"));
-    DialogHand hand([](HWND window) {
-        ::SetDlgItemTextW(window, IDC_NOTE_TEXT, L"after");
-        ::SendDlgItemMessageW(window, IDC_CRAMPS, BM_SETCHECK, BST_CHECKED, 0);
-        Press(window, IDCANCEL);
-    });
+    DialogScript script;
+    script.Type(IDC_NOTE_TEXT, L"after").Press(IDC_CRAMPS).Press(IDCANCEL);
     EXPECT_EQ(dialog.DoModal(), 2);
     EXPECT_STREQ(dialog.text.data(), L"before");
     EXPECT_EQ(dialog.cramps, 0);
 }
 
-TEST_F(NotesDialog, TakesNoMoreThanANoteHolds) {
+TEST_F(NotesDialog, TakesNoMoreCharactersThanANoteHolds) {
     lunara::NotesDialog dialog;
     const HiddenWindow window(dialog);
     const HWND edit = window.Control(IDC_NOTE_TEXT);
@@ -124,6 +117,7 @@ TEST_F(NotesDialog, TakesNoMoreThanANoteHolds) {
     EXPECT_EQ(WideView(dialog.text.data()).size(), 127U);
 }
 
+/// The text colour that the dialog gives a control.
 COLORREF ColorOfStatic(HWND dialog, int id) {
     const WindowDcScope dc(::GetDlgItem(dialog, id));
     ::SetTextColor(dc.Dc(), RGB(1, 2, 3));
@@ -134,18 +128,18 @@ COLORREF ColorOfStatic(HWND dialog, int id) {
     return ::GetTextColor(dc.Dc());
 }
 
-/// How many pixels of a control on the screen have that colour.
+/// The number of pixels of that colour in what a control shows on the screen.
 int CountOnScreen(HWND control, COLORREF color) {
     const Box box = ClientBox(control);
-    const MemoryCanvas canvas(box.right, box.bottom);
-    const WindowDcScope dc(control);
-    ::BitBlt(canvas.Dc(), 0, 0, box.right, box.bottom, dc.Dc(), 0, 0, SRCCOPY);
+    MemoryCanvas canvas(box.right, box.bottom);
+    canvas.CopyFrom(control);
     return canvas.CountOf(color);
 }
 
-TEST_F(NotesDialog, CheckBoxesAreColored) {
+TEST_F(NotesDialog, TheCheckBoxesHaveTheirColors) {
     lunara::NotesDialog dialog;
-    DialogHand hand([](HWND window) {
+    DialogScript script;
+    script.Then([](HWND window) {
         EXPECT_EQ(ColorOfStatic(window, IDC_CRAMPS), RGB(255, 64, 64));
         EXPECT_EQ(ColorOfStatic(window, IDC_PMS), RGB(190, 0, 0));
         const COLORREF other = ColorOfStatic(window, IDC_NOTE_DATE);
@@ -154,13 +148,12 @@ TEST_F(NotesDialog, CheckBoxesAreColored) {
         ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
         EXPECT_GT(CountOnScreen(::GetDlgItem(window, IDC_CRAMPS), RGB(255, 64, 64)), 0);
         EXPECT_GT(CountOnScreen(::GetDlgItem(window, IDC_PMS), RGB(190, 0, 0)), 0);
-        Press(window, IDCANCEL);
     });
+    script.Press(IDCANCEL);
     dialog.DoModal();
-    EXPECT_TRUE(hand.WasUsed());
 }
 
-TEST_F(NotesDialog, SettingsChangesAreAnswered) {
+TEST_F(NotesDialog, ASettingChangeIsAnsweredWithZero) {
     lunara::NotesDialog dialog;
     const HiddenWindow window(dialog);
     EXPECT_EQ(::SendMessageW(window.Handle(), WM_SETTINGCHANGE, 224, 0), 0);

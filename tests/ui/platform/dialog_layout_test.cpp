@@ -5,7 +5,7 @@
 namespace lunara::test {
 namespace {
 
-TEST(DialogLayout, GrowsEvenlyUpToTheLimitAndStandsInTheMiddle) {
+TEST(DialogLayout, TheSheetGrowsEvenlyUpToTheLimitAndIsCentred) {
     const struct {
         const char* label;
         SIZE designed;
@@ -13,11 +13,11 @@ TEST(DialogLayout, GrowsEvenlyUpToTheLimitAndStandsInTheMiddle) {
         double scale;
         LONG left;
     } rows[] = {
-        {"room for more than the most", {200, 200}, {480, 640}, 1.5, 90},
+        {"more room than the largest scale uses", {200, 200}, {480, 640}, 1.5, 90},
         {"as wide as fits", {380, 200}, {480, 640}, 1.2, 12},
         {"as high as fits", {200, 582}, {480, 640}, 1.0, 140},
         {"shrinks in a small window", {456, 200}, {252, 640}, 0.5, 12},
-        {"never below the least", {1000, 200}, {252, 640}, 0.5, 0},
+        {"never below the smallest scale", {1000, 200}, {252, 640}, 0.5, 0},
     };
     for (const auto& row : rows) {
         LUNARA_ROW(row);
@@ -28,7 +28,7 @@ TEST(DialogLayout, GrowsEvenlyUpToTheLimitAndStandsInTheMiddle) {
     }
 }
 
-TEST(DialogLayout, WhatTouchesInTheTemplateTouchesOnTheSheet) {
+TEST(DialogLayout, ControlsThatTouchInTheTemplateTouchOnTheSheet) {
     const SheetLayout layout{1.5, {7, 46}};
     for (LONG edge = 0; edge < 50; ++edge) {
         const RECT left = PlaceOnSheet({0, 0, edge, 10}, layout);

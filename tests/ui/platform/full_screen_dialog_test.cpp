@@ -1,12 +1,15 @@
+// Full-screen dialogs: CoverOwner, which every dialog of the program goes through, and
+// SHInitDialog.
+
 #include "platform/pocketpc/full_screen_dialog.h"
 
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/common_controls.h"
 #include "platform/pocketpc/dialog_layout.h"
 #include "resources/ids.h"
-#include "tests/ui/platform/screen_places.h"
 #include "tests/ui/ui_test.h"
 #include "tests/ui/ui_test_ids.h"
+#include "tests/ui/window_boxes.h"
 #include "window/dialog.h"
 
 namespace lunara::test {
@@ -34,56 +37,55 @@ class FullScreenDialog : public UiTest {
 };
 
 TEST_F(FullScreenDialog, CoversTheClientAreaOfItsOwner) {
-    EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
-    EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(dialog.Handle())))
-        << "it has no frame";
+    EXPECT_EQ(ScreenBox(dialog.Handle()), ClientScreenBox(owner.Handle()));
+    EXPECT_EQ(ScreenBox(dialog.Handle()), ClientScreenBox(dialog.Handle())) << "it has no frame";
 }
 
 TEST_F(FullScreenDialog, LosesTheFrameOfItsTemplate) {
     Dialog framed(TEST_DIALOG, &owner);
     ASSERT_TRUE(Dialog::CreateModeless(framed, TEST_DIALOG, &owner));
     EXPECT_EQ(::GetWindowLongPtrW(framed.Handle(), GWL_STYLE) & WS_CAPTION, 0);
-    EXPECT_TRUE(SameRect(ScreenRect(framed.Handle()), ClientOnScreen(owner.Handle())));
-    EXPECT_TRUE(SameRect(ScreenRect(framed.Handle()), ClientOnScreen(framed.Handle())));
+    EXPECT_EQ(ScreenBox(framed.Handle()), ClientScreenBox(owner.Handle()));
+    EXPECT_EQ(ScreenBox(framed.Handle()), ClientScreenBox(framed.Handle()));
     ::DestroyWindow(framed.Handle());
 }
 
-/// Remembers where it was when its fields were loaded.
+/// Records where its window is when its fields are loaded.
 class LoadedDialog : public Dialog {
   public:
     using Dialog::Dialog;
-    void DoDataExchange(DataExchange&) override { place = ScreenRect(Handle()); }
+    void DoDataExchange(DataExchange&) override { place = ScreenBox(Handle()); }
 
-    RECT place{};
+    Box place{};
 };
 
-TEST_F(FullScreenDialog, IsLaidOutBeforeItsFieldsAreLoaded) {
+TEST_F(FullScreenDialog, CoversItsOwnerBeforeItsFieldsAreLoaded) {
     LoadedDialog loaded(IDD_LOGIN, &owner);
     ASSERT_TRUE(Dialog::CreateModeless(loaded, IDD_LOGIN, &owner));
-    EXPECT_TRUE(SameRect(loaded.place, ClientOnScreen(owner.Handle())));
+    EXPECT_EQ(loaded.place, ClientScreenBox(owner.Handle()));
     ::DestroyWindow(loaded.Handle());
 }
 
-TEST_F(FullScreenDialog, GoesWhereItsOwnerGoes) {
+TEST_F(FullScreenDialog, FollowsItsOwnerWhenThatIsMovedOrResized) {
     ::SetWindowPos(owner.Handle(), nullptr, 100, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-    EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
+    EXPECT_EQ(ScreenBox(dialog.Handle()), ClientScreenBox(owner.Handle()));
     ::SetWindowPos(owner.Handle(), nullptr, 0, 0, 400, 420, SWP_NOMOVE | SWP_NOZORDER);
-    EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
+    EXPECT_EQ(ScreenBox(dialog.Handle()), ClientScreenBox(owner.Handle()));
 }
 
 TEST_F(FullScreenDialog, TakesItsOwnerAlongWhenItIsDragged) {
-    const RECT before = ScreenRect(owner.Handle());
-    const RECT place = ScreenRect(dialog.Handle());
+    const Box before = ScreenBox(owner.Handle());
+    const Box place = ScreenBox(dialog.Handle());
     ::SetWindowPos(dialog.Handle(), nullptr, place.left + 30, place.top + 20, 0, 0,
                    SWP_NOSIZE | SWP_NOZORDER);
-    const RECT after = ScreenRect(owner.Handle());
+    const Box after = ScreenBox(owner.Handle());
     EXPECT_EQ(after.left, before.left + 30);
     EXPECT_EQ(after.top, before.top + 20);
-    EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
+    EXPECT_EQ(ScreenBox(dialog.Handle()), ClientScreenBox(owner.Handle()));
 }
 
 TEST_F(FullScreenDialog, CanBeDraggedByItsTitleStripOnly) {
-    const RECT place = ScreenRect(dialog.Handle());
+    const Box place = ScreenBox(dialog.Handle());
     const auto hit = [&](int x, int y) {
         return ::SendMessageW(dialog.Handle(), WM_NCHITTEST, 0,
                               MAKELPARAM(place.left + x, place.top + y));
@@ -105,7 +107,8 @@ TEST_F(FullScreenDialog, ShowsItsTitleOnWhite) {
         }
     }
     EXPECT_GT(titlePixels, 50);
-    EXPECT_NE(canvas.Pixel(300, TitleStripPx - 1), RGB(255, 255, 255)) << "the rule under it";
+    EXPECT_NE(canvas.Pixel(300, TitleStripPx - 1), RGB(255, 255, 255))
+        << "the rule under the title";
 }
 
 TEST_F(FullScreenDialog, LabelsStandOnWhiteAndKeepTheColourOfTheDialog) {
@@ -118,22 +121,22 @@ TEST_F(FullScreenDialog, LabelsStandOnWhiteAndKeepTheColourOfTheDialog) {
 }
 
 TEST_F(FullScreenDialog, ControlsAndTheirFontGrowAndShrinkWithTheWindow) {
-    const RECT large = ScreenRect(Field());
+    const Box large = ScreenBox(Field());
     LOGFONTW largeFont{};
     ::GetObjectW(reinterpret_cast<HGDIOBJ>(::SendMessageW(Field(), WM_GETFONT, 0, 0)),
                  sizeof(largeFont), &largeFont);
     ::SetWindowPos(owner.Handle(), nullptr, 0, 0, 280, 650, SWP_NOMOVE | SWP_NOZORDER);
-    const RECT small = ScreenRect(Field());
+    const Box small = ScreenBox(Field());
     LOGFONTW smallFont{};
     ::GetObjectW(reinterpret_cast<HGDIOBJ>(::SendMessageW(Field(), WM_GETFONT, 0, 0)),
                  sizeof(smallFont), &smallFont);
     EXPECT_LT(small.right - small.left, large.right - large.left);
     EXPECT_LT(std::abs(smallFont.lfHeight), std::abs(largeFont.lfHeight));
-    const RECT client = ClientOnScreen(owner.Handle());
+    const Box client = ClientScreenBox(owner.Handle());
     EXPECT_GE(small.left, client.left);
     EXPECT_LE(small.right, client.right);
     ::SetWindowPos(owner.Handle(), nullptr, 0, 0, 500, 650, SWP_NOMOVE | SWP_NOZORDER);
-    EXPECT_TRUE(SameRect(ScreenRect(Field()), large)) << "no rounding adds up";
+    EXPECT_EQ(ScreenBox(Field()), large) << "rounding must not accumulate";
 }
 
 TEST_F(FullScreenDialog, AListOpensAsHighAsDesignedAtEverySize) {
@@ -148,30 +151,30 @@ TEST_F(FullScreenDialog, AListOpensAsHighAsDesignedAtEverySize) {
     const LONG large = heightOpened();
     ::SetWindowPos(owner.Handle(), nullptr, 0, 0, 280, 650, SWP_NOMOVE | SWP_NOZORDER);
     const LONG small = heightOpened();
-    const RECT field = ScreenRect(::GetDlgItem(dialog.Handle(), IDC_BACKUP_LIST));
+    const Box field = ScreenBox(::GetDlgItem(dialog.Handle(), IDC_BACKUP_LIST));
     EXPECT_GT(small, 4 * (field.bottom - field.top));
     EXPECT_GT(large, small);
 }
 
-TEST_F(FullScreenDialog, ADestroyedDialogLeavesItsOwnerAlone) {
+TEST_F(FullScreenDialog, CanBeMadeAgainAfterItWasDestroyed) {
     ::DestroyWindow(dialog.Handle());
     EXPECT_EQ(dialog.Handle(), nullptr);
     ::SetWindowPos(owner.Handle(), nullptr, 100, 90, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     ASSERT_TRUE(Dialog::CreateModeless(dialog, IDD_LOGIN, &owner));
-    EXPECT_TRUE(SameRect(ScreenRect(dialog.Handle()), ClientOnScreen(owner.Handle())));
+    EXPECT_EQ(ScreenBox(dialog.Handle()), ClientScreenBox(owner.Handle()));
 }
 
-TEST_F(FullScreenDialog, AnOwnerThatGoesTakesTheDialogWithIt) {
+TEST_F(FullScreenDialog, IsDestroyedWithItsOwner) {
     ::DestroyWindow(owner.Handle());
     EXPECT_EQ(dialog.Handle(), nullptr);
 }
 
-TEST_F(FullScreenDialog, InitDialogRefusesWhatIsNoDialog) {
+TEST_F(FullScreenDialog, SHInitDialogRefusesAnythingButADialogWithFlags) {
     SHINITDLGINFO info{SHIDIM_FLAGS, nullptr, SHIDIF_SIZEDLGFULLSCREEN};
     EXPECT_FALSE(SHInitDialog(&info));
     EXPECT_FALSE(SHInitDialog(nullptr));
     info = {0, dialog.Handle(), SHIDIF_SIZEDLGFULLSCREEN};
-    EXPECT_FALSE(SHInitDialog(&info)) << "the mask says that there are no flags";
+    EXPECT_FALSE(SHInitDialog(&info)) << "without SHIDIM_FLAGS in the mask, dwFlags is not valid";
 }
 
 }  // namespace

@@ -7,13 +7,13 @@
 #include "platform/pocketpc/aygshell.h"
 #include "platform/pocketpc/common_controls.h"
 #include "resources/ids.h"
-#include "tests/ui/platform/screen_places.h"
 #include "tests/ui/ui_test.h"
+#include "tests/ui/window_boxes.h"
 
 namespace lunara::test {
 namespace {
 
-TEST(MenuBarDescription, ReadsMenuAndButtons) {
+TEST(MenuBarDescription, ADescriptionGivesTheMenuAndTheButtons) {
     const std::uint16_t words[] = {102, 2,     0xFFFF,         104, MENU_BAR_DROP_DOWN, 104,
                                    0,   50032, MENU_BAR_CHECK, 0};
     const auto description = ReadMenuBarDescription(words);
@@ -24,7 +24,7 @@ TEST(MenuBarDescription, ReadsMenuAndButtons) {
     EXPECT_EQ(description->buttons[0].text, 104);
 }
 
-TEST(MenuBarDescription, RefusesWhatIsCutOrUnknown) {
+TEST(MenuBarDescription, ADescriptionThatIsCutOrHasAnUnknownKindIsRefused) {
     const struct {
         const char* label;
         std::vector<std::uint16_t> words;
@@ -33,8 +33,8 @@ TEST(MenuBarDescription, RefusesWhatIsCutOrUnknown) {
         {"one word", {102}},
         {"a button too few", {102, 2, 0, 1, 2, 0}},
         {"a button cut", {102, 1, 0, 1, 2}},
-        {"a kind of its own", {102, 1, 0, 1, 3, 0}},
-        {"a count beyond all bounds", {102, 0xFFFF, 0, 1, 2, 0}},
+        {"an unknown kind", {102, 1, 0, 1, 3, 0}},
+        {"far more buttons than words", {102, 0xFFFF, 0, 1, 2, 0}},
     };
     for (const auto& row : rows) {
         LUNARA_ROW(row);
@@ -65,11 +65,11 @@ class MenuBar : public UiTest {
     SHMENUBARINFO info{};
 };
 
-TEST_F(MenuBar, StandsAtTheBottomOfItsParent) {
+TEST_F(MenuBar, StaysAtTheBottomOfItsParentAtEverySize) {
     for (const int width : {500, 320}) {
         ::SetWindowPos(parent.Handle(), nullptr, 0, 0, width, 600, SWP_NOMOVE | SWP_NOZORDER);
-        const RECT client = ClientOnScreen(parent.Handle());
-        const RECT bar = ScreenRect(info.hwndMB);
+        const Box client = ClientScreenBox(parent.Handle());
+        const Box bar = ScreenBox(info.hwndMB);
         EXPECT_EQ(bar.left, client.left);
         EXPECT_EQ(bar.right, client.right);
         EXPECT_EQ(bar.bottom, client.bottom);
@@ -102,8 +102,9 @@ TEST_F(MenuBar, AllSixPicturesAreThereThoughTheCallerCountsFive) {
     EXPECT_EQ(::ImageList_GetImageCount(images), 6);
     MemoryCanvas canvas(16, 16);
     ::ImageList_Draw(images, 5, canvas.Dc(), 0, 0, ILD_NORMAL);
-    EXPECT_GT(16 * 16 - canvas.CountOf(RGB(255, 255, 255)), 30) << "the last one is not blank";
-    EXPECT_EQ(canvas.CountOf(RGB(192, 192, 192)), 0) << "its ground is transparent";
+    EXPECT_GT(16 * 16 - canvas.CountOf(RGB(255, 255, 255)), 30) << "the last picture is not blank";
+    EXPECT_EQ(canvas.CountOf(RGB(192, 192, 192)), 0)
+        << "the bitmap's background colour is transparent";
 }
 
 TEST_F(MenuBar, HandsOutTheMenuOfItsDropDownOnly) {
@@ -141,20 +142,21 @@ TEST_F(MenuBar, KeepsItsOwnCopyOfTheToolTips) {
     }
 }
 
-// The menu runs a loop of its own, which tells the window each time it has nothing to do.
+/// Records where the menu opens, and closes it. The menu runs a modal loop of its own, which sends
+/// its owner WM_ENTERIDLE whenever its queue is empty.
 class MenuBarMenu : public MenuBar {
   protected:
     void SetUp() override {
         MenuBar::SetUp();
         parent.handler = [this](UINT message, WPARAM wParam, LPARAM lParam, LRESULT&) {
             if (message == WM_ENTERIDLE && wParam == MSGF_MENU) {
-                menu = ScreenRect(reinterpret_cast<HWND>(lParam));
+                menu = ScreenBox(reinterpret_cast<HWND>(lParam));
                 ::EndMenu();
             }
             return false;
         };
     }
-    RECT menu{};
+    Box menu{};
 };
 
 TEST_F(MenuBarMenu, TheButtonOpensTheMenuUpwards) {
@@ -163,7 +165,7 @@ TEST_F(MenuBarMenu, TheButtonOpensTheMenuUpwards) {
     drop.iItem = IDM_TOOLS;
     EXPECT_EQ(::SendMessageW(parent.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&drop)),
               TBDDRET_DEFAULT);
-    const RECT bar = ScreenRect(info.hwndMB);
+    const Box bar = ScreenBox(info.hwndMB);
     EXPECT_GT(menu.bottom, menu.top);
     EXPECT_LE(menu.bottom, bar.bottom - 10);
     EXPECT_GE(menu.bottom, bar.top - 4);
@@ -171,7 +173,7 @@ TEST_F(MenuBarMenu, TheButtonOpensTheMenuUpwards) {
     EXPECT_LE(menu.left, bar.left + 8);
 }
 
-TEST_F(MenuBarMenu, TheMenuKeyOpensIt) {
+TEST_F(MenuBarMenu, TheMenuKeyOpensTheMenu) {
     ::SendMessageW(parent.Handle(), WM_SYSCOMMAND, SC_KEYMENU, 0);
     EXPECT_GT(menu.bottom, menu.top);
 }

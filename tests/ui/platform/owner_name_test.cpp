@@ -8,13 +8,13 @@
 namespace lunara::test {
 namespace {
 
+/// Keeps the owner record under a registry key of the test's own.
 class OwnerName : public UiTest {
   protected:
-    static constexpr WCHAR Root[] = TEXT("SOFTWARE\\LunaraTests");
     void SetUp() override {
         UiTest::SetUp();
-        ASSERT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER, Root, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
-                                    &root, nullptr),
+        ASSERT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER, TestSettingsPath, 0, nullptr, 0,
+                                    KEY_ALL_ACCESS, nullptr, &root, nullptr),
                   ERROR_SUCCESS);
     }
     void TearDown() override {
@@ -26,6 +26,7 @@ class OwnerName : public UiTest {
                                     record.data(), static_cast<DWORD>(record.size())),
                   ERROR_SUCCESS);
     }
+    /// A record of that many bytes that begins with the name, unterminated if it fills them.
     static std::vector<BYTE> Record(const std::wstring& name, std::size_t bytes) {
         std::vector<BYTE> record(bytes);
         std::memcpy(record.data(), name.data(), std::min(bytes, name.size() * sizeof(WCHAR)));
@@ -34,14 +35,14 @@ class OwnerName : public UiTest {
     HKEY root = nullptr;
 };
 
-TEST_F(OwnerName, IsTheFirstFieldOfTheRecord) {
+TEST_F(OwnerName, IsReadFromTheFirstFieldOfTheRecord) {
     std::vector<BYTE> record = Record(L"Anna", 640);
-    record[72] = 'x';  // the next field
+    record[OwnerNameUnits * sizeof(WCHAR)] = 'x';  // first byte of the next field
     Store(REG_BINARY, record);
     EXPECT_EQ(lunara::OwnerName(root), L"Anna");
 }
 
-TEST_F(OwnerName, EndsWithItsFieldOrItsRecord) {
+TEST_F(OwnerName, EndsAtTheEndOfItsFieldOrOfTheRecord) {
     const struct {
         const char* label;
         std::size_t units;
@@ -61,7 +62,7 @@ TEST_F(OwnerName, EndsWithItsFieldOrItsRecord) {
     }
 }
 
-TEST_F(OwnerName, WithoutAUsableRecordTheSignedInUserIsMeant) {
+TEST_F(OwnerName, WithoutAUsableRecordItIsTheSystemsUserName) {
     WCHAR account[257] = {};
     DWORD size = 257;
     ASSERT_TRUE(::GetUserNameW(account, &size));

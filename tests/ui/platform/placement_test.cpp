@@ -1,7 +1,7 @@
 #include "platform/pocketpc/placement.h"
 
-#include "tests/ui/platform/screen_places.h"
 #include "tests/ui/ui_test.h"
+#include "tests/ui/window_boxes.h"
 
 namespace lunara::test {
 namespace {
@@ -20,19 +20,17 @@ class Placement : public UiTest {
     ScriptedWindow child;
 };
 
-TEST_F(Placement, AChildIsPutThereHiddenOrShown) {
-    const RECT place{10, 20, 110, 70};
-    PutAt(child.Handle(), place);
-    EXPECT_TRUE(SameRect(PlaceOf(child.Handle()), place));
+TEST_F(Placement, AChildIsMovedAndResizedHiddenOrShown) {
+    PutAt(child.Handle(), RECT{10, 20, 110, 70});
+    EXPECT_EQ(BoxOf(PlaceOf(child.Handle())), (Box{10, 20, 110, 70}));
     EXPECT_EQ(child.CountOf(WM_SIZE), 1);
     ::ShowWindow(child.Handle(), SW_SHOWNA);
     ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
-    const RECT other{12, 20, 112, 90};
-    PutAt(child.Handle(), other);
-    EXPECT_TRUE(SameRect(PlaceOf(child.Handle()), other));
+    PutAt(child.Handle(), RECT{12, 20, 112, 90});
+    EXPECT_EQ(BoxOf(PlaceOf(child.Handle())), (Box{12, 20, 112, 90}));
 }
 
-TEST_F(Placement, AChildThatIsThereIsLeftAlone) {
+TEST_F(Placement, AChildAlreadyInPlaceIsLeftAlone) {
     PutAt(child.Handle(), PlaceOf(child.Handle()));
     EXPECT_EQ(child.CountOf(WM_WINDOWPOSCHANGING), 0);
     RECT place = PlaceOf(child.Handle());
@@ -41,24 +39,24 @@ TEST_F(Placement, AChildThatIsThereIsLeftAlone) {
     EXPECT_EQ(child.CountOf(WM_WINDOWPOSCHANGING), 1);
 }
 
-TEST_F(Placement, IsPaintedWholeWhenShownAndWhenItIsSeenToChange) {
-    RECT painted{};
+TEST_F(Placement, AChildIsPaintedWholeWhenShownAndWhenResizedInView) {
+    Box painted{};
     child.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
         if (message != WM_PAINT) {
             return false;
         }
         const PaintScope scope(child.Handle());
-        painted = scope.Paint().rcPaint;
+        painted = BoxOf(scope.Paint().rcPaint);
         return true;
     };
     ::ShowWindow(parent.Handle(), SW_SHOWNOACTIVATE);
     PutAt(child.Handle(), RECT{10, 20, 110, 70});
     ::ShowWindow(child.Handle(), SW_SHOWNA);
     child.Update();
-    EXPECT_TRUE(SameRect(painted, RECT{0, 0, 100, 50}));
+    EXPECT_EQ(painted, (Box{0, 0, 100, 50}));
     PutAt(child.Handle(), RECT{10, 20, 130, 80});
     child.Update();
-    EXPECT_TRUE(SameRect(painted, RECT{0, 0, 120, 60}));
+    EXPECT_EQ(painted, (Box{0, 0, 120, 60}));
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include "platform/pocketpc/top_level_window.h"
 
 #include "resources/ids.h"
-#include "tests/ui/platform/screen_places.h"
 #include "tests/ui/ui_test.h"
+#include "tests/ui/window_boxes.h"
 
 namespace lunara::test {
 namespace {
@@ -26,16 +26,16 @@ class TopLevelWindow : public UiTest {
     ScriptedWindow window;
 };
 
-TEST_F(TopLevelWindow, IsMovedOntoTheScreen) {
+TEST_F(TopLevelWindow, AWindowOffTheScreenIsMovedOntoIt) {
     EXPECT_EQ(lunara::TopLevelWindow(), window.Handle());
     RECT work{};
     ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
-    const RECT place = ScreenRect(window.Handle());
+    const Box place = ScreenBox(window.Handle());
     EXPECT_EQ(place.right, work.right);
     EXPECT_EQ(place.bottom, work.bottom);
 }
 
-TEST_F(TopLevelWindow, HasALeastSize) {
+TEST_F(TopLevelWindow, HasAMinimumSize) {
     MINMAXINFO limits{};
     ::SendMessageW(window.Handle(), WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
     EXPECT_GT(limits.ptMinTrackSize.x, LeastClient.cx);

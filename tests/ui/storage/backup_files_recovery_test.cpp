@@ -1,9 +1,11 @@
-// A restore that was cut off, at each step of it, and what the next start or restore makes of that.
+// Restores that were interrupted, at each of their steps: what the next start or restore makes of
+// the files that they left.
+
+#include "storage/backup_files.h"
 
 #include <algorithm>
 
 #include "resources/ids.h"
-#include "storage/backup_files.h"
 #include "tests/ui/app/backup_test_base.h"
 
 namespace lunara::test {
@@ -11,7 +13,7 @@ namespace {
 
 class BackupFilesRecovery : public BackupTest {};
 
-TEST_F(BackupFilesRecovery, CutOffBetweenTheRenamesItIsUndone) {
+TEST_F(BackupFilesRecovery, ARestoreCutOffBetweenTheTwoRenamesIsUndone) {
     PutUserFiles();
     PutBackup(L"a");
     const std::wstring folder = FolderOf(TestUser);
@@ -22,7 +24,7 @@ TEST_F(BackupFilesRecovery, CutOffBetweenTheRenamesItIsUndone) {
     EXPECT_FALSE(FileExists(folder + Staged));
 }
 
-TEST_F(BackupFilesRecovery, CutOffWhileFilesAreSetAsideItIsUndone) {
+TEST_F(BackupFilesRecovery, ARestoreCutOffWhileFilesAreSetAsideIsUndone) {
     PutUserFiles();
     Put(Aside, L"Bleeding.dat", "old bleeding");
     ::DeleteFileW(UserFile(L"Bleeding.dat").c_str());
@@ -33,7 +35,7 @@ TEST_F(BackupFilesRecovery, CutOffWhileFilesAreSetAsideItIsUndone) {
     ExpectNothingBeside();
 }
 
-TEST_F(BackupFilesRecovery, CutOffWhileCopiesGoInItIsFinished) {
+TEST_F(BackupFilesRecovery, ARestoreCutOffWhileCopiesGoInIsFinished) {
     Put(L"", L"Bleeding.dat", "saved bleeding");
     Put(Staged, L"Temperature.dat", "saved temperature");
     Put(Before, L"Bleeding.dat", "old bleeding");
@@ -43,7 +45,7 @@ TEST_F(BackupFilesRecovery, CutOffWhileCopiesGoInItIsFinished) {
     ExpectNothingBeside();
 }
 
-TEST_F(BackupFilesRecovery, CutOffBeforeTheTidyingUpItStands) {
+TEST_F(BackupFilesRecovery, ARestoreCutOffBeforeItsCleanUpStands) {
     PutUserFiles();
     Put(Before, L"Bleeding.dat", "older still");
     RecoverInterruptedRestore(TestUser);
@@ -51,7 +53,7 @@ TEST_F(BackupFilesRecovery, CutOffBeforeTheTidyingUpItStands) {
     EXPECT_FALSE(FileExists(FolderOf(TestUser) + Before));
 }
 
-TEST_F(BackupFilesRecovery, NothingIsThrownAwayWhileItCannotBeEnded) {
+TEST_F(BackupFilesRecovery, NothingIsDeletedWhileARecoveryCannotFinish) {
     Put(Aside, L"Bleeding.dat", "old bleeding");
     Put(Aside, L"Notes.dat", "old notes");
     Put(Staged, L"Bleeding.dat", "saved bleeding");
@@ -70,7 +72,7 @@ TEST_F(BackupFilesRecovery, NothingIsThrownAwayWhileItCannotBeEnded) {
     ExpectNothingBeside();
 }
 
-TEST_F(BackupFilesRecovery, TheOnlyCopyIsNotThrownAwayWhenItCannotGoBack) {
+TEST_F(BackupFilesRecovery, TheOnlyCopyIsKeptWhenItCannotGoBack) {
     Put(Before, L"Bleeding.dat", "old bleeding");
     Put(Before, L"Notes.dat", "old notes");
     Write(FolderOf(TestUser), "in the way");
@@ -81,11 +83,11 @@ TEST_F(BackupFilesRecovery, TheOnlyCopyIsNotThrownAwayWhenItCannotGoBack) {
     ExpectOldDiary();
 }
 
-TEST_F(BackupFilesRecovery, WhatAnEarlierRestoreLeftIsNeverTakenForThisOnes) {
+TEST_F(BackupFilesRecovery, RemainsOfAnEarlierRestoreAreNotTakenForThisOnes) {
     PutUserFiles();
     PutBackup(L"a");
     Put(Before, L"Bleeding.dat", "older still");
-    MakeFolder(FileBeside(Before, L"sub"));  // keeps it
+    MakeFolder(FileBeside(Before, L"sub"));  // keeps the folder from being removed
     EXPECT_EQ(RecoverInterruptedRestore(TestUser), 1);
     EXPECT_EQ(RestoreFiles(TestUser, TEXT("a")), 0);
     ExpectOldDiary();
@@ -93,7 +95,7 @@ TEST_F(BackupFilesRecovery, WhatAnEarlierRestoreLeftIsNeverTakenForThisOnes) {
 
 // ---- A move that fails ----
 
-/// A folder that changes places as a whole, or one whose files go one by one.
+/// A user's folder is replaced as a whole, or, when a sub-folder forbids that, file by file.
 struct FailingMoveCase {
     const char* label;
     bool hasSubFolder;
@@ -109,7 +111,7 @@ constexpr FailingMoveCase FailingMoveCases[] = {
     {"files, all moves from there on", true, FailingMoves::Way::FromThereOn},
 };
 
-TEST_F(BackupFilesRecovery, WhicheverMoveFailsOneWholeDiaryIsThere) {
+TEST_F(BackupFilesRecovery, WhicheverMoveFailsOneWholeDiaryRemains) {
     for (const FailingMoveCase& row : FailingMoveCases) {
         LUNARA_ROW(row);
         int moves = 0;
@@ -131,7 +133,8 @@ TEST_F(BackupFilesRecovery, WhicheverMoveFailsOneWholeDiaryIsThere) {
             if (IsRestoreCutOff(TestUser)) {
                 EXPECT_EQ(restored, 0);
                 EXPECT_EQ(RecoverInterruptedRestore(TestUser), 1);
-                // Copies go in only after all her files have been set aside, and then stay.
+                // Copies go in only once all of the user's files are set aside. From then on the
+                // restore is finished, not undone.
                 restored = Read(UserFile(L"Temperature.dat")) == "(none)" ? 0 : 1;
             }
             const Texts shown = BoxTexts();
@@ -139,7 +142,7 @@ TEST_F(BackupFilesRecovery, WhicheverMoveFailsOneWholeDiaryIsThere) {
             if (restored == 1) {
                 if (std::count(shown.begin(), shown.end(),
                                L"Fail to delete file '" + notes + L"'") > 0) {
-                    EXPECT_EQ(Read(notes), "old notes");  // stays beside the copies
+                    EXPECT_EQ(Read(notes), "old notes");  // reported, so it stays
                     ::DeleteFileW(notes.c_str());
                 }
                 ExpectRestoredDiary();
@@ -153,7 +156,7 @@ TEST_F(BackupFilesRecovery, WhicheverMoveFailsOneWholeDiaryIsThere) {
     }
 }
 
-TEST_F(BackupFilesRecovery, NothingIsBackedUpWhileHerFilesAreNotAllInTheirFolder) {
+TEST_F(BackupFilesRecovery, NothingIsBackedUpWhileTheUsersFilesAreNotAllInTheirFolder) {
     Put(Aside, L"Bleeding.dat", "old bleeding");
     Put(L"", L"Notes.dat", "old notes");
     {

@@ -1,4 +1,4 @@
-// Operations on paths and on the files of one folder, on real folders.
+// Operations on paths and on the files of one folder, run on real folders.
 
 #include "storage/folder_files.h"
 
@@ -32,7 +32,7 @@ TEST_F(FolderFiles, PathsAreJoinedWithOneBackslash) {
     }
 }
 
-TEST_F(FolderFiles, APathOf260UnitsIsRefusedAndLeftAlone) {
+TEST_F(FolderFiles, APathOf260UnitsIsRefusedAndLeavesTheArgument) {
     WideString path(200, 'x');
     EXPECT_EQ(AppendPath(path, WideString(59, 'y')), 0);
     EXPECT_EQ(path.size(), 200U);
@@ -42,7 +42,7 @@ TEST_F(FolderFiles, APathOf260UnitsIsRefusedAndLeftAlone) {
 
 // ---- Deleting ----
 
-TEST_F(FolderFiles, WhatCannotBeDeletedIsShownAndTheRestGoes) {
+TEST_F(FolderFiles, AFileThatCannotBeDeletedIsReportedAndTheOthersGo) {
     PutUserFiles();
     const std::wstring folder = FolderOf(TestUser);
     {
@@ -56,21 +56,21 @@ TEST_F(FolderFiles, WhatCannotBeDeletedIsShownAndTheRestGoes) {
     EXPECT_EQ(Read(UserFile(L"Bleeding.dat")), "old bleeding");
 }
 
-TEST_F(FolderFiles, DeletingQuietlyAnswersInsteadOfShowing) {
+TEST_F(FolderFiles, DeletingQuietlyReturnsTheFailureInsteadOfShowingIt) {
     PutUserFiles();
     const std::wstring folder = FolderOf(TestUser);
     {
         const LockedFile locked(UserFile(L"Bleeding.dat"));
         EXPECT_EQ(DeleteFolderFiles(folder.c_str(), TEXT("*.*"), true, true), 1);
     }
-    MakeFolder(folder + L"\\.hidden");
-    EXPECT_EQ(DeleteFolderFiles(folder.c_str(), TEXT("*.*"), true, true), 2);  // .hidden is in it
+    MakeFolder(folder + L"\\.hidden");  // keeps the folder from being removed
+    EXPECT_EQ(DeleteFolderFiles(folder.c_str(), TEXT("*.*"), true, true), 2);
     EXPECT_TRUE(messages.boxes.empty());
 }
 
 // ---- Copying ----
 
-TEST_F(FolderFiles, CopyingStopsAtASubFolderAndPassesOverDots) {
+TEST_F(FolderFiles, CopyingStopsAtASubFolderAndSkipsNamesThatBeginWithADot) {
     PutUserFiles();
     Write(UserFile(L".hidden"), "not copied");
     const std::wstring source = FolderOf(TestUser);
@@ -83,12 +83,13 @@ TEST_F(FolderFiles, CopyingStopsAtASubFolderAndPassesOverDots) {
     EXPECT_EQ(copy(false, true), 1);
     EXPECT_EQ(Read(target + L"\\Bleeding.dat"), "old bleeding");
     EXPECT_EQ(Read(target + L"\\.hidden"), "(none)");
-    EXPECT_EQ(copy(false, false), 0);  // is there already
+    EXPECT_EQ(copy(false, false), 0);  // the copies exist already
     MakeFolder(UserFile(L"sub"));
     EXPECT_EQ(copy(true, true), 0);
 }
 
-// Not every system lets a file be seen with that attribute, so the choice has a table, too.
+// Some systems never report FILE_ATTRIBUTE_NORMAL for a file on disk, so the decision is tested on
+// its own, too.
 TEST_F(FolderFiles, FilesArePassedOverByNameAndAttribute) {
     const struct {
         const char* label;
@@ -102,7 +103,7 @@ TEST_F(FolderFiles, FilesArePassedOverByNameAndAttribute) {
         {"normal, on a desktop", L"Notes.dat", FILE_ATTRIBUTE_NORMAL, NormalFiles::Take, false},
         {"no attributes", L"Notes.dat", 0, NormalFiles::PassOver, false},
         {"read-only", L"Notes.dat", FILE_ATTRIBUTE_READONLY, NormalFiles::PassOver, false},
-        {"the folder above", L"..", FILE_ATTRIBUTE_DIRECTORY, NormalFiles::Take, true},
+        {"the parent folder", L"..", FILE_ATTRIBUTE_DIRECTORY, NormalFiles::Take, true},
         {"a name with a dot first", L".Notes", FILE_ATTRIBUTE_ARCHIVE, NormalFiles::Take, true},
         {"a sub-folder", L"more", FILE_ATTRIBUTE_DIRECTORY, NormalFiles::Take, false},
     };

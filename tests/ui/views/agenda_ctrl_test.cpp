@@ -1,3 +1,5 @@
+// The agenda: one row a day with item cells and a text bubble, both asked of its owner.
+
 #include "views/agenda_ctrl.h"
 
 #include <memory>
@@ -47,7 +49,7 @@ class AgendaCtrl : public UiTest {
     LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) {
         return ::SendMessageW(agenda->Handle(), message, wParam, lParam);
     }
-    /// Every row 20 px high; `fill` does the rest.
+    /// Answers every row with a height of 20 px, then lets `fill` change the answer.
     void AnswerRows(std::function<void(AgendaRowRequest&)> fill) {
         answerRow = [fill = std::move(fill)](AgendaRowRequest& row) -> LRESULT {
             row.rowHeight = 20;
@@ -70,7 +72,7 @@ class AgendaCtrl : public UiTest {
     std::vector<POINT> taps;
 };
 
-/// The box round all pixels of a colour; empty (0, 0, 0, 0) without any.
+/// The bounding box of all pixels of a colour; (0, 0, 0, 0) without any.
 Box Extent(const MemoryCanvas& canvas, COLORREF color) {
     const RECT bounds = canvas.Bounds();
     Box box = {bounds.right, bounds.bottom, 0, 0};
@@ -85,7 +87,7 @@ Box Extent(const MemoryCanvas& canvas, COLORREF color) {
     return box.right == 0 ? Box{} : box;
 }
 
-/// A bitmap of one colour, of the screen's depth or of one bit.
+/// A bitmap of one colour, with the screen's colour depth.
 Bitmap SolidBitmap(int width, int height, COLORREF color) {
     const MemoryDc dc(::CreateCompatibleDC(nullptr));
     const WindowDcScope screen(nullptr);
@@ -178,7 +180,7 @@ TEST_F(AgendaCtrl, WithoutItemsThereAreOnlyFrameAndTitle) {
     EXPECT_EQ(canvas.Pixel(299, 199), Black);
     EXPECT_EQ(canvas.Pixel(5, 5), White);
     EXPECT_EQ(canvas.CountOf(Lilac), 0);
-    // The title: more black than the frame's.
+    // More black than in the frame alone: the title.
     EXPECT_GT(canvas.CountOf(Black), 2 * 300 + 2 * 198);
 }
 
@@ -196,7 +198,7 @@ TEST_F(AgendaCtrl, RowsAreAskedFromTheTopUntilTheBottom) {
             EXPECT_EQ(row.Items()[k].overlay, nullptr);
             row.Items()[k].color = Lilac;
         }
-        SetText(row, TEXT("left over from the row before?"));
+        SetText(row, TEXT("must be cleared for the next row"));
         row.rowHeight = 60;
         rows.push_back(row.rowIndex);
     });
@@ -205,7 +207,7 @@ TEST_F(AgendaCtrl, RowsAreAskedFromTheTopUntilTheBottom) {
     EXPECT_EQ(rows, (std::vector<std::int32_t>{0, 1, 2, 3}));
 }
 
-TEST_F(AgendaCtrl, StopsWhenNobodyAnswers) {
+TEST_F(AgendaCtrl, StopsAtTheFirstRowWithoutAnAnswer) {
     Send(AGM_SETMEASURES, 3, 20);
     int asked = 0;
     answerRow = [&](AgendaRowRequest& row) -> LRESULT {
@@ -234,7 +236,7 @@ TEST_F(AgendaCtrl, ARowOfNoHeightEndsTheAgenda) {
     }
 }
 
-TEST_F(AgendaCtrl, AnAnswerMayNotChangeTheLineCountNorLeaveTheTextOpen) {
+TEST_F(AgendaCtrl, AnAnswerThatChangesTheLineCountOrLeavesTheTextUnterminatedDoesNoHarm) {
     Send(AGM_SETMEASURES, 2, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         row.lineCount = 1000000;
@@ -287,8 +289,8 @@ TEST_F(AgendaCtrl, BitmapIsUnitedWithTheItemsColor) {
     });
     const MemoryCanvas canvas(300, 200);
     agenda->Draw(canvas.Dc(), canvas.Bounds());
-    // Centred: (20 - 10) div 2 + 1. Black shows the colour, white stays white; round about is
-    // white.
+    // The bitmap is OR-ed with the colour: black shows the colour, white stays white. It is
+    // centred, so it begins at (20 - 10) / 2 + 1 = 6 px; the rest of the cell is white.
     EXPECT_EQ(canvas.Pixel(6, 6), Lilac);
     EXPECT_EQ(canvas.Pixel(15, 15), Lilac);
     EXPECT_EQ(canvas.Pixel(16, 16), White);
@@ -312,7 +314,8 @@ TEST_F(AgendaCtrl, OverlayMarksTheCellWhereItIsBlack) {
     EXPECT_EQ(canvas.Pixel(30, 10), Lilac);
 }
 
-// A picture of one bit per pixel takes its colours from the device context.
+// GDI draws a monochrome bitmap in the text and background colours of the device context; these
+// must not tint it.
 TEST_F(AgendaCtrl, PicturesOfOneBitAreBlackAndWhite) {
     Send(AGM_SETMEASURES, 1, 20);
     const Bitmap ones(::CreateBitmap(8, 8, 1, 1, std::vector<BYTE>(16, 0xFF).data()));
@@ -349,7 +352,7 @@ TEST_F(AgendaCtrl, TextStandsInAYellowBubbleWithAnArrowToIt) {
     EXPECT_EQ(yellow.left, 140);  // two cells right of the items
     EXPECT_EQ(yellow.top, 40 + pad);
     EXPECT_NEAR(yellow.bottom, 40 + 3 * pad + 2 * h, 1);
-    EXPECT_EQ(canvas.Pixel(105, 40 + 2 * pad), Black);  // the arrow's line
+    EXPECT_EQ(canvas.Pixel(105, 40 + 2 * pad), Black);  // the arrow's shaft
     EXPECT_EQ(canvas.Pixel(99, 41 + 2 * pad), White);
 }
 
@@ -378,7 +381,7 @@ TEST_F(AgendaCtrl, FirstLineIsBold) {
     EXPECT_GT(inkOfLine(1), 0);
 }
 
-TEST_F(AgendaCtrl, AnAmpersandIsALetter) {
+TEST_F(AgendaCtrl, AnAmpersandIsShownAsALetter) {
     Send(AGM_SETMEASURES, 1, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         if (row.rowIndex == 0) {
@@ -390,7 +393,7 @@ TEST_F(AgendaCtrl, AnAmpersandIsALetter) {
     SIZE size{};
     ::GetTextExtentPoint32W(canvas.Dc(), TEXT("&&&&&&&&"), 8, &size);
     const Box yellow = Extent(canvas, BubbleYellow);
-    const LONG margin = TextHeight(canvas) / 3;  // whole pixels
+    const LONG margin = TextHeight(canvas) / 3;  // px, rounded down
     EXPECT_NEAR(yellow.right - yellow.left, size.cx + 2 * margin, 2);
 }
 
@@ -405,7 +408,8 @@ TEST_F(AgendaCtrl, ThreeLongTextsStackDownwards) {
     agenda->Draw(canvas.Dc(), canvas.Bounds());
     const LONG h = TextHeight(canvas);
     const LONG pad = h / 3;
-    // Each takes three lines and one between: the third begins at 8 h, although its row is at 40.
+    // A bubble takes three lines of height h and a gap of one, so the third begins at 8 h, although
+    // its row begins at 40 px.
     const Box yellow = Extent(canvas, BubbleYellow);
     EXPECT_EQ(yellow.top, pad);
     EXPECT_NEAR(yellow.bottom, 8 * h + 3 * pad + 3 * h, 1);
@@ -420,10 +424,10 @@ TEST_F(AgendaCtrl, ABubbleThatIsPushedBelowTheBottomIsNotDrawn) {
     const LONG h = TextHeight(probe);
     const MemoryCanvas canvas(300, static_cast<int>(9 * h));
     agenda->Draw(canvas.Dc(), canvas.Bounds());
-    // The narrow bubbles of the later rows would begin at 9 h, the height.
-    const LONG margin = h / 3;  // whole pixels
+    // The next bubble would begin at 9 h, which is the height of the control.
+    const LONG margin = h / 3;  // px, rounded down
     EXPECT_NEAR(Extent(canvas, BubbleYellow).bottom, 8 * h + 3 * margin, 1);
-    // Nor is an arrow to it: below the first row's there is no line beside the item cells.
+    // Its arrow is left out with it: below the first row nothing is drawn beside the item cells.
     for (LONG y = 20; y < 9 * h; ++y) {
         for (LONG x = 22; x < 60; ++x) {
             EXPECT_EQ(canvas.Pixel(x, y), White) << x << ", " << y;
@@ -435,14 +439,14 @@ TEST_F(AgendaCtrl, TooWideATextMovesItsBubbleLeft) {
     Send(AGM_SETMEASURES, 5, 20);
     AnswerRows([&](AgendaRowRequest& row) {
         if (row.rowIndex == 0) {
-            SetText(row, TEXT("WWWWWWWWWWWWWWWWWW"));  // one word: it cannot wrap
+            SetText(row, TEXT("WWWWWWWWWWWWWWWWWW"));  // one word cannot wrap
         }
     });
     const MemoryCanvas canvas(300, 200);
     agenda->Draw(canvas.Dc(), canvas.Bounds());
     const Box yellow = Extent(canvas, BubbleYellow);
     EXPECT_LT(yellow.left, 140);
-    EXPECT_NEAR(yellow.right, 298, 1);  // 2 px inside the control
+    EXPECT_NEAR(yellow.right, 298, 1);  // 2 px from the right edge
 }
 
 TEST_F(AgendaCtrl, DrawingLeavesTheDeviceContextAsItWas) {

@@ -1,6 +1,6 @@
 #pragma once
 
-// A chart in a visible window whose parent answers its requests and lists them.
+// Fixture with a chart in a visible parent that answers the chart's requests and records them.
 
 #include <algorithm>
 #include <functional>
@@ -14,7 +14,7 @@
 
 namespace lunara::test {
 
-/// Answers the direct question.
+/// Answers the question for the value range, which goes to sinks directly, and may refuse a tap.
 class RangeSink : public NotificationSink {
   public:
     LRESULT Notify(NMHDR&) override { return refuses ? 1 : 0; }
@@ -113,7 +113,7 @@ class ChartCtrl : public UiTest {
                 return 0;
         }
     }
-    /// Days 40 px apart, the first one 20 px left of the axis.
+    /// Shows these values as days 40 px apart, the first one 20 px left of the axis.
     void Show(std::initializer_list<std::int32_t> values) {
         points.clear();
         for (const std::int32_t value : values) {
@@ -135,16 +135,13 @@ class ChartCtrl : public UiTest {
     void Down(int x, int y) { Send(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y)); }
     void Move(int x, int y) { Send(WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x, y)); }
     void Up(int x, int y) { Send(WM_LBUTTONUP, 0, MAKELPARAM(x, y)); }
-    /// Drawn into a bitmap of the chart's size.
+    /// Draws the chart into a bitmap.
     void Draw(MemoryCanvas& canvas) { chart.Draw(canvas.Dc(), canvas.Bounds()); }
-    /// What is on the screen.
+    /// The pixels that the chart shows on the screen, row by row from the top.
     std::vector<COLORREF> Screen() {
         ::GdiFlush();
         MemoryCanvas copy(Width, Height);
-        {
-            const WindowDcScope dc(chart.Handle());
-            ::BitBlt(copy.Dc(), 0, 0, Width, Height, dc.Dc(), 0, 0, SRCCOPY);
-        }
+        copy.CopyFrom(chart.Handle());
         std::vector<COLORREF> pixels;
         for (int y = 0; y < Height; ++y) {
             for (int x = 0; x < Width; ++x) {

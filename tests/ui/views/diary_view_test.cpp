@@ -1,4 +1,4 @@
-// What the diary view is made of, which items it shows, and what its rows hold.
+// The diary view: its child windows, its show flags and settings, and the contents of its rows.
 
 #include "views/diary_view.h"
 
@@ -20,7 +20,7 @@ void StoreShowFlags(DWORD flags) {
     ASSERT_TRUE(settings.WriteDword(ShowFlagsSetting, flags));
 }
 
-/// Lists what the view tells, "Notes 0" and the like.
+/// Records the notifications of the view as texts such as "Notes 0".
 class RecordingListener : public DiaryListener {
   public:
     void NotesShownChanged(bool isShown) override { Add("Notes ", isShown); }
@@ -43,21 +43,21 @@ TEST_F(DiaryView, HasScrollBarCalendarAndAgendaSideBySide) {
     Make();
     EXPECT_EQ(ClassOf(view->Handle()), FrameworkClassName);
     EXPECT_EQ(TextOf(view->Handle()), L"Diary view");
-    const Box bar = BoxOf(Child(3003));
-    const Box calendar = BoxOf(Child(3002));
-    const Box agenda = BoxOf(Child(3001));
+    const Box bar = BoxOf(Child(View::ScrollBarId));
+    const Box calendar = BoxOf(Child(View::CalendarId));
+    const Box agenda = BoxOf(Child(View::AgendaId));
     EXPECT_EQ(bar, (Box{0, 0, ::GetSystemMetrics(SM_CXVSCROLL), HeightPx}));
     EXPECT_EQ(calendar.left, bar.right - 1);
     EXPECT_EQ(calendar.bottom, HeightPx);
     EXPECT_EQ(agenda.left, calendar.right - 1);
     EXPECT_EQ(agenda, (Box{agenda.left, 0, WidthPx, HeightPx}));
-    EXPECT_EQ(ClassOf(Child(3002)), L"CalendarCtrl");
-    EXPECT_EQ(ClassOf(Child(3001)), L"AgendaCtrl");
-    EXPECT_EQ(::lstrcmpiW(ClassOf(Child(3003)).c_str(), L"scrollbar"), 0);
-    EXPECT_NE(::GetWindowLongW(Child(3002), GWL_STYLE) & 1, 0);
+    EXPECT_EQ(ClassOf(Child(View::CalendarId)), L"CalendarCtrl");
+    EXPECT_EQ(ClassOf(Child(View::AgendaId)), L"AgendaCtrl");
+    EXPECT_EQ(::lstrcmpiW(ClassOf(Child(View::ScrollBarId)).c_str(), L"scrollbar"), 0);
+    EXPECT_NE(::GetWindowLongW(Child(View::CalendarId), GWL_STYLE) & CCS_VERTICAL, 0);
 }
 
-TEST_F(DiaryView, CalendarIsThreeLinesWideWhereCellsAreNoHigherThanALine) {
+TEST_F(DiaryView, TheCalendarIsThreeTextLinesWideWhereItsCellsAreLowerThanALine) {
     Make(240, 200);  // cells of 10 px
     TEXTMETRICW metrics{};
     {
@@ -151,7 +151,7 @@ TEST_F(DiaryView, SettersToggleTheirItemAndTellTheListeners) {
         LUNARA_ROW(c);
         listener.calls.clear();
         View& diary = *view;
-        EXPECT_EQ((diary.*c.setter)(true), 31U);  // as it is: nobody is told
+        EXPECT_EQ((diary.*c.setter)(true), 31U);  // no change, so no notification
         EXPECT_TRUE(listener.calls.empty());
         EXPECT_EQ((diary.*c.setter)(false), 31U & ~c.bit);
         EXPECT_EQ(view->GetShowFlags(), 31U & ~c.bit);
@@ -180,7 +180,7 @@ TEST_F(DiaryView, TheLastItemCannotBeHidden) {
     view->DetachListener(listener);
 }
 
-TEST_F(DiaryView, SettersWorkBeforeTheWindowExists) {
+TEST_F(DiaryView, SettersWorkBeforeItsWindowExists) {
     EXPECT_EQ(view->SetShowNotes(false), 30U);
     view->Refresh();
     view->Reload();
@@ -202,7 +202,7 @@ TEST_F(DiaryView, RowsCarryTextColorsAndPictures) {
     EXPECT_NE(row.items[1].bitmap, nullptr);
     EXPECT_EQ(row.items[1].overlay, nullptr);
     EXPECT_EQ(row.items[2].color, RGB(255, 255, 255));
-    // A day without a status has no date either.
+    // A day without a status has no text at all, not even its date.
     EXPECT_EQ(AskRow(1).request.text[0], 0);
 }
 
@@ -213,7 +213,8 @@ TEST_F(DiaryView, RowsFollowTheItemsShown) {
     Make();
     const Row row = AskRow(0);
     EXPECT_EQ(row.items[1].color, RGB(0, 255, 0));
-    EXPECT_NE(row.items[1].overlay, nullptr);  // after the last valid period start: there is none
+    // The overlay marks days after the last valid period start; with no period start, all days.
+    EXPECT_NE(row.items[1].overlay, nullptr);
 }
 
 TEST_F(DiaryView, MonthColorsComeFromTheTable) {
@@ -252,7 +253,7 @@ TEST_F(DiaryView, ChangesOfRecordsRepaintTheAgenda) {
     expectRepaint("recomputation", [this] { view->Refresh(); });
 }
 
-TEST_F(DiaryView, AReplacedDataSetIsShownFromItsOwnDate) {
+TEST_F(DiaryView, AReloadedDataSetIsShownFromItsOwnDate) {
     Make();
     ScrollBy(SB_PAGEDOWN);
     data->Unload();
@@ -288,7 +289,7 @@ TEST_F(DiaryView, LaysItselfOutAgainWhenItIsResized) {
     EXPECT_EQ(BoxOf(Agenda()).bottom, 410);
     EXPECT_EQ(BoxOf(Child(View::ScrollBarId)).bottom, 410);
     EXPECT_EQ(static_cast<AgendaCtrl*>(Window::FromHandle(Agenda()))->CellWidth(), 20);
-    // Rows and cells line up in whatever size.
+    // Rows of the agenda and cells of the calendar have the same height at every size.
     for (const int height : {640, 613, 300, 41, 19, 1}) {
         ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, height, SWP_NOZORDER);
         PumpMessages();
@@ -308,16 +309,16 @@ TEST_F(DiaryView, AWindowWithoutASizeDoesNoHarm) {
     PumpMessages();
 }
 
-TEST_F(DiaryView, IsGoneFromTheDataSetWithItsWindow) {
+TEST_F(DiaryView, StopsObservingTheDataSetWhenItsWindowIsDestroyed) {
     Make();
-    EXPECT_EQ(data->AttachObserver(*view), 0);  // it is there already
+    EXPECT_EQ(data->AttachObserver(*view), 0);  // 0: it is attached already
     ::DestroyWindow(view->Handle());
     EXPECT_EQ(data->DetachObserver(*view), 0);
     data->SetBleeding(2);
     data->SetCurrentDate(Day(2020, 1, 1));
 }
 
-TEST_F(DiaryView, CanBeMadeAgain) {
+TEST_F(DiaryView, CanBeCreatedAgain) {
     Make();
     view->SetShowNotes(false);
     ::DestroyWindow(view->Handle());
@@ -329,33 +330,26 @@ TEST_F(DiaryView, CanBeMadeAgain) {
 
 TEST_F(DiaryView, DrawsItsTitleOnWhite) {
     Make();
-    for (const int id : {3001, 3002, 3003}) {
+    for (const int id : {View::AgendaId, View::CalendarId, View::ScrollBarId}) {
         ::ShowWindow(Child(id), SW_HIDE);
     }
     ::RedrawWindow(view->Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
-    const MemoryCanvas canvas(WidthPx, HeightPx, RGB(9, 9, 9));
-    {
-        const WindowDcScope dc(view->Handle());
-        ::BitBlt(canvas.Dc(), 0, 0, WidthPx, HeightPx, dc.Dc(), 0, 0, SRCCOPY);
-    }
+    MemoryCanvas canvas(WidthPx, HeightPx, RGB(9, 9, 9));
+    canvas.CopyFrom(view->Handle());
     EXPECT_EQ(canvas.Pixel(5, 5), RGB(255, 255, 255));
     EXPECT_GT(canvas.CountOf(RGB(0, 0, 0)), 0);
 }
 
-// A painted diary, read back from the screen.
 TEST_F(DiaryView, PaintsTheDaysOfTheDataSet) {
     const SYSTEMTIME fifth = Day(2026, 3, 5);
     data->predictor.periodProbabilities.Set(ToDateKey(fifth), std::bit_cast<std::int32_t>(1.0F));
     Make();
     ::RedrawWindow(view->Handle(), nullptr, nullptr,
                    RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    const MemoryCanvas canvas(WidthPx, HeightPx);
-    {
-        const WindowDcScope dc(Agenda());
-        ::BitBlt(canvas.Dc(), 0, 0, WidthPx, HeightPx, dc.Dc(), 0, 0, SRCCOPY);
-    }
-    EXPECT_EQ(canvas.Pixel(2 * RowPx + 4, 4), RGB(0, 0, 255));              // period of the 5th
-    EXPECT_EQ(canvas.Pixel(2 * RowPx + 4, RowPx + 4), RGB(255, 255, 255));  // of the 6th
+    MemoryCanvas canvas(WidthPx, HeightPx);
+    canvas.CopyFrom(Agenda());
+    EXPECT_EQ(canvas.Pixel(2 * RowPx + 4, 4), RGB(0, 0, 255));              // the 5th has a period
+    EXPECT_EQ(canvas.Pixel(2 * RowPx + 4, RowPx + 4), RGB(255, 255, 255));  // the 6th has none
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The fields of the graph view for the current day's value.
+// The graph view: the entry field and the spin control for the current day's value.
 
 #include "tests/ui/views/graph_view_test_support.h"
 
@@ -22,8 +22,8 @@ TEST_F(GraphView, EntryShowsTheCurrentDay) {
         {"no temperature", GraphShowTemperature, MeasureFahrenheit, 0, 975, L"97.5"},
         {"no temperature, celsius", GraphShowTemperature, MeasureCelsius, 0, 364, L"36.4"},
         {"no bleeding", GraphShowBleeding, MeasureFahrenheit, 0, 0, L"None"},
-        {"temperature to come", GraphShowTemperature, MeasureFahrenheit, 1, 950, L""},
-        {"bleeding to come", GraphShowBleeding, MeasureFahrenheit, 1, 0, L""},
+        {"future temperature", GraphShowTemperature, MeasureFahrenheit, 1, 950, L""},
+        {"future bleeding", GraphShowBleeding, MeasureFahrenheit, 1, 0, L""},
     };
     for (const auto& row : rows) {
         LUNARA_ROW(row);
@@ -35,14 +35,14 @@ TEST_F(GraphView, EntryShowsTheCurrentDay) {
     }
 }
 
-TEST_F(GraphView, ValuesBeyondTheLimitsAreNotPutIntoTheEntry) {
+TEST_F(GraphView, AValueBeyondTheLimitsLeavesTheEntryEmpty) {
     Warm(0, 10230);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     EXPECT_EQ(Entry(), L"");
     EXPECT_EQ(SpinPosition(), 1000);
 }
 
-TEST_F(GraphView, SpinSetsTheValue) {
+TEST_F(GraphView, TheSpinSetsTheValue) {
     const struct {
         const char* label;
         DWORD mode;
@@ -78,7 +78,7 @@ TEST_F(GraphView, SpinSetsTheValue) {
     }
 }
 
-TEST_F(GraphView, SpinTurnedToNoneRemovesTheRecord) {
+TEST_F(GraphView, TheSpinAtNoneRemovesTheRecord) {
     Bleed(0, 2);
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     Spin(0);
@@ -86,7 +86,7 @@ TEST_F(GraphView, SpinTurnedToNoneRemovesTheRecord) {
     EXPECT_EQ(Entry(), L"None");
 }
 
-TEST_F(GraphView, SpinOnADayToComeIsRefused) {
+TEST_F(GraphView, TheSpinIsRefusedOnAFutureDay) {
     for (const DWORD mode : {GraphShowBleeding, GraphShowTemperature}) {
         data->SetCurrentDate(DayFromToday(1));
         MakeIn(mode, MeasureFahrenheit);
@@ -100,7 +100,7 @@ TEST_F(GraphView, SpinOnADayToComeIsRefused) {
     }
 }
 
-TEST_F(GraphView, ArrowOfTheSpinCountsUp) {
+TEST_F(GraphView, TheUpArrowOfTheSpinCountsUp) {
     Bleed(0, 1);
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     const HWND spin = Item(View::ValueSpinId);
@@ -110,7 +110,7 @@ TEST_F(GraphView, ArrowOfTheSpinCountsUp) {
     EXPECT_EQ(Entry(), L"Norm");
 }
 
-TEST_F(GraphView, OtherScrollersAreNotTheSpin) {
+TEST_F(GraphView, ScrollMessagesOfOtherControlsAreNotTheSpins) {
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     Send(WM_VSCROLL, MAKEWPARAM(SB_THUMBPOSITION, 3), 0);
     EXPECT_EQ(data->GetBleeding(), 0);
@@ -128,16 +128,16 @@ TEST_F(GraphView, ChangesFromElsewhereAreShown) {
     EXPECT_TRUE(WaitsForPaint(Item(View::ChartId)));
 }
 
-TEST_F(GraphView, RefreshShowsWhatChangedMeanwhile) {
+TEST_F(GraphView, RefreshShowsChangesThatNotifiedNoObserver) {
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
-    Bleed(0, 3);  // unnoticed
+    Bleed(0, 3);  // past the observers
     view->Refresh();
     EXPECT_EQ(Entry(), L"Heavy");
     EXPECT_TRUE(WaitsForPaint(Item(View::ChartId)));
     EXPECT_TRUE(WaitsForPaint(Item(View::CalendarId)));
 }
 
-TEST_F(GraphView, ADayThatHasComeCanBeEntered) {
+TEST_F(GraphView, AFutureDayThatHasBecomeTodayTakesAValue) {
     data->SetCurrentDate(DayFromToday(1));
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     SetLocalNow(DayFromToday(1));

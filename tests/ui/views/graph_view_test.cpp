@@ -1,4 +1,4 @@
-// What the graph view is made of, its settings, its two graphs and units, and what it paints.
+// The graph view: its child windows, its settings, its two graphs and units, and its painting.
 
 #include "views/graph_view.h"
 
@@ -39,8 +39,8 @@ TEST_F(GraphView, WithoutAKeyItShowsTemperatureInFahrenheit) {
     EXPECT_EQ(view->GetMeasure(), MeasureFahrenheit);
 }
 
-// The default of a key without the values is another one than that without a key.
-TEST_F(GraphView, AKeyWithoutTheValuesGivesBleedingAndFahrenheit) {
+// A settings key without the values has another default than no key at all. Deliberate.
+TEST_F(GraphView, AKeyWithoutTheValuesShowsBleedingAndFahrenheit) {
     Store(TEXT("CurrentView"), 3001);
     Make();
     EXPECT_EQ(view->GetShowFlags(), GraphShowBleeding);
@@ -51,7 +51,8 @@ TEST_F(GraphView, SettingsAreFoundAgain) {
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     view->SetShowTemperature(true);
     Tap(View::CelsiusId);
-    EXPECT_EQ(Setting(TEXT("GraphView_ShowFlags")), GraphShowBleeding);  // written at the end only
+    // Settings are written when the window is destroyed, not before.
+    EXPECT_EQ(Setting(TEXT("GraphView_ShowFlags")), GraphShowBleeding);
     ::DestroyWindow(view->Handle());
     EXPECT_EQ(Setting(TEXT("GraphView_ShowFlags")), GraphShowTemperature);
     EXPECT_EQ(Setting(TEXT("TemperatureMeasure")), MeasureCelsius);
@@ -72,7 +73,7 @@ TEST_F(GraphView, StraySettingsAreAsIfMissing) {
 
 class GraphViewPlaces : public GraphView {
   protected:
-    /// Children against each other and against a view of that size.
+    /// Checks the children against each other and against a view of this size.
     void ExpectPlaces(int width, int height) {
         const Box chart = BoxOf(Item(View::ChartId));
         const Box calendar = BoxOf(Item(View::CalendarId));
@@ -101,7 +102,7 @@ class GraphViewPlaces : public GraphView {
     }
 };
 
-TEST_F(GraphViewPlaces, FollowTheSizeOfTheView) {
+TEST_F(GraphViewPlaces, ChildrenFollowTheSizeOfTheView) {
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     ExpectPlaces(Width, Height);
     ::SetWindowPos(view->Handle(), nullptr, 0, 0, Width + 100, Height + 60, SWP_NOZORDER);
@@ -156,8 +157,8 @@ TEST_F(GraphView, ListenersHearOfEverySwitch) {
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     RecordedListener listener;
     view->AttachListener(listener);
-    view->SetShowTemperature(true);   // already
-    view->SetShowTemperature(false);  // no switch
+    view->SetShowTemperature(true);   // shown already
+    view->SetShowTemperature(false);  // hiding the graph shown is refused
     view->SetShowBleeding(false);
     EXPECT_TRUE(listener.log.empty());
     view->SetShowBleeding(true);
@@ -200,14 +201,14 @@ TEST_F(GraphView, ATapOnTheCheckedUnitDoesNothing) {
 
 // ---- Painting ----
 
-TEST_F(GraphView, GroundIsWhite) {
+TEST_F(GraphView, ItsBackgroundIsWhite) {
     Make();
     MemoryCanvas canvas(Width, Height, RGB(1, 2, 3));
     EXPECT_EQ(Send(WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.Dc())), 1);
     EXPECT_EQ(canvas.CountOf(White), Width * Height);
 }
 
-TEST_F(GraphView, ReadOnlyEntryIsWhite) {
+TEST_F(GraphView, TheReadOnlyEntryIsWhite) {
     Make();
     MemoryCanvas canvas(10, 10, RGB(1, 2, 3));
     const LRESULT brush = Send(WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(canvas.Dc()),
@@ -216,25 +217,21 @@ TEST_F(GraphView, ReadOnlyEntryIsWhite) {
     EXPECT_EQ(::GetBkColor(canvas.Dc()), White);
 }
 
-/// How many pixels of a rectangle of the view are not white.
+/// The number of pixels that are not white in a rectangle of a window on the screen.
 int InkIn(HWND window, const RECT& area) {
     ::GdiFlush();
     MemoryCanvas copy(area.right - area.left, area.bottom - area.top);
-    {
-        const WindowDcScope dc(window);
-        ::BitBlt(copy.Dc(), 0, 0, copy.Bounds().right, copy.Bounds().bottom, dc.Dc(), area.left,
-                 area.top, SRCCOPY);
-    }
+    copy.CopyFrom(window, area.left, area.top);
     return copy.Bounds().right * copy.Bounds().bottom - copy.CountOf(White);
 }
 
-TEST_F(GraphView, LegendStandsBesideTheCalendarInTheBleedingGraph) {
+TEST_F(GraphView, TheBleedingGraphHasALegendBesideTheCalendar) {
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
     const Box calendar = BoxOf(Item(View::CalendarId));
     const RECT column = {0, calendar.top, 34, calendar.bottom};
     EXPECT_GT(InkIn(view->Handle(), column), 150);
     view->SetShowTemperature(true);
-    ::DestroyWindow(Item(View::FahrenheitId));  // they would cover it
+    ::DestroyWindow(Item(View::FahrenheitId));  // the unit buttons would cover the legend
     ::DestroyWindow(Item(View::CelsiusId));
     ::RedrawWindow(view->Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW);
     EXPECT_EQ(InkIn(view->Handle(), column), 0);
@@ -254,10 +251,11 @@ TEST_F(GraphView, LabelsNameTheDateAndTheValue) {
     EXPECT_NE(celsius, fahrenheit);
     view->SetShowBleeding(true);
     Paint();
-    EXPECT_GT(InkIn(view->Handle(), label), std::max(celsius, fahrenheit));  // the longest word
+    // "Bleeding" is the longest of the three labels.
+    EXPECT_GT(InkIn(view->Handle(), label), std::max(celsius, fahrenheit));
 }
 
-// ---- The rest ----
+// ---- Requests, help, end ----
 
 TEST_F(GraphView, AnswersMonthColors) {
     Make();
@@ -277,7 +275,7 @@ TEST_F(GraphView, HelpOpensItsOwnAnchor) {
     EXPECT_EQ(help.anchors[0], L"Lunara.htm#_Calendar_graph");
 }
 
-TEST_F(GraphView, DestroyedItNoLongerWatches) {
+TEST_F(GraphView, StopsObservingTheDataSetWhenItsWindowIsDestroyed) {
     Make();
     ::DestroyWindow(view->Handle());
     data->SetBleeding(2);

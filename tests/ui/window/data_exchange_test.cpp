@@ -1,6 +1,10 @@
+// Data exchange: the list of fields that a dialog moves between its controls and its members.
+
 #include "window/data_exchange.h"
 
 #include <array>
+#include <functional>
+#include <vector>
 
 #include "tests/ui/ui_test.h"
 #include "tests/ui/ui_test_ids.h"
@@ -11,7 +15,9 @@ namespace {
 
 constexpr int TextCapacity = 8;
 
-/// The test's dialog with a list of fields that each test chooses.
+using Exchange = lunara::DataExchange;
+
+/// The test dialog with a list of fields that each test sets.
 class FieldsDialog : public Dialog {
   public:
     FieldsDialog() : Dialog(TEST_DIALOG) { fullScreen = false; }
@@ -22,14 +28,14 @@ class FieldsDialog : public Dialog {
             ::DestroyWindow(Handle());
         }
     }
-    void DoDataExchange(lunara::DataExchange& exchange) override {
+    void DoDataExchange(Exchange& exchange) override {
         if (fields) {
             fields(exchange);
         }
     }
     HWND Control(int id) const { return ::GetDlgItem(Handle(), id); }
 
-    std::function<void(lunara::DataExchange&)> fields;
+    std::function<void(Exchange&)> fields;
 };
 
 class DataExchange : public UiTest {
@@ -49,7 +55,7 @@ class DataExchange : public UiTest {
 
 TEST_F(DataExchange, UpdateDataAsksForTheFieldsInTheGivenDirection) {
     std::vector<bool> directions;
-    dialog.fields = [&](lunara::DataExchange& exchange) {
+    dialog.fields = [&](Exchange& exchange) {
         EXPECT_EQ(exchange.Current(), nullptr);
         directions.push_back(exchange.IsSaving());
     };
@@ -58,8 +64,8 @@ TEST_F(DataExchange, UpdateDataAsksForTheFieldsInTheGivenDirection) {
     EXPECT_EQ(directions, (std::vector<bool>{true, false}));
 }
 
-TEST_F(DataExchange, TakeKeepsTheControlAsTheCurrentOne) {
-    lunara::DataExchange exchange(true, dialog);
+TEST_F(DataExchange, TakeMakesTheControlTheCurrentOne) {
+    Exchange exchange(true, dialog);
     EXPECT_EQ(exchange.Take(TEST_EDIT), dialog.Control(TEST_EDIT));
     EXPECT_EQ(exchange.Current(), dialog.Control(TEST_EDIT));
     EXPECT_EQ(exchange.Take(9), nullptr);
@@ -67,7 +73,7 @@ TEST_F(DataExchange, TakeKeepsTheControlAsTheCurrentOne) {
 }
 
 TEST_F(DataExchange, TextGoesBothWays) {
-    dialog.fields = [&](lunara::DataExchange& exchange) {
+    dialog.fields = [&](Exchange& exchange) {
         ExchangeText(exchange, TEST_EDIT, text.data(), TextCapacity);
         EXPECT_EQ(exchange.Current(), dialog.Control(TEST_EDIT));
     };
@@ -80,7 +86,7 @@ TEST_F(DataExchange, TextGoesBothWays) {
 }
 
 TEST_F(DataExchange, SavedTextIsCutAtTheBuffer) {
-    dialog.fields = [&](lunara::DataExchange& exchange) {
+    dialog.fields = [&](Exchange& exchange) {
         ExchangeText(exchange, TEST_EDIT, text.data(), TextCapacity);
     };
     ::SetWindowTextW(dialog.Control(TEST_EDIT), TEXT("0123456789"));
@@ -88,8 +94,8 @@ TEST_F(DataExchange, SavedTextIsCutAtTheBuffer) {
     EXPECT_STREQ(text.data(), TEXT("0123456"));
 }
 
-TEST_F(DataExchange, AMissingControlLeavesTheField) {
-    dialog.fields = [&](lunara::DataExchange& exchange) {
+TEST_F(DataExchange, AMissingControlLeavesTheFieldAlone) {
+    dialog.fields = [&](Exchange& exchange) {
         ExchangeText(exchange, 9, text.data(), TextCapacity);
     };
     ::lstrcpyW(text.data(), TEXT("Anna"));
@@ -116,7 +122,7 @@ TEST_F(DataExchange, LimitTextLimitsTheCurrentControl) {
         LUNARA_ROW(row);
         const HWND edit = dialog.Control(TEST_EDIT);
         ::SendMessageW(edit, EM_LIMITTEXT, 20, 0);
-        lunara::DataExchange exchange(row.saving, dialog);
+        Exchange exchange(row.saving, dialog);
         exchange.Take(TEST_EDIT);
         EXPECT_EQ(LimitText(exchange, row.text, 5), row.result);
         EXPECT_EQ(::SendMessageW(edit, EM_GETLIMITTEXT, 0, 0), row.limit);
@@ -125,9 +131,7 @@ TEST_F(DataExchange, LimitTextLimitsTheCurrentControl) {
 
 TEST_F(DataExchange, CheckGoesBothWays) {
     int value = 0;
-    dialog.fields = [&](lunara::DataExchange& exchange) {
-        ExchangeCheck(exchange, TEST_CHECK, value);
-    };
+    dialog.fields = [&](Exchange& exchange) { ExchangeCheck(exchange, TEST_CHECK, value); };
     for (const int state : {BST_CHECKED, BST_INDETERMINATE, BST_UNCHECKED}) {
         value = state;
         dialog.UpdateData(false);
@@ -143,9 +147,7 @@ TEST_F(DataExchange, CheckOutsideItsRangeShowsUncheckedAndStoresZero) {
         SCOPED_TRACE(wrong);
         ::SendMessageW(dialog.Control(TEST_CHECK), BM_SETCHECK, BST_CHECKED, 0);
         int value = wrong;
-        dialog.fields = [&](lunara::DataExchange& exchange) {
-            ExchangeCheck(exchange, TEST_CHECK, value);
-        };
+        dialog.fields = [&](Exchange& exchange) { ExchangeCheck(exchange, TEST_CHECK, value); };
         dialog.UpdateData(false);
         EXPECT_EQ(value, 0);
         EXPECT_EQ(::SendMessageW(dialog.Control(TEST_CHECK), BM_GETCHECK, 0, 0), BST_UNCHECKED);
@@ -158,7 +160,7 @@ class DataExchangeCombo : public DataExchange {
         for (const WCHAR* item : items) {
             ::SendMessageW(Combo(), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item));
         }
-        dialog.fields = [this](lunara::DataExchange& exchange) {
+        dialog.fields = [this](Exchange& exchange) {
             ExchangeComboText(exchange, TEST_COMBO, text.data());
         };
     }
@@ -179,14 +181,14 @@ TEST_F(DataExchangeCombo, SelectedItemGoesBothWays) {
     EXPECT_STREQ(text.data(), TEXT("third"));
 }
 
-TEST_F(DataExchangeCombo, WithoutASelectionTheFieldIsLeft) {
+TEST_F(DataExchangeCombo, WithoutASelectionTheFieldIsLeftAlone) {
     Fill({TEXT("first")});
     ::lstrcpyW(text.data(), TEXT("kept"));
     dialog.UpdateData(true);
     EXPECT_STREQ(text.data(), TEXT("kept"));
 }
 
-TEST_F(DataExchangeCombo, TheSearchBeginsBehindTheFirstItem) {
+TEST_F(DataExchangeCombo, TheSearchForATextBeginsAfterTheFirstItem) {
     Fill({TEXT("may"), TEXT("june"), TEXT("may 2")});
     ::lstrcpyW(text.data(), TEXT("may"));
     dialog.UpdateData(false);

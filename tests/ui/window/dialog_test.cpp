@@ -1,6 +1,9 @@
+// Dialogs: binding to their window, modal and modeless life, owner, font.
+
 #include "window/dialog.h"
 
 #include <array>
+#include <functional>
 
 #include "tests/ui/ui_test.h"
 #include "tests/ui/ui_test_ids.h"
@@ -52,7 +55,7 @@ void Type(const lunara::Dialog& dialog, const WCHAR* text) {
 TEST_F(Dialog, ModelessDialogIsBoundAndLoadedButNotShown) {
     TestDialog dialog;
     ::lstrcpyW(dialog.text.data(), TEXT("Anna"));
-    ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
+    ASSERT_TRUE(TestDialog::CreateModeless(dialog, TEST_DIALOG));
     EXPECT_EQ(dialog.initialised, 1);
     EXPECT_EQ(Window::FromHandle(dialog.Handle()), &dialog);
     EXPECT_EQ(TextOf(dialog.Handle()), TEXT("Fields"));
@@ -63,10 +66,10 @@ TEST_F(Dialog, ModelessDialogIsBoundAndLoadedButNotShown) {
     EXPECT_EQ(WindowMap::Current(), nullptr);
 }
 
-TEST_F(Dialog, ADialogCanBeMadeAgain) {
+TEST_F(Dialog, ADialogCanBeCreatedAgain) {
     TestDialog dialog;
     for (int round = 1; round <= 3; ++round) {
-        ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
+        ASSERT_TRUE(TestDialog::CreateModeless(dialog, TEST_DIALOG));
         EXPECT_EQ(dialog.initialised, round);
         ::DestroyWindow(dialog.Handle());
     }
@@ -97,23 +100,21 @@ TEST_F(Dialog, CancelEndsWithTwoAndReadsNothing) {
 TEST_F(Dialog, AMissingTemplateMakesNoDialog) {
     TestDialog dialog(NoSuchTemplate);
     EXPECT_EQ(dialog.DoModal(), -1);
-    EXPECT_FALSE(lunara::Dialog::CreateModeless(dialog, NoSuchTemplate));
+    EXPECT_FALSE(TestDialog::CreateModeless(dialog, NoSuchTemplate));
     EXPECT_EQ(dialog.initialised, 0);
     EXPECT_EQ(dialog.Handle(), nullptr);
 }
 
-TEST_F(Dialog, AnEndDuringInitialisationIsTheModalResult) {
+TEST_F(Dialog, EndingDuringInitialisationGivesTheModalResult) {
     TestDialog dialog;
     dialog.whenInitialised = [&] { ::EndDialog(dialog.Handle(), 17); };
     EXPECT_EQ(dialog.DoModal(), 17);
 }
 
-TEST_F(Dialog, WithoutAnOwnerItBelongsToTheMainWindow) {
-    ScriptedWindow mainWindow;
-    ASSERT_EQ(mainWindow.Make(), 1);
-    SetMainWindow(&mainWindow);
+TEST_F(Dialog, WithoutAnOwnerItIsOwnedByTheMainWindow) {
+    const StandInMainWindow mainWindow;
     TestDialog dialog;
-    ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
+    ASSERT_TRUE(TestDialog::CreateModeless(dialog, TEST_DIALOG));
     EXPECT_EQ(::GetWindow(dialog.Handle(), GW_OWNER), mainWindow.Handle());
     ::DestroyWindow(dialog.Handle());
     HWND modalOwner = nullptr;
@@ -125,20 +126,18 @@ TEST_F(Dialog, WithoutAnOwnerItBelongsToTheMainWindow) {
     EXPECT_EQ(modalOwner, mainWindow.Handle());
 }
 
-TEST_F(Dialog, WithoutAnyMainWindowItStandsAlone) {
+TEST_F(Dialog, WithoutAMainWindowItHasNoOwner) {
     TestDialog dialog;
-    ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
+    ASSERT_TRUE(TestDialog::CreateModeless(dialog, TEST_DIALOG));
     EXPECT_EQ(::GetWindow(dialog.Handle(), GW_OWNER), nullptr);
 }
 
-TEST_F(Dialog, AGivenOwnerIsPreferred) {
-    ScriptedWindow mainWindow;
+TEST_F(Dialog, AGivenOwnerIsPreferredToTheMainWindow) {
+    const StandInMainWindow mainWindow;
     ScriptedWindow owner;
-    ASSERT_EQ(mainWindow.Make(), 1);
     ASSERT_EQ(owner.Make(), 1);
-    SetMainWindow(&mainWindow);
     TestDialog modeless;
-    ASSERT_TRUE(lunara::Dialog::CreateModeless(modeless, TEST_DIALOG, &owner));
+    ASSERT_TRUE(TestDialog::CreateModeless(modeless, TEST_DIALOG, &owner));
     EXPECT_EQ(::GetWindow(modeless.Handle(), GW_OWNER), owner.Handle());
     TestDialog modal(TEST_DIALOG, &owner);
     HWND modalOwner = nullptr;
@@ -150,9 +149,9 @@ TEST_F(Dialog, AGivenOwnerIsPreferred) {
     EXPECT_EQ(modalOwner, owner.Handle());
 }
 
-TEST_F(Dialog, OtherMessagesAreTheDialogManagers) {
+TEST_F(Dialog, OtherMessagesAreLeftToTheDialogManager) {
     TestDialog dialog;
-    ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
+    ASSERT_TRUE(TestDialog::CreateModeless(dialog, TEST_DIALOG));
     const LRESULT answer = ::SendMessageW(dialog.Handle(), DM_GETDEFID, 0, 0);
     EXPECT_EQ(HIWORD(answer), DC_HASDEFID);
     EXPECT_EQ(LOWORD(answer), IDOK);
@@ -162,7 +161,7 @@ TEST_F(Dialog, OtherMessagesAreTheDialogManagers) {
     EXPECT_EQ(result, 7);
 }
 
-TEST_F(Dialog, OkAndCancelAreKnownByTheirIdWhateverTheNotification) {
+TEST_F(Dialog, OkAndCancelAreRecognisedByTheirIdWhateverTheNotification) {
     class CountingDialog : public TestDialog {
       public:
         void OnOK() override { ++oks; }
@@ -179,7 +178,7 @@ TEST_F(Dialog, OkAndCancelAreKnownByTheirIdWhateverTheNotification) {
     EXPECT_EQ(dialog.cancels, 1);
 }
 
-TEST_F(Dialog, InitialisationLeftToTheDialogManagerDoesNotGoRound) {
+TEST_F(Dialog, InitialisationLeftUnhandledReachesTheDialogOnce) {
     class SilentDialog : public TestDialog {
       public:
         bool OnMessage(UINT message, WPARAM, LPARAM, LRESULT*) override {
@@ -189,23 +188,22 @@ TEST_F(Dialog, InitialisationLeftToTheDialogManagerDoesNotGoRound) {
         int seen = 0;
     };
     SilentDialog dialog;
-    ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
+    ASSERT_TRUE(TestDialog::CreateModeless(dialog, TEST_DIALOG));
     EXPECT_EQ(dialog.seen, 1);
 }
 
 TEST_F(Dialog, ADialogMadeWhileAnotherInitialisesIsBoundToo) {
     TestDialog outer;
     TestDialog inner;
-    outer.whenInitialised = [&] {
-        EXPECT_TRUE(lunara::Dialog::CreateModeless(inner, TEST_DIALOG));
-    };
-    ASSERT_TRUE(lunara::Dialog::CreateModeless(outer, TEST_DIALOG));
+    outer.whenInitialised = [&] { EXPECT_TRUE(TestDialog::CreateModeless(inner, TEST_DIALOG)); };
+    ASSERT_TRUE(TestDialog::CreateModeless(outer, TEST_DIALOG));
     EXPECT_EQ(Window::FromHandle(outer.Handle()), &outer);
     EXPECT_EQ(Window::FromHandle(inner.Handle()), &inner);
     EXPECT_NE(outer.Handle(), inner.Handle());
 }
 
-/// Binds an object to the next dialog window before the dialog manager initialises it.
+/// Binds an object to each dialog window as soon as that exists, before the dialog manager sends
+/// WM_INITDIALOG.
 class EarlyBinder {
   public:
     explicit EarlyBinder(Window& object) {
@@ -220,9 +218,7 @@ class EarlyBinder {
     static LRESULT CALLBACK OnCreate(int code, WPARAM wParam, LPARAM lParam) {
         if (code == HCBT_CREATEWND) {
             const auto window = reinterpret_cast<HWND>(wParam);
-            std::array<WCHAR, 16> name{};
-            ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-            if (::lstrcmpW(name.data(), TEXT("#32770")) == 0) {
+            if (ClassOf(window) == TEXT("#32770")) {
                 bound->Attach(window);
             }
         }
@@ -233,23 +229,24 @@ class EarlyBinder {
     HHOOK hook;
 };
 
-TEST_F(Dialog, InitialisationOfAWindowBoundToAnotherObjectIsStillForwarded) {
+TEST_F(Dialog, InitialisationOfAWindowBoundToAnotherObjectGoesToThatObject) {
     ScriptedWindow other;
     TestDialog dialog;
     {
         const EarlyBinder binder(other);
-        ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
+        ASSERT_TRUE(TestDialog::CreateModeless(dialog, TEST_DIALOG));
     }
     EXPECT_EQ(dialog.Handle(), nullptr);
     EXPECT_EQ(dialog.initialised, 0);
     EXPECT_EQ(other.CountOf(WM_INITDIALOG), 1);
 }
 
-TEST_F(Dialog, SpeaksInTheShellFontWhateverTheTemplateNames) {
+TEST_F(Dialog, ItsControlsHaveTheShellFontWhateverTheTemplateNames) {
     TestDialog dialog;
-    ASSERT_TRUE(lunara::Dialog::CreateModeless(dialog, TEST_DIALOG));
+    ASSERT_TRUE(TestDialog::CreateModeless(dialog, TEST_DIALOG));
     const auto shell = reinterpret_cast<LRESULT>(ShellFont());
-    ASSERT_NE(::SendMessageW(dialog.Handle(), WM_GETFONT, 0, 0), shell);  // the template's own
+    // The dialog itself keeps the font that its template names.
+    ASSERT_NE(::SendMessageW(dialog.Handle(), WM_GETFONT, 0, 0), shell);
     for (const int id : {TEST_EDIT, TEST_CHECK, TEST_COMBO, IDOK, IDCANCEL}) {
         EXPECT_EQ(::SendDlgItemMessageW(dialog.Handle(), id, WM_GETFONT, 0, 0), shell) << id;
     }

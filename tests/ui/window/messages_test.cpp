@@ -12,18 +12,7 @@ constexpr UINT FirstWarning = 50001;
 
 class Messages : public UiTest {
   protected:
-    void SetUp() override {
-        UiTest::SetUp();
-        ASSERT_EQ(mainWindow.Make(), 1);
-        SetMainWindow(&mainWindow);
-    }
-    void TearDown() override {
-        SetMainWindow(nullptr);
-        ::DestroyWindow(mainWindow.Handle());
-        UiTest::TearDown();
-    }
-
-    ScriptedWindow mainWindow;
+    StandInMainWindow mainWindow;
 };
 
 struct IdAndText {
@@ -64,13 +53,7 @@ TEST_F(Messages, EveryErrorIdHasItsText) {
     }
 }
 
-TEST_F(Messages, CaptionsAreLiteral) {
-    EXPECT_STREQ(CaptionWarning, TEXT("Warning"));
-    EXPECT_STREQ(CaptionError, TEXT("Error"));
-    EXPECT_STREQ(CaptionMessage, TEXT("Message"));
-}
-
-TEST_F(Messages, TheAnswerIsTheButton) {
+TEST_F(Messages, TheResultIsTheButtonPressed) {
     messages.answers = {IDYES, IDNO, IDYES};
     EXPECT_EQ(ShowMessage(nullptr, 57356, CaptionMessage, MB_YESNO), IDYES);
     EXPECT_EQ(ShowMessage(nullptr, 57356, CaptionMessage, MB_YESNO), IDNO);
@@ -84,7 +67,7 @@ TEST_F(Messages, AnIdWithoutTextShowsNothing) {
     EXPECT_TRUE(messages.boxes.empty());
 }
 
-TEST_F(Messages, TheProgramsOwnBoxesStandOverTheMainWindowWithItsTitle) {
+TEST_F(Messages, AppMessagesAreOwnedByTheMainWindowAndCarryTheProgramsTitle) {
     EXPECT_EQ(ShowAppMessage(57353, MB_ICONINFORMATION), IDOK);
     ASSERT_EQ(messages.boxes.size(), 1U);
     EXPECT_EQ(messages.boxes[0].text, TEXT("Backup is done!"));
@@ -115,19 +98,19 @@ TEST_F(Messages, BitsZeroAndTwoShowTwoLines) {
     EXPECT_EQ(messages.boxes[0].owner, mainWindow.Handle());
 }
 
-TEST_F(Messages, OneBitShowsOneLineWithoutABreak) {
+TEST_F(Messages, OneBitShowsOneLineWithoutALineBreak) {
     ShowFlagMessages(FirstWarning, 0b10, MB_OK);
     ASSERT_EQ(messages.boxes.size(), 1U);
     EXPECT_EQ(messages.boxes[0].text, TEXT("No statistical data. "));
 }
 
 TEST_F(Messages, BitsWithoutTextLeaveNoEmptyLine) {
-    // 57349 has no text; bit 0 is 57348, bit 1 nothing, bit 2 57350.
+    // Bit 0 stands for 57348, bit 1 for 57349, which has no text, bit 2 for 57350.
     ShowFlagMessages(57348, 0b111, MB_OK);
     ASSERT_EQ(messages.boxes.size(), 1U);
     EXPECT_EQ(messages.boxes[0].text,
               TEXT("User/Password invalid\nBleeding entry for the period exists!"));
-    // A gap at the end, too: 57359 is the last.
+    // The last bit without a text: 57359 is the highest id that has one.
     ShowFlagMessages(57359, 0b11, MB_OK);
     ASSERT_EQ(messages.boxes.size(), 2U);
     EXPECT_EQ(messages.boxes[1].text, TEXT("Restore is done!"));
@@ -162,12 +145,12 @@ TEST_F(Messages, ASystemErrorShowsTheSystemsText) {
 }
 
 TEST_F(Messages, ASystemErrorWithoutTextShowsNothing) {
-    ::SetLastError(0x20001234);  // codes with this bit are never the system's
+    ::SetLastError(0x20001234);  // bit 29 is reserved for applications: the system has no such code
     ShowSystemError();
     EXPECT_TRUE(messages.boxes.empty());
 }
 
-/// Presses "No" in the box of that caption as soon as it is up.
+/// Presses "No" in the program's message box as soon as it is up, and stops the timer.
 void CALLBACK AnswerNo(HWND, UINT, UINT_PTR timer, DWORD) {
     const HWND box = ::FindWindowW(TEXT("#32770"), TEXT("Lunara"));
     if (box != nullptr) {

@@ -1,3 +1,5 @@
+// Settings: values under the program's registry key, and which root that key lies under.
+
 #include "window/settings.h"
 
 #include <array>
@@ -68,9 +70,9 @@ TEST_F(Settings, WithoutAKeyNothingIsReadOrWritten) {
     EXPECT_FALSE(settings.WriteString(TEXT("LastUser"), TEXT("Anna")));
 }
 
-TEST_F(Settings, ARootThatRefusesGivesWayToTheUsersKey) {
-    // A key that is closed again stands for the machine's key of a user who may not write there:
-    // Wine grants every right.
+TEST_F(Settings, ARootThatCannotBeWrittenGivesWayToTheFallbackRoot) {
+    // A closed key stands in for HKEY_LOCAL_MACHINE of a user who may not write there, since Wine
+    // grants every right.
     HKEY refusing = nullptr;
     ASSERT_EQ(
         ::RegCreateKeyExW(HKEY_CURRENT_USER, TEXT("SOFTWARE\\LunaraTests\\Refusing"), 0, nullptr,
@@ -88,7 +90,7 @@ TEST_F(Settings, ARootThatRefusesGivesWayToTheUsersKey) {
     EXPECT_EQ(number, 3000U);
 }
 
-TEST_F(Settings, TheFirstRootIsPreferred) {
+TEST_F(Settings, TheFirstRootIsPreferredToTheFallback) {
     SetSettingsLocation(SettingsLocation{HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER, Path});
     {
         lunara::Settings settings;
@@ -105,14 +107,14 @@ TEST_F(Settings, TheFirstRootIsPreferred) {
     ::RegDeleteTreeW(HKEY_LOCAL_MACHINE, TEXT("SOFTWARE\\LunaraTests"));
 }
 
-TEST_F(Settings, SettingsLiveInTheProgramsKeyOfTheMachineThenOfTheUser) {
+TEST_F(Settings, TheDefaultIsTheProgramsKeyOfTheMachineThenOfTheUser) {
     const SettingsLocation location = DefaultSettingsLocation();
     EXPECT_EQ(location.root, HKEY_LOCAL_MACHINE);
     EXPECT_EQ(location.fallbackRoot, HKEY_CURRENT_USER);
     EXPECT_STREQ(location.path, TEXT("SOFTWARE\\Apps\\Lunara"));
 }
 
-TEST_F(Settings, ANumberOfTheWrongTypeOrSizeIsAsIfItWereMissing) {
+TEST_F(Settings, ANumberOfTheWrongTypeOrSizeReadsAsMissing) {
     struct Row {
         const char* label;
         DWORD type;
@@ -136,20 +138,20 @@ TEST_F(Settings, ANumberOfTheWrongTypeOrSizeIsAsIfItWereMissing) {
     }
 }
 
-TEST_F(Settings, ATextOfTheWrongTypeOrSizeIsAsIfItWereMissing) {
+TEST_F(Settings, ATextOfTheWrongTypeOrSizeReadsAsMissing) {
     struct Row {
         const char* label;
         DWORD type;
         DWORD bytes;
         const WCHAR* data;
-        const WCHAR* read;  // null: missing
+        const WCHAR* read;  // null: reads as missing
     };
     constexpr WCHAR Longest[] = TEXT("0123456789012345678901234567890");
     constexpr WCHAR TooLong[] = TEXT("01234567890123456789012345678901");
     const Row rows[] = {
         {"terminated", REG_SZ, 10, TEXT("Anna"), TEXT("Anna")},
         {"unterminated", REG_SZ, 8, TEXT("Anna"), TEXT("Anna")},
-        {"junk behind the terminator", REG_SZ, 20, TEXT("Anna\0junk"), TEXT("Anna")},
+        {"junk after the terminator", REG_SZ, 20, TEXT("Anna\0junk"), TEXT("Anna")},
         {"empty", REG_SZ, 2, TEXT(""), TEXT("")},
         {"no bytes", REG_SZ, 0, TEXT(""), TEXT("")},
         {"longest", REG_SZ, 64, Longest, Longest},
@@ -178,7 +180,7 @@ TEST_F(Settings, ATextOfTheWrongTypeOrSizeIsAsIfItWereMissing) {
     }
 }
 
-TEST_F(Settings, AHugeTextIsAsIfItWereMissing) {
+TEST_F(Settings, AHugeTextReadsAsMissingAndIsNotWritten) {
     const std::wstring huge(100000, TEXT('x'));
     Store(TEXT("Text"), REG_SZ, huge.c_str(), static_cast<DWORD>(huge.size() * sizeof(WCHAR)));
     const lunara::Settings settings;

@@ -1,3 +1,5 @@
+// Window objects: creation, binding to a handle, subclassing, dispatch of messages.
+
 #include "window/window.h"
 
 #include "tests/ui/ui_test.h"
@@ -11,35 +13,29 @@ constexpr UINT AskInside = WM_APP + 11;
 
 class Window : public UiTest {};
 
-std::wstring ClassOf(HWND window) {
-    std::array<WCHAR, 64> name{};
-    ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    return name.data();
-}
-
 WNDPROC ProcedureOf(HWND window) {
     return reinterpret_cast<WNDPROC>(::GetWindowLongPtrW(window, GWLP_WNDPROC));
 }
 
-/// A system control that no object is bound to.
+/// A system control with no object bound to it.
 HWND MakeEdit() {
     return ::CreateWindowExW(0, TEXT("EDIT"), TEXT("typed"), WS_POPUP, 0, 0, 50, 20, nullptr,
                              nullptr, AppInstance(), nullptr);
 }
 
-TEST_F(Window, WithoutClassNameGetsTheFrameworksClass) {
+TEST_F(Window, WithoutAClassNameItGetsTheFrameworksClass) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     EXPECT_EQ(ClassOf(window.Handle()), TEXT("wfcWnd_1_0"));
-    EXPECT_EQ(lunara::Window::FromHandle(window.Handle()), &window);
+    EXPECT_EQ(ScriptedWindow::FromHandle(window.Handle()), &window);
 }
 
-TEST_F(Window, TheFrameworksClassHasJustTheRedrawAndDoubleClickStyles) {
-    ASSERT_EQ(lunara::Window::RegisterFrameworkClass(), 1);
-    ASSERT_EQ(lunara::Window::RegisterFrameworkClass(), 1);  // there already
+TEST_F(Window, TheFrameworksClassHasOnlyTheRedrawAndDoubleClickStyles) {
+    ASSERT_EQ(ScriptedWindow::RegisterFrameworkClass(), 1);
+    ASSERT_EQ(ScriptedWindow::RegisterFrameworkClass(), 1);  // registered already
     WNDCLASSW found{};
     ASSERT_TRUE(::GetClassInfoW(AppInstance(), FrameworkClassName, &found));
-    EXPECT_EQ(found.style, 11U);
+    EXPECT_EQ(found.style, UINT{CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS});
     EXPECT_EQ(found.lpfnWndProc, &FrameworkWindowProc);
     EXPECT_EQ(found.hInstance, AppInstance());
     EXPECT_EQ(found.hbrBackground, nullptr);
@@ -137,21 +133,21 @@ class OwnClassWindow : public ScriptedWindow {
     }
 };
 
-TEST_F(Window, AClassOfItsOwnIsKept) {
+TEST_F(Window, AClassSetByPreCreateWindowIsKept) {
     OwnClassWindow window;
     ASSERT_EQ(window.Make(), 1);
     EXPECT_EQ(ClassOf(window.Handle()), TEXT("LunaraTestClass"));
     EXPECT_EQ(window.CountOf(WM_CREATE), 1);
 }
 
-TEST_F(Window, AForeignClassIsNotSuccessAndLeavesNoWindow) {
+TEST_F(Window, AForeignClassFailsAndLeavesNoWindow) {
     ScriptedWindow window;
     EXPECT_EQ(window.Create(0, TEXT("STATIC"), TEXT("LunaraForeign"), WS_POPUP, 0, 0, 10, 10,
                             nullptr, nullptr),
               0);
     EXPECT_EQ(window.Handle(), nullptr);
     EXPECT_EQ(::FindWindowW(TEXT("STATIC"), TEXT("LunaraForeign")), nullptr);
-    // The object does not wait for the next window of the framework's class either.
+    // Nor is the object still pending, to be bound to the next window of the framework's class.
     EXPECT_EQ(::CreateWindowExW(0, FrameworkClassName, TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr,
                                 nullptr, AppInstance(), nullptr),
               nullptr);
@@ -163,11 +159,11 @@ TEST_F(Window, AnUnknownClassFails) {
                             nullptr),
               0);
     EXPECT_EQ(window.Handle(), nullptr);
-    ASSERT_EQ(window.Make(), 1);  // and does not spoil the next attempt
+    ASSERT_EQ(window.Make(), 1);  // the failure leaves the object usable
 }
 
-TEST_F(Window, AWindowOfTheClassMadeElsewhereIsRefused) {
-    ASSERT_EQ(lunara::Window::RegisterFrameworkClass(), 1);
+TEST_F(Window, AWindowOfTheFrameworksClassCreatedElsewhereIsRefused) {
+    ASSERT_EQ(ScriptedWindow::RegisterFrameworkClass(), 1);
     EXPECT_EQ(::CreateWindowExW(0, FrameworkClassName, TEXT(""), WS_POPUP, 0, 0, 10, 10, nullptr,
                                 nullptr, AppInstance(), nullptr),
               nullptr);
@@ -209,8 +205,8 @@ TEST_F(Window, CreatingAChildWhileBeingCreatedBindsBoth) {
     ASSERT_EQ(parent.Make(), 1);
     EXPECT_EQ(childMade, 1);
     EXPECT_EQ(::GetParent(child.Handle()), parent.Handle());
-    EXPECT_EQ(lunara::Window::FromHandle(parent.Handle()), &parent);
-    EXPECT_EQ(lunara::Window::FromHandle(child.Handle()), &child);
+    EXPECT_EQ(ScriptedWindow::FromHandle(parent.Handle()), &parent);
+    EXPECT_EQ(ScriptedWindow::FromHandle(child.Handle()), &child);
 }
 
 TEST_F(Window, HandlerStillSeesItsHandleInDestroyAndIsUnboundAfterwards) {
@@ -220,7 +216,7 @@ TEST_F(Window, HandlerStillSeesItsHandleInDestroyAndIsUnboundAfterwards) {
     window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
         if (message == WM_DESTROY) {
             handleAtDestroy = window.Handle();
-            boundAtDestroy = lunara::Window::FromHandle(handleAtDestroy);
+            boundAtDestroy = ScriptedWindow::FromHandle(handleAtDestroy);
         }
         return false;
     };
@@ -230,7 +226,7 @@ TEST_F(Window, HandlerStillSeesItsHandleInDestroyAndIsUnboundAfterwards) {
     EXPECT_EQ(handleAtDestroy, handle);
     EXPECT_EQ(boundAtDestroy, &window);
     EXPECT_EQ(window.Handle(), nullptr);
-    EXPECT_EQ(lunara::Window::FromHandle(handle), nullptr);
+    EXPECT_EQ(ScriptedWindow::FromHandle(handle), nullptr);
     EXPECT_EQ(window.CountOf(WM_NCDESTROY), 0);
 }
 
@@ -249,7 +245,7 @@ TEST_F(Window, AnObjectMayDieInItsDestroyHandler) {
     delete window;
 }
 
-TEST_F(Window, AnObjectThatIsGoneLeavesItsWindowAlone) {
+TEST_F(Window, DestroyingTheObjectLeavesItsWindow) {
     HWND handle = nullptr;
     {
         lunara::Window window;
@@ -269,7 +265,7 @@ TEST_F(Window, AttachBindsOneObjectOnly) {
     EXPECT_EQ(second.Attach(edit), 0);
     EXPECT_EQ(first.Attach(edit), 0);
     EXPECT_EQ(second.Handle(), nullptr);
-    EXPECT_EQ(lunara::Window::FromHandle(edit), &first);
+    EXPECT_EQ(ScriptedWindow::FromHandle(edit), &first);
     ::DestroyWindow(edit);
     EXPECT_EQ(first.Detach(), edit);
 }
@@ -306,7 +302,7 @@ TEST_F(Window, LastUnboundWindowDestroysTheMapAndTheNextMakesANewOne) {
     ASSERT_NE(WindowMap::Current(), nullptr);
     second.Detach();
     EXPECT_EQ(WindowMap::Current(), nullptr);
-    EXPECT_EQ(lunara::Window::FromHandle(edit), nullptr);
+    EXPECT_EQ(ScriptedWindow::FromHandle(edit), nullptr);
     first.Attach(edit);
     ASSERT_NE(WindowMap::Current(), nullptr);
     EXPECT_EQ(WindowMap::Current()->Count(), 1);
@@ -321,7 +317,7 @@ TEST_F(Window, SubclassRoutesMessagesAndFallsBackToTheControl) {
     ScriptedWindow window;
     ASSERT_EQ(window.Subclass(edit), 1);
     EXPECT_NE(ProcedureOf(edit), own);
-    EXPECT_EQ(TextOf(edit), TEXT("typed"));  // still the control's own answer
+    EXPECT_EQ(TextOf(edit), TEXT("typed"));  // the control's own answer
     EXPECT_GE(window.CountOf(WM_GETTEXT), 1);
     window.handler = [](UINT message, WPARAM, LPARAM, LRESULT& result) {
         result = 41;
@@ -357,7 +353,7 @@ TEST_F(Window, ADestroyedSubclassedWindowGetsItsProcedureBack) {
     EXPECT_EQ(window.CountOf(WM_DESTROY), 1);
     EXPECT_EQ(window.CountOf(WM_NCDESTROY), 0);
     ASSERT_EQ(window.Make(), 1);
-    // The second window has no earlier procedure to fall back to.
+    // The new window is not subclassed: the procedure of the button must not be kept for it.
     EXPECT_EQ(ProcedureOf(window.Handle()), &FrameworkWindowProc);
     EXPECT_EQ(::SendMessageW(window.Handle(), WM_GETDLGCODE, 0, 0), 0);
 }
@@ -365,7 +361,7 @@ TEST_F(Window, ADestroyedSubclassedWindowGetsItsProcedureBack) {
 TEST_F(Window, HandledMessagesReturnTheHandlersResult) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
-    ASSERT_EQ(TextOf(window.Handle()), TEXT("Scripted"));  // not handled: the system's answer
+    ASSERT_EQ(TextOf(window.Handle()), TEXT("Scripted"));  // not handled, so the system answers
     window.handler = [](UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
         result = static_cast<LRESULT>(wParam) * 10 + lParam;
         return message == Ask;
@@ -373,7 +369,7 @@ TEST_F(Window, HandledMessagesReturnTheHandlersResult) {
     EXPECT_EQ(::SendMessageW(window.Handle(), Ask, 4, 2), 42);
 }
 
-TEST_F(Window, TheBaseHandlesNothingAndTouchesNoResult) {
+TEST_F(Window, TheBaseClassHandlesNothingAndLeavesTheResultAlone) {
     lunara::Window window;
     LRESULT result = 7;
     EXPECT_FALSE(window.OnMessage(WM_PAINT, 0, 0, &result));
@@ -426,7 +422,8 @@ TEST_F(Window, DefaultPassesTheCurrentMessageOn) {
         return false;
     };
     ASSERT_EQ(window.Make(), 1);
-    EXPECT_EQ(::SendMessageW(window.Handle(), WM_GETTEXTLENGTH, 0, 0), 108);  // "Scripted"
+    // "Scripted" has 8 units.
+    EXPECT_EQ(::SendMessageW(window.Handle(), WM_GETTEXTLENGTH, 0, 0), 108);
 }
 
 TEST_F(Window, InvalidateCoversTheClientAreaAndUpdatePaintsAtOnce) {
@@ -458,7 +455,7 @@ TEST_F(Window, InvalidateCoversTheClientAreaAndUpdatePaintsAtOnce) {
     }
 }
 
-TEST_F(Window, AFrameIsDrawnWhereThereIsOne) {
+TEST_F(Window, ABorderIsDrawnAroundTheClientArea) {
     ScriptedWindow parent;
     ASSERT_EQ(parent.Make(nullptr, 60, 40), 1);
     ScriptedWindow framed;
@@ -473,7 +470,7 @@ TEST_F(Window, AFrameIsDrawnWhereThereIsOne) {
     ::ReleaseDC(framed.Handle(), dc);
 }
 
-TEST_F(Window, ThePointerOverItIsAnArrow) {
+TEST_F(Window, ThePointerOverAWindowIsAnArrow) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     ::SetCursor(::LoadCursorW(nullptr, IDC_WAIT));
@@ -493,7 +490,7 @@ TEST_F(Window, ThePointerOverAChildIsTheChildsOwn) {
     EXPECT_EQ(::GetCursor(), ::LoadCursorW(nullptr, IDC_IBEAM));
 }
 
-TEST_F(Window, TheMainWindowIsForgottenWhenItsObjectGoes) {
+TEST_F(Window, TheMainWindowIsForgottenWithItsObject) {
     EXPECT_EQ(MainWindowHandle(), nullptr);
     {
         ScriptedWindow window;
