@@ -1,7 +1,8 @@
 #pragma once
 
-// Plays the user of dialogs that run message loops of their own: while such a loop waits, a timer
-// runs the next step on the dialog that is on the screen.
+// Plays the user of a modal dialog. The call that shows such a dialog returns only when it is
+// closed, so a test queues the user's steps beforehand, and a timer plays them from within the
+// dialog's message loop.
 
 #include <deque>
 #include <functional>
@@ -17,14 +18,17 @@ class DialogScript {
     DialogScript();
     DialogScript(const DialogScript&) = delete;
     DialogScript& operator=(const DialogScript&) = delete;
-    /// Fails the test when steps are left over.
+    /// Fails the test when steps were not played.
     ~DialogScript();
 
-    /// Adds a step, run when a dialog of this thread is visible and all that the step before it
-    /// caused is done. A dialog that outlives the last step is closed, and the test fails.
+    /// Queues a step. It runs once a dialog of this thread is visible and every message that the
+    /// step before it posted has been handled. A dialog that outlives the last step by three
+    /// seconds is cancelled and fails the test; so a script without steps says that no dialog
+    /// opens.
     DialogScript& Then(Step step);
-    /// Steps that press a button, and that type into a field.
+    /// Queues a press of a button or check box.
     DialogScript& Press(int controlId);
+    /// Queues the replacement of a field's text.
     DialogScript& Type(int controlId, const WCHAR* text);
 
     bool IsDone() const { return steps.empty(); }
@@ -38,7 +42,7 @@ class DialogScript {
     int idleTicks = 0;
 };
 
-/// The visible dialog of this thread; null when there is none.
+/// A visible dialog of this thread, the first that the system lists; null when there is none.
 HWND VisibleDialog();
 
 }  // namespace lunara::test

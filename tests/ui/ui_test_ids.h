@@ -1,5 +1,7 @@
-// Resources of the tests' own, clear of the program's ids. Read by the resource compiler, too.
 #pragma once
+
+// Ids of the tests' own resources, in a range that the program leaves free. The resource compiler
+// reads this file, too, so it holds macros only.
 
 #define TEST_DIALOG 60001
 #define TEST_BITMAP 60010

@@ -7,7 +7,7 @@ namespace {
 
 class Help : public UiTest {};
 
-TEST_F(Help, TheViewerIsStartedWithTheAnchor) {
+TEST_F(Help, TheViewerIsStartedWithTheAnchorAsItsArgument) {
     StartHelp(TEXT("Lunara.htm#Lunara_help"));
     StartHelp(TEXT("Lunara.htm#_Calendar_diary"));
     EXPECT_EQ(help.programs, (std::vector<std::wstring>(2, TEXT("PegHelp.exe"))));
@@ -15,7 +15,7 @@ TEST_F(Help, TheViewerIsStartedWithTheAnchor) {
                                                        TEXT("Lunara.htm#_Calendar_diary")}));
 }
 
-TEST_F(Help, AMissingViewerIsSilent) {
+TEST_F(Help, AMissingViewerShowsNoBox) {
     SetHelpRecorder(nullptr);
     StartHelp(TEXT("Lunara.htm#Lunara_help"));
     EXPECT_TRUE(messages.boxes.empty());

@@ -1,4 +1,4 @@
-// The main window's menu, its menu bar, and the views' flags that the buttons show.
+// The main window's menu and menu bar, and the views' show flags behind the buttons.
 
 #include "app/main_window.h"
 
@@ -84,7 +84,7 @@ TEST_F(MainWindowButtons, TheLastItemOfTheDiaryStaysShownAndItsButtonDown) {
         Command(command);
     }
     ASSERT_EQ(main->Diary().GetShowFlags(), 1U);
-    // A tap lets the toolbar raise the button before it sends the command.
+    // On a tap the toolbar raises the button first and sends the command then.
     ::SendMessageW(main->MenuBar(), TB_CHECKBUTTON, IDM_SHOW_NOTES, FALSE);
     Command(IDM_SHOW_NOTES);
     EXPECT_EQ(main->Diary().GetShowFlags(), 1U);
@@ -98,7 +98,7 @@ TEST_F(MainWindowButtons, TheGraphShowsExactlyOneOfBleedingAndTemperature) {
     EXPECT_EQ(StateOf(IDM_SHOW_BLEEDING), Enabled);
     EXPECT_EQ(StateOf(IDM_SHOW_TEMPERATURE), Enabled | Checked);
     Command(IDM_SHOW_TEMPERATURE);
-    EXPECT_EQ(main->Graph().GetShowFlags(), 2U) << "no toggling off";
+    EXPECT_EQ(main->Graph().GetShowFlags(), 2U) << "a graph cannot be switched off";
     EXPECT_EQ(StateOf(IDM_SHOW_TEMPERATURE), Enabled | Checked);
     Command(IDM_SHOW_BLEEDING);
     EXPECT_EQ(main->Graph().GetShowFlags(), 1U);
@@ -107,7 +107,7 @@ TEST_F(MainWindowButtons, TheGraphShowsExactlyOneOfBleedingAndTemperature) {
     EXPECT_EQ(main->Diary().GetShowFlags(), 31U) << "the diary has its own bleeding flag";
 }
 
-// The Options items stay enabled in both views, so a command can reach the view that is not shown.
+// The menu's Options items stay enabled in both views, so their commands can reach the hidden view.
 TEST_F(MainWindowButtons, AnOptionOfTheOtherViewChangesThatViewAndKeepsItsButtonHidden) {
     Command(IDM_VIEW_GRAPH);
     Command(IDM_SHOW_PERIOD);
@@ -162,11 +162,11 @@ TEST_F(MainWindowButtons, TheMenuHasItsItemsInOrder) {
     EXPECT_EQ(::GetSubMenu(Tools(), 7), nullptr);
 }
 
-TEST_F(MainWindowButtons, EveryMenuItemIsCarriedOut) {
+TEST_F(MainWindowButtons, EveryMenuItemHasACommand) {
     for (int i = 0; i < ::GetMenuItemCount(Tools()); ++i) {
         SCOPED_TRACE(i);
         const UINT id = ::GetMenuItemID(Tools(), i);
-        if (id != 0 && ::GetSubMenu(Tools(), i) == nullptr) {  // separators have no id
+        if (id != 0 && ::GetSubMenu(Tools(), i) == nullptr) {  // the id of a separator is 0
             EXPECT_NE(CommandTable::Find(id), nullptr);
             EXPECT_EQ(MenuStateOf(id) & MF_GRAYED, 0U);
         }

@@ -1,4 +1,4 @@
-// The main window while a dialog of one of its commands is up, and after it.
+// The main window while one of its commands shows a dialog, and afterwards.
 
 #include "platform/pocketpc/common_controls.h"
 #include "resources/ids.h"
@@ -16,7 +16,7 @@ class MainWindowDialogs : public BackupTest {
     bool IsEnabled() { return ::IsWindowEnabled(main->Handle()) != FALSE; }
 };
 
-TEST_F(MainWindowDialogs, IsDisabledAndWithoutButtonsUntilTheDialogIsGone) {
+TEST_F(MainWindowDialogs, ItIsDisabledAndItsButtonsAreHiddenUntilTheDialogIsGone) {
     const struct {
         const char* label;
         UINT command;

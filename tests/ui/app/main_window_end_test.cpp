@@ -1,4 +1,4 @@
-// How the main window ends: each way out saves.
+// The end of the main window: every way out saves the diary and the settings.
 
 #include <string>
 
@@ -12,7 +12,7 @@ namespace {
 
 class MainWindowEnd : public MainWindowTest {
   protected:
-    /// Whether the window is gone, its quit message came, and the diary is on disk.
+    /// The window is gone, its quit message came, diary and settings are saved.
     void ExpectEnded() {
         EXPECT_EQ(main->Handle(), nullptr);
         EXPECT_TRUE(TakeQuitMessage());
@@ -46,7 +46,7 @@ TEST_F(MainWindowEnd, EveryWayOutSaves) {
     }
 }
 
-TEST_F(MainWindowEnd, ASessionThatGoesOnChangesNothing) {
+TEST_F(MainWindowEnd, ACancelledEndOfTheSessionChangesNothing) {
     ASSERT_EQ(SignIn(), 1);
     FillDiary(main->Data());
     EXPECT_EQ(Send(WM_QUERYENDSESSION), TRUE);
@@ -84,10 +84,10 @@ TEST_F(MainWindowEnd, TheEndOfTheSessionUnderADialogSaves) {
     }
 }
 
-TEST_F(MainWindowEnd, AFailedSaveSaysWhichFileAndTriesAgain) {
+TEST_F(MainWindowEnd, AFailedSaveNamesTheFileAndIsTriedAgain) {
     ASSERT_EQ(SignIn(), 1);
     FillDiary(main->Data());
-    // A folder stands where the file has to go.
+    // A folder where the file has to go makes the save fail.
     const std::wstring file = FolderOf(TestUser) + L"\\Bleeding.dat";
     ASSERT_EQ(CreateDirectoryTree(file.c_str()), 1);
     messages.answers = {IDRETRY, IDCANCEL};
@@ -106,7 +106,7 @@ TEST_F(MainWindowEnd, ThePasswordIsWipedAtTheEnd) {
     EXPECT_STRNE(main->Password().Text(), TestPassword);
 }
 
-TEST_F(MainWindowEnd, SettingsAreWrittenInFull) {
+TEST_F(MainWindowEnd, EverySettingIsWritten) {
     ASSERT_EQ(SignIn(), 1);
     Command(IDM_VIEW_DIARY);
     Command(IDM_SHOW_OVULATION);
@@ -123,7 +123,7 @@ TEST_F(MainWindowEnd, SettingsAreWrittenInFull) {
     EXPECT_EQ(bytes, (std::wstring(TestUser).size() + 1) * sizeof(WCHAR));
 }
 
-TEST_F(MainWindowEnd, TheSameObjectSignsInAgain) {
+TEST_F(MainWindowEnd, TheSameObjectCanSignInAgain) {
     for (int round = 0; round < 2; ++round) {
         ASSERT_EQ(SignIn(), 1);
         FillDiary(main->Data());
@@ -133,9 +133,9 @@ TEST_F(MainWindowEnd, TheSameObjectSignsInAgain) {
     EXPECT_EQ(data.Load(TestUser, TestPassword), 1);
 }
 
-TEST_F(MainWindowEnd, WarningsThatNobodySawAreFreed) {
+TEST_F(MainWindowEnd, AWarningStillPostedAtTheEndIsFreedAndNotShown) {
     StoreDword(TEXT("CurrentView"), ViewDiary);
-    ASSERT_EQ(SignIn(), 1);  // posts the warning of an empty diary
+    ASSERT_EQ(SignIn(), 1);  // posts the statistics warning of an empty diary
     const HWND window = main->Handle();
     ASSERT_TRUE(Close());
     MSG message{};

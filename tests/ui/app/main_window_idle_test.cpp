@@ -1,4 +1,4 @@
-// A program that is left alone for days: what its timer does must leave nothing behind.
+// A main window left alone for hours: its minute timer must not leak memory.
 
 #include <array>
 #include <cstdlib>
@@ -11,7 +11,8 @@
 namespace lunara::test {
 namespace {
 
-/// Bytes and blocks in use on all heaps of the process: the C library has one of its own.
+/// Bytes and blocks in use on all heaps of the process. There are several: the C library has its
+/// own.
 struct HeapUse {
     std::size_t bytes = 0;
     int blocks = 0;
@@ -38,7 +39,7 @@ HeapUse MeasureHeap() {
 
 class MainWindowIdle : public MainWindowTest {
   protected:
-    /// Minutes pass, with whatever their timer has painted.
+    /// Plays that many ticks of the minute timer, with the painting that each causes.
     void Idle(int minutes) {
         for (int minute = 0; minute < minutes; ++minute) {
             Send(WM_TIMER, DayTimerId);
@@ -47,17 +48,17 @@ class MainWindowIdle : public MainWindowTest {
     }
 };
 
-TEST_F(MainWindowIdle, TheMeasureSeesWhatIsAllocated) {
+TEST_F(MainWindowIdle, TheMeasurementSeesAnAllocation) {
     const HeapUse before = MeasureHeap();
     const std::unique_ptr<char, decltype(&std::free)> kept(static_cast<char*>(std::malloc(5000)),
                                                            &std::free);
-    kept.get()[0] = 1;  // or the compiler leaves it out
+    kept.get()[0] = 1;  // or the compiler optimises the allocation away
     EXPECT_EQ(MeasureHeap().blocks, before.blocks + 1);
     EXPECT_GE(MeasureHeap().bytes, before.bytes + 5000);
 }
 
-TEST_F(MainWindowIdle, NothingGrowsWhileTheProgramIsLeftAlone) {
-    // Less than a block for every tenth minute: what grows would show.
+TEST_F(MainWindowIdle, MemoryDoesNotGrowWhileTheProgramIsLeftAlone) {
+    // Fewer than one block in ten minutes and one byte a minute, so a leak at each tick would show.
     constexpr int Minutes = 500;
     constexpr int ToleranceBlocks = Minutes / 10;
     constexpr std::size_t ToleranceBytes = Minutes;
@@ -69,7 +70,7 @@ TEST_F(MainWindowIdle, NothingGrowsWhileTheProgramIsLeftAlone) {
         Command(view);
         for (const SYSTEMTIME& today : {TestToday, Day(2024, 5, 18)}) {
             SetLocalNow(today);
-            Idle(50);  // fonts, the system's own stores
+            Idle(50);  // fills the caches of fonts and of the system
             const HeapUse before = MeasureHeap();
             Idle(Minutes);
             const HeapUse after = MeasureHeap();

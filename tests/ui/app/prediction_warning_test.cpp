@@ -1,3 +1,5 @@
+// Warnings about the prediction: their box, and the limit of one box an hour.
+
 #include "app/prediction_warning.h"
 
 #include "platform/clock.h"
@@ -11,6 +13,7 @@ constexpr DWORD HourMs = 3'600'000;
 
 class PredictionWarning : public UiTest {
   protected:
+    /// Shows a warning at that tick count.
     void ShowAt(DWORD ticks, const WCHAR* text) {
         SetTickCount(ticks);
         const std::size_t size = std::wstring(text).size() + 1;
@@ -21,7 +24,7 @@ class PredictionWarning : public UiTest {
     CyclePredictor state;
 };
 
-TEST_F(PredictionWarning, BoxHasNoOwnerAndWarns) {
+TEST_F(PredictionWarning, TheBoxHasNoOwnerAndAnExclamationMark) {
     ShowAt(Start, TEXT("Too few. "));
     ASSERT_EQ(messages.boxes.size(), 1U);
     EXPECT_EQ(messages.boxes[0].owner, nullptr);
@@ -30,7 +33,7 @@ TEST_F(PredictionWarning, BoxHasNoOwnerAndWarns) {
     EXPECT_EQ(messages.boxes[0].flags, static_cast<UINT>(MB_ICONEXCLAMATION));
 }
 
-TEST_F(PredictionWarning, OneBoxAnHour) {
+TEST_F(PredictionWarning, ThereIsOneBoxAnHour) {
     ShowAt(Start, TEXT("first"));
     ShowAt(Start + HourMs, TEXT("within the hour"));
     EXPECT_EQ(messages.boxes.size(), 1U);
@@ -39,7 +42,7 @@ TEST_F(PredictionWarning, OneBoxAnHour) {
     EXPECT_EQ(messages.boxes[1].text, L"later");
 }
 
-TEST_F(PredictionWarning, ANullTextShowsNothingAndUsesNoTurn) {
+TEST_F(PredictionWarning, ANullTextShowsNothingAndDoesNotStartTheHour) {
     SetTickCount(Start);
     ShowPredictionWarning(state, nullptr, MB_OK);
     EXPECT_TRUE(messages.boxes.empty());
@@ -47,7 +50,7 @@ TEST_F(PredictionWarning, ANullTextShowsNothingAndUsesNoTurn) {
     EXPECT_EQ(messages.boxes.size(), 1U);
 }
 
-TEST_F(PredictionWarning, InsufficientDataSharesTheHour) {
+TEST_F(PredictionWarning, TheInsufficientDataWarningSharesTheHour) {
     ShowAt(Start, TEXT("first"));
     SetTickCount(Start + HourMs);
     ShowInsufficientDataWarning(state, MB_OK);

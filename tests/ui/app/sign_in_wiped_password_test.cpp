@@ -1,4 +1,5 @@
-// A backup that saved first has wiped the password. It is asked for when it is needed next.
+// After a backup that saved first, the password is wiped: it is asked for again when it is next
+// needed.
 
 #include "resources/ids.h"
 #include "tests/ui/app/backup_test_base.h"
@@ -6,7 +7,7 @@
 namespace lunara::test {
 namespace {
 
-constexpr std::int32_t SavedTemperature = 9810;  // of FillDiary
+constexpr std::int32_t SavedTemperature = 9810;  // the one of FillDiary
 constexpr std::int32_t NewTemperature = 9777;
 
 class WipedPassword : public BackupTest {
@@ -20,9 +21,9 @@ class WipedPassword : public BackupTest {
         ASSERT_FALSE(main->Password().IsHeld());
         messages.boxes.clear();
     }
-    /// Instead of the temperature that the backup saved.
+    /// Replaces the temperature that the backup saved.
     void EnterNewTemperature() { main->Data().SetTemperature(NewTemperature); }
-    /// In the diary of this folder.
+    /// The diary in this folder opens and has that temperature.
     static void ExpectTemperatureIn(const std::wstring& folder, std::int32_t temperature) {
         const SYSTEMTIME date = Day(2024, 5, 10);
         UserData data;
@@ -69,7 +70,7 @@ TEST_F(WipedPassword, EntriesAfterABackupAskForThePasswordAtTheEnd) {
     ExpectTemperatureIn(FolderOf(TestUser), NewTemperature);
 }
 
-TEST_F(WipedPassword, WithNothingToSaveTheEndDoesNotAsk) { EXPECT_TRUE(Close()); }
+TEST_F(WipedPassword, WithNothingToSaveTheEndDoesNotAskForThePassword) { EXPECT_TRUE(Close()); }
 
 TEST_F(WipedPassword, GivingUpAtTheEndAsksOnceWhetherToLeave) {
     EnterNewTemperature();
@@ -86,7 +87,7 @@ TEST_F(WipedPassword, GivingUpAtTheEndAsksOnceWhetherToLeave) {
     ExpectTemperatureIn(FolderOf(TestUser), SavedTemperature);
 }
 
-TEST_F(WipedPassword, TheEndOfTheSessionAsksWhileSomebodyIsThere) {
+TEST_F(WipedPassword, TheEndOfTheSessionAsksWhileTheUserCanStillAnswer) {
     EnterNewTemperature();
     messages.answers = {IDNO};
     script->Press(IDCANCEL);
@@ -102,7 +103,7 @@ TEST_F(WipedPassword, TheEndOfTheSessionAsksWhileSomebodyIsThere) {
 
 // ---- Change of password ----
 
-TEST_F(WipedPassword, ChangingThePasswordAsksForThePresentOneFirst) {
+TEST_F(WipedPassword, ChangingThePasswordAsksForTheCurrentOneFirst) {
     script->Type(IDC_PASSWORD, TestPassword).Press(IDOK);
     script->Type(IDC_OLD_PASSWORD, TestPassword)
         .Type(IDC_NEW_PASSWORD, TEXT("newer"))

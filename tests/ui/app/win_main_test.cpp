@@ -1,4 +1,4 @@
-// A second start of the program.
+// WinMain: a second start brings the running instance forward instead of opening another window.
 
 #include <string>
 
@@ -11,7 +11,8 @@ namespace {
 
 class SecondStart : public MainWindowTest {
   protected:
-    /// Runs the program beside this one; its exit code.
+    /// Runs the built program while this test's window stands for the running instance. Returns its
+    /// exit code, or ~0 when it could not be started.
     static DWORD RunProgram() {
         WCHAR folder[PathCapacity] = {};
         GetAppFolder(folder, PathCapacity);
@@ -28,14 +29,14 @@ class SecondStart : public MainWindowTest {
             [&process] { return ::WaitForSingleObject(process.hProcess, 0) == WAIT_OBJECT_0; }));
         DWORD code = ~DWORD{0};
         ::GetExitCodeProcess(process.hProcess, &code);
-        ::TerminateProcess(process.hProcess, 1);  // in case it did not end
+        ::TerminateProcess(process.hProcess, 1);  // in case it runs on
         ::CloseHandle(process.hThread);
         ::CloseHandle(process.hProcess);
         return code;
     }
 };
 
-TEST_F(SecondStart, BringsTheFirstForwardAndEnds) {
+TEST_F(SecondStart, BringsTheRunningInstanceForwardAndEnds) {
     ASSERT_EQ(SignIn(), 1);
     ::ShowWindow(main->Handle(), SW_MINIMIZE);
     ASSERT_TRUE(::IsIconic(main->Handle()));

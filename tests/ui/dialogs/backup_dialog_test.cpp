@@ -1,3 +1,6 @@
+// The restore dialog: the backups that it lists, and deleting them. What it restores is tested in
+// app/backup_restore_test.cpp, the backup dialog in app/backup_test.cpp.
+
 #include "dialogs/backup_dialog.h"
 
 #include <array>
@@ -16,7 +19,7 @@ class RestoreDialog : public BackupTest {
     }
 };
 
-TEST_F(RestoreDialog, WithoutABackupsFolderThereAreNoBackups) {
+TEST_F(RestoreDialog, WithoutABackupsFolderItSaysThatThereAreNoBackups) {
     lunara::RestoreDialog dialog(TEXT(""), main.get());
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
     EXPECT_EQ(BoxTexts(), Texts{L"There are no backups!"});
@@ -60,7 +63,7 @@ TEST_F(RestoreDialog, TheFirstBackupFoundIsChosen) {
     EXPECT_EQ(chosen, entry.cFileName);
 }
 
-TEST_F(RestoreDialog, DeletingTheLastBackupClosesTheDialog) {
+TEST_F(RestoreDialog, DeletingTheLastBackupClosesIt) {
     PutBackup(L"one");
     PutBackup(L"two");
     LRESULT count = 0;

@@ -1,3 +1,5 @@
+// The history dialog: adding a past period by its start, end, length and bleeding level.
+
 #include "dialogs/history_dialog.h"
 
 #include "platform/clock.h"
@@ -16,7 +18,7 @@ DateKey DateOf(HWND dialog, int picker) {
     return ToDateKey(date);
 }
 
-/// As a picker tells of a date that was chosen in it.
+/// Sets a picker's date and notifies the dialog, as the picker does when the user chooses one.
 void Pick(HWND dialog, int picker, const SYSTEMTIME& date) {
     const HWND control = ::GetDlgItem(dialog, picker);
     ::SendMessageW(control, DTM_SETSYSTEMTIME, GDT_VALID, reinterpret_cast<LPARAM>(&date));
@@ -29,6 +31,7 @@ void Pick(HWND dialog, int picker, const SYSTEMTIME& date) {
                    reinterpret_cast<LPARAM>(&change));
 }
 
+/// Sets a spin control and notifies the dialog, as a press of its arrows does.
 void Spin(HWND dialog, int spin, int position) {
     const HWND control = ::GetDlgItem(dialog, spin);
     ::SendMessageW(control, UDM_SETPOS, 0, position);
@@ -36,6 +39,7 @@ void Spin(HWND dialog, int spin, int position) {
                    reinterpret_cast<LPARAM>(control));
 }
 
+/// What the dialog's controls show.
 struct Shown {
     DateKey start;
     DateKey end;
@@ -67,7 +71,7 @@ class HistoryDialog : public MainWindowTest {
     }
 };
 
-TEST_F(HistoryDialog, AStartThatIsTooLateLeavesTheLastFiveDays) {
+TEST_F(HistoryDialog, ACurrentDateTooLateForAStartOffersTheLastFiveDays) {
     Shown shown{};
     script->Then([&](HWND dialog) { shown = Look(dialog); });
     script->Press(IDOK).Press(IDCANCEL);
@@ -111,7 +115,7 @@ TEST_F(HistoryDialog, AllFieldsMoveTogether) {
     Expect(shown[3], Key(4, 2), Key(4, 5), L"3", L"Heavy", true);
 }
 
-TEST_F(HistoryDialog, RefusedDatesJumpBack) {
+TEST_F(HistoryDialog, ARefusedDateJumpsBack) {
     const struct {
         const char* label;
         int picker;
@@ -139,7 +143,7 @@ TEST_F(HistoryDialog, ARefusedLengthJumpsBack) {
     Shown shown{};
     int position = 0;
     script->Then([&](HWND dialog) {
-        Spin(dialog, IDC_PERIOD_LENGTH_SPIN, 6);  // would end tomorrow
+        Spin(dialog, IDC_PERIOD_LENGTH_SPIN, 6);  // the end would be tomorrow
         shown = Look(dialog);
         position = LOWORD(::SendDlgItemMessageW(dialog, IDC_PERIOD_LENGTH_SPIN, UDM_GETPOS, 0, 0));
     });
@@ -149,7 +153,7 @@ TEST_F(HistoryDialog, ARefusedLengthJumpsBack) {
     EXPECT_EQ(position, 5);
 }
 
-TEST_F(HistoryDialog, APickerWithoutADateIsNotHeard) {
+TEST_F(HistoryDialog, APickerWithoutADateChangesNothing) {
     Shown shown{};
     script->Then([&](HWND dialog) {
         NMDATETIMECHANGE change{};
@@ -165,13 +169,13 @@ TEST_F(HistoryDialog, APickerWithoutADateIsNotHeard) {
     EXPECT_EQ(shown.start, Key(5, 10));
 }
 
-TEST_F(HistoryDialog, AddingTwiceIsRefusedWithNothingWritten) {
+TEST_F(HistoryDialog, AnOverlappingPeriodIsRefusedAndNothingIsWritten) {
     main->Data().SetCurrentDate(Day(2024, 4, 2));
     Shown afterAdd{};
     script->Press(IDOK);
     script->Then([&](HWND dialog) {
         afterAdd = Look(dialog);
-        Pick(dialog, IDC_START_DATE, Day(2024, 4, 6));  // overlaps the 6th
+        Pick(dialog, IDC_START_DATE, Day(2024, 4, 6));  // the 6th is in the first period, too
         ::SendMessageW(dialog, WM_COMMAND, IDOK, 0);
     });
     script->Press(IDCANCEL);
@@ -184,7 +188,7 @@ TEST_F(HistoryDialog, AddingTwiceIsRefusedWithNothingWritten) {
     EXPECT_EQ(messages.boxes[0].flags, UINT{MB_ICONEXCLAMATION});
 }
 
-TEST_F(HistoryDialog, AddComesBackWithEachAcceptedChangeAndNoOther) {
+TEST_F(HistoryDialog, OnlyAnAcceptedChangeEnablesAddAgain) {
     const struct {
         const char* label;
         void (*change)(HWND dialog);

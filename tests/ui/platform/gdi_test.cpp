@@ -82,7 +82,7 @@ TEST_F(Gdi, BackgroundModeScopePutsThePreviousModeBack) {
     EXPECT_EQ(::GetBkMode(canvas.Dc()), OPAQUE);
 }
 
-TEST_F(Gdi, PaintingStartsFromTheShellFontAndValidates) {
+TEST_F(Gdi, APaintScopeSelectsTheShellFontAndValidatesTheWindow) {
     ScriptedWindow window;
     HGDIOBJ font = nullptr;
     window.handler = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
@@ -101,7 +101,7 @@ TEST_F(Gdi, PaintingStartsFromTheShellFontAndValidates) {
     EXPECT_FALSE(::GetUpdateRect(window.Handle(), nullptr, FALSE));
 }
 
-TEST_F(Gdi, AWindowsDcStartsFromTheShellFont) {
+TEST_F(Gdi, AWindowDcScopeSelectsTheShellFont) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     const WindowDcScope scope(window.Handle());
@@ -109,7 +109,7 @@ TEST_F(Gdi, AWindowsDcStartsFromTheShellFont) {
     EXPECT_EQ(::WindowFromDC(scope.Dc()), window.Handle());
 }
 
-TEST_F(Gdi, TextIsMeasuredWithoutAWindowAsInOne) {
+TEST_F(Gdi, AMeasuringDcMeasuresTextLikeAWindowsDc) {
     ScriptedWindow window;
     ASSERT_EQ(window.Make(), 1);
     const WindowDcScope shown(window.Handle());
@@ -150,7 +150,7 @@ TEST_F(Gdi, ABitmapResourceIsLoaded) {
     EXPECT_EQ(canvas.Pixel(1, 1), RGB(255, 255, 255));
 }
 
-TEST_F(Gdi, BitmapsAreTheProgramsOwnMemory) {
+TEST_F(Gdi, BitmapsLieInTheProgramsOwnMemory) {
     const Bitmap loaded = LoadBitmapResource(TEST_BITMAP);
     const Bitmap made = MakePicture(7, 5);
     for (const Bitmap* bitmap : {&loaded, &made}) {
@@ -160,7 +160,7 @@ TEST_F(Gdi, BitmapsAreTheProgramsOwnMemory) {
     }
 }
 
-TEST_F(Gdi, APictureHasItsSizeAndStartsAtTheTop) {
+TEST_F(Gdi, APictureHasTheGivenSizeAndItsTopRowFirst) {
     const Bitmap picture = MakePicture(7, 5);
     ASSERT_TRUE(picture);
     DIBSECTION shape{};
@@ -174,12 +174,12 @@ TEST_F(Gdi, APictureHasItsSizeAndStartsAtTheTop) {
     EXPECT_EQ(static_cast<const DWORD*>(shape.dsBm.bmBits)[2] & 0xFFFFFF, DWORD{0x010203});
 }
 
-TEST_F(Gdi, APictureOfNothingIsNone) {
+TEST_F(Gdi, APictureWithoutAreaHoldsNone) {
     EXPECT_FALSE(MakePicture(0, 5));
     EXPECT_FALSE(MakePicture(7, 0));
 }
 
-TEST_F(Gdi, AMissingBitmapResourceIsNone) {
+TEST_F(Gdi, AMissingBitmapResourceHoldsNone) {
     const Bitmap bitmap = LoadBitmapResource(59999);
     EXPECT_FALSE(bitmap);
 }

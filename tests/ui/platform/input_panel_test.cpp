@@ -1,3 +1,5 @@
+// The input panel: a desktop has none, but keeps the panel's flags for the program to read back.
+
 #include "platform/pocketpc/aygshell.h"
 #include "tests/ui/ui_test.h"
 
@@ -14,7 +16,7 @@ class InputPanel : public UiTest {
     }
 };
 
-TEST_F(InputPanel, KeepsItsFlags) {
+TEST_F(InputPanel, FlagsThatAreSetAreReadBack) {
     SIPINFO info = Info();
     const DWORD before = info.fdwFlags;
     info.fdwFlags = before | SIPF_DISABLECOMPLETION;
@@ -42,7 +44,7 @@ TEST_F(InputPanel, IsRaisedAndLowered) {
     EXPECT_FALSE(SHSipPreference(nullptr, SIP_UP));
 }
 
-TEST_F(InputPanel, RefusesWhatItDoesNotKnow) {
+TEST_F(InputPanel, RefusesARecordOfAnotherSizeAndAnUnknownAction) {
     SIPINFO info{};
     EXPECT_FALSE(SHSipInfo(SPI_GETSIPINFO, 0, &info, 0)) << "size not set";
     EXPECT_FALSE(SHSipInfo(SPI_GETSIPINFO, 0, nullptr, 0));

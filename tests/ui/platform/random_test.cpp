@@ -8,7 +8,7 @@
 namespace lunara::test {
 namespace {
 
-TEST(Random, SystemWordsDiffer) {
+TEST(Random, EightWordsOfTheSystemsGeneratorDiffer) {
     std::uint32_t words[8];
     std::generate(std::begin(words), std::end(words), &RandomWord);
     std::sort(std::begin(words), std::end(words));

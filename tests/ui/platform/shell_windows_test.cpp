@@ -1,3 +1,5 @@
+// The shell's calls about windows: bringing the running program forward, setting changes.
+
 #include <cstdint>
 
 #include "platform/pocketpc/aygshell.h"
@@ -8,6 +10,7 @@
 namespace lunara::test {
 namespace {
 
+/// An owner window with a modeless dialog in front of it.
 class ShellWindows : public UiTest {
   protected:
     void SetUp() override {
@@ -28,7 +31,7 @@ class ShellWindows : public UiTest {
     Dialog dialog{IDD_LOGIN, &owner};
 };
 
-TEST_F(ShellWindows, ForegroundCallWithTheLowestBitRestoresAndFindsTheDialog) {
+TEST_F(ShellWindows, AHandleWithTheLowestBitSetRestoresTheWindowAndActivatesItsDialog) {
     ::EnableWindow(owner.Handle(), FALSE);
     ::ShowWindow(owner.Handle(), SW_MINIMIZE);
     const auto marked =
@@ -39,7 +42,7 @@ TEST_F(ShellWindows, ForegroundCallWithTheLowestBitRestoresAndFindsTheDialog) {
     ::EnableWindow(owner.Handle(), TRUE);
 }
 
-TEST_F(ShellWindows, SettingChangesNeedTheWindowsRecord) {
+TEST_F(ShellWindows, ASettingChangeNeedsARecordOfTheRightSize) {
     SHACTIVATEINFO info{};
     EXPECT_FALSE(SHHandleWMSettingChange(owner.Handle(), 0, 0, &info));
     info.cbSize = sizeof(info);

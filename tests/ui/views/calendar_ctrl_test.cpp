@@ -1,3 +1,6 @@
+// The calendar: a strip of day cells with a band of month colours beside it, in a horizontal and a
+// vertical form.
+
 #include "views/calendar_ctrl.h"
 
 #include <memory>
@@ -45,7 +48,7 @@ class CalendarCtrl : public UiTest {
         EXPECT_EQ(Send(CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&request)), expected);
         return request;
     }
-    /// Answers for the months with these colours, in turn.
+    /// Answers the first requests for a month's colour with these colours, in order.
     void ColorMonths(const std::vector<COLORREF>& colors) {
         parent.handler = [this, colors](UINT message, WPARAM, LPARAM lParam, LRESULT& result) {
             if (message != WM_NOTIFY) {
@@ -93,11 +96,11 @@ TEST_F(CalendarCtrl, SenselessDayCountsDoNoHarm) {
         EXPECT_EQ(Send(CCM_SETDAYCOUNT, days, 0), 0);
         ::RedrawWindow(calendar->Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
     }
-    // More days than pixels: one cell for every pixel.
+    // With more days than pixels, each pixel is a cell.
     EXPECT_EQ(BoxOf(HitTest({59, 0}, CCHT_DAY).cell), (Box{59, 0, 60, 1}));
 }
 
-TEST_F(CalendarCtrl, WithoutASizeItKeepsItsDaysAndPaintsNothing) {
+TEST_F(CalendarCtrl, WithoutASizeItKeepsItsDayCount) {
     Make(CCS_VERTICAL, 0, 0);
     Send(CCM_SETDAYCOUNT, 20, 0);
     HitTest({0, 0}, CCHT_OUTSIDE);
@@ -105,7 +108,7 @@ TEST_F(CalendarCtrl, WithoutASizeItKeepsItsDaysAndPaintsNothing) {
     EXPECT_EQ(BoxOf(HitTest({39, 0}, CCHT_DAY).cell), (Box{30, 0, 40, 10}));
 }
 
-// The style is asked anew each time.
+// The style is read at each use, so a change takes effect at once.
 TEST_F(CalendarCtrl, FollowsItsStyle) {
     Make(0, 240, 240);
     Send(CCM_SETDAYCOUNT, 20, 0);
@@ -127,7 +130,7 @@ TEST_F(CalendarCtrl, FindsTheCellOfADate) {
     EXPECT_EQ(BoxOf(request.cell), (Box{7, 7, 7, 7}));
 }
 
-TEST_F(CalendarCtrl, DayAfterTheLastCellCountsAsShown) {
+TEST_F(CalendarCtrl, TheDayAfterTheLastCellCountsAsShown) {
     Make(0, 240, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 3, 1));
@@ -196,7 +199,7 @@ TEST_F(CalendarCtrl, MonthColorsAreAskedOncePerSegment) {
     EXPECT_EQ(dates[0].wMonth, 12);
     EXPECT_EQ(dates[1].wYear, 2026);
     EXPECT_EQ(dates[1].wMonth, 1);
-    // Day and day of week stay the start's.
+    // Day and day of week stay those of the first date.
     EXPECT_EQ(dates[1].wDay, 31);
     EXPECT_EQ(dates[1].wDayOfWeek, dates[0].wDayOfWeek);
     EXPECT_EQ(offered[0], White);
@@ -227,11 +230,11 @@ TEST_F(CalendarCtrl, LastSinkThatAnswersGivesTheColor) {
 TEST_F(CalendarCtrl, HorizontalFormDrawsTheStripAboveTheBand) {
     Make(0, 400, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
-    SetStart(Day(2026, 4, 21));  // ten days of April, then May
+    SetStart(Day(2026, 4, 21));  // ten days of April, ten of May
     ColorMonths({Lilac, Mint});
     const MemoryCanvas canvas(400, 60);
     calendar->Draw(canvas.Dc(), canvas.Bounds());
-    // Borders of the first cell and of the band's two segments.
+    // Borders of the first cell, and between the band's two months.
     EXPECT_EQ(canvas.Pixel(0, 10), Black);
     EXPECT_EQ(canvas.Pixel(20, 10), Black);
     EXPECT_EQ(canvas.Pixel(10, 0), Black);
@@ -269,25 +272,27 @@ TEST_F(CalendarCtrl, WithoutAnAnswerTheFirstMonthIsWhiteAndLaterOnesKeepTheColor
     EXPECT_EQ(canvas.Pixel(50, 390), Lilac);
 }
 
-// The band has a 29 February 2100; the days beside it have none.
-TEST_F(CalendarCtrl, BandOf2100HasTheDayThatTheStripHasNot) {
+// The band's month arithmetic takes 2100 for a leap year, the day strip does not. Deliberate: the
+// band is one day longer there.
+TEST_F(CalendarCtrl, TheBandHasA29thOfFebruary2100ThatTheStripLacks) {
     Make(0, 400, 60);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2100, 2, 27));
     ColorMonths({Lilac, Mint});
     const MemoryCanvas canvas(400, 60);
     calendar->Draw(canvas.Dc(), canvas.Bounds());
-    EXPECT_EQ(canvas.Pixel(58, 50), Lilac);  // 27, 28 and "29" February
+    EXPECT_EQ(canvas.Pixel(58, 50), Lilac);  // 27 and 28 February, and a 29th
     EXPECT_EQ(canvas.Pixel(60, 50), Black);
     EXPECT_EQ(canvas.Pixel(62, 50), Mint);
     EXPECT_EQ(ToDateKey(HitTest({45, 5}, CCHT_DAY).date), ToDateKey(Day(2100, 3, 1)));
 }
 
-// The marker is filled with the brush that was there before, whatever the months' colours are.
-TEST_F(CalendarCtrl, TodaysMarkerHasTheDeviceContextsOwnBrush) {
+// Today's marker and the day cells are filled with the brush that the caller selected, not with a
+// month's colour.
+TEST_F(CalendarCtrl, TodaysMarkerIsFilledWithTheBrushOfTheDeviceContext) {
     Make(CCS_VERTICAL, 100, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
-    SetStart(Day(2026, 3, 2));  // the 15th has no label in its way: it has, so look left of the tip
+    SetStart(Day(2026, 3, 2));
     ColorMonths({Lilac, Mint});
     SetLocalNow(Day(2026, 3, 6));
     const MemoryCanvas canvas(100, 400);
@@ -296,17 +301,17 @@ TEST_F(CalendarCtrl, TodaysMarkerHasTheDeviceContextsOwnBrush) {
         const SelectScope selected(canvas.Dc(), red.Get());
         calendar->Draw(canvas.Dc(), canvas.Bounds());
     }
-    // p = 4 x 20 + 10 = 90, the band ends at 80: the shaft's middle.
+    // Today is the fifth cell: its middle is at y = 4 * 20 + 10 = 90. The band ends at x = 80.
     EXPECT_EQ(canvas.Pixel(70, 90), Red);
     EXPECT_EQ(canvas.Pixel(77, 90), Red);
     EXPECT_EQ(canvas.Pixel(79, 90), Black);  // the tip
     EXPECT_EQ(canvas.Pixel(67, 90), Black);  // the shaft's end
     EXPECT_EQ(canvas.Pixel(64, 90), Lilac);
-    // The strip's cells have that brush, too.
+    // A cell of the strip.
     EXPECT_EQ(canvas.Pixel(82, 2), Red);
 }
 
-TEST_F(CalendarCtrl, NoMarkerWithoutToday) {
+TEST_F(CalendarCtrl, WithoutTodayInViewThereIsNoMarker) {
     Make(CCS_VERTICAL, 100, 400);
     Send(CCM_SETDAYCOUNT, 20, 0);
     SetStart(Day(2026, 3, 2));
@@ -317,7 +322,7 @@ TEST_F(CalendarCtrl, NoMarkerWithoutToday) {
     EXPECT_EQ(canvas.Pixel(70, 90), Lilac);
 }
 
-/// Pixels of a box that have not the colour of its ground.
+/// The number of pixels in a box that differ from its background colour.
 int InkIn(const MemoryCanvas& canvas, const Box& box, COLORREF ground) {
     int ink = 0;
     for (LONG y = box.top; y < box.bottom; ++y) {
@@ -337,15 +342,15 @@ TEST_F(CalendarCtrl, NumbersStandBesideTheirDays) {
     const MemoryCanvas canvas(140, 400);
     calendar->Draw(canvas.Dc(), canvas.Bounds());
     for (int cell = 0; cell < 20; ++cell) {
-        // A row of the band close to the strip, without its borders; the month's name stands left.
+        // The part of the band next to the strip, without borders and left of it the month's name.
         const Box beside = {100, cell * 20 + 4, 119, cell * 20 + 18};
         const int day = cell + 1;
         const bool labelled = day == 1 || day % 5 == 0;
         EXPECT_EQ(InkIn(canvas, beside, Lilac) > 0, labelled) << "day " << day;
-        // And a letter in every cell.
+        // Every cell has a letter, labelled or not.
         EXPECT_GT(InkIn(canvas, {122, cell * 20 + 2, 138, cell * 20 + 19}, White), 0) << day;
     }
-    // The name of the month, along the middle of its segment: 10 px wide at 24 px from the left.
+    // The month's name runs along the middle of its segment, left of the numbers.
     EXPECT_GT(InkIn(canvas, {2, 180, 26, 220}, Lilac), 0);
     EXPECT_EQ(InkIn(canvas, {2, 20, 26, 120}, Lilac), 0);
 }
@@ -358,8 +363,8 @@ TEST_F(CalendarCtrl, NumbersStandBelowTheirDaysInTheHorizontalForm) {
     ColorMonths({Lilac});
     const MemoryCanvas canvas(400, 100);
     calendar->Draw(canvas.Dc(), canvas.Bounds());
-    // The first day is labelled because its neighbour, the 3rd, is not; the last one, the 21st,
-    // is not because its neighbour is.
+    // The first day is labelled, since its neighbour, the 3rd, is not. The last one, the 21st, is
+    // not, since its neighbour, the 20th, is.
     EXPECT_GT(InkIn(canvas, {2, 22, 19, 42}, Lilac), 0);
     EXPECT_EQ(InkIn(canvas, {26, 22, 39, 42}, Lilac), 0);
     EXPECT_GT(InkIn(canvas, {60, 22, 80, 42}, Lilac), 0);
@@ -379,7 +384,7 @@ TEST_F(CalendarCtrl, DrawingLeavesTheDeviceContextAsItWas) {
     EXPECT_EQ(LiveGdiObjects(), live);
 }
 
-TEST_F(CalendarCtrl, SmallerThanItsDaysItIsJustWhite) {
+TEST_F(CalendarCtrl, AWindowTooSmallForItsDaysIsWhite) {
     Make(CCS_VERTICAL, 10, 5);
     const MemoryCanvas canvas(10, 5, Red);
     calendar->Draw(canvas.Dc(), canvas.Bounds());

@@ -1,11 +1,11 @@
-// Taps on the chart's points, and dragging one.
+// The chart: tapping a point, and dragging one to another value.
 
 #include "tests/ui/views/chart_ctrl_test_support.h"
 
 namespace lunara::test {
 namespace {
 
-TEST_F(ChartCtrl, DragTellsTheNewValue) {
+TEST_F(ChartCtrl, ADragReportsTheNewValueAtItsEnd) {
     Show({9750, 9740, 9760, 9750});
     Down(94, 180);  // 9760
     EXPECT_EQ(selected, (Notices{{2, 9760}}));
@@ -20,8 +20,8 @@ TEST_F(ChartCtrl, DragTellsTheNewValue) {
     EXPECT_NE(::GetCapture(), chart.Handle());
 }
 
-TEST_F(ChartCtrl, TapOnAPointKeepsItsValue) {
-    // A low chart, where a pixel stands for several values.
+TEST_F(ChartCtrl, ATapOnAPointReportsItsUnchangedValue) {
+    // In a low chart one pixel stands for several values.
     ::SetWindowPos(chart.Handle(), nullptr, 0, 0, Width, 90, SWP_NOZORDER);
     Show({9750, 9744, 9760});
     const ChartMapping mapping({0, 0, Width, 90}, Margin, {9650, 9850, TemperatureScales[1]});
@@ -32,7 +32,7 @@ TEST_F(ChartCtrl, TapOnAPointKeepsItsValue) {
     EXPECT_EQ(changed, (Notices{{1, 9744}}));
 }
 
-TEST_F(ChartCtrl, MiddlePointStaysInsideTheChart) {
+TEST_F(ChartCtrl, ADraggedPointStaysInsideTheChart) {
     Show({9750, 9740, 9760});
     Down(94, 180);
     Move(94, -50);
@@ -72,7 +72,7 @@ TEST_F(ChartCtrl, TapWithoutPointsIsIgnored) {
     Up(54, 200);
     EXPECT_TRUE(selected.empty());
     Show({9750, 9740});
-    Send(CHM_RESETDATA);  // and not painted since
+    Send(CHM_RESETDATA);  // the points are asked for at the next paint only
     Down(54, 220);
     EXPECT_TRUE(selected.empty());
 }
@@ -149,15 +149,15 @@ TEST_F(ChartCtrl, AnInterruptedDragEndsWithoutAValue) {
     }
 }
 
-TEST_F(ChartCtrl, WindowDestroyedWhileDraggingLeavesNothing) {
+TEST_F(ChartCtrl, DestroyingTheWindowEndsADrag) {
     Show({9750, 9740, 9760});
     Down(54, 220);
     ::DestroyWindow(chart.Handle());
     EXPECT_FALSE(chart.IsDragging());
 }
 
-// The parent scrolled: another day stands under the pen now.
-TEST_F(ChartCtrl, PointsReplacedBySelectingEndTheTap) {
+// When selecting makes the parent scroll, another day is under the pen: the tap must not drag it.
+TEST_F(ChartCtrl, NewPointsSetWhileSelectingEndTheTap) {
     Show({9750, 9740, 9760});
     onSelect = [this] {
         Send(CHM_RESETDATA);
@@ -169,7 +169,7 @@ TEST_F(ChartCtrl, PointsReplacedBySelectingEndTheTap) {
     EXPECT_TRUE(changed.empty());
 }
 
-TEST_F(ChartCtrl, TheParentMayResetWhenItIsToldTheValue) {
+TEST_F(ChartCtrl, TheParentMayResetTheDataFromTheNotificationOfTheValue) {
     Show({9750, 9740, 9760});
     onChanged = [this] { Send(CHM_RESETDATA); };
     Down(54, 220);
@@ -179,7 +179,7 @@ TEST_F(ChartCtrl, TheParentMayResetWhenItIsToldTheValue) {
     EXPECT_FALSE(chart.IsDragging());
 }
 
-// The band is drawn so that a second drawing takes it away.
+// The rubber band is drawn with XOR, so drawing it a second time must erase it.
 TEST_F(ChartCtrl, DraggingLeavesNoTrace) {
     Show({9750, 9740, 9760, 9720});
     Send(CHM_SETSELECTION, 1);
@@ -196,7 +196,7 @@ TEST_F(ChartCtrl, DraggingLeavesNoTrace) {
     EXPECT_EQ(Screen(), before);
 }
 
-TEST_F(ChartCtrl, BandHasABoxAroundTheDraggedPoint) {
+TEST_F(ChartCtrl, TheBandHasABoxAroundTheDraggedPoint) {
     Show({9750, 9740, 9760, 9720});
     const std::vector<COLORREF> before = Screen();
     Down(94, 180);
@@ -208,7 +208,7 @@ TEST_F(ChartCtrl, BandHasABoxAroundTheDraggedPoint) {
     EXPECT_EQ(At(dragged, 90, 118), White);
     EXPECT_EQ(At(dragged, 98, 118), White);
     EXPECT_EQ(At(dragged, 94, 116), White);
-    // The labels stay readable.
+    // The band does not reach into the labels.
     for (int y = 0; y < Height; ++y) {
         for (int x = 0; x < Margin; ++x) {
             ASSERT_EQ(At(dragged, x, y), At(before, x, y)) << x << ", " << y;
@@ -217,7 +217,7 @@ TEST_F(ChartCtrl, BandHasABoxAroundTheDraggedPoint) {
     Up(94, 120);
 }
 
-// The band is part of what is painted, or the next move would draw it instead of erasing it.
+// Painting during a drag must include the band: the next move draws it once more to erase it.
 TEST_F(ChartCtrl, PaintingWhileDraggingKeepsTheBand) {
     Show({9750, 9740, 9760, 9720});
     const std::vector<COLORREF> before = Screen();

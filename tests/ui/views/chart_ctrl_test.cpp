@@ -1,4 +1,4 @@
-// What the chart asks for and what it draws.
+// The chart: the data that it requests, and its drawing.
 
 #include "views/chart_ctrl.h"
 
@@ -24,14 +24,14 @@ TEST_F(ChartCtrl, AsksOnceForPointsAndScales) {
     EXPECT_EQ(std::count(codes.begin(), codes.end(), CHN_GETSCALES), 0);
 }
 
-TEST_F(ChartCtrl, AsksAnewAfterAReset) {
+TEST_F(ChartCtrl, AsksAgainAfterAReset) {
     Show({9750, 9760});
     EXPECT_EQ(Send(CHM_RESETDATA), 0);
     chart.Update();
     EXPECT_EQ(std::count(codes.begin(), codes.end(), CHN_GETPOINTS), 1);
 }
 
-TEST_F(ChartCtrl, WithoutPointsTheTitleStandsOnWhite) {
+TEST_F(ChartCtrl, WithoutPointsItShowsItsTitleOnWhite) {
     MemoryCanvas canvas(Width, Height, Grey);
     Draw(canvas);
     EXPECT_EQ(canvas.CountOf(Grey), 0);
@@ -53,7 +53,7 @@ TEST_F(ChartCtrl, AsksAgainAtEveryPaintUntilThereArePoints) {
     EXPECT_EQ(codes, (std::vector<UINT>{CHN_GETPOINTS, CHN_GETPOINTS}));
 }
 
-TEST_F(ChartCtrl, SelectionIsOneOfThePoints) {
+TEST_F(ChartCtrl, OnlyAPointCanBeSelected) {
     Show({9750, 9760, 9770});
     EXPECT_EQ(Send(CHM_SETSELECTION, 0), 1);
     EXPECT_EQ(Send(CHM_SETSELECTION, 2), 1);
@@ -61,7 +61,8 @@ TEST_F(ChartCtrl, SelectionIsOneOfThePoints) {
     EXPECT_EQ(Send(CHM_SETSELECTION, static_cast<WPARAM>(-1)), 0);
 }
 
-// The current day may be scrolled away: then no point is marked, not the one that was before.
+// The current day may be scrolled out of view. Then no point is marked; the one that was marked
+// before must not stay.
 TEST_F(ChartCtrl, AWrongSelectionMarksNoPoint) {
     Show({9750, 9750, 9750});
     Send(CHM_SETSELECTION, 1);
@@ -80,15 +81,15 @@ TEST_F(ChartCtrl, SelectionIsPaintedAtOnce) {
 
 // ---- Painting ----
 
-TEST_F(ChartCtrl, DefaultTemperatureGrid) {
+TEST_F(ChartCtrl, TemperatureGridHasLinesDashesAndTicks) {
     Show({-100, -100});
     MemoryCanvas canvas(Width, Height);
     Draw(canvas);
-    // 9650..9850, 2 px each
+    // The axis covers [9650, 9850] with 2 px for each value.
     EXPECT_EQ(labels, (std::vector<std::int32_t>{9650, 9700, 9750, 9800, 9850}));
     EXPECT_EQ(canvas.Pixel(Margin, 7), Black);
     EXPECT_EQ(canvas.Pixel(Margin, Height - 1), Black);
-    for (const int y : {100, 300}) {  // 9800 and 9700
+    for (const int y : {100, 300}) {  // the lines of 9800 and 9700
         for (int x = Margin; x < Width; ++x) {
             ASSERT_EQ(canvas.Pixel(x, y), Black) << x << ", " << y;
         }
@@ -97,7 +98,7 @@ TEST_F(ChartCtrl, DefaultTemperatureGrid) {
     }
     int dashes = 0;
     int gaps = 0;
-    for (int x = Margin + 1; x < Width; ++x) {  // 9750
+    for (int x = Margin + 1; x < Width; ++x) {  // the dashed line of 9750
         dashes += canvas.Pixel(x, 200) == Grey ? 1 : 0;
         gaps += canvas.Pixel(x, 200) == White ? 1 : 0;
     }
@@ -106,7 +107,7 @@ TEST_F(ChartCtrl, DefaultTemperatureGrid) {
     EXPECT_EQ(dashes + gaps, Width - Margin - 1);
     EXPECT_EQ(canvas.Pixel(Margin - 16, 200), Black);
     EXPECT_EQ(canvas.Pixel(Margin - 17, 200), White);
-    EXPECT_EQ(canvas.Pixel(Margin - 8, 220), Black);  // 9740
+    EXPECT_EQ(canvas.Pixel(Margin - 8, 220), Black);  // the tick of 9740
     EXPECT_EQ(canvas.Pixel(Margin - 9, 220), White);
     EXPECT_EQ(canvas.Pixel(Margin + 1, 220), White);
 }
@@ -126,7 +127,7 @@ TEST_F(ChartCtrl, BleedingGridHasALineAtEveryLevel) {
 }
 
 TEST_F(ChartCtrl, AValueBeyondEveryScaleGetsThePaddedDefaultScale) {
-    Show({9750, 9300, 9800});  // 500 + 2 x 25: 9275..9825
+    Show({9750, 9300, 9800});  // range 500, padded by 25 at both ends: [9275, 9825]
     MemoryCanvas canvas(Width, Height);
     Draw(canvas);
     EXPECT_EQ(labels, (std::vector<std::int32_t>{9300, 9400, 9500, 9600, 9700, 9800}));
@@ -158,7 +159,7 @@ TEST_F(ChartCtrl, LabelsEndAtTheAxisBelowTheirLine) {
     }
     EXPECT_GE(left, Margin - size.cx);
     EXPECT_LE(left, Margin - size.cx + 2);
-    // The lowest stands whole above the bottom.
+    // The lowest label is moved up so that it is whole inside the control.
     int lowest = 0;
     for (int y = Height - size.cy; y < Height; ++y) {
         for (int x = 0; x < Margin - 16; ++x) {
@@ -186,23 +187,23 @@ TEST_F(ChartCtrl, CurveBridgesDaysWithoutValue) {
     Send(CHM_SETSELECTION, 77);
     MemoryCanvas canvas(Width, Height);
     Draw(canvas);
-    // 9725 is at 250: straight on over the gap at x = 94
+    // 9725 is at y = 250. The line runs straight over the day without value at x = 94.
     EXPECT_EQ(canvas.Pixel(94, 250), Red);
     EXPECT_EQ(canvas.Pixel(70, 250), Red);
     EXPECT_EQ(canvas.Pixel(94, 247), White);
-    // Nothing to the right of the last value at (174, 150)
+    // The curve ends at the last value, (174, 150).
     EXPECT_EQ(canvas.Pixel(185, 150), White);
-    // From the day before, up in the left margin: clipped there, drawn right of the axis.
+    // The line from the first day, which lies in the left margin, is clipped at the axis.
     EXPECT_EQ(canvas.Pixel(36, 227), Red);
     EXPECT_NE(canvas.Pixel(30, 220), Red);
 }
 
 TEST_F(ChartCtrl, CurveEndsAtTheFirstPointBeyondTheRightEdge) {
-    // x = 14, 54, ..., 254 (past 234), 294
+    // Points at x = 14, 54, ..., 254, 294; the control ends at 234.
     Show({9750, 9750, 9750, 9750, 9750, 9750, 9750, 9850});
     MemoryCanvas canvas(Width, Height);
     Draw(canvas);
-    EXPECT_EQ(canvas.Pixel(Width - 1, 250), Red);  // 9675..9875
+    EXPECT_EQ(canvas.Pixel(Width - 1, 250), Red);  // 9750 on the axis [9675, 9875]
     EXPECT_EQ(canvas.Pixel(Width - 1, 247), White);
 }
 
@@ -211,7 +212,7 @@ TEST_F(ChartCtrl, SelectedPointIsASquareTheOthersAreCircles) {
     Send(CHM_SETSELECTION, 1);
     MemoryCanvas canvas(Width, Height);
     Draw(canvas);
-    // (54, 220) and (94, 220)
+    // The selected point is at (54, 220), the next one at (94, 220).
     EXPECT_EQ(canvas.Pixel(49, 215), Black);
     EXPECT_EQ(canvas.Pixel(59, 225), Black);
     EXPECT_EQ(canvas.Pixel(60, 226), White);
@@ -221,8 +222,8 @@ TEST_F(ChartCtrl, SelectedPointIsASquareTheOthersAreCircles) {
     EXPECT_EQ(canvas.Pixel(94, 223), Black);
 }
 
-// A day without a value is drawn when it is the first point, below the axis. Here it is seen
-// because its value is only just below the axis' end.
+// The first point is drawn even without a value, which puts it far below the axis. A value of -1,
+// just below the axis' end, makes that line visible here.
 TEST_F(ChartCtrl, FirstPointIsDrawnWhateverItsValue) {
     scales = BleedingScales;
     range.lowest = 0;
@@ -232,13 +233,13 @@ TEST_F(ChartCtrl, FirstPointIsDrawnWhateverItsValue) {
     chart.Update();
     MemoryCanvas canvas(Width, Height);
     Draw(canvas);
-    // From (100, 500) to (140, 100): crosses the bottom at x = 110.
+    // The line from (100, 500) to (140, 100) crosses the bottom edge at x = 110.
     int red = 0;
     for (int x = 106; x < 116; ++x) {
         red += canvas.Pixel(x, 398) == Red ? 1 : 0;
     }
     EXPECT_GT(red, 0);
-    // Any other point without a value is not.
+    // Without being the first, the same point is left out.
     points = {{-500, 0}, {100, -1}, {140, 3}};
     Send(CHM_RESETDATA);
     MemoryCanvas second(Width, Height);
@@ -246,7 +247,7 @@ TEST_F(ChartCtrl, FirstPointIsDrawnWhateverItsValue) {
     EXPECT_NE(second.Pixel(110, 398), Red);
 }
 
-TEST_F(ChartCtrl, ToAWindowWithoutAreaNothingHappens) {
+TEST_F(ChartCtrl, AWindowWithoutAreaDoesNoHarm) {
     Show({9750, 9760});
     ::SetWindowPos(chart.Handle(), nullptr, 0, 0, 0, 0, SWP_NOZORDER);
     Send(CHM_RESETDATA);
@@ -258,7 +259,7 @@ TEST_F(ChartCtrl, ToAWindowWithoutAreaNothingHappens) {
     EXPECT_TRUE(changed.empty());
 }
 
-TEST_F(ChartCtrl, PaintingGivesBackWhatItSelected) {
+TEST_F(ChartCtrl, PaintingRestoresTheDeviceContext) {
     Show({9750, 9740});
     MemoryCanvas canvas(Width, Height);
     HGDIOBJ const pen = ::GetCurrentObject(canvas.Dc(), OBJ_PEN);

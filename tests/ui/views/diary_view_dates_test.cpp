@@ -1,4 +1,4 @@
-// Which days the diary view shows: where it starts, how it scrolls, and how a date comes into view.
+// The diary view: the day it starts at, scrolling, and bringing a date into view.
 
 #include "tests/ui/views/diary_view_test_support.h"
 
@@ -9,7 +9,8 @@ namespace {
 
 TEST_F(DiaryView, WithoutRecordsTheScrollRangeBeginsAtTheFirstRowShown) {
     Make();
-    // Range 0..365 at position 0 for today; the ten days before it enlarge the range at the top.
+    // The range for today is [0, 365] at position 0. Starting ten days earlier adds those at the
+    // top.
     ExpectScroll(375, 0);
 }
 
@@ -89,7 +90,7 @@ TEST_F(DiaryView, ScrollingPastTheEndEnlargesTheRangeAtTheBottom) {
     ExpectScroll(370, 370);
 }
 
-TEST_F(DiaryView, ThumbMovesTheStartWhenItIsLetGo) {
+TEST_F(DiaryView, DraggingTheThumbScrollsWhenItIsReleased) {
     data->bleeding.Set(ToDateKey(Day(2025, 12, 5)), 2);
     Make();
     const HWND bar = Child(View::ScrollBarId);
@@ -99,7 +100,7 @@ TEST_F(DiaryView, ThumbMovesTheStartWhenItIsLetGo) {
     const LONG x = 5;
     const LONG thumb = (info.xyThumbTop + info.xyThumbBottom) / 2;
     const DateKey before = Start();
-    // The bar's own loop takes these from the queue.
+    // The scroll bar's own message loop, begun by the button, takes these from the queue.
     ::PostMessageW(bar, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(x, thumb + 60));
     ::PostMessageW(bar, WM_LBUTTONUP, 0, MAKELPARAM(x, thumb + 60));
     ::SendMessageW(bar, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, thumb));
@@ -107,13 +108,13 @@ TEST_F(DiaryView, ThumbMovesTheStartWhenItIsLetGo) {
     EXPECT_GT(Start(), before);
     const SCROLLINFO scroll = Scroll();
     EXPECT_GT(scroll.nPos, 90);
-    // One step is one day.
+    // A position is a day: 90 stands for 5 March.
     SYSTEMTIME expected{};
     AddDays(Day(2026, 3, 5), scroll.nPos - 90, expected);
     EXPECT_EQ(Start(), ToDateKey(expected));
 }
 
-TEST_F(DiaryView, ItsScrollBarIsDrawnAnewWhereverItScrolls) {
+TEST_F(DiaryView, ScrollingRedrawsTheScrollBar) {
     Make();
     const HWND bar = Child(View::ScrollBarId);
     ::ShowWindow(::GetAncestor(bar, GA_ROOT), SW_SHOWNOACTIVATE);
@@ -138,29 +139,29 @@ TEST_F(DiaryView, CannotScrollBeforeTheCalendarBegins) {
 
 // ---- Bringing dates into view ----
 
-TEST_F(DiaryView, ADateThatIsShownMovesNothing) {
+TEST_F(DiaryView, ADateInViewDoesNotScroll) {
     Make();
     view->SetCurrentDate(Day(2026, 3, 24));
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 5)));
-    // The day after the last row counts as shown.
+    // The day after the last row counts as shown, too.
     view->SetCurrentDate(Day(2026, 3, 25));
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 5)));
     EXPECT_EQ(ToDateKey(view->GetCurrentDate()), ToDateKey(Day(2026, 3, 25)));
 }
 
-TEST_F(DiaryView, ALaterDateComesIntoTheSecondRowFromTheBottom) {
+TEST_F(DiaryView, ALaterDateScrollsIntoTheSecondRowFromTheBottom) {
     Make();
     data->SetCurrentDate(Day(2026, 3, 26));
-    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 8)));  // 20 rows: 18 above it, one below
+    EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 8)));  // of 20 rows, 18 above it and one below
 }
 
-TEST_F(DiaryView, AnEarlierDateComesIntoTheThirdRow) {
+TEST_F(DiaryView, AnEarlierDateScrollsIntoTheThirdRow) {
     Make();
     data->SetCurrentDate(Day(2026, 3, 4));
     EXPECT_EQ(Start(), ToDateKey(Day(2026, 3, 2)));
 }
 
-TEST_F(DiaryView, SettingTheSameDateBringsItBackIntoView) {
+TEST_F(DiaryView, SettingTheCurrentDateAgainBringsItBackIntoView) {
     Make();
     for (int i = 0; i < 5; ++i) {
         ScrollBy(SB_PAGEDOWN);
@@ -171,8 +172,8 @@ TEST_F(DiaryView, SettingTheSameDateBringsItBackIntoView) {
 
 // ---- Size ----
 
-TEST_F(DiaryView, DateStaysInViewWhenTheWindowIsResized) {
-    Make(480, 319);  // 15 px a row: 21 of them fit
+TEST_F(DiaryView, TheCurrentDateStaysInViewWhenTheWindowIsResized) {
+    Make(480, 319);  // rows of 15 px, of which 21 fit
     SYSTEMTIME last{};
     ASSERT_EQ(FromDateKey(Start(), last), 1);
     AddDays(last, 20, last);
@@ -180,13 +181,13 @@ TEST_F(DiaryView, DateStaysInViewWhenTheWindowIsResized) {
     const DateKey start = Start();
     ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 318, SWP_NOZORDER);
     EXPECT_EQ(Start(), start);
-    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 640, SWP_NOZORDER);  // 20 fit
+    ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 640, SWP_NOZORDER);  // 20 rows fit
     SYSTEMTIME expected{};
     AddDays(last, -18, expected);
     EXPECT_EQ(Start(), ToDateKey(expected));
     ::SetWindowPos(view->Handle(), nullptr, 0, 0, 480, 700, SWP_NOZORDER);
     EXPECT_EQ(Start(), ToDateKey(expected));
-    // A diary that was scrolled away from the date is left where it is.
+    // When the date was scrolled out of view, resizing does not bring it back.
     ScrollBy(SB_PAGEDOWN);
     ScrollBy(SB_PAGEDOWN);
     const DateKey away = Start();

@@ -1,6 +1,6 @@
 #pragma once
 
-// A diary view in a visible window, on 15 March 2026, with an empty data set.
+// Fixture with a diary view in a visible parent. Today is 15 March 2026, the data set is empty.
 
 #include <memory>
 
@@ -16,7 +16,7 @@ class DiaryView : public UiTest {
 
     static constexpr int WidthPx = 480;
     static constexpr int HeightPx = 640;
-    static constexpr LONG RowPx = 32;
+    static constexpr LONG RowPx = 32;  // HeightPx over twenty days
 
     void SetUp() override {
         UiTest::SetUp();
@@ -42,11 +42,13 @@ class DiaryView : public UiTest {
     HWND Agenda() const { return Child(View::AgendaId); }
     HWND Calendar() const { return Child(View::CalendarId); }
 
+    /// The first day shown.
     DateKey Start() const {
         CalendarHitTest top{};
         ::SendMessageW(Calendar(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&top));
         return ToDateKey(top.date);
     }
+    /// The cell of the first day in the calendar's strip.
     Box TopCell() const {
         CalendarHitTest top{};
         ::SendMessageW(Calendar(), CCM_HITTEST, 0, reinterpret_cast<LPARAM>(&top));
@@ -77,7 +79,7 @@ class DiaryView : public UiTest {
         AgendaRowRequest request;
         AgendaItem items[MaxDiaryItems];
     };
-    /// The view's answer to the agenda.
+    /// Asks the view for a row as the agenda does.
     Row AskRow(std::int32_t index, LRESULT expected = 1) {
         Row row{};
         row.request.header = {Agenda(), View::AgendaId, AGN_GETROW};
@@ -88,7 +90,7 @@ class DiaryView : public UiTest {
                   expected);
         return row;
     }
-    /// A tap on the middle of a cell of the agenda.
+    /// Taps the middle of a cell of the agenda; columns and rows count from 0.
     void Tap(int column, int row) {
         const LONG cell = RowPx;
         ::SendMessageW(Agenda(), WM_LBUTTONUP, 0,

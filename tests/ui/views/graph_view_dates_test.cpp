@@ -1,4 +1,4 @@
-// Which days the graph view shows: where it starts, how it scrolls, and how a date comes into view.
+// The graph view: the day it starts at, scrolling, and bringing a date into view.
 
 #include "tests/ui/views/graph_view_test_support.h"
 
@@ -31,7 +31,7 @@ TEST_F(GraphView, ScrollRangeReachesFromTheFirstRecordToAYearAhead) {
 
 TEST_F(GraphView, ScrollRangeWithoutRecordsGrowsAtOnce) {
     Make();
-    // At 0 for today, and 7 days back from there.
+    // The range for today is [0, 365] at position 0. Starting 7 days earlier adds those.
     EXPECT_EQ(Scroll().maximum, 372);
     EXPECT_EQ(Scroll().position, 0);
 }
@@ -41,7 +41,7 @@ TEST_F(GraphView, ScrollRangeWithoutRecordsGrowsAtOnce) {
 TEST_F(GraphView, PickedDateBecomesTheCurrentOne) {
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     SYSTEMTIME date = DayFromToday(-3);
-    date.wDayOfWeek = 0;  // not every picker fills it in
+    date.wDayOfWeek = 0;  // some date pickers leave it out
     Pick(date);
     EXPECT_EQ(Current(), KeyFromToday(-3));
     EXPECT_EQ(IsSameDay(view->GetCurrentDate(), DayFromToday(-3)), 1);
@@ -57,7 +57,7 @@ TEST_F(GraphView, PickingNoDateChangesNothing) {
     EXPECT_EQ(Current(), KeyFromToday(0));
 }
 
-TEST_F(GraphView, ARefusedDateIsTakenBack) {
+TEST_F(GraphView, ARefusedDateIsTakenBackInThePicker) {
     Make();
     DateRefuser refuser;
     data->AttachObserver(refuser);
@@ -70,7 +70,7 @@ TEST_F(GraphView, ARefusedDateIsTakenBack) {
 }
 
 TEST_F(GraphView, ANewDateIsBroughtIntoView) {
-    Make();  // 15 days of 29 px from today - 7 on: 16 columns
+    Make();  // 15 days of 29 px from today - 7 on, with the day before in column 0
     ASSERT_EQ(DayWidth(), 29);
     const struct {
         const char* label;
@@ -91,7 +91,7 @@ TEST_F(GraphView, ANewDateIsBroughtIntoView) {
     }
 }
 
-TEST_F(GraphView, SetCurrentDateComesBackToADateScrolledAway) {
+TEST_F(GraphView, SettingTheCurrentDateAgainBringsItBackIntoView) {
     Make();
     Send(WM_HSCROLL, SB_PAGEDOWN);
     Send(WM_HSCROLL, SB_PAGEDOWN);
@@ -99,7 +99,7 @@ TEST_F(GraphView, SetCurrentDateComesBackToADateScrolledAway) {
     EXPECT_EQ(Start(), KeyFromToday(-2));
 }
 
-TEST_F(GraphView, ScrollsByTheDiarysSteps) {
+TEST_F(GraphView, ScrollsByADayAndByTenDays) {
     Warm(-300, 9800);
     Make();
     const struct {
@@ -133,7 +133,7 @@ TEST_F(GraphView, ScrollingPastTheEndsWidensTheRange) {
     EXPECT_EQ(Scroll().position, 0);
 }
 
-TEST_F(GraphView, ReloadBeginsAtTheNewDiary) {
+TEST_F(GraphView, AReloadedDataSetIsShownFromItsOwnDate) {
     Make();
     Warm(-400, 9800);
     data->bleeding.Set(KeyFromToday(0), 2);
@@ -146,7 +146,7 @@ TEST_F(GraphView, ReloadBeginsAtTheNewDiary) {
 
 // ---- Size ----
 
-TEST_F(GraphView, DateStaysInViewWhenTheWindowIsResized) {
+TEST_F(GraphView, TheCurrentDateStaysInViewWhenTheWindowIsResized) {
     for (const DWORD mode : {GraphShowBleeding, GraphShowTemperature}) {
         MakeIn(mode, MeasureFahrenheit);
         data->SetCurrentDate(Today());
@@ -176,22 +176,23 @@ TEST_F(GraphView, DateStaysInViewWhenTheWindowIsResized) {
     }
 }
 
-// A narrow window shows more days than 15, one for every pixel.
-TEST_F(GraphView, DateThatAWiderWindowWouldLoseIsBroughtBack) {
+// A window too narrow for 15 days shows more of them, one for each pixel. Widening it would put the
+// current date out of view.
+TEST_F(GraphView, ADateThatAWiderWindowWouldLoseIsBroughtBack) {
     Make(GraphLeftColumnPx + 18, Height);
     Send(WM_HSCROLL, SB_PAGEUP);
     ASSERT_EQ(Start(), KeyFromToday(-17));
     ::SetWindowPos(view->Handle(), nullptr, 0, 0, Width, Height, SWP_NOZORDER);
     EXPECT_EQ(Start(), KeyFromToday(-14));
     EXPECT_EQ(Selection(), 15);
-    // One that was not in view does not come.
+    // When the date was scrolled out of view, resizing does not bring it back.
     Send(WM_HSCROLL, SB_PAGEDOWN);
     Send(WM_HSCROLL, SB_PAGEDOWN);
     ::SetWindowPos(view->Handle(), nullptr, 0, 0, 240, 320, SWP_NOZORDER);
     EXPECT_EQ(Start(), KeyFromToday(6));
 }
 
-TEST_F(GraphView, WithoutAreaItStaysAlive) {
+TEST_F(GraphView, AWindowWithoutAreaDoesNoHarm) {
     Make(0, 0);
     view->SetShowTemperature(true);
     data->SetCurrentDate(DayFromToday(30));

@@ -1,4 +1,4 @@
-// Tapping and dragging points of the graph with button and move messages, as a pen does it.
+// The graph view: tapping and dragging points, with the button and move messages that a pen sends.
 
 #include "tests/ui/views/graph_view_test_support.h"
 
@@ -16,7 +16,7 @@ class GraphViewDrag : public GraphView {
     }
     void Up(POINT at) { ::SendMessageW(Chart(), WM_LBUTTONUP, 0, MAKELPARAM(at.x, at.y)); }
     bool IsDragging() const { return ::GetCapture() == Chart(); }
-    /// The pixel of a value of a day, on an axis from `minimum` to `maximum`.
+    /// The chart pixel of a day's value on an axis [minimum, maximum]; `days` counts from today.
     POINT At(int days, std::int32_t value, std::int32_t minimum, std::int32_t maximum) {
         SYSTEMTIME start{};
         FromDateKey(Start(), start);
@@ -28,10 +28,11 @@ class GraphViewDrag : public GraphView {
         return mapping.ToPixel(
             {static_cast<std::int32_t>(GraphLeftColumnPx - width / 2 + column * width), value});
     }
+    // Pixels on the default axis of each unit and of bleeding.
     POINT Warm98(int days, std::int32_t value) { return At(days, value, 9650, 9850); }
     POINT Warm36(int days, std::int32_t value) { return At(days, value, 3550, 3750); }
     POINT Level(int days, std::int32_t level) { return At(days, level, 0, 4); }
-    /// Presses at one point, moves to another and lets go.
+    /// Presses at one point, moves to another by way of a third, and releases there.
     void Drag(POINT from, POINT to) {
         Down(from);
         Move({from.x, (from.y + to.y) / 2});
@@ -88,7 +89,7 @@ TEST_F(GraphViewDrag, BleedingIsDraggedToALevel) {
     EXPECT_EQ(data->bleeding.Count(), 0);
 }
 
-// The axis reaches a level further than there are words.
+// The axis reaches one level above heavy, the highest that can be entered.
 TEST_F(GraphViewDrag, BleedingBeyondTheTopIsHeavy) {
     Bleed(-1, 2);
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
@@ -101,7 +102,7 @@ TEST_F(GraphViewDrag, TemperatureBeyondTheLimitBecomesTheLimit) {
     Warm(-3, 9990);
     Warm(-2, 9970);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
-    // 9700..9990: 319 do not fit 300, so 400 from 9645 to 10045
+    // [9700, 9990] padded needs 319 units: more than 300, so the axis takes 400, [9645, 10045].
     const POINT from = At(-2, 9970, 9645, 10045);
     Drag(from, {from.x, 0});
     EXPECT_EQ(data->GetTemperature(), 10000);
@@ -112,20 +113,21 @@ TEST_F(GraphViewDrag, CelsiusBeyondTheLimitBecomesTheLimit) {
     Warm(-3, 9990);  // 37.7
     Warm(-2, 9970);  // 37.6
     MakeIn(GraphShowTemperature, MeasureCelsius);
-    // 3600..3770: 187 fit 200, from 3585 to 3785
+    // [3600, 3770] padded needs 187 units, so the axis takes 200, [3585, 3785].
     const POINT from = At(-2, 3760, 3585, 3785);
     Drag(from, {from.x, 0});
     EXPECT_EQ(data->GetTemperature(), 10000);
     EXPECT_EQ(Entry(), L"37.8");
 }
 
-TEST_F(GraphViewDrag, AFirstValueIsDraggedIn) {
+TEST_F(GraphViewDrag, ADragGivesADayItsFirstTemperature) {
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
     Drag(Warm98(0, 9750), Warm98(0, 9800));
     EXPECT_EQ(data->GetTemperature(), 9800);
 }
 
-// What is stored may be finer than what is shown, and a day without a value must not get one.
+// The stored value may be finer than the one shown, which must not replace it; and a day without a
+// value must not get the one it is drawn at.
 TEST_F(GraphViewDrag, ATapSelectsAndChangesNothing) {
     Warm(-2, 9723);
     data->temperature.dirty = false;
@@ -148,7 +150,7 @@ TEST_F(GraphViewDrag, ATapSelectsAndChangesNothing) {
     }
 }
 
-TEST_F(GraphViewDrag, ADateThatIsRefusedStopsTheDrag) {
+TEST_F(GraphViewDrag, ARefusedDateStopsTheDrag) {
     class Refuser : public DataObserver {
         int CanChangeDate(UserData&, const SYSTEMTIME&, const SYSTEMTIME&) override { return 0; }
     } refuser;
@@ -159,7 +161,7 @@ TEST_F(GraphViewDrag, ADateThatIsRefusedStopsTheDrag) {
     EXPECT_FALSE(IsDragging());
     Up(Warm98(-2, 9800));
     EXPECT_EQ(Current(), KeyFromToday(0));
-    // The selected day needs no change of date.
+    // A tap on the current day needs no change of date, so nothing refuses it.
     Down(Warm98(0, 9750));
     EXPECT_TRUE(IsDragging());
     Up(Warm98(0, 9750));
@@ -169,7 +171,7 @@ TEST_F(GraphViewDrag, ADateThatIsRefusedStopsTheDrag) {
 TEST_F(GraphViewDrag, AValueThatCannotBeEnteredStopsTheDrag) {
     Warm(-2, 10020);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);
-    // 9700..10020: 352 fit 400, from 9660 to 10060
+    // [9700, 10020] padded needs 352 units, so the axis takes 400, [9660, 10060].
     Down(At(-2, 10020, 9660, 10060));
     EXPECT_EQ(Current(), KeyFromToday(-2));
     EXPECT_FALSE(IsDragging());
@@ -187,7 +189,7 @@ TEST_F(GraphViewDrag, ALevelWithoutAWordStopsTheDrag) {
     EXPECT_EQ(Entry(), L"");
 }
 
-TEST_F(GraphViewDrag, DaysToComeCannotBeTapped) {
+TEST_F(GraphViewDrag, FutureDaysCannotBeTapped) {
     for (const DWORD mode : {GraphShowBleeding, GraphShowTemperature}) {
         MakeIn(mode, MeasureFahrenheit);
         const LONG x = Level(1, 0).x;
@@ -201,7 +203,8 @@ TEST_F(GraphViewDrag, DaysToComeCannotBeTapped) {
     }
 }
 
-// The day before the first one shown: the graph scrolls to it, and the drag does not begin.
+// A tap on the day in the left margin, before the first one shown, scrolls there; since the points
+// move under the pen, no drag begins.
 TEST_F(GraphViewDrag, ATapOnTheDayBeforeScrollsThere) {
     Warm(-8, 9720);
     MakeIn(GraphShowTemperature, MeasureFahrenheit);

@@ -1,7 +1,7 @@
 #pragma once
 
-// A graph view in a visible window, with a diary of a few days around 15 March 2026, which is
-// today.
+// Fixture with a graph view in a visible parent. Today is 15 March 2026 and the current date; the
+// data set is empty until a test fills it with days relative to today.
 
 #include <memory>
 
@@ -9,7 +9,7 @@
 #include "views/graph_view.h"
 #include "window/settings.h"
 
-// after windows.h
+// needs windows.h before it
 #include "platform/pocketpc/common_controls.h"
 
 namespace lunara::test {
@@ -42,13 +42,15 @@ class GraphView : public UiTest {
         AddDays(Today(), days, date);
         return date;
     }
+    /// Records a temperature, in hundredths of a degree Fahrenheit, `days` after today.
     void Warm(int days, std::int32_t value) {
         data->temperature.Set(ToDateKey(DayFromToday(days)), value);
     }
+    /// Records a bleeding level `days` after today.
     void Bleed(int days, std::int32_t level) {
         data->bleeding.Set(ToDateKey(DayFromToday(days)), level);
     }
-    /// The settings' key exists from here on.
+    /// Writes a setting, and thereby creates the settings key.
     static void Store(const WCHAR* name, DWORD value) { Settings().WriteDword(name, value); }
     void Make(int width = Width, int height = Height) {
         ASSERT_EQ(
@@ -57,7 +59,7 @@ class GraphView : public UiTest {
             1);
         Paint();
     }
-    /// In this graph and unit.
+    /// Creates the view with this graph and unit in its settings.
     void MakeIn(DWORD mode, DWORD measure) {
         Store(TEXT("GraphView_ShowFlags"), mode);
         Store(TEXT("TemperatureMeasure"), measure);

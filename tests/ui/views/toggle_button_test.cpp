@@ -1,3 +1,5 @@
+// The toggle button: flat or bevelled, with a state that its owner sets.
+
 #include "views/toggle_button.h"
 
 #include "tests/ui/ui_test.h"
@@ -103,7 +105,7 @@ TEST_F(ToggleButton, ATapReachesTheParentAsCommandAndEverySinkInOrder) {
     EXPECT_EQ(parent.CountOf(WM_NOTIFY), 0);
 }
 
-TEST_F(ToggleButton, ErasesItsGround) {
+TEST_F(ToggleButton, ErasesItsBackgroundInTheColourOfItsStateAndLook) {
     const struct {
         const char* label;
         const lunara::ToggleButton* button;
@@ -176,7 +178,7 @@ TEST_F(ToggleButton, BevelledLookIsRaisedUnlessItIsChecked) {
     }
 }
 
-/// Where the text's black pixels begin.
+/// The left and top of the bounding box of the text's black pixels, inside the frame.
 POINT TextCorner(const MemoryCanvas& canvas) {
     POINT corner = {Width, Height};
     for (int y = 3; y < Height - 3; ++y) {

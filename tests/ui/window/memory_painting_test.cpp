@@ -34,7 +34,7 @@ class MemoryPainting : public UiTest {
     ScriptedWindow control;
 };
 
-TEST_F(MemoryPainting, WhatIsErasedAndPaintedGetsToTheScreen) {
+TEST_F(MemoryPainting, BothBackgroundAndPaintingReachTheScreen) {
     control.handler = [](UINT message, WPARAM wParam, LPARAM, LRESULT& result) {
         if (message == WM_ERASEBKGND) {
             Fill(reinterpret_cast<HDC>(wParam), 0, 60, Green);
@@ -51,11 +51,11 @@ TEST_F(MemoryPainting, WhatIsErasedAndPaintedGetsToTheScreen) {
     EXPECT_EQ(Pixel(10, 10), Red);
     EXPECT_EQ(Pixel(50, 10), Green);
     EXPECT_EQ(::GetUpdateRect(control.Handle(), nullptr, FALSE), FALSE)
-        << "painted again and again";
+        << "the window must be validated, or it is painted for ever";
     EXPECT_EQ(control.CountOf(WM_PAINT), 1);
 }
 
-TEST_F(MemoryPainting, AControlThatPaintsToItsWindowOnlyDoesSoFromThenOn) {
+TEST_F(MemoryPainting, AControlThatIgnoresTheGivenDcPaintsItsWindowFromThenOn) {
     std::vector<WPARAM> asked;
     control.handler = [&](UINT message, WPARAM wParam, LPARAM, LRESULT&) {
         if (message != WM_PAINT) {
@@ -72,10 +72,10 @@ TEST_F(MemoryPainting, AControlThatPaintsToItsWindowOnlyDoesSoFromThenOn) {
     ASSERT_EQ(asked.size(), 2U);
     EXPECT_NE(asked[0], WPARAM{0});
     EXPECT_EQ(asked[1], WPARAM{0});
-    EXPECT_GE(control.CountOf(WM_ERASEBKGND), 2) << "in memory, then in the window";
+    EXPECT_GE(control.CountOf(WM_ERASEBKGND), 2) << "once in memory, then in the window";
 }
 
-TEST_F(MemoryPainting, AnotherPictureIsLeftToTheControl) {
+TEST_F(MemoryPainting, PaintingIntoACallersDcIsLeftToTheControl) {
     HDC painted = nullptr;
     control.handler = [&](UINT message, WPARAM wParam, LPARAM, LRESULT&) {
         painted = message == WM_PAINT ? reinterpret_cast<HDC>(wParam) : painted;

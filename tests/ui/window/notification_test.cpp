@@ -1,3 +1,5 @@
+// Notifications of custom controls: to the parent first, then to the attached sinks in order.
+
 #include "window/notification.h"
 
 #include "tests/ui/ui_test.h"
@@ -98,7 +100,7 @@ TEST_F(Notification, HeaderNamesTheControl) {
     EXPECT_EQ(header.code, Code);
 }
 
-TEST_F(Notification, AControlTellsItsParentFromTheStart) {
+TEST_F(Notification, AControlNotifiesItsParentWithoutAnySink) {
     ColorRecord record{control.Header(Code), 0};
     parentAnswer = 5;
     EXPECT_TRUE(control.NotifyAll(record.header));
@@ -133,7 +135,7 @@ TEST_F(Notification, AnAnswerDoesNotStopTheLaterSinks) {
     EXPECT_EQ(log, (std::vector<std::string>{"parent", "first", "second"}));
 }
 
-TEST_F(Notification, EachNonZeroAnswerIsSeenSoThatTheLastWins) {
+TEST_F(Notification, NotifyEachReportsEachNonZeroAnswerSoThatTheLastOneWins) {
     TestSink red(log, "red", 1);
     TestSink green(log, "green", 2);
     TestSink silent(log, "silent", 0);
@@ -154,7 +156,8 @@ TEST_F(Notification, TheRangeIsAskedOfEverySink) {
     NMHDR record = control.Header(0);
     int minimum = 50;
     int maximum = 60;
-    EXPECT_FALSE(control.AskRange(record, minimum, maximum));  // the parent has no answer
+    // No sink is attached yet, and the parent gives no range.
+    EXPECT_FALSE(control.AskRange(record, minimum, maximum));
     EXPECT_EQ(minimum, 50);
     EXPECT_EQ(maximum, 60);
     for (TestSink* sink : {&first, &second, &third}) {
