@@ -19,7 +19,7 @@ TEST_F(BackupFilesRecovery, ARestoreCutOffBetweenTheTwoRenamesIsUndone) {
     const std::wstring folder = FolderOf(TestUser);
     ASSERT_NE(::MoveFileW(folder.c_str(), (folder + Before).c_str()), FALSE);
     MakeFolder(folder + Staged);
-    MendCutOffRestore(TestUser);
+    EXPECT_EQ(MendCutOffRestore(TestUser), 1);
     ExpectOldDiary();
     EXPECT_FALSE(FileExists(folder + Staged));
 }
@@ -48,7 +48,7 @@ TEST_F(BackupFilesRecovery, ARestoreCutOffWhileCopiesGoInIsFinished) {
 TEST_F(BackupFilesRecovery, ARestoreCutOffBeforeItsCleanUpStands) {
     PutUserFiles();
     Put(Before, L"Bleeding.dat", "older still");
-    MendCutOffRestore(TestUser);
+    EXPECT_EQ(MendCutOffRestore(TestUser), 1);
     ExpectOldDiary();
     EXPECT_FALSE(FileExists(FolderOf(TestUser) + Before));
 }
