@@ -17,6 +17,11 @@ class DoubleBufferedControl : public UiTest {
         ASSERT_EQ(control.Make(nullptr, 60, 40), 1);
         DoubleBufferControl(control.Handle());
     }
+    void TearDown() override {
+        control.handler = nullptr;
+        ::DestroyWindow(control.Handle());
+        UiTest::TearDown();
+    }
     void Show() {
         ::ShowWindow(control.Handle(), SW_SHOWNOACTIVATE);
         control.Update();

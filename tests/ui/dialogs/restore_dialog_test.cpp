@@ -1,7 +1,7 @@
 // The restore dialog: the backups that it lists, and deleting them. What it restores is tested in
 // app/backup_restore_test.cpp, the backup dialog in app/backup_test.cpp.
 
-#include "dialogs/backup_dialog.h"
+#include "dialogs/restore_dialog.h"
 
 #include <array>
 
