@@ -111,7 +111,7 @@ TEST_F(RestoredViews, BothBeginAtTheRestoredDiaryAndItsCurrentDate) {
     PutLongDiary(current);
     const HWND diary = main->Diary().Handle();
     const HWND graph = main->Graph().Handle();
-    for (const UINT view : {IDM_VIEW_DIARY, IDM_VIEW_GRAPH}) {
+    for (const UINT view : {UINT{IDM_VIEW_DIARY}, UINT{IDM_VIEW_GRAPH}}) {
         SCOPED_TRACE(view);
         Command(view);
         // Shows the statistics warning now, so that it does not take the answer queued below.

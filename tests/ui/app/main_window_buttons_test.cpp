@@ -79,8 +79,8 @@ TEST_F(MainWindowButtons, ShowCommandsToggleTheDiarysFlagsAndButtons) {
 
 TEST_F(MainWindowButtons, TheLastItemOfTheDiaryStaysShownAndItsButtonDown) {
     Command(IDM_VIEW_DIARY);
-    for (const UINT command :
-         {IDM_SHOW_BLEEDING, IDM_SHOW_PERIOD, IDM_SHOW_OVULATION, IDM_SHOW_PREGNANCY}) {
+    for (const UINT command : {UINT{IDM_SHOW_BLEEDING}, UINT{IDM_SHOW_PERIOD},
+                               UINT{IDM_SHOW_OVULATION}, UINT{IDM_SHOW_PREGNANCY}}) {
         Command(command);
     }
     ASSERT_EQ(main->Diary().GetShowFlags(), 1U);
@@ -120,8 +120,8 @@ TEST_F(MainWindowButtons, AnOptionOfTheOtherViewChangesThatViewAndKeepsItsButton
 }
 
 TEST_F(MainWindowButtons, OptionsItemsStayEnabledAndUncheckedWhateverIsShown) {
-    for (const UINT command : {IDM_VIEW_DIARY, IDM_SHOW_NOTES, IDM_VIEW_GRAPH, IDM_SHOW_TEMPERATURE,
-                               IDM_SHOW_BLEEDING}) {
+    for (const UINT command : {UINT{IDM_VIEW_DIARY}, UINT{IDM_SHOW_NOTES}, UINT{IDM_VIEW_GRAPH},
+                               UINT{IDM_SHOW_TEMPERATURE}, UINT{IDM_SHOW_BLEEDING}}) {
         Command(command);
         for (const UINT option : ButtonCommands) {
             EXPECT_EQ(MenuStateOf(option) & (MF_CHECKED | MF_GRAYED | MF_DISABLED), 0U);

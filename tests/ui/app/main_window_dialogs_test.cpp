@@ -29,7 +29,7 @@ TEST_F(MainWindowDialogs, ItIsDisabledAndItsButtonsAreHiddenUntilTheDialogIsGone
         {"restore, nothing left to restore", IDM_RESTORE, IDC_DELETE_BACKUP},
         {"history, closed", IDM_HISTORY, IDCANCEL},
     };
-    for (const UINT view : {IDM_VIEW_DIARY, IDM_VIEW_GRAPH}) {
+    for (const UINT view : {UINT{IDM_VIEW_DIARY}, UINT{IDM_VIEW_GRAPH}}) {
         SCOPED_TRACE(view);
         Command(view);
         for (const auto& row : rows) {

@@ -70,7 +70,7 @@ TEST_F(MainWindowEnd, ACloseMessageEndsASignIn) {
 }
 
 TEST_F(MainWindowEnd, TheEndOfTheSessionUnderADialogSaves) {
-    for (const UINT command : {IDM_CHANGE_PASSWORD, IDM_HISTORY}) {
+    for (const UINT command : {UINT{IDM_CHANGE_PASSWORD}, UINT{IDM_HISTORY}}) {
         SCOPED_TRACE(command);
         RemoveUser(TestUser);
         ASSERT_EQ(SignIn(), 1);

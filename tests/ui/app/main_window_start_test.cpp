@@ -80,7 +80,7 @@ TEST_F(MainWindowStart, ItIsAPortraitWindowWithCaptionAndFrame) {
 
 TEST_F(MainWindowStart, ItGetsItsIconsWhenItIsIdle) {
     ASSERT_EQ(SignIn(), 1);
-    for (const WPARAM kind : {ICON_BIG, ICON_SMALL}) {
+    for (const WPARAM kind : {WPARAM{ICON_BIG}, WPARAM{ICON_SMALL}}) {
         EXPECT_TRUE(
             PumpUntil([&] { return ::SendMessageW(main->Handle(), WM_GETICON, kind, 0) != 0; }));
     }
