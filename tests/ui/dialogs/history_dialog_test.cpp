@@ -5,8 +5,8 @@
 #include "platform/clock.h"
 #include "platform/pocketpc/common_controls.h"
 #include "resources/ids.h"
-#include "tests/ui/app/main_window_test_base.h"
 #include "tests/support/user_data_access.h"
+#include "tests/ui/app/main_window_test_base.h"
 
 namespace lunara::test {
 namespace {

@@ -1,7 +1,7 @@
 // The graph view: the day it starts at, scrolling, and bringing a date into view.
 
-#include "tests/ui/views/graph_view_test_support.h"
 #include "tests/support/user_data_access.h"
+#include "tests/ui/views/graph_view_test_support.h"
 
 namespace lunara::test {
 namespace {

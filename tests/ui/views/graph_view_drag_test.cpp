@@ -1,7 +1,7 @@
 // The graph view: tapping and dragging points, with the button and move messages that a pen sends.
 
-#include "tests/ui/views/graph_view_test_support.h"
 #include "tests/support/user_data_access.h"
+#include "tests/ui/views/graph_view_test_support.h"
 
 namespace lunara::test {
 namespace {

@@ -5,8 +5,8 @@
 
 #include <memory>
 
-#include "tests/ui/views/view_test_support.h"
 #include "tests/support/user_data_access.h"
+#include "tests/ui/views/view_test_support.h"
 #include "views/graph_view.h"
 #include "window/settings.h"
 
