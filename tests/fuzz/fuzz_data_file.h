@@ -21,6 +21,7 @@
 #include "storage/cipher/password_key.h"
 #include "storage/data_file.h"
 #include "storage/data_file_set.h"
+#include "tests/support/user_data_access.h"
 
 namespace lunara::fuzz {
 
@@ -80,12 +81,12 @@ class PrivateFile {
 
 struct DayValueFile {
     static constexpr DataFile Which = DataFile::Bleeding;
-    static DayValueList& ListOf(UserData& data) { return data.bleeding; }
+    static DayValueList& ListOf(UserData& data) { return UserDataTestAccess::Bleeding(data); }
 };
 
 struct NotePageFile {
     static constexpr DataFile Which = DataFile::NotePages;
-    static NotePageList& ListOf(UserData& data) { return data.notePages; }
+    static NotePageList& ListOf(UserData& data) { return UserDataTestAccess::NotePages(data); }
 };
 
 inline int Load(DayValueList& list, const WCHAR* path, const WCHAR* password) {
