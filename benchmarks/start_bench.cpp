@@ -157,12 +157,14 @@ bool RunToEnd(const std::wstring& commandLine) {
     return code == 0;
 }
 
-/// Makes a program folder with the sample diary in it. The path of its Lunara.exe; "" on failure.
-std::wstring PrepareProgram(const std::wstring& build) {
-    const std::wstring folder = build + L"\\benchmarks\\start";
+/// Makes the program folder `name` with a copy of the program `source` and the sample diary in it.
+/// Returns the path of the copy; "" on failure.
+std::wstring PrepareProgram(const std::wstring& build, const wchar_t* name,
+                            const std::wstring& source) {
+    const std::wstring folder = build + L"\\benchmarks\\" + name;
     ::CreateDirectoryW(folder.c_str(), nullptr);
     std::wstring program = folder + L"\\Lunara.exe";
-    if (::CopyFileW((build + L"\\Lunara.exe").c_str(), program.c_str(), FALSE) == 0) {
+    if (::CopyFileW(source.c_str(), program.c_str(), FALSE) == 0) {
         return {};
     }
     const std::wstring diary = folder + L"\\Sample";
@@ -241,7 +243,9 @@ bool Compare(std::vector<Case> cases, DWORD pauseMs) {
 
 }  // namespace
 
-int main() {
+/// Usage: start_bench [EARLIER.exe]
+///   EARLIER.exe  a Lunara.exe of another build, which takes its turns beside this one
+int main(int argc, char** argv) {
     wchar_t self[MAX_PATH] = {};
     ::GetModuleFileNameW(nullptr, self, MAX_PATH);
     std::wstring build(self);
@@ -249,13 +253,13 @@ int main() {
     const std::wstring bare = build + L"\\bare_window.exe";
     const std::wstring sameWindows = build + L"\\same_windows.exe";
     build.erase(build.find_last_of(L'\\'));
-    const std::wstring program = PrepareProgram(build);
+    const std::wstring program = PrepareProgram(build, L"start", build + L"\\Lunara.exe");
     if (program.empty()) {
         std::puts("start_bench: the program folder could not be prepared");
         return 1;
     }
 
-    const std::vector<Case> cases = {
+    std::vector<Case> cases = {
         {"bare window", [&](DWORD limitMs) { return StartBareWindow(bare, limitMs); }, {}},
         {"Lunara's windows alone",
          [&](DWORD limitMs) { return StartWithSignIn(sameWindows, L"LunaraSameWindows", limitMs); },
@@ -263,6 +267,19 @@ int main() {
         {"Lunara, first painted diary",
          [&](DWORD limitMs) { return StartWithSignIn(program, L"wfcWnd_1_0", limitMs); },
          {}}};
+    std::wstring earlier;
+    if (argc > 1) {
+        const std::string path(argv[1]);
+        earlier = PrepareProgram(build, L"start-earlier", std::wstring(path.begin(), path.end()));
+        if (earlier.empty()) {
+            std::puts("start_bench: the earlier program could not be copied");
+            return 1;
+        }
+        cases.push_back(
+            {"earlier Lunara",
+             [&](DWORD limitMs) { return StartWithSignIn(earlier, L"wfcWnd_1_0", limitMs); },
+             {}});
+    }
     if (!WarmUp(cases)) {
         return 1;
     }

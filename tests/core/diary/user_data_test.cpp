@@ -19,16 +19,17 @@ int growthsLeft = -1;
 
 }  // namespace
 
-// NOLINTBEGIN(bugprone-reserved-identifier): the linker's names for a wrapped function.
-extern "C" void* __real_realloc(void* block, std::size_t bytes);
-extern "C" void* __wrap_realloc(void* block, std::size_t bytes) {
+// The linker gives calls of realloc to __wrap_realloc, and the system's function the name
+// __real_realloc (-Wl,--wrap=realloc).
+extern "C" void* RealRealloc(void* block, std::size_t bytes) __asm__("__real_realloc");
+extern "C" void* WrappedRealloc(void* block, std::size_t bytes) __asm__("__wrap_realloc");
+extern "C" void* WrappedRealloc(void* block, std::size_t bytes) {
     if (growthsLeft == 0) {
         return nullptr;
     }
     growthsLeft -= growthsLeft > 0 ? 1 : 0;
-    return __real_realloc(block, bytes);
+    return RealRealloc(block, bytes);
 }
-// NOLINTEND(bugprone-reserved-identifier)
 
 namespace lunara::test {
 namespace {
