@@ -13,7 +13,7 @@ void ShowPredictionWarning(UserData& data, WCHAR* text, UINT flags);
 
 /// Shows string 50001 (too little data for a prediction) in a message box captioned "Warning" with
 /// MB_ `flags` and an exclamation mark, unless a warning was shown within the last hour. The
-/// program itself does not call it: the engine composes that text, too.
+/// program itself does not call it: the predictor puts this text into its own warnings.
 void ShowInsufficientDataWarning(UserData& data, UINT flags);
 
 }  // namespace lunara

@@ -42,8 +42,8 @@ enum DayStatusFlags : std::uint32_t {
 inline constexpr std::uint32_t BleedingStatusBits = 0x1F8;
 
 /// Sets the flags of one day to (flags & ~clearBits) | setBits; a day without an entry starts with
-/// no flags. Arguments, when there are any, replace those of the day's text. Without memory the
-/// flags stay as they were.
+/// no flags. `arguments`, unless empty, replace the stored printf arguments of the day's status
+/// text. When memory is short, the flags do not change.
 void SetDayFlags(CyclePredictor& state, std::uint32_t setBits, std::uint32_t clearBits,
                  DateKey date, std::initializer_list<std::int32_t> arguments = {});
 

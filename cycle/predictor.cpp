@@ -176,9 +176,9 @@ void StorePastOvulations(CyclePredictor& state, PastRuns& runs) {
 
 // ---- The prediction ----
 
-/// Stores the weights of at least 0.01 for the 365 days from the last valid period start on. A day
-/// that already has an entry in `list` keeps it, because records take precedence over predictions;
-/// its weight in `values` is set to 0.
+/// Stores `values`, the weights of the 365 days that begin with `start` (the last valid period
+/// start), in `list`; weights below 0.01 are dropped. A day that already has an entry in `list`
+/// keeps it, because records take precedence over predictions; its weight in `values` is set to 0.
 void StorePredicted(const SYSTEMTIME& start, HorizonValues& values, DayValueList& list) {
     const std::int32_t startNumber = DayNumber(ToDateKey(start));
     for (std::int32_t i = list.Count(); i-- > 0;) {

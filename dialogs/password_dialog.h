@@ -1,7 +1,9 @@
 #pragma once
 
-// Base of the dialogs that ask for passwords. They check what needs no diary (length, repetition)
-// and post WM_DIALOG_OK or WM_DIALOG_CANCEL, on which `RunDialog` in app/sign_in.cpp acts.
+// Base of the dialogs that ask for passwords. The dialogs check what needs no diary (the length,
+// and that a new password is repeated correctly) and post WM_DIALOG_OK or WM_DIALOG_CANCEL.
+// `RunDialog` takes these messages; app/sign_in.cpp, which calls it, checks the password against
+// the diary.
 
 #include "window/dialog.h"
 

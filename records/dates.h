@@ -30,7 +30,7 @@ constexpr bool IsRealDay(DateKey key) {
                          static_cast<int>(key & 0xFF));
 }
 
-/// Years of the days that data files and texts may name, both ends included.
+/// First and last year, both valid, of a day in a data file or in an imported text.
 inline constexpr unsigned FirstRecordYear = FirstCalendarYear;
 inline constexpr unsigned LastRecordYear = 2500;
 

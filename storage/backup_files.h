@@ -4,8 +4,8 @@
 //
 // A backup is a folder with copies of all files of the user's folder. A restore first copies the
 // backup to a folder beside the user's, then swaps the two by renaming, so that the user's folder
-// holds the files of one side only. If the user's folder cannot be renamed, the files are moved one
-// by one. MendCutOffRestore completes or undoes a restore that was interrupted.
+// never mixes old and restored files. If it cannot be renamed, the files are moved one by one.
+// MendCutOffRestore completes or undoes a restore that was interrupted.
 
 #include <vector>
 

@@ -17,8 +17,9 @@
 
 namespace lunara {
 
-/// Why a file was refused, left in the thread's last error. Each is the id of the string that the
-/// user sees.
+/// What loading a data file leaves in the thread's last error: that there is no file
+/// (`DataFileMissing`, not a failure) or why the file was refused. Each value is also the id of the
+/// string resource with the text for the user.
 enum DataFileError : DWORD {
     DataFileMissing = 57344,
     DataFileForeign = 57345,
@@ -28,24 +29,26 @@ enum DataFileError : DWORD {
 };
 
 /// Replaces the list by the file's records and clears its `dirty` flag. `password` is UTF-16, "" or
-/// null for none. 1 on success, with the last error 0, and when there is no file, with
-/// `DataFileMissing` and the list empty. 0 on failure, with the list empty and a `DataFileError`,
-/// or 0 when the file ends inside its header. A file that exists but cannot be opened is
-/// `DataFileCorrupt`: taken for missing, it would be overwritten by the next save.
+/// null for none. Returns 1 on success, with 0 in the last error; also when there is no file, with
+/// `DataFileMissing` in the last error and the list empty. Returns 0 on failure, with the list
+/// empty and a `DataFileError` in the last error; the last error is 0 when the file ends inside its
+/// header. A file that exists but cannot be opened is `DataFileCorrupt`: if it counted as missing,
+/// the next save would overwrite it.
 [[nodiscard]] int LoadDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password);
 [[nodiscard]] int LoadNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
 
-/// Saves one list as the file at `path`, any path, when its `dirty` flag is set, and clears the
-/// flag. An empty list deletes the file, which never fails. 1 on success and when nothing had to be
-/// written. 0 when a step failed, with the flag and the old file as they were and the system's
-/// error in the last error. The program itself does not call these: it saves a diary's files
-/// together (`DataFileSet`).
+/// Saves one list as the file at `path` (any path) if its `dirty` flag is set, and clears the flag.
+/// For an empty list it deletes the file instead; failing to is no error. Returns 1 on success and
+/// when the list is not dirty. Returns 0 when a step failed, with the flag and the old file
+/// unchanged and the system's error in the last error. The program itself does not call these: it
+/// saves a diary's files together (`DataFileSet`).
 [[nodiscard]] int SaveDayValues(DayValueList& list, const WCHAR* path, const WCHAR* password);
 [[nodiscard]] int SaveNotePages(NotePageList& list, const WCHAR* path, const WCHAR* password);
 
-/// Creates `file`, writes header and records, flushes and closes it. The list stays plain; day
-/// values are sorted first. The caller puts the file in place and then clears `dirty`. 1, or 0 when
-/// a step failed, with the system's error in the last error.
+/// Creates `file`, writes header and records, flushes and closes it. Enciphers copies of the
+/// records, never the list's own; sorts a list of day values first. The caller puts the file in
+/// place and then clears `dirty`. Returns 1, or 0 when a step failed, with the system's error in
+/// the last error.
 [[nodiscard]] int WriteDayValues(DayValueList& list, ReplacementFile& file, const WCHAR* password);
 [[nodiscard]] int WriteNotePages(NotePageList& list, ReplacementFile& file, const WCHAR* password);
 

@@ -267,7 +267,8 @@ int DataFileSet::TakeStock(Change& change) {
 }
 
 int DataFileSet::Apply(Change& change) {
-    // Without hard links (FAT) the old file is renamed instead, and its name is free for a moment.
+    // Keep the old file under a second name: by a hard link, or, on a file system without links
+    // (FAT), by renaming it. After a rename no file has the name until the new one is put there.
     const WideString kept = KeptPath(change.path);
     if (change.hadOriginal && CurrentFileCalls().Link(change.path.c_str(), kept.c_str()) == FALSE &&
         lunara::Rename(change.path, kept) == 0) {

@@ -48,8 +48,8 @@ int DeleteFilesGoneFrom(const WCHAR* source, const WCHAR* copies, const WCHAR* p
 /// with ".". Empty when there are none or the folder cannot be read.
 std::vector<WideString> SubFolders(const WCHAR* folder);
 
-/// Whether `folder` must not or cannot be renamed together with its entries: it has a sub-folder, a
-/// file that is open elsewhere without FILE_SHARE_DELETE, or an entry whose path is too long.
+/// Whether an entry of `folder` forbids renaming the folder: a sub-folder, a file that is open
+/// elsewhere without FILE_SHARE_DELETE, or an entry whose path is too long.
 bool HasUnmovableEntries(const WCHAR* folder);
 
 /// Moves the files of `source`, except those for which `IsPassedOver` is true, into the existing

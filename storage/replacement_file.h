@@ -1,9 +1,9 @@
 #pragma once
 
 // Replaces a file as a whole. The new content is written to a sibling file, flushed and closed, and
-// then renamed over the old one. Whenever the program or the machine stops, the name stands for the
-// old file or the new one, never for a part. All calls that change files go through `FileCalls`, so
-// that tests can make each of them fail.
+// then renamed over the old one. Whenever the program or the machine stops, the old file or the new
+// one has the name, never a partly written one. All calls that change files go through `FileCalls`,
+// so that tests can make each of them fail.
 
 #include <cstddef>
 
@@ -27,8 +27,8 @@ class FileCalls {
     virtual BOOL Close(HANDLE file);
     /// Renames a file, replacing one of that name, and returns once that is on the disk.
     virtual BOOL Replace(const WCHAR* from, const WCHAR* to);
-    /// Renames a file, replacing one of that name, without waiting for the disk. The disk takes up
-    /// renames in the order of the calls.
+    /// Renames a file, replacing one of that name, without waiting for the disk. Renames reach the
+    /// disk in the order of the calls.
     virtual BOOL Rename(const WCHAR* from, const WCHAR* to);
     /// Gives the file at `path` the second name `name`. Fails where the file system has no hard
     /// links.
@@ -38,14 +38,15 @@ class FileCalls {
     virtual BOOL MoveFolder(const WCHAR* from, const WCHAR* to);
 };
 
-/// The calls in use: the system's, unless `UseFileCalls` has put in others.
+/// The calls that the program uses: the system's, unless `UseFileCalls` has replaced them.
 FileCalls& CurrentFileCalls();
 
-/// Puts in other calls, which must outlive their use; null restores the system's.
+/// Replaces the system's calls by `calls`, which must outlive their use; null restores the
+/// system's.
 void UseFileCalls(FileCalls* calls);
 
-/// Returns 0 with a last error that is not 0: the one that is set, or ERROR_WRITE_FAULT when a call
-/// failed without one or wrote only a part.
+/// Returns 0 and makes sure that the last error is not 0: sets ERROR_WRITE_FAULT when a call failed
+/// without setting one, or wrote only a part.
 int FailWithReason();
 
 /// The name of the sibling file that takes the new content of `path`: ".new" in place of ".dat",
@@ -53,8 +54,8 @@ int FailWithReason();
 /// wherever the data file fits.
 WideString SiblingPath(WideView path);
 
-/// Deletes the file and its sibling. A sibling that a crash left may hold what has been deleted
-/// since. Failures are ignored.
+/// Deletes the file and its sibling, because a sibling left by a crash may hold data that the user
+/// has deleted since. Failures are ignored.
 void RemoveWithSibling(const WideString& path);
 
 /// One replacement. Call `Create`, `Write` as often as needed, `FlushAndClose`, then `PutInPlace`
@@ -64,7 +65,8 @@ class ReplacementFile {
   public:
     /// Replaces `target`, which need not exist.
     explicit ReplacementFile(WideView target);
-    /// As above, with another path for the sibling, on the same volume.
+    /// Replaces `target` by way of the sibling file `siblingPath`, which must be on the same
+    /// volume.
     ReplacementFile(WideView target, WideView siblingPath);
     ReplacementFile(const ReplacementFile&) = delete;
     ReplacementFile& operator=(const ReplacementFile&) = delete;
@@ -82,7 +84,7 @@ class ReplacementFile {
     /// Renames the closed sibling over the target without waiting for the disk.
     [[nodiscard]] int Rename();
 
-    /// Leaves the sibling to the folder's next mending: the destructor does not delete it.
+    /// Keeps the destructor from deleting the sibling; the next `MendDataFiles` needs it.
     void Keep() { toBeRemoved = false; }
 
   private:

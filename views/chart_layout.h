@@ -34,9 +34,10 @@ struct ChartAxis {
     ChartScale scale;
 };
 
-/// The axis for the range `lowest`..`highest` widened by the points' values, the first point and
-/// negative values excepted. Takes the first scale, in table order, whose span exceeds that range
-/// by a tenth; if none does, pads the range by a twentieth at each end.
+/// Chooses an axis that covers the range `lowest`..`highest`, and the values of all points except
+/// the first point and negative values. Takes the first scale, in table order, whose span is at
+/// least that range plus a tenth of it (truncated). If no scale is wide enough, the axis is the
+/// range padded by a twentieth of it (truncated) at each end.
 ChartAxis ChooseAxis(std::span<const ChartPoint> points, std::int32_t lowest, std::int32_t highest,
                      std::span<const ChartScale> scales);
 
@@ -63,8 +64,8 @@ class ChartMapping {
     double yScale;  // px per unit of value; negative, because values grow upwards
 };
 
-/// Plain: a tick alone. Minor: with a dashed line and a label. Major: with a solid line and a
-/// label.
+/// How the chart draws a tick. Plain: the tick only. Minor: with a dashed grid line and a label.
+/// Major: with a solid grid line and a label.
 enum class TickKind { Plain, Minor, Major };
 
 struct ChartTick {

@@ -92,8 +92,8 @@ class DiaryView : public Window, public DataObserver {
     void OnPaint();
     void OnEraseBackground(HDC dc) const;
     void OnSize();
-    /// Handles a notification of agenda or calendar: true, with its result in `answer`. False for
-    /// any other.
+    /// Handles a notification from the agenda or the calendar: returns true and stores the result
+    /// in `answer`. Returns false for a notification from any other control.
     bool OnNotify(NMHDR& record, LRESULT& answer);
     void OnGetRow(AgendaRowRequest& request);
     void OnTap(POINT point);

@@ -42,7 +42,7 @@ class GraphSeries {
     /// without a temperature has `NoTemperature` (97.5 °F), converted to the series' unit.
     std::int32_t DayValue(const UserData& data, const SYSTEMTIME* date = nullptr) const;
 
-    /// The range that the chart's axis covers at least.
+    /// The range of values that the chart's axis always covers. Points outside it widen the axis.
     ValueRange AxisRange() const;
     /// The ways to divide the axis, smallest span first; valid for the program's lifetime.
     std::span<const ChartScale> Scales() const;

@@ -110,8 +110,8 @@ class GraphView : public Window, public DataObserver, private NotificationSink {
     void OnSpin(std::int32_t position);
     void OnCommand(UINT id, UINT notification);
     LRESULT OnFieldColor(HDC dc) const;
-    /// Handles a notification of calendar, date picker or chart: true, with its result in `answer`.
-    /// False for any other.
+    /// Handles a notification from the calendar, the date picker or the chart: returns true and
+    /// stores the result in `answer`. Returns false for a notification from any other control.
     bool OnNotify(NMHDR& record, LRESULT& answer);
     bool OnChartNotify(NMHDR& record, LRESULT& answer);
     void OnHelp();

@@ -23,8 +23,9 @@ LRESULT OnPaint(HWND control) {
     DrawControl(control, WM_ERASEBKGND, picture.Dc());
     DrawControl(control, WM_PAINT, picture.Dc());
     if (::GetUpdateRect(control, nullptr, FALSE) == FALSE) {
-        // No update region is left: the control ignored `dc` and painted its window, over a
-        // background that BufferedControlProc kept it from erasing. Stop buffering it and repaint.
+        // The update region is gone, so the control ignored `dc` and painted straight to its
+        // window. Its background is not erased, because BufferedControlProc swallows
+        // WM_ERASEBKGND. Remove the subclass and repaint the control unbuffered.
         RemoveSubclass(control, &BufferedControlProc);
         ::InvalidateRect(control, nullptr, TRUE);
         return 0;

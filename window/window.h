@@ -37,12 +37,12 @@ const CurrentMessage& GetCurrentMessage();
 
 class Window;
 
-/// The one top-level window object of the program, which dialogs without a parent get as owner;
-/// null before it is set and after it is gone.
+/// Sets the program's one top-level window object, the owner of dialogs that name none. Null: the
+/// program has no main window (any more).
 void SetMainWindow(Window* window);
-/// The counterpart of `SetMainWindow`; the program itself asks for the handle only.
+/// The window object that `SetMainWindow` was given last; null before the first call.
 Window* GetMainWindow();
-/// Its handle; null when there is none.
+/// The handle of the main window; null when there is no main window.
 HWND MainWindowHandle();
 
 /// The window procedure of the framework's class and of every window that `Window::Subclass` took.
@@ -72,7 +72,7 @@ class Window {
     /// Returns false for a message that it does not handle, as the base always does.
     virtual bool OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
     /// Called by `Create` before the window exists; may change the creation parameters. Returns 1,
-    /// or 0 to refuse the creation. The base sets the framework's class when there is no class.
+    /// or 0 to refuse the creation. The base sets the framework's class if none is named.
     virtual int PreCreateWindow(CREATESTRUCTW& parameters);
     /// Lists the fields to exchange with controls, for `UpdateData`. The base lists none.
     virtual void DoDataExchange(DataExchange& exchange);
@@ -104,7 +104,7 @@ class Window {
 
     /// Marks the client area for repainting; does nothing while the window is hidden.
     void Invalidate(bool erase);
-    /// Paints now what is marked for repainting.
+    /// Sends WM_PAINT at once if any area is marked for repainting.
     void Update();
     /// Passes the message being dispatched to `DefaultProc`, for a handler that needs the default
     /// result.

@@ -8,8 +8,7 @@
 // A Blowfish library therefore does not read these files.
 //
 // cipher.cpp is the whole cipher in its plain form: key set-up, one block, many blocks.
-// cipher_fast.h takes many blocks at once, with the same result, and is left out of a first
-// reading.
+// cipher_fast.h enciphers many blocks at once, with the same result; skip it at first reading.
 
 #include <cstddef>
 #include <cstdint>

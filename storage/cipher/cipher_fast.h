@@ -7,8 +7,9 @@
 
 namespace lunara {
 
-/// Encipher or decipher a multiple of 8 bytes in place, from the first one on, and return how many:
-/// all but fewer than `LaneBlocks` blocks and a remainder. The caller does the rest plainly.
+/// Encipher or decipher whole groups of blocks in place, from the first byte on, and return the
+/// number of bytes done, a multiple of 8. Fewer than `LaneBlocks` * 8 bytes are left at the end;
+/// the caller passes those to `EncipherBlock` or `DecipherBlock`.
 [[nodiscard]] std::size_t EncipherManyBlocks(const CipherState& state, unsigned char* bytes,
                                              std::size_t length);
 [[nodiscard]] std::size_t DecipherManyBlocks(const CipherState& state, unsigned char* bytes,

@@ -19,8 +19,7 @@ namespace lunara {
 /// one vector fill the time in which another one waits for its own.
 inline constexpr std::size_t GatherBlocks = 32;
 
-/// Whether the processor has the instructions (and this program was built for that kind of
-/// processor).
+/// Whether the processor has the gather instruction; false in a build for another architecture.
 bool HasGathers();
 
 /// Takes groups of `GatherBlocks` blocks, from the first one on, through the rounds and returns how

@@ -1,4 +1,5 @@
-// Exports through symbolic links. Not built for Windows, whose standard library makes none.
+// Exports to a path that is a symbolic link. Not built for Windows: the C++ library of that build
+// cannot create symbolic links.
 
 #include "tests/companion/fixture.h"
 #include "tools/lunara-cli/companion.h"

@@ -11,8 +11,8 @@ namespace lunara::test {
 
 class Picture {
   public:
-    /// An area of the screen, in screen coordinates. Empty when the area is empty or cannot be
-    /// read.
+    /// Captures `area` of the screen, in screen coordinates. Returns an empty picture when the area
+    /// is empty or cannot be read.
     static Picture OfScreen(const RECT& area);
     /// Bitmap resource `id` of a program file; empty when the file has none of that id.
     static Picture OfResource(const std::wstring& program, UINT id);

@@ -13,7 +13,8 @@
 namespace lunara::test {
 namespace {
 
-/// The notification by which the agenda asks for a row. Has the layout of the control's own record.
+/// The record of AGN_GETROW, with which the agenda asks its parent for a row: a copy of the layout
+/// of AgendaRowRequest (views/agenda_ctrl.h) and the items behind it.
 struct RowRequest {
     NMHDR header;
     std::int32_t index;

@@ -199,7 +199,7 @@ bool AdvanceTicks(HANDLE process, DWORD ms) {
     const HMODULE there = FindLibrary(process, Library);
     const std::uint64_t asked = FindFunction(Library, there, "GetTickCount64");
     const std::uint64_t untouched = FindFunction(Library, there, "GetTickCount");
-    // Not freed: the process calls this code until its end.
+    // Never freed: the process's patched GetTickCount64 jumps to this code until the process ends.
     void* const later = ::VirtualAllocEx(process, nullptr, LaterTicksCode.size(),
                                          MEM_COMMIT | MEM_RESERVE, PAGE_EXECUTE_READWRITE);
     if (asked == 0 || untouched == 0 || later == nullptr) {

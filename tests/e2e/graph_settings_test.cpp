@@ -38,7 +38,7 @@ class GraphSettings : public EndToEnd {
         EXPECT_EQ(ButtonState(program, CommandShowBleeding), temperature ? Off : On);
     }
 
-    /// Whether the day is on the chart.
+    /// Whether the day is one of the 15 on the chart. A failure names the day's column.
     static testing::AssertionResult GraphShows(const GraphScreen& graph, Day day) {
         constexpr int DaysShown = 15;
         const int column = DaysBetween(day, graph.FirstDay());

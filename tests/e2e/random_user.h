@@ -89,7 +89,8 @@ class RandomUser {
     bool GiveRightPassword();
     /// Fills the sign-in in, clicks OK and waits until the dialog closes or shows a warning.
     bool EnterUser(const std::wstring& name, const std::wstring& password);
-    /// 1 when the password opened the diary, 0 when it was refused, -1 when neither happened.
+    /// Enters the user's name and `password` in the sign-in. Returns 1 when they opened the diary,
+    /// 0 when they were refused, -1 when neither happened in time.
     int TryPassword(const std::wstring& password);
 
     /// Counts the screen in front. `dialog` is the dialog there; null when there is none.

@@ -108,7 +108,7 @@ TEST_F(CipherFastTest, ManyBlocksLeaveLessThanOneGroup) {
     }
 }
 
-// Whichever of the two this processor is faster with, both are right on it.
+// The program uses the faster of two routines; both must be right on every processor.
 
 TEST_F(CipherFastTest, BlocksInLanesAreAsPlainly) {
     for (int i = 0; i < 20; ++i) {
@@ -119,7 +119,7 @@ TEST_F(CipherFastTest, BlocksInLanesAreAsPlainly) {
 }
 
 TEST_F(CipherFastTest, GatheredBlocksAreAsPlainly) {
-    // Without gathers nothing is done, and nothing is touched.
+    // On a processor without gathers, RunBlocksGathered must return 0 and change no byte.
     const std::size_t blocksOfGroup = HasGathers() ? GatherBlocks : 0;
     for (int i = 0; i < 20; ++i) {
         SetRandomKey();

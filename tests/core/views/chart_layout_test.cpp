@@ -19,7 +19,7 @@ constexpr ChartScale Bleeding[] = {{4, 1, 0, 1, 0}};
 constexpr std::int32_t Most = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t Least = std::numeric_limits<std::int32_t>::min();
 
-/// Points of these values, 10 px apart from x = 0 on.
+/// Chart points with these values, at x = 0, 10, 20 ... px.
 std::vector<ChartPoint> PointsOf(std::initializer_list<std::int32_t> values) {
     std::vector<ChartPoint> points;
     for (const std::int32_t value : values) {

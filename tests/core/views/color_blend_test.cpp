@@ -23,8 +23,9 @@ TEST(BlendColor, MixesEachChannelToTheBit) {
         {"nothing of the first", Blue, White, 0.0F, White},
         {"all of the first", Blue, White, 1.0F, Blue},
         {"level 3 of 3 is a whole", Blue, White, 3 * 0.33333334F, Blue},
-        // 255 * (1 - f) is a little less than 170 and 85 and is truncated. The full channel is 254,
-        // because its two parts are rounded differently.
+        // Red and green: 255 * (1 - f) lies just below 170 (level 1) and 85 (level 2) and is
+        // truncated to A9 and 54. Blue, 255 in both colours, comes out as FE: 255 * f is rounded to
+        // single precision, 255 * (1 - f) to double, and their sum lies just below 255.
         {"level 1 is truncated", Blue, White, 1 * 0.33333334F, 0xFEA9A9},
         {"level 2 is truncated", Blue, White, 2 * 0.33333334F, 0xFE5454},
         {"halves", 0x000000, White, 0.5F, 0x7F7F7F},

@@ -90,7 +90,8 @@ TEST_F(GraphViewDrag, BleedingIsDraggedToALevel) {
     EXPECT_EQ(data->Bleeding().Count(), 0);
 }
 
-// The axis reaches one level above heavy, the highest that can be entered.
+// The bleeding axis ends at level 4, but the highest level that can be entered is heavy (3). A drag
+// above the axis must enter 3.
 TEST_F(GraphViewDrag, BleedingBeyondTheTopIsHeavy) {
     Bleed(-1, 2);
     MakeIn(GraphShowBleeding, MeasureFahrenheit);
@@ -127,8 +128,8 @@ TEST_F(GraphViewDrag, ADragGivesADayItsFirstTemperature) {
     EXPECT_EQ(data->GetTemperature(), 9800);
 }
 
-// The stored value may be finer than the one shown, which must not replace it; and a day without a
-// value must not get the one it is drawn at.
+// A tap must not store the value at which the point is drawn. That value is rounded, so it would
+// coarsen the stored one, and a day without a value would get one.
 TEST_F(GraphViewDrag, ATapSelectsAndChangesNothing) {
     Warm(-2, 9723);
     test::ClearDirty(*data);
