@@ -120,13 +120,13 @@ void MainWindow::OnDestroy() {
     }
     ::KillTimer(Handle(), DayTimerId);
     WriteSettings();
-    SaveAtEnd();
+    SaveBeforeExit();
     password.Wipe();
     data.Unload();
     ::PostQuitMessage(0);
 }
 
-void MainWindow::SaveAtEnd() {
+void MainWindow::SaveBeforeExit() {
     // Without a held password nothing is unsaved, or the user chose not to save (see MayEnd).
     if (password.IsHeld()) {
         SaveWithHeldPassword(User());
@@ -424,66 +424,34 @@ void MainWindow::PostPredictionWarning(const WCHAR* text) {
 
 bool MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
     LRESULT answer = 0;
+    // clang-format off
     switch (message) {
-        case WM_CREATE:
-            answer = OnCreate();
-            break;
-        case WM_DESTROY:
-            OnDestroy();
-            break;
-        case WM_PAINT:
-            OnPaint();
-            break;
-        case WM_ERASEBKGND:
-            OnEraseBackground(reinterpret_cast<HDC>(wParam));
-            answer = 1;
-            break;
-        case WM_SIZE:
-            OnSize();
-            break;
-        case WM_SETTINGCHANGE:
-            SHHandleWMSettingChange(Handle(), wParam, lParam, &activation);
-            break;
-        case WM_HELP:
-            OnHelp(wParam, lParam);
-            break;
-        case WM_TIMER:
-            OnTimer(wParam);
-            break;
-        case WM_CLOSE:
-            if (!OnClose()) {
-                return false;
-            }
-            break;
-        case WM_QUERYENDSESSION:
-            answer = OnQueryEndSession() ? TRUE : FALSE;
-            break;
-        case WM_ENDSESSION:
-            OnEndSession(wParam != FALSE);
-            break;
+        case WM_CREATE: answer = OnCreate(); break;
+        case WM_DESTROY: OnDestroy(); break;
+        case WM_PAINT: OnPaint(); break;
+        case WM_ERASEBKGND: OnEraseBackground(reinterpret_cast<HDC>(wParam)); answer = 1; break;
+        case WM_SIZE: OnSize(); break;
+        case WM_SETTINGCHANGE: SHHandleWMSettingChange(Handle(), wParam, lParam, &activation); break;
+        case WM_HELP: OnHelp(wParam, lParam); break;
+        case WM_TIMER: OnTimer(wParam); break;
+        case WM_CLOSE: if (!OnClose()) { return false; } break;
+        case WM_QUERYENDSESSION: answer = OnQueryEndSession() ? TRUE : FALSE; break;
+        case WM_ENDSESSION: OnEndSession(wParam != FALSE); break;
+        case WM_ENTERDIALOG: HideButtons(); break;
+        case WM_EXITDIALOG: ShowButtons(); break;
         case WM_PREDICTION_WARNING:
-            ShowPredictionWarning(data, reinterpret_cast<WCHAR*>(lParam),
-                                  static_cast<UINT>(wParam));
+            ShowPredictionWarning(data, reinterpret_cast<WCHAR*>(lParam), static_cast<UINT>(wParam));
             break;
-        case WM_ENTERDIALOG:
-            HideButtons();
-            break;
-        case WM_EXITDIALOG:
-            ShowButtons();
-            break;
-        case WM_COMMAND:
-            if (!OnCommand(LOWORD(wParam))) {
-                return false;
-            }
-            break;
+        case WM_COMMAND: if (!OnCommand(LOWORD(wParam))) { return false; } break;
         default:
-            // The number of a registered message is not a constant, so it cannot be a case label.
+            // Not a case: RegisterWindowMessageW assigns the number at run time.
             if (message != LiveGdiObjectsQuery()) {
                 return false;
             }
             answer = 1 + LiveGdiObjects();
             break;
     }
+    // clang-format on
     if (result != nullptr) {
         *result = answer;
     }

@@ -77,7 +77,7 @@ class MainWindow : public Window,
     bool MayEnd();
     /// Saves unsaved entries if the password is held. After a failure it says why and asks the user
     /// whether to try again.
-    void SaveAtEnd();
+    void SaveBeforeExit();
     bool OnCommand(UINT id);
 
     // Commands (app/commands.h)

@@ -39,8 +39,8 @@ void NotesDialog::ShowDate() {
     std::array<WCHAR, 8> day{};
     FormatText(day.data(), day.size(), TEXT(" %02d"), static_cast<int>(date.wDay));
     // Such as "Mon Jan, 01".
-    const WideString header = WideString(WeekdayEntry(date.wDayOfWeek), DateEntryLength)
-                                  .append(MonthCommaEntry(date.wMonth), DateEntryLength)
+    const WideString header = WideString(WeekdayNameWithBlank(date.wDayOfWeek), DateEntryLength)
+                                  .append(MonthNameWithComma(date.wMonth), DateEntryLength)
                                   .append(day.data());
     ::SetDlgItemTextW(Handle(), IDC_NOTE_DATE, header.c_str());
 }

@@ -19,6 +19,8 @@ namespace lunara {
 /// The temperature value, in hundredths of a degree Fahrenheit, that means "nothing recorded". It
 /// lies in the range of real temperatures, so a measured 97.50 cannot be recorded.
 inline constexpr std::int32_t NoTemperature = 9750;
+/// The temperatures, in hundredths of a degree Fahrenheit and both valid, between which the program
+/// takes an entry. A file may hold any other number.
 inline constexpr std::int32_t LowestTemperature = 9500;
 inline constexpr std::int32_t HighestTemperature = 10000;
 
@@ -93,6 +95,7 @@ class RecordArray {
     Record* Data() { return records; }
     const Record* Data() const { return records; }
 
+    /// Exchanges the arrays without copying a record.
     void Swap(RecordArray& other) {
         std::swap(records, other.records);
         std::swap(allocated, other.allocated);
@@ -118,8 +121,12 @@ class RecordArray {
     std::int32_t allocated = 0;
 };
 
-/// Records with unique dates, kept in order of entry and sorted lazily by the next `Find` or
-/// `Sort`. Instantiated for DayValue (`DayValueList`) and DayFlagsEntry (`DayTripleList`).
+/// Records with unique dates. Appended records stay in order of entry until the next `Find` or
+/// `Sort` puts the list into date order: one sort for a whole batch of appends.
+///
+/// The order is a cache, so both work on a const list. They move the records: an index or iterator
+/// from before them is stale, and two threads must not share a list, not even to read it.
+/// Instantiated for DayValue (`DayValueList`) and DayFlagsEntry (`DayTripleList`).
 template <typename Record>
 class DateSortedList {
   public:

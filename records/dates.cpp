@@ -138,7 +138,7 @@ void FormatDateTime(const SYSTEMTIME& date, WCHAR* text, int length) {
     std::array<WCHAR, 64> rest{};
     FormatText(rest.data(), rest.size(), TEXT("%02d %02d:%02d:%02d %04d"), int{date.wDay},
                int{date.wHour}, int{date.wMinute}, int{date.wSecond}, int{date.wYear});
-    WideString formatted(WeekdayEntry(date.wDayOfWeek), EntryLength);
+    WideString formatted(WeekdayNameWithBlank(date.wDayOfWeek), EntryLength);
     formatted.append(MonthEntry(date.wMonth), EntryLength);
     formatted.append(rest.data());
     CopyFormatted(text, length, formatted);
@@ -147,7 +147,7 @@ void FormatDateTime(const SYSTEMTIME& date, WCHAR* text, int length) {
 void FormatMonthDay(const SYSTEMTIME& date, WCHAR* text, int length) {
     std::array<WCHAR, 16> day{};
     FormatText(day.data(), day.size(), TEXT(" %02d"), int{date.wDay});
-    WideString formatted(MonthCommaEntry(date.wMonth), EntryLength);
+    WideString formatted(MonthNameWithComma(date.wMonth), EntryLength);
     formatted.append(day.data());
     CopyFormatted(text, length, formatted);
 }
@@ -159,11 +159,11 @@ void FormatDateStamp(const SYSTEMTIME& date, WCHAR* text) {
                int{date.wYear}, int{date.wHour}, int{date.wMinute});
 }
 
-const WCHAR* WeekdayEntry(WORD dayOfWeek) {
+const WCHAR* WeekdayNameWithBlank(WORD dayOfWeek) {
     return dayOfWeek <= 6 ? Weekdays + EntryLength * dayOfWeek : BlankEntry;
 }
 
-const WCHAR* MonthCommaEntry(WORD month) {
+const WCHAR* MonthNameWithComma(WORD month) {
     return month >= 1 && month <= 12 ? MonthsWithComma + EntryLength * (month - 1U) : BlankEntry;
 }
 

@@ -92,9 +92,9 @@ void FormatDateStamp(const SYSTEMTIME& date, WCHAR* text);
 
 /// Four characters without a terminator: the weekday 0..6, from Sunday, and a blank ("Mon "). All
 /// blanks for other numbers.
-const WCHAR* WeekdayEntry(WORD dayOfWeek);
+const WCHAR* WeekdayNameWithBlank(WORD dayOfWeek);
 /// Four characters without a terminator: the month 1..12 and a comma ("Jan,"). All blanks for other
 /// numbers.
-const WCHAR* MonthCommaEntry(WORD month);
+const WCHAR* MonthNameWithComma(WORD month);
 
 }  // namespace lunara

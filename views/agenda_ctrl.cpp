@@ -53,7 +53,7 @@ void AgendaCtrl::Draw(HDC dc, const RECT& client) {
     AgendaPainter painter(dc, client, lineCount, cellWidth);
     painter.DrawBackground();
     RowStorage storage(lineCount);
-    const NMHDR header = Header(AGN_GETROW);
+    const NMHDR header = MakeHeader(AGN_GETROW);
     std::int32_t rowIndex = 0;
     for (LONG y = client.top; y < client.bottom;) {
         AgendaRowRequest& row = storage.Begin(header, rowIndex++);
@@ -89,7 +89,7 @@ void AgendaCtrl::OnPaint() {
 }
 
 void AgendaCtrl::OnLButtonUp(POINT point) {
-    AgendaTap tap{Header(AGN_TAP), point};
+    AgendaTap tap{MakeHeader(AGN_TAP), point};
     NotifyAll(tap.header);
 }
 

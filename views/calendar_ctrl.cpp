@@ -118,7 +118,7 @@ void CalendarCtrl::Draw(HDC dc, const RECT& client) {
 }
 
 COLORREF CalendarCtrl::AskMonthColor(const SYSTEMTIME& date, COLORREF current) {
-    CalendarMonthColor request{Header(CCN_GETMONTHCOLOR), date, current};
+    CalendarMonthColor request{MakeHeader(CCN_GETMONTHCOLOR), date, current};
     COLORREF color = current;
     NotifyEach(request.header, [&] { color = request.color; });
     return color;
@@ -195,7 +195,7 @@ void CalendarCtrl::OnPaint() {
 }
 
 void CalendarCtrl::OnLButtonUp(POINT point) {
-    CalendarClick click{Header(CCN_CLICK), point};
+    CalendarClick click{MakeHeader(CCN_CLICK), point};
     NotifyAll(click.header);
 }
 

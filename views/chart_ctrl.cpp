@@ -46,7 +46,7 @@ bool ChartCtrl::FetchPoints() {
     if (points) {
         return true;
     }
-    ChartPoints request{Header(CHN_GETPOINTS), 0, nullptr};
+    ChartPoints request{MakeHeader(CHN_GETPOINTS), 0, nullptr};
     NotifyAll(request.header);
     std::unique_ptr<ChartPoint[]> answer(request.points);
     if (!answer || request.count < 1) {
@@ -59,12 +59,12 @@ bool ChartCtrl::FetchPoints() {
 }
 
 void ChartCtrl::FetchAxis() {
-    ChartScales request{Header(CHN_GETSCALES), 0, nullptr};
+    ChartScales request{MakeHeader(CHN_GETSCALES), 0, nullptr};
     NotifyAll(request.header);
     const bool hasTable = request.scales != nullptr && request.count > 0;
     const std::span<const ChartScale> scales(
         request.scales, hasTable ? static_cast<std::size_t>(request.count) : 0);
-    NMHDR question = Header(CHN_GETRANGE);
+    NMHDR question = MakeHeader(CHN_GETRANGE);
     int lowest = 0;
     int highest = 0;
     AskRange(question, lowest, highest);
@@ -123,7 +123,7 @@ void ChartCtrl::DrawGrid(HDC dc, const RECT& client, const ChartMapping& mapping
 }
 
 void ChartCtrl::DrawLabel(HDC dc, LONG axisX, const ChartTick& tick, LONG clientBottom) {
-    ChartLabel request{Header(CHN_GETLABEL), tick.value, {}};
+    ChartLabel request{MakeHeader(CHN_GETLABEL), tick.value, {}};
     NotifyAll(request.header);
     request.text[ChartLabelCapacity - 1] = TEXT('\0');
     const auto length = static_cast<int>(WideView(request.text).size());
@@ -236,7 +236,7 @@ void ChartCtrl::OnLButtonDown(POINT point) {
         return;
     }
     const std::uint32_t resetsBefore = resets;
-    ChartValue notice{Header(CHN_SELECTPOINT), index,
+    ChartValue notice{MakeHeader(CHN_SELECTPOINT), index,
                       points[static_cast<std::size_t>(index)].value};
     if (NotifyAll(notice.header)) {
         return;
@@ -272,7 +272,7 @@ void ChartCtrl::OnLButtonUp() {
     const std::int32_t value = middle.y == drag->startHeight
                                    ? points[static_cast<std::size_t>(index)].value
                                    : drag->mapping.FromPixel(middle).value;
-    ChartValue notice{Header(CHN_VALUECHANGED), index, value};
+    ChartValue notice{MakeHeader(CHN_VALUECHANGED), index, value};
     NotifyAll(notice.header);
     EndDrag();  // does nothing if a sink reset the chart, which ended the drag
 }

@@ -70,6 +70,7 @@ std::uint32_t DiaryStatusMask(std::uint32_t showFlags);
 DiaryCell FillDiaryCell(const UserData& data, DiaryShowFlag item, const SYSTEMTIME& day,
                         const SYSTEMTIME& today);
 
+/// The cells of all items shown, and the text, for `day`.
 DiaryRow FillDiaryRow(const UserData& data, std::uint32_t showFlags, const SYSTEMTIME& day,
                       const SYSTEMTIME& today);
 

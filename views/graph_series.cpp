@@ -51,7 +51,7 @@ ValueRange GraphSeries::EntryRange() const {
     if (IsBleeding()) {
         return {0, HeaviestBleeding};
     }
-    const TemperatureLimits limits = EntryLimits(measure);
+    const TemperatureLimits limits = TemperatureEntryLimits(measure);
     return {limits.minimum, limits.maximum};
 }
 

@@ -32,7 +32,7 @@ std::int32_t ShownTemperature(std::int32_t fahrenheit, TemperatureMeasure measur
     return measure == MeasureCelsius ? FtoC(fahrenheit) : RoundToTenths(fahrenheit);
 }
 
-TemperatureLimits EntryLimits(TemperatureMeasure measure) {
+TemperatureLimits TemperatureEntryLimits(TemperatureMeasure measure) {
     if (measure == MeasureCelsius) {
         return {FtoC(LowestTemperature), FtoC(HighestTemperature)};
     }

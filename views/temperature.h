@@ -31,7 +31,7 @@ struct TemperatureLimits {
     std::int32_t maximum;
 };
 /// The limits in that unit: 95.0..100.0 °F or 35.0..37.8 °C.
-TemperatureLimits EntryLimits(TemperatureMeasure measure);
+TemperatureLimits TemperatureEntryLimits(TemperatureMeasure measure);
 
 /// Writes "98.6" for 9860: one decimal after a point, whatever the locale. Cut off at `size` units,
 /// terminator included (size >= 1).

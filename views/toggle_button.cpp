@@ -103,7 +103,7 @@ void ToggleButton::OnEraseBackground(HDC dc) const {
 }
 
 void ToggleButton::OnLButtonUp() {
-    NMHDR click = Header(BN_CLICKED);
+    NMHDR click = MakeHeader(BN_CLICKED);
     NotifyAll(click);
 }
 

@@ -4,13 +4,13 @@
 
 namespace lunara {
 
-HWND DataExchange::Take(int controlId) {
+HWND DataExchange::SelectControl(int controlId) {
     control = ::GetDlgItem(owner.Handle(), controlId);
     return control;
 }
 
 void ExchangeText(DataExchange& exchange, int controlId, WCHAR* buffer, int maxChars) {
-    const HWND control = exchange.Take(controlId);
+    const HWND control = exchange.SelectControl(controlId);
     if (control == nullptr) {
         return;
     }
@@ -31,7 +31,7 @@ int LimitText(DataExchange& exchange, const WCHAR* text, int maxChars) {
 }
 
 void ExchangeCheck(DataExchange& exchange, int controlId, int& value) {
-    const HWND control = exchange.Take(controlId);
+    const HWND control = exchange.SelectControl(controlId);
     if (exchange.IsSaving()) {
         value = static_cast<int>(::SendMessageW(control, BM_GETCHECK, 0, 0));
         return;
@@ -43,7 +43,7 @@ void ExchangeCheck(DataExchange& exchange, int controlId, int& value) {
 }
 
 void ExchangeComboText(DataExchange& exchange, int controlId, WCHAR* buffer) {
-    const HWND control = exchange.Take(controlId);
+    const HWND control = exchange.SelectControl(controlId);
     if (exchange.IsSaving()) {
         const auto selected = static_cast<WPARAM>(::SendMessageW(control, CB_GETCURSEL, 0, 0));
         // CB_GETLBTEXTLEN is sent and its result ignored: the caller guarantees room for the

@@ -19,7 +19,7 @@ class DataExchange {
     bool IsSaving() const { return save; }
     /// Finds the control `controlId` and makes it the current control. Null when the window has no
     /// such control.
-    HWND Take(int controlId);
+    HWND SelectControl(int controlId);
     /// The control of the last `Take`; null before the first.
     HWND Current() const { return control; }
 

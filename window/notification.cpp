@@ -19,7 +19,7 @@ void NotifyingControl::DetachSink(NotificationSink& sink) {
     sinks.erase(std::remove(sinks.begin(), sinks.end(), &sink), sinks.end());
 }
 
-NMHDR NotifyingControl::Header(UINT code) const {
+NMHDR NotifyingControl::MakeHeader(UINT code) const {
     NMHDR header{};
     header.hwndFrom = Handle();
     header.idFrom = static_cast<UINT_PTR>(::GetDlgCtrlID(Handle()));

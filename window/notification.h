@@ -45,7 +45,7 @@ class NotifyingControl : public Window {
 
   protected:
     /// A notification header with this control's handle, its id and `code`.
-    NMHDR Header(UINT code) const;
+    NMHDR MakeHeader(UINT code) const;
     /// Passes the record to every sink. Returns whether at least one answered non-zero.
     bool NotifyAll(NMHDR& record);
     /// Passes the record to every sink and calls `answered` after each non-zero answer.

@@ -35,16 +35,6 @@ struct CurrentMessage {
 };
 const CurrentMessage& GetCurrentMessage();
 
-class Window;
-
-/// Sets the program's one top-level window object, the owner of dialogs that name none. Null: the
-/// program has no main window (any more).
-void SetMainWindow(Window* window);
-/// The window object that `SetMainWindow` was given last; null before the first call.
-Window* GetMainWindow();
-/// The handle of the main window; null when there is no main window.
-HWND MainWindowHandle();
-
 /// The window procedure of the framework's class and of every window that `Window::Subclass` took.
 LRESULT CALLBACK FrameworkWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 

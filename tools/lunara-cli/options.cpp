@@ -22,7 +22,7 @@ CLI::App* AddCommand(CLI::App& app, const char* name, const char* purpose, RawOp
     CLI::App* command = app.add_subcommand(name, purpose);
     command->add_option("DIR", raw.folder, "The data folder of one user")->required();
     command->add_option("--password-file", raw.passwordFile,
-                        "A UTF-8 file with her password; without it the password is empty");
+                        "A UTF-8 file with the password; without it the password is empty");
     return command;
 }
 

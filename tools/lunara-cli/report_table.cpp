@@ -50,7 +50,7 @@ std::string CycleSummary(const PredictionReport& report) {
 std::string DayLine(const SYSTEMTIME& date, const DayReport& day) {
     std::string line;
     for (int i = 0; i < 4; ++i) {  // "Mon "
-        line.push_back(static_cast<char>(WeekdayEntry(date.wDayOfWeek)[i]));
+        line.push_back(static_cast<char>(WeekdayNameWithBlank(date.wDayOfWeek)[i]));
     }
     line += IsoDate(ToDateKey(date)) + WeightText(day.bleedingLevel, 10) +
             WeightText(day.periodProbability, 8) + WeightText(day.ovulationProbability, 11) +

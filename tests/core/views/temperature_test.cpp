@@ -40,20 +40,20 @@ TEST(CtoF, RoundsToTenths) {
 }
 
 TEST(Temperature, EveryTenthOfCelsiusSurvivesTheWayThereAndBack) {
-    const TemperatureLimits limits = EntryLimits(MeasureCelsius);
+    const TemperatureLimits limits = TemperatureEntryLimits(MeasureCelsius);
     for (std::int32_t celsius = limits.minimum; celsius <= limits.maximum; celsius += 10) {
         const std::int32_t fahrenheit = CtoF(celsius);
         EXPECT_EQ(FtoC(fahrenheit), celsius);
-        EXPECT_GE(fahrenheit, EntryLimits(MeasureFahrenheit).minimum);
-        EXPECT_LE(fahrenheit, EntryLimits(MeasureFahrenheit).maximum);
+        EXPECT_GE(fahrenheit, TemperatureEntryLimits(MeasureFahrenheit).minimum);
+        EXPECT_LE(fahrenheit, TemperatureEntryLimits(MeasureFahrenheit).maximum);
     }
 }
 
 TEST(Temperature, EntryLimitsAreTheSameInBothUnits) {
-    EXPECT_EQ(EntryLimits(MeasureFahrenheit).minimum, 9500);
-    EXPECT_EQ(EntryLimits(MeasureFahrenheit).maximum, 10000);
-    EXPECT_EQ(EntryLimits(MeasureCelsius).minimum, 3500);
-    EXPECT_EQ(EntryLimits(MeasureCelsius).maximum, 3780);
+    EXPECT_EQ(TemperatureEntryLimits(MeasureFahrenheit).minimum, 9500);
+    EXPECT_EQ(TemperatureEntryLimits(MeasureFahrenheit).maximum, 10000);
+    EXPECT_EQ(TemperatureEntryLimits(MeasureCelsius).minimum, 3500);
+    EXPECT_EQ(TemperatureEntryLimits(MeasureCelsius).maximum, 3780);
 }
 
 TEST(ShownTemperature, IsRoundedToTenths) {

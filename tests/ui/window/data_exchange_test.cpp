@@ -66,9 +66,9 @@ TEST_F(DataExchange, UpdateDataAsksForTheFieldsInTheGivenDirection) {
 
 TEST_F(DataExchange, TakeMakesTheControlTheCurrentOne) {
     Exchange exchange(true, dialog);
-    EXPECT_EQ(exchange.Take(TEST_EDIT), dialog.Control(TEST_EDIT));
+    EXPECT_EQ(exchange.SelectControl(TEST_EDIT), dialog.Control(TEST_EDIT));
     EXPECT_EQ(exchange.Current(), dialog.Control(TEST_EDIT));
-    EXPECT_EQ(exchange.Take(9), nullptr);
+    EXPECT_EQ(exchange.SelectControl(9), nullptr);
     EXPECT_EQ(exchange.Current(), nullptr);
 }
 
@@ -123,7 +123,7 @@ TEST_F(DataExchange, LimitTextLimitsTheCurrentControl) {
         const HWND edit = dialog.Control(TEST_EDIT);
         ::SendMessageW(edit, EM_LIMITTEXT, 20, 0);
         Exchange exchange(row.saving, dialog);
-        exchange.Take(TEST_EDIT);
+        exchange.SelectControl(TEST_EDIT);
         EXPECT_EQ(LimitText(exchange, row.text, 5), row.result);
         EXPECT_EQ(::SendMessageW(edit, EM_GETLIMITTEXT, 0, 0), row.limit);
     }
