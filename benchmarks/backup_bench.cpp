@@ -186,8 +186,10 @@ int Run() {
     Print("restore", restore);
     std::printf("restore: %.2f times copying over files that are there\n",
                 restore.median / replacing.median);
-    const bool isKept = Keeps("backup", backup, copying) & Keeps("restore", restore, copying);
-    return isKept ? 0 : 1;
+    // Both are printed, whatever the first one says.
+    const bool isBackupKept = Keeps("backup", backup, copying);
+    const bool isRestoreKept = Keeps("restore", restore, copying);
+    return isBackupKept && isRestoreKept ? 0 : 1;
 }
 
 }  // namespace

@@ -57,7 +57,9 @@ TEST_F(DiaryView, HasScrollBarCalendarAndAgendaSideBySide) {
     EXPECT_EQ(ClassOf(Child(View::CalendarId)), L"CalendarCtrl");
     EXPECT_EQ(ClassOf(Child(View::AgendaId)), L"AgendaCtrl");
     EXPECT_EQ(::lstrcmpiW(ClassOf(Child(View::ScrollBarId)).c_str(), L"scrollbar"), 0);
-    EXPECT_NE(::GetWindowLongW(Child(View::CalendarId), GWL_STYLE) & CCS_VERTICAL, 0);
+    EXPECT_NE(
+        static_cast<DWORD>(::GetWindowLongW(Child(View::CalendarId), GWL_STYLE)) & CCS_VERTICAL,
+        0U);
 }
 
 TEST_F(DiaryView, TheCalendarIsThreeTextLinesWideWhereItsCellsAreLowerThanALine) {

@@ -26,7 +26,7 @@ class TestControl : public NotifyingControl {
         }
     }
     using NotifyingControl::AskRange;
-    using NotifyingControl::Header;
+    using NotifyingControl::MakeHeader;
     using NotifyingControl::NotifyAll;
     using NotifyingControl::NotifyEach;
 };
@@ -94,14 +94,14 @@ class Notification : public UiTest {
 };
 
 TEST_F(Notification, HeaderNamesTheControl) {
-    const NMHDR header = control.Header(Code);
+    const NMHDR header = control.MakeHeader(Code);
     EXPECT_EQ(header.hwndFrom, control.Handle());
     EXPECT_EQ(header.idFrom, static_cast<UINT_PTR>(ControlId));
     EXPECT_EQ(header.code, Code);
 }
 
 TEST_F(Notification, AControlNotifiesItsParentWithoutAnySink) {
-    ColorRecord record{control.Header(Code), 0};
+    ColorRecord record{control.MakeHeader(Code), 0};
     parentAnswer = 5;
     EXPECT_TRUE(control.NotifyAll(record.header));
     EXPECT_EQ(notifiedId, static_cast<WPARAM>(ControlId));
@@ -116,7 +116,7 @@ TEST_F(Notification, SinksAreAskedInTheOrderInWhichTheyWereAttached) {
     TestSink second(log, "second", 0);
     control.AttachSink(second);
     control.AttachSink(first);
-    NMHDR record = control.Header(Code);
+    NMHDR record = control.MakeHeader(Code);
     EXPECT_FALSE(control.NotifyAll(record));
     EXPECT_EQ(log, (std::vector<std::string>{"parent", "second", "first"}));
     log.clear();
@@ -130,7 +130,7 @@ TEST_F(Notification, AnAnswerDoesNotStopTheLaterSinks) {
     TestSink second(log, "second", 0);
     control.AttachSink(first);
     control.AttachSink(second);
-    NMHDR record = control.Header(Code);
+    NMHDR record = control.MakeHeader(Code);
     EXPECT_TRUE(control.NotifyAll(record));
     EXPECT_EQ(log, (std::vector<std::string>{"parent", "first", "second"}));
 }
@@ -143,7 +143,7 @@ TEST_F(Notification, NotifyEachReportsEachNonZeroAnswerSoThatTheLastOneWins) {
         sink->colors = true;
         control.AttachSink(*sink);
     }
-    ColorRecord record{control.Header(Code), 0};
+    ColorRecord record{control.MakeHeader(Code), 0};
     std::vector<int> colors;
     control.NotifyEach(record.header, [&] { colors.push_back(record.color); });
     EXPECT_EQ(colors, (std::vector<int>{1, 2}));
@@ -153,7 +153,7 @@ TEST_F(Notification, TheRangeIsAskedOfEverySink) {
     TestSink first(log, "first", 3);
     TestSink second(log, "second", 7);
     TestSink third(log, "third", 0);
-    NMHDR record = control.Header(0);
+    NMHDR record = control.MakeHeader(0);
     int minimum = 50;
     int maximum = 60;
     // No sink is attached yet, and the parent gives no range.
